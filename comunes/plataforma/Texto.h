@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QString>
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace comunes {
+
+/// Windows-1252 a Unicode. Los cinco bytes sin asignar (81, 8D, 8F, 90, 9D) pasan a U+0081… y vuelven iguales.
+QString DesdeWindows1252(std::string_view bytes);
+
+/// Unicode a Windows-1252, un byte por carácter; lo que la página no tiene pasa a '?'.
+std::string AWindows1252(const QString& texto);
+
+/// true si todos los caracteres de `texto` existen en Windows-1252.
+bool CabeEnWindows1252(const QString& texto);
+
+QString DesdeRuta(const std::filesystem::path& ruta);
+std::filesystem::path ARuta(const QString& ruta);
+
+}  // namespace comunes

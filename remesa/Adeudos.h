@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstddef>
+#include <span>
+
+#include "remesa/ListaRegistros.h"
+
+namespace remesa {
+
+/// Número de registros con código "03".
+std::size_t ContarDeudores(const ListaRegistros& lista);
+
+/// Un adeudo que puede duplicarse: código "03" y posiciones 7-9 "300".
+bool EsDuplicable(std::string_view registro);
+
+/// Inserta una copia del registro `i` en `i + 1`. Devuelve false, sin cambiar nada, si no es duplicable.
+bool InsertarCopia(ListaRegistros& lista, std::size_t i);
+
+/// ¿Queda algún adeudo fuera de `seleccion` (índices ascendentes)?
+bool PuedeEliminar(const ListaRegistros& lista, std::span<const std::size_t> seleccion);
+
+/// Quita los adeudos seleccionados, del último al primero y dejando siempre uno. Devuelve cuántos quitó.
+std::size_t EliminarAdeudos(ListaRegistros& lista, std::span<const std::size_t> seleccion);
+
+}  // namespace remesa

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <exception>
+#include <filesystem>
+#include <string>
+#include <system_error>
+
+namespace remesa {
+
+/// Error de ejecución con el número y el texto de la plataforma (5 "Argumento o llamada a procedimiento no
+/// válida", 6 "Desbordamiento", 13, 53, 61, 70, 75, 76…). `what()` y `texto()` son UTF-8.
+class ErrorEjecucion : public std::exception {
+ public:
+  explicit ErrorEjecucion(int numero, std::filesystem::path fichero = {});
+  /// El error de la plataforma que corresponde a un fallo del sistema de ficheros.
+  ErrorEjecucion(const std::error_code& causa, std::filesystem::path fichero);
+
+  int numero() const noexcept { return numero_; }
+  const std::string& texto() const noexcept { return texto_; }
+  /// Fichero al que se refiere; vacío si a ninguno.
+  const std::filesystem::path& fichero() const noexcept { return fichero_; }
+  const char* what() const noexcept override { return texto_.c_str(); }
+
+ private:
+  int numero_;
+  std::string texto_;
+  std::filesystem::path fichero_;
+};
+
+}  // namespace remesa

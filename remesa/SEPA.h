@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace remesa {
+
+/// Forma impresa de una cuenta: grupos de cuatro separados por un blanco, con "IBAN " delante salvo que
+/// `sinPrefijo`. Un texto en blanco da "".
+std::string FormatoIBAN(std::string_view iban, bool sinPrefijo);
+
+/// Dígitos de control (ISO 13616, módulo 97 de ISO 7064). No recorta, no pasa a mayúsculas, no mira el país.
+bool IBANValido(std::string_view iban);
+
+/// Cifras que representan un carácter en el control: la cifra misma, A = 10 … Z = 35, cualquier otro 9.
+std::string ValorIBAN(std::string_view caracter);
+
+/// Resto entre 97 de un número decimal largo. Lanza ErrorEjecucion 13 si algo no es cifra.
+int Modulo97(std::string_view cifras);
+
+/// Texto reducido al juego de caracteres de SEPA (Windows-1252): Ñ y Ç pierden su signo, lo demás que no esté
+/// en el juego pasa a "0". La longitud no cambia.
+std::string TextoSEPA(std::string_view texto);
+
+}  // namespace remesa
