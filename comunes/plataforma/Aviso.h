@@ -5,7 +5,7 @@
 
 namespace comunes {
 
-enum class GradoAviso { Informacion, Exclamacion, Critico };
+enum class GradoAviso { SinIcono, Informacion, Exclamacion, Critico };
 
 /// La caja de mensajes de la plataforma, con un solo botón "Aceptar". Las bibliotecas sin ventanas avisan por
 /// aquí; quien tiene ventanas pone la caja y quien no, escribe en la salida de errores (lo inicial).

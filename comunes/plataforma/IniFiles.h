@@ -8,8 +8,8 @@ namespace comunes {
 /// ventana principal al cargarse.
 extern QString RutaAjustes;
 
-/// Valor de `Clave` en `Seccion` del fichero INI `Fichero`, o `Defecto` si no hay fichero, sección o clave o el
-/// valor está vacío. Lee como GetPrivateProfileStringA: 2047 bytes a lo más.
+/// Valor de `Clave` en `Seccion` del fichero INI `Fichero`, o `Defecto` si no hay fichero, sección o clave o
+/// el valor está vacío. Lee como GetPrivateProfileStringA: 2047 bytes a lo más.
 QString ReadINI(const QString& Fichero, const QString& Seccion, const QString& Clave, const QString& Defecto);
 
 }  // namespace comunes

@@ -7,7 +7,8 @@
 
 namespace comunes {
 
-/// Windows-1252 a Unicode. Los cinco bytes sin asignar (81, 8D, 8F, 90, 9D) pasan a U+0081… y vuelven iguales.
+/// Windows-1252 a Unicode. Los cinco bytes sin asignar (81, 8D, 8F, 90, 9D) pasan a U+0081… y vuelven
+/// iguales.
 QString DesdeWindows1252(std::string_view bytes);
 
 /// Unicode a Windows-1252, un byte por carácter; lo que la página no tiene pasa a '?'.

@@ -1,0 +1,144 @@
+#include "comunes/plataforma/IniFiles.h"
+
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QFile>
+#include <QFileInfo>
+#include <algorithm>
+#include <array>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+#include "comunes/plataforma/Aviso.h"
+#include "comunes/plataforma/Texto.h"
+
+namespace comunes {
+
+QString RutaAjustes;
+
+namespace {
+
+constexpr std::size_t kLongitudMaxima = 2047;
+constexpr std::string_view kBlancos = " \t\v\f";
+
+/// Sin distinguir mayúsculas en toda la página 1252, las letras con acento incluidas.
+std::string plegar(std::string_view bytes) {
+  static const std::array<char, 256> tabla = [] {
+    std::array<char, 256> t{};
+    for (std::size_t i = 0; i < t.size(); ++i) {
+      const char c = static_cast<char>(i);
+      const QString minuscula = DesdeWindows1252({&c, 1}).toLower();
+      t[i] = CabeEnWindows1252(minuscula) ? AWindows1252(minuscula)[0] : c;
+    }
+    return t;
+  }();
+  std::string plegado(bytes);
+  for (char& c : plegado)
+    c = tabla[static_cast<unsigned char>(c)];
+  return plegado;
+}
+
+std::string_view recortar(std::string_view texto) {
+  const auto desde = texto.find_first_not_of(kBlancos);
+  if (desde == std::string_view::npos) return {};
+  return texto.substr(desde, texto.find_last_not_of(kBlancos) - desde + 1);
+}
+
+std::string_view sinComillas(std::string_view valor) {
+  const bool rodeado =
+      valor.size() >= 2 && valor.front() == valor.back() && (valor.front() == '"' || valor.front() == '\'');
+  return rodeado ? valor.substr(1, valor.size() - 2) : valor;
+}
+
+/// El nombre entre corchetes si `linea` abre una sección.
+bool abreSeccion(std::string_view linea, std::string_view& nombre) {
+  if (linea.empty() || linea.front() != '[') return false;
+  linea.remove_prefix(1);
+  nombre = recortar(linea.substr(0, linea.rfind(']')));
+  return true;
+}
+
+/// Fichero leído, en Windows-1252, y dónde empieza cada sección (la línea que sigue a sus corchetes).
+class Perfil {
+ public:
+  explicit Perfil(std::string bytes) : bytes_(std::move(bytes)) {
+    std::string_view nombre;
+    for (std::size_t pos = 0; pos < bytes_.size();)
+      if (abreSeccion(linea(pos), nombre)) secciones_.try_emplace(plegar(nombre), pos);
+  }
+
+  std::string_view valor(const std::string& seccion, const std::string& clave) const {
+    const auto hallada = secciones_.find(plegar(recortar(seccion)));
+    if (hallada == secciones_.end()) return {};
+    const std::string buscada = plegar(recortar(clave));
+    std::string_view nombre;
+    for (std::size_t pos = hallada->second; pos < bytes_.size();) {
+      const std::string_view actual = linea(pos);
+      if (abreSeccion(actual, nombre)) break;
+      const auto igual = actual.find('=');
+      if (igual == std::string_view::npos || actual.front() == ';') continue;
+      if (plegar(recortar(actual.substr(0, igual))) == buscada)
+        return sinComillas(recortar(actual.substr(igual + 1))).substr(0, kLongitudMaxima);
+    }
+    return {};
+  }
+
+ private:
+  /// La línea que empieza en `pos`, sin blancos alrededor; deja `pos` al principio de la siguiente.
+  std::string_view linea(std::size_t& pos) const {
+    const std::string_view todo = bytes_;
+    const std::size_t fin = std::min(todo.find_first_of("\r\n", pos), todo.size());
+    const std::string_view cruda = todo.substr(pos, fin - pos);
+    pos = fin + 1;
+    return recortar(cruda);
+  }
+
+  std::string bytes_;
+  std::unordered_map<std::string, std::size_t> secciones_;
+};
+
+std::string leerBytes(const QString& ruta) {
+  QFile fichero(ruta);
+  if (!fichero.open(QIODevice::ReadOnly)) return {};
+  const QByteArray bytes = fichero.readAll();
+  if (bytes.startsWith("\xEF\xBB\xBF")) return AWindows1252(QString::fromUtf8(bytes.mid(3)));
+  return bytes.toStdString();
+}
+
+/// El último fichero leído se guarda: el editor pide unas sesenta claves del mismo por cada registro.
+const Perfil& perfilDe(const QFileInfo& datos) {
+  static QString ruta;
+  static QDateTime fecha;
+  static qint64 longitud = -1;
+  static Perfil perfil{std::string()};
+  // Un fichero recién escrito puede cambiar otra vez sin que su fecha lo diga.
+  constexpr qint64 kReposoMs = 3000;
+  const bool reciente = datos.lastModified().msecsTo(QDateTime::currentDateTime()) < kReposoMs;
+  if (reciente || ruta != datos.absoluteFilePath() || fecha != datos.lastModified() ||
+      longitud != datos.size()) {
+    perfil = Perfil(leerBytes(datos.absoluteFilePath()));
+    ruta = datos.absoluteFilePath();
+    fecha = datos.lastModified();
+    longitud = datos.size();
+  }
+  return perfil;
+}
+
+}  // namespace
+
+QString ReadINI(const QString& Fichero, const QString& Seccion, const QString& Clave,
+                const QString& Defecto) {
+  if (Fichero.isEmpty()) {
+    AvisarPlataforma(GradoAviso::SinIcono, QStringLiteral("ReadINI no recibió nombre de fichero a leer"),
+                     QCoreApplication::applicationName());
+    return Defecto;
+  }
+  const QFileInfo datos(Fichero);
+  // Abrir una tubería o un dispositivo podría no volver nunca.
+  if (!datos.isFile()) return Defecto;
+  const std::string_view valor = perfilDe(datos).valor(AWindows1252(Seccion), AWindows1252(Clave));
+  return valor.empty() ? Defecto : DesdeWindows1252(valor);
+}
+
+}  // namespace comunes

@@ -1,0 +1,51 @@
+#include "comunes/plataforma/Texto.h"
+
+#include <algorithm>
+#include <array>
+
+namespace comunes {
+
+namespace {
+
+// Los bytes 80 a 9F; los demás coinciden con Latin-1. Los cinco sin asignar se quedan con su propio número.
+constexpr std::array<char16_t, 32> kAltos{0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
+                                          0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
+                                          0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+                                          0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+
+/// Byte de `c`, o -1 si la página no lo tiene.
+int byteDe(char16_t c) {
+  if (c < 0x80 || (c >= 0xA0 && c <= 0xFF)) return c;
+  const auto* hallado = std::find(kAltos.begin(), kAltos.end(), c);
+  return hallado == kAltos.end() ? -1 : 0x80 + static_cast<int>(hallado - kAltos.begin());
+}
+
+}  // namespace
+
+QString DesdeWindows1252(std::string_view bytes) {
+  QString texto(static_cast<qsizetype>(bytes.size()), Qt::Uninitialized);
+  std::transform(bytes.begin(), bytes.end(), texto.begin(), [](char c) {
+    const auto byte = static_cast<unsigned char>(c);
+    return QChar(byte >= 0x80 && byte < 0xA0 ? kAltos[byte - 0x80U] : char16_t{byte});
+  });
+  return texto;
+}
+
+std::string AWindows1252(const QString& texto) {
+  std::string bytes;
+  bytes.reserve(static_cast<std::size_t>(texto.size()));
+  for (qsizetype i = 0; i < texto.size(); ++i) {
+    const QChar c = texto[i];
+    const int byte = byteDe(c.unicode());
+    // Un carácter de dos unidades es uno solo para quien lo escribió.
+    if (c.isHighSurrogate() && i + 1 < texto.size() && texto[i + 1].isLowSurrogate()) ++i;
+    bytes += byte < 0 ? '?' : static_cast<char>(byte);
+  }
+  return bytes;
+}
+
+bool CabeEnWindows1252(const QString& texto) {
+  return std::all_of(texto.begin(), texto.end(), [](QChar c) { return byteDe(c.unicode()) >= 0; });
+}
+
+}  // namespace comunes
