@@ -1,0 +1,19 @@
+#pragma once
+
+namespace comunes {
+
+/// Factores de escala de la presentación, horizontal y vertical, y su interruptor: los fija la rutina común
+/// de colocación de las ventanas. Con el factor a 0 o la escala suspendida las medidas no cambian.
+inline float EscalaHorizontal = 1.0F;
+inline float EscalaVertical = 1.0F;
+inline bool EscalaSuspendida = false;
+
+/// Por lo que de verdad se multiplica una medida; nunca 0.
+inline float FactorHorizontal() {
+  return EscalaSuspendida || EscalaHorizontal == 0.0F ? 1.0F : EscalaHorizontal;
+}
+inline float FactorVertical() {
+  return EscalaSuspendida || EscalaVertical == 0.0F ? 1.0F : EscalaVertical;
+}
+
+}  // namespace comunes
