@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QString>
 #include <functional>
 
 #include "remesa/ListaRegistros.h"
@@ -15,9 +16,12 @@ struct ListaAcumulado {
   int actual;
   std::function<void(int)> cambiado;  ///< El registro de ese índice se sustituyó por otro.
   std::function<void(int)> movido;    ///< Ese índice es ahora el actual, y el único seleccionado.
+  std::function<void(const QString&)>
+      aviso;  ///< Frase para la línea de estado: se dejaron cambios sin aceptar.
 };
 
 /// Edita el registro actual en una ventana modal sobre `propietario`; vuelve al cerrarse. `tipo`: 19 o 34.
-void EditarSEPA(ListaAcumulado& lista, int tipo, QWidget* propietario);
+/// Los diseños de registro se leen de comunes::RutaAjustes. true si se sustituyó el registro actual.
+bool EditarSEPA(ListaAcumulado& lista, int tipo, QWidget* propietario);
 
 }  // namespace editor
