@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+class QLineEdit;
+
+namespace comunes {
+
+/// Da a una caja (QLineEdit, QCheckBox o QComboBox de lista) el comportamiento de su descriptor. Es hija de
+/// la caja. Se crea con Describir.
+///
+/// Que la ventana pierda la activación, o que se abra un menú, no es salir de la caja.
+class CajaDescrita : public QObject {
+  Q_OBJECT
+
+ public:
+  /// La de `caja`, o nullptr si no está descrita.
+  static CajaDescrita* De(const QWidget* caja);
+
+  QWidget* caja() const { return caja_; }
+  /// true entre la entrada y la salida: el texto está en su forma de edición.
+  bool dentro() const { return dentro_; }
+
+  /// Entra o sale sin esperar al foco. No hacen nada si ya se estaba dentro o fuera.
+  void Entrar();
+  void Salir();
+
+ signals:
+  void haEntrado();
+  /// Antes y después de dar formato al texto que se deja. Un mensaje que se muestre por ello ha de esperar a
+  /// que el foco se haya movido (QTimer::singleShot o una conexión en cola).
+  void vaASalir();
+  void haSalido();
+
+ protected:
+  bool eventFilter(QObject* objeto, QEvent* evento) override;
+
+ private:
+  explicit CajaDescrita(QWidget* caja);
+  friend CajaDescrita* Describir(QWidget*, const QString&);
+
+  QWidget* caja_;
+  bool dentro_ = false;
+};
+
+/// Convierte `caja` en una caja descrita (o le cambia el descriptor si ya lo era). Sin `descriptor` vale el
+/// de su propiedad "Tag".
+CajaDescrita* Describir(QWidget* caja, const QString& descriptor = {});
+
+/// Sale de la caja descrita en la que se esté en `ventana`, que conserva el foco: lo primero que hace toda
+/// orden. Tras ella, EntrarCampo o lo siguiente que se teclee vuelve a entrar.
+void DejarCampo(QWidget* ventana);
+/// Entra en la caja descrita que tenga el foco en `ventana`.
+void EntrarCampo(QWidget* ventana);
+
+}  // namespace comunes

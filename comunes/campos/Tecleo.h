@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QPointer>
+#include <QString>
+#include <QWidget>
+
+namespace comunes {
+
+/// Estado común a todas las cajas.
+struct EstadoTecleo {
+  bool reescribiendo = false;    ///< el texto lo cambia una rutina, no el operador
+  bool noRecordarCaja = false;   ///< con true, `ultimaCaja` no se toca
+  QPointer<QWidget> ultimaCaja;  ///< la última caja que se dejó
+};
+EstadoTecleo& Tecleo();
+
+/// Descriptor de una caja: su propiedad dinámica "Tag".
+QString Descriptor(const QWidget* caja);
+void PonerDescriptor(QWidget* caja, const QString& descriptor);
+
+/// Filtra un carácter tecleado en un QLineEdit, QCheckBox o QComboBox. `tecla` sale con el carácter que se ha
+/// de escribir, o con 0 si no se escribe ninguno. Retroceso (8) pasa; Intro (13) y "+" mueven el foco.
+void TagKeyPress(QWidget* caja, char32_t& tecla);
+
+/// Al entrar: fondo de foco (el anterior queda en la clave P), texto en su forma de edición y seleccionado.
+void TagGotFocus(QWidget* caja);
+/// Al salir: el fondo de antes y el texto en la forma en que se muestra.
+void TagLostFocus(QWidget* caja);
+
+/// Cambia desde el programa el texto de una caja, tenga o no el foco, sin filtrarlo.
+void PonerTexto(QWidget* caja, const QString& texto);
+
+}  // namespace comunes
