@@ -9,12 +9,18 @@
 
 namespace remesa {
 
+/// Bytes inmutables que comparten las listas cuyos registros los ven.
+struct Bloque {
+  std::shared_ptr<const char[]> datos;
+  std::size_t largo = 0;
+};
+
 /// Lista de registros de una remesa, en el orden del fichero. Los registros son vistas sobre bloques
-/// inmutables que la lista mantiene vivos: copiar o importar no copia bytes. Índices desde 0.
+/// inmutables que la lista mantiene vivos: copiar o importar no copia bytes. Índices desde 0. Un bloque al
+/// que ya no mira ningún registro se suelta al quitar registros o, a más tardar, cuando los bloques se
+/// doblan.
 class ListaRegistros {
  public:
-  using Bloque = std::shared_ptr<const std::string>;
-
   std::size_t size() const noexcept { return registros_.size(); }
   bool empty() const noexcept { return registros_.empty(); }
   std::string_view operator[](std::size_t i) const noexcept { return registros_[i]; }
@@ -22,20 +28,30 @@ class ListaRegistros {
   auto end() const noexcept { return registros_.end(); }
 
   void clear();
-  /// Añade vistas sobre `bloque`, que queda vivo mientras viva la lista.
-  void anadirBloque(Bloque bloque, std::span<const std::string_view> registros);
-  /// Añade registros de `otra` (por índice) sin copiar sus bytes.
+  /// Añade vistas sobre `bloque`, que queda vivo mientras lo mire algún registro.
+  void anadirBloque(Bloque bloque, std::vector<std::string_view> registros);
+  /// Añade al final un registro con bytes propios.
+  void anadir(std::string_view bytes);
+  /// Añade registros de `otra` (por índice) sin copiar sus bytes. `otra` puede ser la misma lista.
   void anadirDe(const ListaRegistros& otra, std::span<const std::size_t> indices);
   /// Sustituye el registro `i` por `bytes`, que pasa a ser un bloque propio.
-  void sustituir(std::size_t i, std::string bytes);
+  void sustituir(std::size_t i, std::string_view bytes);
   /// Inserta una copia del registro `i` en `i + 1`.
   void duplicar(std::size_t i);
   /// Quita los registros de `indices`, ascendentes y sin repetir, en un solo recorrido.
   void quitar(std::span<const std::size_t> indices);
 
+  /// Bloques vivos: para comprobar que no se acumulan.
+  std::size_t bloques() const noexcept { return bloques_.size(); }
+
  private:
+  void guardarBloque(Bloque bloque);
+  void soltarBloquesMuertos();
+
   std::vector<std::string_view> registros_;
   std::vector<Bloque> bloques_;
+  std::size_t limiteBloques_ = kBloquesMinimos;
+  static constexpr std::size_t kBloquesMinimos = 64;
 };
 
 }  // namespace remesa

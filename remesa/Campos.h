@@ -1,0 +1,81 @@
+#pragma once
+
+#include <span>
+#include <string_view>
+
+#include "remesa/TablaCampos.h"
+
+namespace remesa {
+
+/// Registros del Cuaderno 19.14. Los "03" se distinguen por su número de dato.
+enum class ClaseRegistro : std::uint8_t {
+  Presentador,       ///< "01"
+  Acreedor,          ///< "02"
+  Adeudo,            ///< "03", dato "003"
+  Ultimos,           ///< "03", dato "004": último acreedor y titular de la domiciliación
+  Balanza,           ///< "03", dato "005": balanza de pagos
+  Mandato,           ///< "03", dato "006": cambio del mandato
+  TotalesFecha,      ///< "04"
+  TotalesAcreedor,   ///< "05"
+  TotalesGenerales,  ///< "99"
+  Desconocido,       ///< Otro código, u otro número de dato en un "03".
+};
+
+/// Según el código y, en los "03", el número de dato.
+ClaseRegistro Clase(std::string_view registro);
+
+/// Campos en orden de posición, de la 1 a la 600 sin huecos; ninguno si es desconocido.
+std::span<const Campo> CamposDe(ClaseRegistro clase);
+std::span<const Campo> CamposDe(std::string_view registro);
+
+/// Nombre del registro para las personas, en UTF-8 ("Adeudo individual"); vacío si es desconocido.
+std::string_view NombreRegistro(ClaseRegistro clase);
+
+/// Campo que cubre la posición (desde 1); nullptr si no hay o el registro es desconocido.
+const Campo* CampoEn(std::string_view registro, int posicion);
+
+/// Posiciones de un campo por su nombre; no compila si la tabla no lo tiene.
+consteval Posiciones PosicionesDe(std::span<const Campo> campos, std::string_view nombre) {
+  for (const Campo& campo : campos)
+    if (campo.nombre == nombre) return campo.donde;
+  throw "campo inexistente";
+}
+
+// Campos que el propio programa lee o escribe.
+
+inline constexpr Posiciones kCodigo = PosicionesDe(tabla::kPresentador, "Código de registro");
+inline constexpr Posiciones kVersion = PosicionesDe(tabla::kPresentador, "Versión del cuaderno");
+inline constexpr Posiciones kNumeroDato = PosicionesDe(tabla::kAdeudo, "Número de dato");
+/// Última cifra de la versión y dos primeras del número de dato: "300" en un adeudo duplicable e imprimible.
+inline constexpr Posiciones kMarcaAdeudo{kVersion.hasta, kNumeroDato.desde + 1};
+/// Comienzo de los ficheros de la versión anterior del cuaderno ("5180").
+inline constexpr Posiciones kCabezaAnterior{1, 4};
+
+inline constexpr Posiciones kFechaCreacion =
+    PosicionesDe(tabla::kPresentador, "Fecha de creación del fichero");
+
+inline constexpr Posiciones kIdentificadorAcreedor =
+    PosicionesDe(tabla::kAcreedor, "Identificador del acreedor");
+inline constexpr Posiciones kFechaCobro = PosicionesDe(tabla::kAcreedor, "Fecha de cobro");
+inline constexpr Posiciones kNombreAcreedor = PosicionesDe(tabla::kAcreedor, "Nombre del acreedor");
+inline constexpr Posiciones kCuentaAcreedor = PosicionesDe(tabla::kAcreedor, "Cuenta del acreedor");
+
+inline constexpr Posiciones kReferenciaAdeudo = PosicionesDe(tabla::kAdeudo, "Referencia del adeudo");
+inline constexpr Posiciones kReferenciaMandato = PosicionesDe(tabla::kAdeudo, "Referencia única del mandato");
+inline constexpr Posiciones kImporteAdeudo = PosicionesDe(tabla::kAdeudo, "Importe del adeudo");
+inline constexpr Posiciones kNombreDeudor = PosicionesDe(tabla::kAdeudo, "Nombre del deudor");
+inline constexpr Posiciones kCuentaDeudor = PosicionesDe(tabla::kAdeudo, "Cuenta del deudor");
+inline constexpr Posiciones kConcepto = PosicionesDe(tabla::kAdeudo, "Concepto");
+
+inline constexpr Posiciones kFecha04 = PosicionesDe(tabla::kTotalesFecha, "Fecha de cobro");
+inline constexpr Posiciones kImporte04 = PosicionesDe(tabla::kTotalesFecha, "Total de importes");
+inline constexpr Posiciones kAdeudos04 = PosicionesDe(tabla::kTotalesFecha, "Número de adeudos");
+inline constexpr Posiciones kRegistros04 = PosicionesDe(tabla::kTotalesFecha, "Total de registros");
+inline constexpr Posiciones kImporte05 = PosicionesDe(tabla::kTotalesAcreedor, "Total de importes");
+inline constexpr Posiciones kAdeudos05 = PosicionesDe(tabla::kTotalesAcreedor, "Número de adeudos");
+inline constexpr Posiciones kRegistros05 = PosicionesDe(tabla::kTotalesAcreedor, "Total de registros");
+inline constexpr Posiciones kImporte99 = PosicionesDe(tabla::kTotalesGenerales, "Total de importes general");
+inline constexpr Posiciones kAdeudos99 = PosicionesDe(tabla::kTotalesGenerales, "Número de registros");
+inline constexpr Posiciones kRegistros99 = PosicionesDe(tabla::kTotalesGenerales, "Total de registros");
+
+}  // namespace remesa

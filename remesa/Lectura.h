@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <span>
+
+namespace remesa {
+
+/// Lectura por bloques de un fichero corriente. Una carpeta, una cola o un dispositivo se rechazan con el
+/// error 75, sin esperar por ellos. Todos lanzan ErrorEjecucion.
+class LecturaFichero {
+ public:
+  explicit LecturaFichero(const std::filesystem::path& ruta);
+  ~LecturaFichero();
+  LecturaFichero(const LecturaFichero&) = delete;
+  LecturaFichero& operator=(const LecturaFichero&) = delete;
+
+  /// Bytes que tenía al abrirlo.
+  std::uintmax_t tamano() const noexcept { return tamano_; }
+  /// Llena `destino` y da los bytes leídos: menos de los pedidos solo al final del fichero. Error 62 si el
+  /// fichero acaba antes de los bytes que tenía al abrirlo (alguien lo ha cortado entretanto).
+  std::size_t leer(std::span<char> destino);
+
+ private:
+  struct Interior;
+  std::unique_ptr<Interior> interior_;
+  std::filesystem::path ruta_;
+  std::uintmax_t tamano_ = 0;
+  std::uintmax_t leidos_ = 0;
+};
+
+}  // namespace remesa
