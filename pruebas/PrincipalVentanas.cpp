@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
-#include <QApplication>
+#include "comunes/plataforma/Aplicacion.h"
 
 int main(int argc, char** argv) {
-  QApplication aplicacion(argc, argv);
+  comunes::Aplicacion aplicacion(argc, argv);
   testing::InitGoogleTest(&argc, argv);
   return RUN_ALL_TESTS();
 }

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QList>
 #include <QString>
+#include <QStringList>
 #include <functional>
 
 class QWidget;
@@ -10,14 +12,37 @@ namespace comunes {
 /// Lo anterior al último "." de toda la ruta; sin punto, el nombre entero.
 QString QuitarExtension(const QString& Nombre);
 
+struct FiltroFicheros {
+  QString descripcion;
+  QString patrones;  ///< separados por ";"
+};
+/// Filtros de un diálogo. `Filtro`: extensión sola ("q19"), "@" + patrones o "|" + parejas
+/// descripción|patrón; las parejas acaban en la primera descripción vacía.
+QList<FiltroFicheros> ConstruirFiltro(const QString& Filtro);
+
 /// Del nombre que eligió el operador, el nombre con que se escribirá de verdad.
 using ReglaNombre = std::function<QString(const QString&)>;
 
-/// Diálogo de abrir (`Abrir`) o guardar. `Filtro`: extensión sola ("q19"), "@" + patrones o "|" + parejas
-/// descripción|patrón. Devuelve la ruta elegida o "" si se cancela; con `Multiple`, carpeta, NUL y nombres
-/// separados por NUL. Con `Regla`, pregunta antes de sustituir un fichero que exista con el nombre final y
-/// vuelve a abrirse si se responde "No"; lo devuelto es lo elegido, sin aplicar la regla.
+/// Diálogo de abrir (`Abrir`) o guardar. Sin `Carpeta`, o si no existe, empieza en "C:\" y, donde no la hay,
+/// en la del usuario. Devuelve la ruta elegida o "" si se cancela; con `Multiple`, carpeta, NUL, cada nombre
+/// seguido de NUL y un NUL final. Con `Regla`, pregunta antes de sustituir un fichero que exista con el
+/// nombre final y vuelve a abrirse si se responde "No"; lo devuelto es lo elegido, sin aplicar la regla.
 QString DialogoFichero(bool Abrir, QWidget* Propietario, const QString& Carpeta, const QString& Filtro,
                        bool Multiple, const QString& Nombre, const ReglaNombre& Regla = {});
+
+/// Lo que se pide al selector de ficheros; la carpeta ya existe.
+struct PeticionFicheros {
+  bool abrir;
+  QWidget* propietario;
+  QString titulo;
+  QString carpeta;
+  QList<FiltroFicheros> filtros;
+  bool multiple;
+  QString nombre;
+};
+/// Devuelve las rutas elegidas; ninguna, si se cancela.
+using SelectorFicheros = std::function<QStringList(const PeticionFicheros&)>;
+/// Cambia el selector (una prueba) y devuelve el anterior; vacío, el QFileDialog "DialogoFichero".
+SelectorFicheros PonerSelectorFicheros(SelectorFicheros nuevo);
 
 }  // namespace comunes

@@ -1,0 +1,109 @@
+#include "comunes/plataforma/Explorar.h"
+
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QPushButton>
+#include <utility>
+
+#include "comunes/plataforma/DialogoSistema.h"
+
+namespace comunes {
+
+namespace {
+
+/// Filtro de QFileDialog: los patrones van entre paréntesis al final, que el diálogo no enseña.
+QString filtroQt(const FiltroFicheros& filtro) {
+  QStringList patrones = filtro.patrones.split(QLatin1Char(';'), Qt::SkipEmptyParts);
+  for (QString& patron : patrones) {
+    patron = patron.trimmed();
+    // En la plataforma original "*.*" son todos, también los que no llevan punto.
+    if (patron == QStringLiteral("*.*")) patron = QStringLiteral("*");
+  }
+  if (patrones.isEmpty()) patrones.append(QStringLiteral("*"));
+  return filtro.descripcion + QStringLiteral(" (") + patrones.join(QLatin1Char(' ')) + QLatin1Char(')');
+}
+
+QStringList elegirConDialogo(const PeticionFicheros& peticion) {
+  QFileDialog dialogo(peticion.propietario, peticion.titulo, peticion.carpeta);
+  dialogo.setObjectName(QStringLiteral("DialogoFichero"));
+  dialogo.setAcceptMode(peticion.abrir ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
+  const bool varios = peticion.abrir && peticion.multiple;
+  dialogo.setFileMode(varios ? QFileDialog::ExistingFiles : QFileDialog::AnyFile);
+  dialogo.setOption(QFileDialog::DontConfirmOverwrite);
+  dialogo.setOption(QFileDialog::HideNameFilterDetails);
+  dialogo.setOption(QFileDialog::DontUseNativeDialog, !DialogoDelSistema());
+  QStringList filtros;
+  for (const FiltroFicheros& filtro : peticion.filtros)
+    filtros.append(filtroQt(filtro));
+  if (!filtros.isEmpty()) dialogo.setNameFilters(filtros);
+  if (!peticion.nombre.isEmpty()) dialogo.selectFile(peticion.nombre);
+  return dialogo.exec() == QDialog::Accepted ? dialogo.selectedFiles() : QStringList();
+}
+
+SelectorFicheros& selector() {
+  static SelectorFicheros actual = elegirConDialogo;
+  return actual;
+}
+
+QString carpetaInicial(const QString& carpeta) {
+  const QString pedida = carpeta.trimmed();
+  if (!pedida.isEmpty() && QFileInfo(pedida).isDir()) return pedida;
+  const QString raiz = QStringLiteral("C:\\");
+  return QFileInfo(raiz).isDir() ? raiz : QDir::homePath();
+}
+
+bool sustituir(const PeticionFicheros& peticion, const QString& ruta) {
+  QMessageBox caja(QMessageBox::Question, peticion.titulo, QString(), QMessageBox::NoButton,
+                   peticion.propietario);
+  caja.setObjectName(QStringLiteral("PreguntaSustituir"));
+  caja.setTextFormat(Qt::PlainText);
+  caja.setText(QStringLiteral("El fichero ya existe:\n%1\n\n¿Quiere sustituirlo?")
+                   .arg(QDir::toNativeSeparators(ruta)));
+  const QPushButton* si = caja.addButton(QStringLiteral("&Si"), QMessageBox::YesRole);
+  QPushButton* no = caja.addButton(QStringLiteral("&No"), QMessageBox::NoRole);
+  caja.setDefaultButton(no);
+  caja.setEscapeButton(no);
+  caja.exec();
+  return caja.clickedButton() == si;
+}
+
+QString resultadoMultiple(const QStringList& elegidas) {
+  const QChar nulo;
+  QString todo = QDir::toNativeSeparators(QFileInfo(elegidas.first()).absolutePath()) + nulo;
+  for (const QString& ruta : elegidas)
+    todo += QFileInfo(ruta).fileName() + nulo;
+  return todo + nulo;
+}
+
+}  // namespace
+
+SelectorFicheros PonerSelectorFicheros(SelectorFicheros nuevo) {
+  return std::exchange(selector(), nuevo ? std::move(nuevo) : SelectorFicheros(elegirConDialogo));
+}
+
+QString DialogoFichero(bool Abrir, QWidget* Propietario, const QString& Carpeta, const QString& Filtro,
+                       bool Multiple, const QString& Nombre, const ReglaNombre& Regla) {
+  const QString carpetaActual = QDir::currentPath();
+  PeticionFicheros peticion{Abrir,
+                            Propietario,
+                            Abrir ? QStringLiteral("Abrir Fichero") : QStringLiteral("Guardar Fichero"),
+                            carpetaInicial(Carpeta),
+                            ConstruirFiltro(Filtro),
+                            Multiple,
+                            Nombre};
+  for (;;) {
+    const QStringList elegidas = selector()(peticion);
+    if (elegidas.isEmpty()) return {};
+    QDir::setCurrent(carpetaActual);
+    if (Multiple) return resultadoMultiple(elegidas);
+    const QString elegida = QDir::toNativeSeparators(elegidas.first());
+    const QFileInfo final(Regla ? Regla(elegida) : elegida);
+    if (!Regla || !final.exists() || final.isDir() || sustituir(peticion, final.filePath())) return elegida;
+    peticion.carpeta = QFileInfo(elegida).absolutePath();
+    peticion.nombre = QFileInfo(elegida).fileName();
+  }
+}
+
+}  // namespace comunes

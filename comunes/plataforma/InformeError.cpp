@@ -1,0 +1,54 @@
+#include "comunes/plataforma/InformeError.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <filesystem>
+#include <new>
+
+#include "comunes/plataforma/Texto.h"
+#include "remesa/ErrorEjecucion.h"
+
+namespace comunes {
+
+namespace {
+
+constexpr int kMemoriaInsuficiente = 7;
+constexpr int kErrorInterno = 51;
+
+void informar(const remesa::ErrorEjecucion& error) {
+  InformarError(error.numero(), QString::fromStdString(error.texto()), DesdeRuta(error.fichero()));
+}
+
+}  // namespace
+
+void InformarError(int numero, const QString& texto, const QString& fichero) {
+  static bool informando = false;
+  QString mensaje = QStringLiteral("Error %1: ").arg(numero) + texto;
+  if (!fichero.isEmpty()) mensaje += QLatin1Char('\n') + fichero;
+  if (informando) {
+    qWarning("%s", qUtf8Printable(mensaje));
+    return;
+  }
+  informando = true;
+  QMessageBox caja(QMessageBox::Critical, QApplication::applicationDisplayName(), QString(), QMessageBox::Ok,
+                   QApplication::activeWindow());
+  caja.setObjectName(QStringLiteral("InformeError"));
+  caja.setTextFormat(Qt::PlainText);
+  caja.setText(mensaje);
+  caja.exec();
+  informando = false;
+}
+
+void InformarError(const std::exception& error) {
+  if (const auto* propio = dynamic_cast<const remesa::ErrorEjecucion*>(&error)) {
+    informar(*propio);
+  } else if (const auto* fichero = dynamic_cast<const std::filesystem::filesystem_error*>(&error)) {
+    informar(remesa::ErrorEjecucion(fichero->code(), fichero->path1()));
+  } else if (dynamic_cast<const std::bad_alloc*>(&error)) {
+    InformarError(kMemoriaInsuficiente, QStringLiteral("Memoria insuficiente"));
+  } else {
+    InformarError(kErrorInterno, QStringLiteral("Error interno"), QString::fromLocal8Bit(error.what()));
+  }
+}
+
+}  // namespace comunes

@@ -1,0 +1,74 @@
+#include "comunes/plataforma/Ventanas.h"
+
+#include <QFontDatabase>
+#include <QFontInfo>
+#include <QGuiApplication>
+#include <QScreen>
+#include <QTextDocument>
+#include <QVariant>
+#include <QWidget>
+
+namespace comunes {
+
+namespace {
+
+const QString kFuenteDialogos = QStringLiteral("MS Shell Dlg 2");
+const QString kFuenteFija = QStringLiteral("Courier New");
+
+void sustituir(const QString& familia, QFontDatabase::SystemFont sistema) {
+  QFont::insertSubstitution(familia, QFontInfo(QFontDatabase::systemFont(sistema)).family());
+}
+
+}  // namespace
+
+void PonerFuentes() {
+  sustituir(kFuenteDialogos, QFontDatabase::GeneralFont);
+  sustituir(kFuenteFija, QFontDatabase::FixedFont);
+}
+
+void FuentesVentana(QWidget& ventana) {
+  const auto controles = ventana.findChildren<QWidget*>();
+  // Primero se fijan las letras propias: si no, tomarían la de un control que las contenga.
+  for (const bool propias : {true, false}) {
+    for (QWidget* control : controles) {
+      const bool propia = control->property("Tag").toString().contains(QStringLiteral("(FF)"));
+      if (propia != propias) continue;
+      QFont letra = control->font();
+      letra.setFamilies({propia ? letra.family() : kFuenteDialogos});
+      control->setFont(letra);
+    }
+  }
+}
+
+void DisponerVentana(QWidget& ventana) {
+  const QWidget* duena = ventana.parentWidget() ? ventana.parentWidget()->window() : nullptr;
+  const QScreen* pantalla = duena ? duena->screen() : ventana.screen();
+  if (!pantalla) pantalla = QGuiApplication::primaryScreen();
+  const QRect libre = pantalla->availableGeometry();
+  // El marco aún no se conoce antes de mostrarla; es poco más que una línea de título.
+  const QSize marco(16, 40);
+  ventana.resize(ventana.size().boundedTo(libre.size() - marco));
+  QRect sitio({0, 0}, ventana.size());
+  sitio.moveCenter(duena && duena->isVisible() ? duena->geometry().center() : libre.center());
+  const int x = std::max(std::min(sitio.x(), libre.right() - sitio.width() - marco.width()), libre.x());
+  const int y = std::max(std::min(sitio.y(), libre.bottom() - sitio.height()), libre.y() + marco.height());
+  ventana.move(x, y - marco.height());
+}
+
+Reloj::Reloj() {
+  QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+}
+
+Reloj::~Reloj() {
+  QGuiApplication::restoreOverrideCursor();
+}
+
+QString SinMnemonico(QString texto) {
+  return texto.replace(QLatin1Char('&'), QStringLiteral("&&"));
+}
+
+QString TextoLiteral(const QString& texto) {
+  return Qt::mightBeRichText(texto) ? Qt::convertFromPlainText(texto) : texto;
+}
+
+}  // namespace comunes

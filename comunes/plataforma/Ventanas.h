@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QString>
+
+#include "comunes/plataforma/Escala.h"
+
+class QWidget;
+
+namespace comunes {
+
+/// Sustitutos de "MS Shell Dlg 2" (la letra de los diálogos del escritorio) y "Courier New" (la de ancho
+/// fijo). Una vez, con la aplicación ya creada.
+void PonerFuentes();
+
+/// Regla común de letra: cada control de `ventana` cuya propiedad "Tag" no contiene "(FF)" toma la familia
+/// "MS Shell Dlg 2", con su tamaño y su grosor; los demás guardan la suya.
+void FuentesVentana(QWidget& ventana);
+
+/// Disposición común, al cargarse la ventana: la encoge si no cabe en su pantalla y la centra sobre su dueña
+/// o, sin ella, en la pantalla.
+void DisponerVentana(QWidget& ventana);
+
+/// Puntero de espera mientras viva ("reloj"); al destruirse vuelve el anterior ("Normal"), también si se sale
+/// por un error.
+class Reloj {
+ public:
+  Reloj();
+  ~Reloj();
+  Reloj(const Reloj&) = delete;
+  Reloj& operator=(const Reloj&) = delete;
+};
+
+/// Texto de fuera para un título de botón, menú o etiqueta: "&" se ve y no subraya nada.
+QString SinMnemonico(QString texto);
+/// Texto de fuera para un control que interpretaría marcas por su cuenta (ayudas, "¿Qué es esto?"): se ve tal
+/// cual.
+QString TextoLiteral(const QString& texto);
+
+}  // namespace comunes
