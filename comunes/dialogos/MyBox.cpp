@@ -1,0 +1,233 @@
+#include "comunes/dialogos/MyBox.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPushButton>
+#include <QScreen>
+#include <QScrollBar>
+#include <QWindow>
+#include <algorithm>
+
+#include "comunes/dialogos/ColocarCaja.h"
+#include "ui_MyBox.h"
+
+namespace comunes {
+namespace {
+
+struct RespuestaCaja {
+  const char16_t* texto;
+  ResultadoCaja codigo;
+};
+
+constexpr RespuestaCaja kRespuestas[] = {
+    {u"Aceptar", kAceptar}, {u"Cancelar", kCancelar},
+    {u"Abortar", kAbortar}, {u"Reintentar", kReintentar},
+    {u"Ignorar", kIgnorar}, {u"Si", kSi},
+    {u"No", kNo},
+};
+
+/// Los textos de cada juego, de la ranura 2 a la 0; vacío, oculta.
+const QString kJuegos[][3] = {
+    {{}, {}, u"&Aceptar"_qs},
+    {{}, u"&Aceptar"_qs, u"&Cancelar"_qs},
+    {{}, u"&Si"_qs, u"&No"_qs},
+    {u"&Si"_qs, u"&No"_qs, u"&Cancelar"_qs},
+    {u"A&bortar"_qs, u"&Reintentar"_qs, u"&Ignorar"_qs},
+    {{}, u"&Reintentar"_qs, u"&Cancelar"_qs},
+};
+
+constexpr int kMargenVentana = 40;  // barra de título y bordes, que no se conocen hasta enseñar la caja
+constexpr int kAnchoMensaje = 460;  // píxeles: unas 70 letras por línea
+
+bool pulsando = false;
+
+/// El texto de un botón sin la marca de su tecla.
+QString Rotulo(const QPushButton* boton) {
+  return boton->text().remove(u'&');
+}
+
+}  // namespace
+
+MyBox::MyBox(QWidget* padre)
+    : QDialog(padre, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                         Qt::WindowCloseButtonHint),
+      ui_(std::make_unique<Ui::MyBox>()) {
+  ui_->setupUi(this);
+  botones_ = {ui_->Boton0, ui_->Boton1, ui_->Boton2};
+  for (QPushButton* boton : botones_) {
+    boton->setAccessibleName(Rotulo(boton));
+    connect(boton, &QPushButton::clicked, this, [this, boton] { Pulsar(boton); });
+  }
+  const std::initializer_list<QWidget*> campos = {ui_->Ayuda,    ui_->CampoTexto, ui_->CampoHasta,
+                                                  ui_->etiDesde, ui_->etiHasta,   ui_->cbxTabla,
+                                                  ui_->RGBText,  ui_->VisorMini};
+  for (QWidget* campo : campos) {
+    campo->hide();
+  }
+}
+
+MyBox::~MyBox() = default;
+
+void MyBox::PonerTitulo(const QString& titulo, int icono) {
+  setWindowTitle(titulo);
+  setAccessibleName(titulo);
+  ui_->Imagen->PonerIcono(icono);
+  ui_->Imagen->setVisible(icono > 0);
+}
+
+void MyBox::PonerMensaje(const QString& texto) {
+  const QString mensaje = TextoCaja(texto);
+  ui_->Mensaje->setText(mensaje);
+  ui_->Mensaje->setAccessibleName(mensaje);
+  if (accessibleName().isEmpty()) setAccessibleName(mensaje.simplified());
+  setAccessibleDescription(mensaje);
+}
+
+std::vector<QPushButton*> MyBox::BotonesVisibles() const {
+  std::vector<QPushButton*> visibles;
+  std::copy_if(botones_.rbegin(), botones_.rend(), std::back_inserter(visibles),
+               [](const QPushButton* b) { return !b->isHidden(); });
+  return visibles;
+}
+
+void MyBox::PonerBotones(int juego, int defecto) {
+  ranuraCancelar_ = -1;
+  if (juego >= 1 && juego <= static_cast<int>(std::size(kJuegos))) {
+    for (int ranura = 0; ranura < 3; ++ranura) {
+      const QString& texto = kJuegos[juego - 1][2 - ranura];
+      Boton(ranura)->setVisible(!texto.isEmpty());
+      if (texto.isEmpty()) continue;
+      Boton(ranura)->setText(texto);
+      Boton(ranura)->setAccessibleName(Rotulo(Boton(ranura)));
+      if (Rotulo(Boton(ranura)) == u"Cancelar") ranuraCancelar_ = ranura;
+    }
+  }
+  // Defecto cuenta desde el primero; lo que no es ningún otro es el último.
+  const auto visibles = BotonesVisibles();
+  const auto ultimo = visibles.size() - 1;
+  const auto elegido =
+      defecto >= 1 ? std::min<std::size_t>(static_cast<std::size_t>(defecto) - 1, ultimo) : ultimo;
+  QWidget* anterior = visibles[elegido];
+  for (QPushButton* boton : visibles) {
+    if (boton == visibles[elegido]) continue;
+    setTabOrder(anterior, boton);
+    anterior = boton;
+  }
+  visibles[elegido]->setDefault(true);
+  visibles[elegido]->setFocus();
+}
+
+QScreen* MyBox::Pantalla(const QWidget* sobre) const {
+  if (sobre != nullptr) return sobre->screen();
+  if (parentWidget() != nullptr) return parentWidget()->screen();
+  return QGuiApplication::primaryScreen();
+}
+
+void MyBox::AjustarMensaje(int anchoLibre, int altoLibre) {
+  const int maximo = std::min(kAnchoMensaje, anchoLibre);
+  QLabel* mensaje = ui_->Mensaje;
+  // El texto accesible es el que se dio; en el que se ve se pueden partir las palabras enormes.
+  mensaje->setText(PartirPalabras(mensaje->accessibleName(), mensaje->fontMetrics(), maximo));
+  const QRect medida = mensaje->fontMetrics().boundingRect(
+      QRect(0, 0, maximo, 0), Qt::AlignLeft | Qt::TextWordWrap | Qt::TextExpandTabs, mensaje->text());
+  const int ancho = std::min(medida.width() + 4, maximo);
+  const int alto = std::max({mensaje->heightForWidth(ancho), medida.height(), ui_->Imagen->height()});
+  const bool desplaza = alto > altoLibre;
+  const int barra = desplaza ? ui_->MarcoMensaje->verticalScrollBar()->sizeHint().width() + 4 : 0;
+  ui_->MarcoMensaje->setFixedSize(ancho + barra, desplaza ? altoLibre : alto);
+}
+
+void MyBox::Colocar(float Top, float Left, QWidget* Sobre) {
+  const QScreen* pantalla = Pantalla(Sobre);
+  const QRect libre = pantalla->availableGeometry();
+  if (!ui_->MarcoMensaje->isHidden()) {
+    ui_->MarcoMensaje->setFixedSize(0, 0);
+    layout()->activate();
+    const QSize resto = layout()->totalMinimumSize();
+    AjustarMensaje(libre.width() - ui_->Imagen->width() - 80,
+                   libre.height() - kMargenVentana - std::max(0, resto.height() - ui_->Imagen->height()));
+  }
+  layout()->activate();
+  const QSize tamano = layout()->totalSizeHint().boundedTo(libre.size() - QSize(0, kMargenVentana));
+  resize(tamano);
+  QRect sobre;
+  if (Sobre != nullptr) {
+    sobre =
+        Sobre->isWindow() ? Sobre->frameGeometry() : QRect(Sobre->mapToGlobal(QPoint(0, 0)), Sobre->size());
+  }
+  move(EsquinaCaja(tamano, Top, Left, sobre, pantalla->geometry(), libre.adjusted(0, 0, 0, -kMargenVentana)));
+}
+
+void MyBox::Preguntar() {
+  setWindowModality(Qt::ApplicationModal);
+  exec();
+  QCoreApplication::processEvents();
+}
+
+void MyBox::Pulsar(QPushButton* boton) {
+  if (pulsando || resultado_ != 0) return;
+  pulsando = true;
+  boton->setDown(false);
+  pulsando = false;
+  const QString rotulo = Rotulo(boton);
+  const auto* respuesta = std::find_if(std::begin(kRespuestas), std::end(kRespuestas),
+                                       [&](const RespuestaCaja& r) { return rotulo == r.texto; });
+  resultado_ = respuesta != std::end(kRespuestas) ? respuesta->codigo : 0;
+  ui_->Ayuda->hide();
+  done(resultado_);
+}
+
+/// Cerrar la caja cancela o niega, o acepta si no hay otra salida; nunca responde que se siga adelante.
+QPushButton* MyBox::BotonDeCierre() const {
+  const auto visibles = BotonesVisibles();
+  for (const char16_t* rotulo : {u"Cancelar", u"No"}) {
+    for (QPushButton* boton : visibles) {
+      if (Rotulo(boton) == rotulo) return boton;
+    }
+  }
+  return visibles.size() == 1 ? visibles.front() : nullptr;
+}
+
+void MyBox::reject() {
+  if (QPushButton* boton = BotonDeCierre()) boton->click();
+}
+
+void MyBox::closeEvent(QCloseEvent* suceso) {
+  reject();
+  suceso->setAccepted(!isVisible());
+}
+
+void MyBox::showEvent(QShowEvent* suceso) {
+  // Con el título vacío algunas plataformas enseñarían el nombre del programa.
+  if (windowTitle().isEmpty() && windowHandle() != nullptr) windowHandle()->setTitle(u" "_qs);
+  QAccessibleEvent aviso(this, QAccessible::Alert);
+  QAccessible::updateAccessibility(&aviso);
+  QDialog::showEvent(suceso);
+}
+
+void MyBox::keyPressEvent(QKeyEvent* suceso) {
+  QScrollBar* barra = ui_->MarcoMensaje->verticalScrollBar();
+  if (suceso->key() == Qt::Key_PageDown) {
+    barra->triggerAction(QAbstractSlider::SliderPageStepAdd);
+  } else if (suceso->key() == Qt::Key_PageUp) {
+    barra->triggerAction(QAbstractSlider::SliderPageStepSub);
+  } else {
+    QDialog::keyPressEvent(suceso);
+  }
+}
+
+void MyBox::mousePressEvent(QMouseEvent* suceso) {
+  agarre_ = suceso->globalPosition().toPoint() - pos();
+}
+
+void MyBox::mouseMoveEvent(QMouseEvent* suceso) {
+  if (!(suceso->buttons() & Qt::LeftButton)) return;
+  const QPoint destino = suceso->globalPosition().toPoint() - agarre_;
+  if ((destino - pos()).manhattanLength() < QApplication::startDragDistance()) return;
+  if (windowHandle() == nullptr || !windowHandle()->startSystemMove()) move(destino);
+}
+
+}  // namespace comunes
