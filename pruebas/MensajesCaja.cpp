@@ -20,7 +20,10 @@ int Preguntar(int juego, int defecto, const Cajas::Accion& accion) {
 }
 
 int ConTecla(int juego, int defecto, Qt::Key tecla, Qt::KeyboardModifiers mod = Qt::NoModifier) {
-  return Preguntar(juego, defecto, [=](MyBox& caja) { QTest::keyClick(caja.focusWidget(), tecla, mod); });
+  return Preguntar(juego, defecto, [=](MyBox& caja) {
+    QTest::keyClick(caja.focusWidget(), tecla, mod);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !caja.isVisible(); }));
+  });
 }
 
 }  // namespace
@@ -98,7 +101,7 @@ TEST(MensajesCaja, SinModalVuelveConCeroYLaCajaViveHastaQueSePulsa) {
   EXPECT_TRUE(QTest::qWaitFor([&] { return caja.isNull(); })) << "la caja no se destruyó";
 }
 
-TEST(MensajesCaja, UnaCajaSobreOtraYDosPulsacionesSeguidas) {
+TEST(MensajesCaja, UnaCajaSobreOtra) {
   Cajas cajas({"No"});
   cajas.Responder("Si");
   int dentro = 0;
@@ -106,6 +109,9 @@ TEST(MensajesCaja, UnaCajaSobreOtraYDosPulsacionesSeguidas) {
   const int fuera = MyMsgBox("fuera", "", 1, 3, 1);
   EXPECT_EQ(kNo, dentro);
   EXPECT_EQ(kSi, fuera);
+}
+
+TEST(MensajesCaja, SoloCuentaLaPrimeraPulsacion) {
   EXPECT_EQ(kSi, Preguntar(3, 1, [](MyBox& caja) {
               caja.Boton(1)->click();
               caja.Boton(0)->click();
