@@ -14,13 +14,6 @@ namespace {
 
 std::optional<QLocale> localePuesto;
 
-/// Cifras de un número ya redondeado, sin signo.
-struct Cifras {
-  bool negativo = false;
-  std::string enteras;
-  std::string decimales;
-};
-
 /// Suma uno a la última cifra de `c`, con las llevadas.
 void sumarUno(Cifras& c) {
   for (std::string* parte : {&c.decimales, &c.enteras}) {
@@ -35,32 +28,39 @@ void sumarUno(Cifras& c) {
   c.enteras.insert(0, "1");
 }
 
-/// Redondea sobre las cifras decimales y no sobre el binario: 1,005 está por debajo de su mitad en binario y
-/// el operador que lo tecleó espera 1,01.
-Cifras redondear(double valor, int decimales) {
+/// Cifras de `valor`, sin redondear: las del decimal más corto que lo da. 1,005 está por debajo de su mitad
+/// en binario y el operador que lo tecleó espera 1,01.
+Cifras cifrasDe(double valor) {
   if (!std::isfinite(valor)) throw remesa::ErrorEjecucion(6);
   std::array<char, 1100> zona;
   const auto fin =
       std::to_chars(zona.data(), zona.data() + zona.size(), std::fabs(valor), std::chars_format::fixed);
   Cifras c;
+  c.negativo = std::signbit(valor);
   c.enteras.assign(zona.data(), fin.ptr);
   if (const auto punto = c.enteras.find('.'); punto != std::string::npos) {
     c.decimales = c.enteras.substr(punto + 1);
     c.enteras.erase(punto);
   }
+  return c;
+}
+
+Cifras redondear(Cifras c, int decimales) {
   const auto ancho = static_cast<std::size_t>(std::max(decimales, 0));
   const bool sube = c.decimales.size() > ancho && c.decimales[ancho] >= '5';
   c.decimales.resize(ancho, '0');
   if (sube) sumarUno(c);
-  c.negativo = std::signbit(valor) && (c.enteras + c.decimales).find_first_not_of('0') != std::string::npos;
+  c.enteras.erase(0, std::min(c.enteras.find_first_not_of('0'), c.enteras.size()));
+  c.negativo = c.negativo && (c.enteras + c.decimales).find_first_not_of('0') != std::string::npos;
   return c;
 }
 
 QString componer(const Cifras& c, const QString& grupo, const QString& punto) {
+  const std::string enteras = c.enteras.empty() ? "0" : c.enteras;
   QString texto = c.negativo ? QStringLiteral("-") : QString();
-  for (std::size_t i = 0; i < c.enteras.size(); ++i) {
-    if (i > 0 && (c.enteras.size() - i) % 3 == 0) texto += grupo;
-    texto += QLatin1Char(c.enteras[i]);
+  for (std::size_t i = 0; i < enteras.size(); ++i) {
+    if (i > 0 && (enteras.size() - i) % 3 == 0) texto += grupo;
+    texto += QLatin1Char(enteras[i]);
   }
   if (!c.decimales.empty()) texto += punto + QString::fromStdString(c.decimales);
   return texto;
@@ -90,13 +90,13 @@ double Val(const QString& texto) {
   return remesa::ValorNumerico(texto.toLatin1().toStdString());
 }
 
-std::optional<double> LeerNumero(const QString& texto) {
+std::optional<Cifras> LeerCifras(const QString& texto) {
   const QString decimal = SignoDecimal();
   const QString grupo = SignoGrupo();
   QString resto = texto.trimmed();
-  std::string limpio;
+  Cifras leidas;
   if (resto.startsWith(QLatin1Char('-')) || resto.startsWith(QLatin1Char('+'))) {
-    if (resto[0] == QLatin1Char('-')) limpio = "-";
+    leidas.negativo = resto[0] == QLatin1Char('-');
     resto.remove(0, 1);
   }
   bool cifras = false;
@@ -104,10 +104,9 @@ std::optional<double> LeerNumero(const QString& texto) {
   while (!resto.isEmpty()) {
     qsizetype usado = 1;
     if (resto[0] >= QLatin1Char('0') && resto[0] <= QLatin1Char('9')) {
-      limpio += resto[0].toLatin1();
+      (enDecimales ? leidas.decimales : leidas.enteras) += resto[0].toLatin1();
       cifras = true;
     } else if (!enDecimales && resto.startsWith(decimal)) {
-      limpio += '.';
       enDecimales = true;
       usado = decimal.size();
     } else if (!enDecimales && cifras && !grupo.isEmpty() && resto.startsWith(grupo)) {
@@ -118,18 +117,33 @@ std::optional<double> LeerNumero(const QString& texto) {
     resto.remove(0, usado);
   }
   if (!cifras) return std::nullopt;
+  return leidas;
+}
+
+std::optional<double> LeerNumero(const QString& texto) {
+  const auto leidas = LeerCifras(texto);
+  if (!leidas) return std::nullopt;
+  const std::string limpio = (leidas->negativo ? "-" : "") + leidas->enteras + '.' + leidas->decimales;
   double valor = 0;
   const auto leido = std::from_chars(limpio.data(), limpio.data() + limpio.size(), valor);
   if (leido.ec != std::errc()) return std::nullopt;
   return valor;
 }
 
-QString FormatoNumero(double valor, int decimales) {
+QString FormatoNumero(const Cifras& valor, int decimales) {
   return componer(redondear(valor, decimales), SignoGrupo(), SignoDecimal());
 }
 
-QString FormatoEdicion(double valor, int decimales) {
+QString FormatoEdicion(const Cifras& valor, int decimales) {
   return componer(redondear(valor, decimales), QString(), QStringLiteral("."));
+}
+
+QString FormatoNumero(double valor, int decimales) {
+  return FormatoNumero(cifrasDe(valor), decimales);
+}
+
+QString FormatoEdicion(double valor, int decimales) {
+  return FormatoEdicion(cifrasDe(valor), decimales);
 }
 
 QString FormatoCentimos(qint64 centimos) {

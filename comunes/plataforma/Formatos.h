@@ -4,6 +4,7 @@
 #include <QLocale>
 #include <QString>
 #include <optional>
+#include <string>
 
 namespace comunes {
 
@@ -19,9 +20,18 @@ QString SignoGrupo();
 /// Lectura benévola, con punto decimal: la misma que remesa::ValorNumerico.
 double Val(const QString& texto);
 
+/// Un número decimal como sus cifras: exacto con cualquier número de ellas.
+struct Cifras {
+  bool negativo = false;
+  std::string enteras;  ///< vacías, cero
+  std::string decimales;
+};
+
 /// Lee un número escrito con los signos del usuario ("1.234,50"): signo opcional, cifras con o sin grupos,
 /// parte decimal opcional, blancos alrededor. Sin valor si sobra o falta algo.
 std::optional<double> LeerNumero(const QString& texto);
+/// Lo mismo, sin pasar por un binario.
+std::optional<Cifras> LeerCifras(const QString& texto);
 
 /// Format(valor, "#,##0.00…") con `decimales` ceros (0: "#,##0"): signos del usuario, grupos desde la cuarta
 /// cifra. Redondea sobre el valor decimal más corto que da `valor` (1.005 es 1,01), la mitad hacia fuera del
@@ -29,6 +39,9 @@ std::optional<double> LeerNumero(const QString& texto);
 QString FormatoNumero(double valor, int decimales);
 /// Como FormatoNumero pero sin grupos y con punto: la forma de edición ("1234.50"; "0.50"; 0 da "0.00").
 QString FormatoEdicion(double valor, int decimales);
+/// Los mismos formatos, exactos.
+QString FormatoNumero(const Cifras& valor, int decimales);
+QString FormatoEdicion(const Cifras& valor, int decimales);
 /// Céntimos como importe, "#,##0.00" con los signos del usuario. Exacto para cualquier entero.
 QString FormatoCentimos(qint64 centimos);
 
