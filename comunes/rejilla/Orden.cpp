@@ -1,0 +1,153 @@
+#include "comunes/rejilla/Orden.h"
+
+#include <QCollator>
+#include <algorithm>
+#include <numeric>
+#include <optional>
+
+#include "comunes/plataforma/Formatos.h"
+#include "comunes/rejilla/Importe.h"
+#include "comunes/rejilla/MiVisor.h"
+#include "remesa/ErrorEjecucion.h"
+
+namespace comunes {
+
+namespace {
+
+/// Rojo y negro, en orden azul-verde-rojo.
+constexpr int kRojo = 255;
+constexpr int kNegro = 0;
+
+/// Reordena las filas no fijas, de orden estable, por las claves que da `clave(fila)`.
+template <class Menor>
+void ordenarPor(Rejilla& rejilla, const Menor& menor) {
+  std::vector<int> orden(static_cast<std::size_t>(rejilla.Rows() - rejilla.FixedRows()));
+  std::iota(orden.begin(), orden.end(), rejilla.FixedRows());
+  std::stable_sort(orden.begin(), orden.end(), menor);
+  rejilla.Reordenar(orden);
+}
+
+/// Lo vacío va delante de los números y estos delante de los textos.
+struct Clave {
+  int clase = 0;
+  double numero = 0;
+  std::optional<QCollatorSortKey> texto;
+
+  bool operator<(const Clave& otra) const {
+    if (clase != otra.clase) return clase < otra.clase;
+    if (clase == 1) return numero < otra.numero;
+    return clase == 2 && *texto < *otra.texto;
+  }
+};
+
+void ordenarImportes(Rejilla& rejilla, int columna) {
+  const SignosNumero signos = SignosNumero::DelUsuario();
+  const QString formato = QStringLiteral("#,##0.00");
+  std::vector<Diezmilesimas> importes(static_cast<std::size_t>(rejilla.Rows()));
+  for (int f = rejilla.FixedRows(); f < rejilla.Rows(); ++f) {
+    const auto importe = LeerImporte(rejilla.TextMatrix(f, columna), signos);
+    importes[static_cast<std::size_t>(f)] = importe;
+    rejilla.PonerTextMatrix(f, columna, FormatoCelda(importe, false, formato, signos));
+  }
+  ordenarPor(rejilla, [&](int a, int b) {
+    return importes[static_cast<std::size_t>(a)] < importes[static_cast<std::size_t>(b)];
+  });
+}
+
+void marcarTitulo(Rejilla& rejilla, int ordenada) {
+  if (rejilla.FixedRows() < 1) return;
+  for (int c = 0; c < rejilla.Cols(); ++c) {
+    EstiloCelda estilo = rejilla.Estilo(0, c);
+    estilo.ForeColor = c == ordenada ? kRojo : kNegro;
+    rejilla.PonerEstilo(0, c, estilo);
+  }
+}
+
+}  // namespace
+
+void Rejilla::Sort(int codigo) {
+  if (codigo != 1 && codigo != 2 && codigo != 5) throw remesa::ErrorEjecucion(5);
+  const SignosNumero signos = SignosNumero::DelUsuario();
+  QCollator orden(LocaleUsuario());
+  orden.setCaseSensitivity(Qt::CaseInsensitive);
+  std::vector<Clave> claves(filas_.size());
+  for (int f = fijas_; f < Rows(); ++f) {
+    const QString& texto = TextMatrix(f, columna_);
+    Clave& clave = claves[static_cast<std::size_t>(f)];
+    if (texto.isEmpty()) continue;
+    if (const auto numero = codigo == 5 ? std::nullopt : NumeroEntero(texto, signos)) {
+      clave.clase = 1;
+      clave.numero = *numero;
+    } else {
+      clave.clase = 2;
+      clave.texto = orden.sortKey(texto);
+    }
+  }
+  const auto menor = [&](int a, int b) {
+    return claves[static_cast<std::size_t>(a)] < claves[static_cast<std::size_t>(b)];
+  };
+  if (codigo == 2) {
+    ordenarPor(*this, [&](int a, int b) { return menor(b, a); });
+  } else {
+    ordenarPor(*this, menor);
+  }
+}
+
+void OrdenarFechas(Rejilla& rejilla, int columna, const QString& formato) {
+  std::vector<QDate> fechas(static_cast<std::size_t>(rejilla.Rows()));
+  for (int f = rejilla.FixedRows(); f < rejilla.Rows(); ++f) {
+    const auto fecha = LeerFecha(rejilla.TextMatrix(f, columna));
+    if (fecha) fechas[static_cast<std::size_t>(f)] = *fecha;
+    rejilla.PonerTextMatrix(f, columna, fecha ? FormatoFechaLibre(*fecha, formato) : QString());
+  }
+  ordenarPor(rejilla, [&](int a, int b) {
+    return fechas[static_cast<std::size_t>(a)] < fechas[static_cast<std::size_t>(b)];
+  });
+}
+
+QString FormatoFechaLibre(const QDate& fecha, const QString& formato) {
+  QString texto;
+  for (qsizetype i = 0; i < formato.size();) {
+    const QChar letra = formato[i].toLower();
+    qsizetype veces = 1;
+    while (i + veces < formato.size() && formato[i + veces].toLower() == letra)
+      ++veces;
+    const auto cifras = [&](int valor, int ancho) {
+      texto += QStringLiteral("%1").arg(valor, ancho, 10, QLatin1Char('0'));
+    };
+    if (letra == u'd') {
+      cifras(fecha.day(), veces == 1 ? 1 : 2);
+    } else if (letra == u'm' && veces <= 2) {
+      cifras(fecha.month(), static_cast<int>(veces));
+    } else if (letra == u'm') {
+      texto += NombreMes(fecha.month(), veces == 3);
+    } else if (letra == u'y') {
+      veces <= 2 ? cifras(fecha.year() % 100, 2) : cifras(fecha.year(), 4);
+    } else {
+      texto += formato.mid(i, veces);
+    }
+    i += veces;
+  }
+  return texto;
+}
+
+void OrdenarColumna(Rejilla& rejilla, int columna, bool marcar, int nuevaColumna) {
+  const int columnaAnterior = rejilla.Col();
+  const SinRedibujo sinRedibujo(rejilla);
+  if (columna != -1) rejilla.PonerCol(columna);
+  const int ordenada = rejilla.Col();
+  const QChar letra = ordenada < rejilla.Tag().size() ? rejilla.Tag()[ordenada] : QChar(u' ');
+  rejilla.PonerVisible(false);
+  if (letra == u'F') {
+    OrdenarFechas(rejilla, ordenada, QStringLiteral("dd/mm/yyyy"));
+  } else if (letra == u'I') {
+    ordenarImportes(rejilla, ordenada);
+  } else {
+    rejilla.Sort(letra == u'#' ? 2 : 5);
+  }
+  rejilla.PonerVisible(true);
+  rejilla.PonerCol(nuevaColumna != -1 ? nuevaColumna : columnaAnterior);
+  if (marcar) marcarTitulo(rejilla, ordenada);
+}
+
+}  // namespace comunes

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QDate>
+#include <QString>
+
+#include "comunes/rejilla/Rejilla.h"
+
+namespace comunes {
+
+/// Ordena las filas no fijas por la columna como fechas, las vacías delante, y deja las fechas escritas con
+/// `formato`; las celdas que no son fecha quedan vacías.
+void OrdenarFechas(Rejilla& rejilla, int columna, const QString& formato);
+
+/// Fecha según un formato de grupos de "d", "m" e "y" ("dd/mm/yyyy", "mmmm yyyy"); lo demás se copia.
+QString FormatoFechaLibre(const QDate& fecha, const QString& formato);
+
+}  // namespace comunes
