@@ -1,0 +1,115 @@
+#include "comunes/campos/Filtro.h"
+
+#include <QRegularExpression>
+#include <algorithm>
+
+#include "comunes/campos/Etiquetas.h"
+#include "comunes/campos/Identificadores.h"
+#include "comunes/plataforma/Formatos.h"
+
+namespace comunes {
+
+namespace {
+
+bool esCifra(char32_t c) {
+  return c >= U'0' && c <= U'9';
+}
+
+char32_t fecha(const EstadoCaja& caja, char32_t c) {
+  if (c == U'-' || c == U'.') c = U'/';
+  if (c != U'/') return esCifra(c) ? c : 0;
+  const bool sobra =
+      caja.cursor == 0 || caja.texto.endsWith(QLatin1Char('/')) || caja.texto.count(QLatin1Char('/')) >= 2;
+  return sobra ? 0 : c;
+}
+
+char32_t hora(const EstadoCaja& caja, char32_t c) {
+  if (c == U'/' || c == U'.') c = U':';
+  if (c != U':') return esCifra(c) ? c : 0;
+  return caja.texto.contains(QLatin1Char(':')) ? 0 : c;
+}
+
+/// El último carácter del NIF con su letra: sin número delante, el último del texto.
+char32_t letraNif(const EstadoCaja& caja) {
+  QString nif = caja.texto + QLatin1Char('?');
+  NifLetter(nif);
+  const auto puntos = nif.toUcs4();
+  return puntos.isEmpty() ? 0 : puntos.last();
+}
+
+/// Un número con grupos de tres bien puestos ("1.234,50"), en su forma de edición: carácter a carácter, el
+/// primer punto sería el decimal y el importe, otro. Lo demás queda igual.
+QString sinGrupos(const QString& texto) {
+  const QRegularExpression forma(
+      QStringLiteral("\\A\\s*(-?[0-9]{1,3}(?:%1[0-9]{3})+)(?:%2([0-9]*))?\\s*\\z")
+          .arg(QRegularExpression::escape(SignoGrupo()), QRegularExpression::escape(SignoDecimal())));
+  const auto partes = forma.match(texto);
+  if (!partes.hasMatch()) return texto;
+  QString numero = partes.captured(1).remove(SignoGrupo());
+  if (partes.capturedStart(2) >= 0) numero += QLatin1Char('.') + partes.captured(2);
+  return numero;
+}
+
+}  // namespace
+
+Filtro::Filtro(const QString& descriptor)
+    : tipo_(GetTag(descriptor, QStringLiteral("T")).value_or(QString())) {
+  QString d = GetTag(descriptor, QStringLiteral("D")).value_or(QString());
+  if (d.isEmpty() && tipo_.toUpper() == QLatin1String("N")) d = QStringLiteral("2");
+  decimales_ = static_cast<int>(std::clamp(Val(d), 0.0, 65535.0));
+  const QString l = GetTag(descriptor, QStringLiteral("L")).value_or(QString());
+  longitud_ = static_cast<qsizetype>(std::clamp(Val(l), 0.0, 65535.0));
+}
+
+bool Filtro::esTipo(const char* letras) const {
+  return tipo_.size() == 1 && QLatin1String(letras).contains(tipo_[0]);
+}
+
+char32_t Filtro::numero(const EstadoCaja& caja, char32_t c) const {
+  if (c == U',') c = U'.';
+  if (c == U'-') {
+    if (caja.cursor != 0 || tipo_ != QLatin1String("N")) return 0;
+  } else if (c != U'.' && !esCifra(c)) {
+    return 0;
+  }
+  const qsizetype punto = caja.texto.indexOf(QLatin1Char('.'));
+  const bool todo = !caja.texto.isEmpty() && caja.seleccion == caja.texto.size();
+  if (c == U'.' && punto >= 0 && !todo) return 0;
+  if (decimales_ == 0 && tipo_ != QLatin1String("C")) return c == U'.' ? 0 : c;
+  if (punto < 0 || todo) return c;
+  // Con los decimales completos no entra otro detrás de uno; justo tras el punto, solo si alguno cabe.
+  const bool detras = caja.cursor > punto + 1 || (decimales_ == 0 && caja.cursor == punto + 1);
+  return detras && caja.texto.size() - punto - 1 >= decimales_ ? 0 : c;
+}
+
+char32_t Filtro::Tecla(const EstadoCaja& caja, char32_t tecla) const {
+  if (esTipo("NnC")) return numero(caja, tecla);
+  if (esTipo("D")) return esCifra(tecla) ? tecla : 0;
+  if (esTipo("Ff")) return fecha(caja, tecla);
+  if (esTipo("H")) return hora(caja, tecla);
+  if (esTipo("X") && tecla == U'?') return letraNif(caja);
+  if (esTipo("MXI")) return QChar::toUpper(tecla);
+  return tecla;
+}
+
+QString Filtro::Texto(const EstadoCaja& caja, const QString& texto) const {
+  QString entrante = esTipo("Nn") ? sinGrupos(texto) : texto;
+  // Los blancos de la forma impresa de una cuenta no son parte de ella, y cortarían su final.
+  if (esTipo("I")) entrante.remove(QLatin1Char(' '));
+  EstadoCaja estado{caja.texto, caja.cursor, 0};
+  estado.texto.remove(caja.cursor, caja.seleccion);
+  QString escrito;
+  for (const char32_t c : entrante.toUcs4()) {
+    // Nadie pregunta aquí por la letra del NIF.
+    const char32_t pasa = esTipo("X") && c == U'?' ? c : Tecla(estado, c);
+    if (pasa == 0) continue;
+    const QString unidades = QString::fromUcs4(&pasa, 1);
+    if (estado.texto.size() + unidades.size() > longitud_) break;
+    estado.texto.insert(estado.cursor, unidades);
+    estado.cursor += unidades.size();
+    escrito += unidades;
+  }
+  return escrito;
+}
+
+}  // namespace comunes

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QString>
+
+namespace comunes {
+
+/// Lo que hay en la caja cuando llega un carácter. Posiciones desde 0; sin selección, `cursor` es donde se
+/// escribe.
+struct EstadoCaja {
+  QString texto;
+  qsizetype cursor = 0;
+  qsizetype seleccion = 0;
+};
+
+/// Lo que un descriptor deja escribir. Leerlo avisa si faltan T o L, y L vale entonces 0.
+class Filtro {
+ public:
+  explicit Filtro(const QString& descriptor);
+
+  /// El carácter que se escribe por `tecla`, o 0 si se rechaza. No mira la longitud.
+  char32_t Tecla(const EstadoCaja& caja, char32_t tecla) const;
+
+  /// Lo que se escribe, cortado en L, por un texto que llega de una vez (pegado, soltado, método de entrada).
+  QString Texto(const EstadoCaja& caja, const QString& texto) const;
+
+  qsizetype longitud() const { return longitud_; }
+
+ private:
+  char32_t numero(const EstadoCaja& caja, char32_t tecla) const;
+  bool esTipo(const char* letras) const;
+
+  QString tipo_;
+  int decimales_ = 0;
+  qsizetype longitud_ = 0;
+};
+
+}  // namespace comunes
