@@ -3,18 +3,23 @@
 #include <QObject>
 #include <QString>
 
-class QLineEdit;
+class QKeyEvent;
 
 namespace comunes {
+
+class EntradaFiltrada;
 
 /// Da a una caja (QLineEdit, QCheckBox o QComboBox de lista) el comportamiento de su descriptor. Es hija de
 /// la caja. Se crea con Describir.
 ///
-/// Que la ventana pierda la activación, o que se abra un menú, no es salir de la caja.
+/// Que la ventana pierda la activación, o que se abra un menú, no es salir de la caja. Ocultarla, o cerrar su
+/// ventana, la cierra sin avisar por `haSalido`.
 class CajaDescrita : public QObject {
   Q_OBJECT
 
  public:
+  ~CajaDescrita() override;
+
   /// La de `caja`, o nullptr si no está descrita.
   static CajaDescrita* De(const QWidget* caja);
 
@@ -40,7 +45,11 @@ class CajaDescrita : public QObject {
   explicit CajaDescrita(QWidget* caja);
   friend CajaDescrita* Describir(QWidget*, const QString&);
 
+  void cerrar();
+  bool tecla(QKeyEvent* evento);
+
   QWidget* caja_;
+  EntradaFiltrada* entrada_ = nullptr;  ///< solo en las líneas de edición
   bool dentro_ = false;
 };
 

@@ -8,7 +8,8 @@ namespace comunes {
 
 /// Estado común a todas las cajas.
 struct EstadoTecleo {
-  bool reescribiendo = false;    ///< el texto lo cambia una rutina, no el operador
+  bool reescribiendo = false;    ///< una rutina de foco está cambiando el texto
+  bool sinFiltrar = false;       ///< el texto lo pone el programa: no se filtra
   bool noRecordarCaja = false;   ///< con true, `ultimaCaja` no se toca
   QPointer<QWidget> ultimaCaja;  ///< la última caja que se dejó
 };

@@ -1,0 +1,203 @@
+#include "comunes/campos/EntradaFiltrada.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QDropEvent>
+#include <QInputMethodEvent>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMimeData>
+#include <QScopedValueRollback>
+#include <algorithm>
+
+#include "comunes/campos/CajaDescrita.h"
+#include "comunes/campos/Filtro.h"
+#include "comunes/campos/Tecleo.h"
+
+namespace comunes {
+
+namespace {
+
+/// true si la línea escribiría el texto de esta tecla.
+bool escribe(const QKeyEvent* evento) {
+  if (evento->text().isEmpty()) return false;
+  const QChar c = evento->text()[0];
+  if (c.category() == QChar::Other_Format) return true;
+  const auto sinMayus = evento->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier);
+  if (sinMayus == Qt::ControlModifier) return false;
+  return c.isPrint() || c.category() == QChar::Other_PrivateUse || c.isSurrogate();
+}
+
+EstadoCaja estadoDe(const QLineEdit* linea) {
+  const bool seleccionado = linea->hasSelectedText();
+  return {linea->text(), seleccionado ? linea->selectionStart() : linea->cursorPosition(),
+          linea->selectedText().size()};
+}
+
+}  // namespace
+
+EntradaFiltrada::EntradaFiltrada(QLineEdit* linea)
+    : QValidator(linea), linea_(linea), ultimo_(linea->text()) {
+  linea->setValidator(this);
+}
+
+bool EntradaFiltrada::Atender(QEvent* evento) {
+  if (linea_->isReadOnly()) return false;
+  switch (evento->type()) {
+    case QEvent::KeyPress:
+      return tecla(static_cast<QKeyEvent*>(evento));
+    case QEvent::InputMethod:
+      return metodoDeEntrada(static_cast<QInputMethodEvent*>(evento));
+    case QEvent::Drop:
+      return soltar(static_cast<QDropEvent*>(evento));
+    case QEvent::MouseButtonRelease:
+      return botonCentral(static_cast<QMouseEvent*>(evento));
+    case QEvent::ContextMenu:
+      menu(static_cast<QContextMenuEvent*>(evento)->globalPos());
+      return true;
+    default:
+      return false;
+  }
+}
+
+bool EntradaFiltrada::tecla(QKeyEvent* evento) {
+  const QClipboard* portapapeles = QGuiApplication::clipboard();
+  if (evento->matches(QKeySequence::Paste)) {
+    const bool seleccion = portapapeles->supportsSelection() && evento->key() == Qt::Key_Insert &&
+                           evento->modifiers() == (Qt::ControlModifier | Qt::ShiftModifier);
+    pegar(portapapeles->text(seleccion ? QClipboard::Selection : QClipboard::Clipboard));
+    return true;
+  }
+  if (evento->matches(QKeySequence::Undo)) {
+    deshacer();
+    return true;
+  }
+  if (evento->matches(QKeySequence::Redo)) {
+    rehacer();
+    return true;
+  }
+  if (!escribe(evento)) return false;
+  if (evento->modifiers() & Qt::AltModifier && !(evento->modifiers() & Qt::ControlModifier)) {
+    // Una letra con Alt es una orden: si nadie la tiene, no se escribe.
+    evento->ignore();
+    return true;
+  }
+  for (char32_t c : evento->text().toUcs4()) {
+    TagKeyPress(linea_, c);
+    if (c != 0) escribir(QString::fromUcs4(&c, 1));
+  }
+  return true;
+}
+
+bool EntradaFiltrada::metodoDeEntrada(QInputMethodEvent* evento) {
+  if (evento->commitString().isEmpty()) return false;
+  EstadoCaja estado = estadoDe(linea_);
+  if (evento->replacementLength() > 0) {
+    estado.texto.remove(estado.cursor, estado.seleccion);
+    estado.cursor = std::clamp<qsizetype>(estado.cursor + evento->replacementStart(), 0, estado.texto.size());
+    estado.seleccion = std::min<qsizetype>(evento->replacementLength(), estado.texto.size() - estado.cursor);
+  }
+  QInputMethodEvent filtrado(evento->preeditString(), evento->attributes());
+  filtrado.setCommitString(Filtro(Descriptor(linea_)).Texto(estado, evento->commitString()),
+                           evento->replacementStart(), evento->replacementLength());
+  const QScopedValueRollback libre(Tecleo().sinFiltrar, true);
+  linea_->event(&filtrado);
+  evento->accept();
+  return true;
+}
+
+bool EntradaFiltrada::soltar(QDropEvent* evento) {
+  const QString texto = evento->mimeData()->text();
+  if (texto.isNull()) return false;
+  CajaDescrita* descrita = CajaDescrita::De(linea_);
+  // En una caja a la que se llega así, lo soltado sustituye al texto, que al entrar queda seleccionado.
+  if (descrita && !descrita->dentro()) {
+    linea_->setFocus(Qt::MouseFocusReason);
+    descrita->Entrar();
+  } else {
+    linea_->setCursorPosition(linea_->cursorPositionAt(evento->position().toPoint()));
+  }
+  pegar(texto);
+  evento->acceptProposedAction();
+  QDragLeaveEvent fin;  // apaga el cursor que la línea mueve mientras se arrastra
+  linea_->event(&fin);
+  return true;
+}
+
+bool EntradaFiltrada::botonCentral(QMouseEvent* evento) {
+  const QClipboard* portapapeles = QGuiApplication::clipboard();
+  if (evento->button() != Qt::MiddleButton || !portapapeles->supportsSelection()) return false;
+  linea_->deselect();
+  pegar(portapapeles->text(QClipboard::Selection));
+  return true;
+}
+
+void EntradaFiltrada::menu(const QPoint& lugar) {
+  QMenu* menu = linea_->createStandardContextMenu();
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  const auto cambiar = [this, menu](const char* nombre, auto hacer) {
+    if (auto* accion = menu->findChild<QAction*>(QLatin1String(nombre))) {
+      accion->disconnect(linea_);
+      connect(accion, &QAction::triggered, this, hacer);
+    }
+  };
+  cambiar("edit-paste", [this] { pegar(QGuiApplication::clipboard()->text()); });
+  cambiar("edit-undo", [this] { deshacer(); });
+  cambiar("edit-redo", [this] { rehacer(); });
+  menu->popup(lugar);
+}
+
+void EntradaFiltrada::pegar(const QString& texto) {
+  const QString filtrado = Filtro(Descriptor(linea_)).Texto(estadoDe(linea_), texto);
+  if (!filtrado.isEmpty()) escribir(filtrado);
+}
+
+void EntradaFiltrada::escribir(const QString& filtrado) {
+  const QScopedValueRollback libre(Tecleo().sinFiltrar, true);
+  linea_->insert(filtrado);
+}
+
+void EntradaFiltrada::deshacer() {
+  const QScopedValueRollback libre(Tecleo().sinFiltrar, true);
+  linea_->undo();
+}
+
+void EntradaFiltrada::rehacer() {
+  const QScopedValueRollback libre(Tecleo().sinFiltrar, true);
+  linea_->redo();
+}
+
+QValidator::State EntradaFiltrada::validate(QString& texto, int& cursor) const {
+  const CajaDescrita* descrita = CajaDescrita::De(linea_);
+  const bool dentro = descrita && descrita->dentro();
+  // Fuera de la caja el texto lo pone el programa, en la forma en que se muestra. Que pregunten por un texto
+  // que no es el de la línea solo lo hacen las ayudas técnicas antes de ponerlo.
+  const bool preguntan = texto != linea_->text();
+  if (Tecleo().sinFiltrar || (!dentro && !preguntan)) {
+    if (!preguntan) ultimo_ = texto;
+    return Acceptable;
+  }
+  const QString base = dentro ? ultimo_ : QString();
+  const qsizetype comun = std::min(base.size(), texto.size());
+  qsizetype inicio = 0;
+  while (inicio < comun && base[inicio] == texto[inicio])
+    ++inicio;
+  qsizetype fin = 0;
+  while (fin < comun - inicio && base[base.size() - 1 - fin] == texto[texto.size() - 1 - fin])
+    ++fin;
+  const qsizetype entra = texto.size() - inicio - fin;
+  if (entra > 0) {
+    const EstadoCaja estado{texto.left(inicio) + texto.right(fin), inicio, 0};
+    const QString filtrado = Filtro(Descriptor(linea_)).Texto(estado, texto.mid(inicio, entra));
+    if (filtrado != texto.mid(inicio, entra)) {
+      texto = texto.left(inicio) + filtrado + texto.right(fin);
+      cursor = static_cast<int>(inicio + filtrado.size());
+    }
+  }
+  if (!preguntan) ultimo_ = texto;
+  return Acceptable;
+}
+
+}  // namespace comunes
