@@ -1,10 +1,10 @@
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "remesa/ListaRegistros.h"
 #include "remesa/Registro.h"
@@ -25,10 +25,10 @@ bool EsDeTotales(std::string_view registro);
 /// siempre; los demás códigos, nunca.
 bool EntraEnImportacion(std::string_view registro, bool primera);
 
-/// Posiciones que un registro de totales recibe; `texto` vive hasta el siguiente registro.
+/// Lo que un registro de totales recibe en unas posiciones.
 struct Cambio {
   Posiciones donde;
-  std::string_view texto;
+  std::string texto;
 };
 
 /// Escribe los cambios en su registro (que no se alarga).
@@ -38,27 +38,23 @@ void Aplicar(std::string& registro, std::span<const Cambio> cambios);
 /// bloques.
 class Recuento {
  public:
-  /// Cuenta el registro y da lo que hay que escribir en él; nada si no es de totales. Lanza ErrorEjecucion 6
-  /// si un contador no cabe en 32 bits y 5 si el registro de totales no alcanza sus posiciones.
+  /// Cuenta el registro y da lo que hay que escribir en él (vale hasta el siguiente); nada si no es de
+  /// totales. Lanza ErrorEjecucion 6 si un contador no cabe en 32 bits y 5 si el registro de totales no
+  /// alcanza sus posiciones.
   std::span<const Cambio> contar(std::string_view registro);
   const Totales& totales() const noexcept { return totales_; }
   /// Descuenta los registros de totales contados hasta ahora, como si no estuvieran.
   void quitarTotales();
 
  private:
-  void sumarRegistro(std::int32_t cuantos = 1);
+  void sumarRegistro(bool deTotales);
   void sumarImporte(std::string_view registro);
-  void anadir(std::string_view registro, Posiciones donde, std::string_view texto);
-  void anadir(std::string_view registro, Posiciones donde, std::int32_t valor);
+  void cambiar(std::string_view registro, Posiciones donde, std::string texto);
 
   Totales totales_;
   std::int32_t deTotales_ = 0;
-  std::array<char, 8> fecha_{};
-  std::size_t largoFecha_ = 0;
-  std::array<char, 64> textos_{};
-  std::size_t usado_ = 0;
-  std::array<Cambio, 4> cambios_{};
-  std::size_t numCambios_ = 0;
+  std::string fecha_;
+  std::vector<Cambio> cambios_;
 };
 
 enum class Destino { Quitar, Conservar, Reescribir };

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "remesa/Campos.h"
 #include "remesa/Fusion.h"
 
 namespace remesa {
@@ -30,10 +31,12 @@ struct Resumen {
   std::int64_t importe = 0;  ///< Suma real en céntimos, sin el límite de 32 bits.
   std::size_t cabeceras01 = 0;
   std::size_t cabeceras02 = 0;
-  std::size_t detotales = 0;      ///< "04", "05" y "99".
+  std::size_t registros03 = 0;    ///< Todos los "03", opcionales incluidos.
+  std::size_t deTotales = 0;      ///< "04", "05" y "99".
   Hallazgo cortos;                ///< De menos de 600 bytes (las líneas vacías no cuentan).
   Hallazgo largos;                ///< De más de 600 bytes.
   Hallazgo conLF;                 ///< Con un LF dentro (solo si se pidió mirarlo).
+  std::size_t lineasVacias = 0;   ///< Sin nada más que blancos o 0x1A: se descartan sin perder nada.
   Hallazgo descartados;           ///< Con un código que la importación descarta.
   Hallazgo copiasIntercaladas;    ///< Opcionales separados de su adeudo por una copia.
   Hallazgo opcionalesSueltos;     ///< Opcionales (004-006) que no siguen a su adeudo.
@@ -56,10 +59,11 @@ class Resumidor {
   const Resumen& resumen() const noexcept { return resumen_; }
 
  private:
-  friend Totales RecalcularTotales(ListaRegistros&, Resumen*);
   void mirarForma(std::string_view registro);
   void mirarOpcional(std::string_view registro);
-  void mirarTotales(std::string_view registro);
+  void mirarTotales(std::string_view registro, ClaseRegistro clase);
+  void recontar(std::string_view registro);
+  void apuntar(Hallazgo& hallazgo) const;
   void abrirBloque(std::string_view registro);
   void contarAdeudo(std::string_view registro);
 
@@ -105,6 +109,7 @@ enum class ClaseObservacion : std::uint8_t {
   TotalesPorBloque,    ///< Correctos por bloque según la norma, pero un recálculo los cambiaría.
   TotalesDesbordados,  ///< El recálculo no es posible: el importe pasa del máximo; `importe` = total real.
   TotalesCortos,       ///< El recálculo no es posible: un registro de totales es demasiado corto.
+  VariosBloques,       ///< Hay varios "02": los totales corren de uno a otro y no son los de cada bloque.
   CopiaIntercalada,
   OpcionalesSueltos,
 };
@@ -114,8 +119,8 @@ struct Observacion {
   std::size_t cuenta = 0;    ///< Registros a los que afecta.
   std::size_t primero = 0;   ///< Número del primero, desde 1; 0 si no procede.
   std::int64_t importe = 0;  ///< Céntimos.
-  std::string antes;
-  std::string ahora;
+  std::string antes = {};
+  std::string ahora = {};
 };
 
 /// Qué perdería o cambiaría la importación de `previo` en `acumulado`, de lo más a lo menos grave.

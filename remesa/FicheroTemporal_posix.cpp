@@ -1,0 +1,183 @@
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+
+#include <array>
+#include <atomic>
+#include <cerrno>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "remesa/ErrorEjecucion.h"
+#include "remesa/FicheroTemporal.h"
+
+namespace remesa {
+namespace fs = std::filesystem;
+namespace {
+
+[[noreturn]] void Fallar(int error, const fs::path& ruta) {
+  // Una cuota agotada es, para quien guarda, un disco lleno.
+  if (error == EDQUOT) error = ENOSPC;
+  throw ErrorEjecucion(std::error_code(error, std::generic_category()), ruta);
+}
+
+class Descriptor {
+ public:
+  explicit Descriptor(int fd = -1) : fd_(fd) {}
+  Descriptor(Descriptor&& otro) noexcept : fd_(std::exchange(otro.fd_, -1)) {}
+  Descriptor& operator=(Descriptor&& otro) noexcept {
+    std::swap(fd_, otro.fd_);
+    return *this;
+  }
+  ~Descriptor() {
+    if (fd_ >= 0) ::close(fd_);
+  }
+  int operator*() const { return fd_; }
+  bool abierto() const { return fd_ >= 0; }
+
+ private:
+  int fd_;
+};
+
+fs::path SeguirEnlaces(const fs::path& pedido) {
+  constexpr int kMaximo = 40;
+  fs::path ruta = pedido;
+  std::error_code error;
+  for (int i = 0; fs::is_symlink(fs::symlink_status(ruta, error)); ++i) {
+    if (i == kMaximo) throw ErrorEjecucion(75, pedido);
+    const fs::path siguiente = fs::read_symlink(ruta, error);
+    if (error) throw ErrorEjecucion(error, pedido);
+    ruta = ruta.parent_path() / siguiente;
+  }
+  return ruta;
+}
+
+// Estado del destino si ya existe. Sustituirlo por otro no debe saltarse su protección contra escritura.
+std::optional<struct stat> EstadoDestino(const fs::path& ruta, const fs::path& pedido) {
+  struct stat estado {};
+  if (::stat(ruta.c_str(), &estado) != 0) {
+    if (errno == ENOENT) return std::nullopt;
+    Fallar(errno, pedido);
+  }
+  if (!S_ISREG(estado.st_mode)) throw ErrorEjecucion(75, pedido);
+  if (::faccessat(AT_FDCWD, ruta.c_str(), W_OK, AT_EACCESS) != 0) Fallar(errno, pedido);
+  return estado;
+}
+
+bool EsTemporal(const std::string& nombre) {
+  return nombre.starts_with(FicheroTemporal::kPrefijo) && nombre.ends_with(FicheroTemporal::kSufijo);
+}
+
+// Un temporal sin bloquear es de un programa muerto: los vivos lo tienen bloqueado desde que lo crean.
+void BorrarAbandonados(const fs::path& carpeta) {
+  std::error_code error;
+  fs::directory_iterator entrada(carpeta, error);
+  for (; !error && entrada != fs::directory_iterator(); entrada.increment(error)) {
+    const fs::path& ruta = entrada->path();
+    if (!EsTemporal(ruta.filename().string())) continue;
+    const Descriptor fd(::open(ruta.c_str(), O_RDWR | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
+    struct stat estado {};
+    if (fd.abierto() && ::fstat(*fd, &estado) == 0 && S_ISREG(estado.st_mode) &&
+        ::flock(*fd, LOCK_EX | LOCK_NB) == 0)
+      ::unlink(ruta.c_str());
+  }
+}
+
+fs::path NombreTemporal(const fs::path& destino) {
+  static std::atomic<unsigned> contador{0};
+  constexpr std::size_t kMaximo = 150;  // para que el nombre entero quepa en los 255 bytes usuales
+  return destino.parent_path() /
+         (std::string(FicheroTemporal::kPrefijo) + destino.filename().string().substr(0, kMaximo) + '.' +
+          std::to_string(::getpid()) + '-' + std::to_string(contador++) +
+          std::string(FicheroTemporal::kSufijo));
+}
+
+// Permisos, dueño y lista de control del destino, hasta donde el sistema deje.
+void HeredarPermisos(int fd, const struct stat& estado, const fs::path& destino) {
+  mode_t modo = estado.st_mode & 07777;
+  if (::fchown(fd, estado.st_uid, estado.st_gid) != 0 &&
+      ::fchown(fd, static_cast<uid_t>(-1), estado.st_gid) != 0)
+    modo &= 0777;  // sin el dueño, sus bits especiales serían los de otro
+  if (::fchmod(fd, modo) != 0) return;
+  constexpr const char* kLista = "system.posix_acl_access";
+  std::array<char, 4096> lista{};
+  const ssize_t largo = ::getxattr(destino.c_str(), kLista, lista.data(), lista.size());
+  if (largo > 0 && ::fsetxattr(fd, kLista, lista.data(), static_cast<std::size_t>(largo), 0) != 0) return;
+}
+
+}  // namespace
+
+struct FicheroTemporal::Interior {
+  fs::path pedido;   // lo que pidió el que llama, para los errores
+  fs::path destino;  // el fichero de verdad, sin enlaces
+  fs::path temporal;
+  std::optional<struct stat> anterior;
+  Descriptor fd;
+  std::uintmax_t escritos = 0;
+  bool publicado = false;
+
+  ~Interior() {
+    if (fd.abierto() && !publicado) ::unlink(temporal.c_str());
+  }
+
+  // Falso si entre crearlo y bloquearlo otro programa lo tomó por abandonado.
+  bool crear() {
+    temporal = NombreTemporal(destino);
+    const mode_t modo = anterior ? 0600 : 0666;
+    fd = Descriptor(::open(temporal.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, modo));
+    if (!fd.abierto()) {
+      if (errno == EEXIST) return false;
+      Fallar(errno, pedido);
+    }
+    if (::flock(*fd, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) return false;
+    struct stat estado {};
+    return ::fstat(*fd, &estado) == 0 && estado.st_nlink > 0;
+  }
+};
+
+FicheroTemporal::FicheroTemporal(const fs::path& destino) : interior_(std::make_unique<Interior>()) {
+  Interior& i = *interior_;
+  i.pedido = destino;
+  i.destino = SeguirEnlaces(destino);
+  if (!i.destino.has_filename()) throw ErrorEjecucion(75, destino);
+  i.anterior = EstadoDestino(i.destino, destino);
+  BorrarAbandonados(i.destino.has_parent_path() ? i.destino.parent_path() : fs::path("."));
+  for (int intentos = 0; !i.crear(); ++intentos)
+    if (intentos == 100) throw ErrorEjecucion(75, destino);
+}
+
+FicheroTemporal::~FicheroTemporal() = default;
+
+void FicheroTemporal::escribir(std::string_view bytes) {
+  Interior& i = *interior_;
+  while (!bytes.empty()) {
+    const ssize_t escritos = ::write(*i.fd, bytes.data(), bytes.size());
+    if (escritos < 0 && errno == EINTR) continue;
+    if (escritos <= 0) Fallar(escritos < 0 ? errno : ENOSPC, i.pedido);
+    i.escritos += static_cast<std::uintmax_t>(escritos);
+    bytes.remove_prefix(static_cast<std::size_t>(escritos));
+  }
+}
+
+void FicheroTemporal::publicar() {
+  Interior& i = *interior_;
+  if (i.anterior) HeredarPermisos(*i.fd, *i.anterior, i.destino);
+  if (::fsync(*i.fd) != 0) Fallar(errno, i.pedido);
+  // Algunos sistemas de red no dicen que falta sitio hasta cerrar; se cierra un duplicado, porque el bloqueo
+  // debe durar hasta el cambio de nombre.
+  if (const int copia = ::dup(*i.fd); copia >= 0 && ::close(copia) != 0) Fallar(errno, i.pedido);
+  struct stat estado {};
+  if (::fstat(*i.fd, &estado) != 0) Fallar(errno, i.pedido);
+  if (static_cast<std::uintmax_t>(estado.st_size) != i.escritos) throw ErrorEjecucion(57, i.pedido);
+  if (::rename(i.temporal.c_str(), i.destino.c_str()) != 0) Fallar(errno, i.pedido);
+  i.publicado = true;
+  // El fichero nuevo ya está en su sitio: si la carpeta no se deja volcar, no hay nada que deshacer.
+  const fs::path carpeta = i.destino.has_parent_path() ? i.destino.parent_path() : fs::path(".");
+  const Descriptor fdCarpeta(::open(carpeta.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (fdCarpeta.abierto()) ::fsync(*fdCarpeta);
+}
+
+}  // namespace remesa

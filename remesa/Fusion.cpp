@@ -1,0 +1,116 @@
+#include "remesa/Fusion.h"
+
+#include <cmath>
+#include <limits>
+#include <utility>
+
+#include "remesa/Campos.h"
+#include "remesa/ErrorEjecucion.h"
+
+namespace remesa {
+namespace {
+
+constexpr std::int32_t kMaximo = std::numeric_limits<std::int32_t>::max();
+constexpr std::int32_t kMinimo = std::numeric_limits<std::int32_t>::min();
+
+std::int32_t Sumar(std::int32_t contador, std::int32_t cuantos) {
+  if (contador > kMaximo - cuantos) throw ErrorEjecucion(6);
+  return contador + cuantos;
+}
+
+}  // namespace
+
+bool EsDeTotales(std::string_view registro) {
+  const std::string_view codigo = campo(registro, kCodigo);
+  return codigo == "04" || codigo == "05" || codigo == "99";
+}
+
+bool EntraEnImportacion(std::string_view registro, bool primera) {
+  const std::string_view codigo = campo(registro, kCodigo);
+  if (codigo == "03") return true;
+  if (codigo == "01" || codigo == "02") return primera;
+  return EsDeTotales(registro);
+}
+
+void Aplicar(std::string& registro, std::span<const Cambio> cambios) {
+  for (const Cambio& cambio : cambios)
+    sobrescribir(registro, cambio.donde, cambio.texto);
+}
+
+std::span<const Cambio> Recuento::contar(std::string_view registro) {
+  cambios_.clear();
+  const std::string_view codigo = campo(registro, kCodigo);
+  const auto cifras = [&](std::int32_t valor, Posiciones donde) {
+    cambiar(registro, donde, Ceros(valor, donde.longitud()));
+  };
+  if (codigo == "03") {
+    if (campo(registro, kNumeroDato) == "003") sumarImporte(registro);
+    sumarRegistro(false);
+  } else if (codigo == "02") {
+    sumarRegistro(false);
+    fecha_ = campo(registro, kFechaCobro);
+  } else if (codigo == "04") {
+    cambiar(registro, kFecha04, fecha_);
+    cifras(totales_.importe, kImporte04);
+    cifras(totales_.adeudos, kAdeudos04);
+    sumarRegistro(true);
+    cifras(totales_.registros, kRegistros04);
+  } else if (codigo == "05") {
+    cifras(totales_.importe, kImporte05);
+    cifras(totales_.adeudos, kAdeudos05);
+    sumarRegistro(true);
+    cifras(totales_.registros, kRegistros05);
+  } else if (codigo == "99") {
+    cifras(totales_.importe, kImporte99);
+    cifras(totales_.adeudos, kAdeudos99);
+    sumarRegistro(true);
+    cifras(Sumar(totales_.registros, 1), kRegistros99);  // uno más: el "01"
+  }
+  return cambios_;
+}
+
+void Recuento::quitarTotales() {
+  totales_.registros -= deTotales_;
+  deTotales_ = 0;
+}
+
+void Recuento::sumarRegistro(bool deTotales) {
+  totales_.registros = Sumar(totales_.registros, 1);
+  if (deTotales) ++deTotales_;
+}
+
+void Recuento::sumarImporte(std::string_view registro) {
+  // nearbyint deja los empates en el par, que es como se guarda una suma en un contador entero.
+  const double suma = std::nearbyint(totales_.importe + ValorNumerico(campo(registro, kImporteAdeudo)));
+  if (!(suma >= kMinimo && suma <= kMaximo)) throw ErrorEjecucion(6);
+  totales_.importe = static_cast<std::int32_t>(suma);
+  totales_.adeudos = Sumar(totales_.adeudos, 1);
+}
+
+void Recuento::cambiar(std::string_view registro, Posiciones donde, std::string texto) {
+  if (static_cast<std::size_t>(donde.desde) > registro.size()) throw ErrorEjecucion(5);
+  cambios_.push_back({donde, std::move(texto)});
+}
+
+void ReglasImportacion::empezarFichero(bool ultimo) {
+  primera_ = !quedanRegistros_ && !totalesEnFichero_;
+  recuento_.quitarTotales();
+  totalesEnFichero_ = false;
+  ultimo_ = ultimo;
+}
+
+Destino ReglasImportacion::dar(std::string_view registro) {
+  cambios_ = {};
+  if (!EntraEnImportacion(registro, primera_)) return Destino::Quitar;
+  const std::span<const Cambio> cambios = recuento_.contar(registro);
+  if (!EsDeTotales(registro)) {
+    quedanRegistros_ = true;
+    return Destino::Conservar;
+  }
+  totalesEnFichero_ = true;
+  if (!ultimo_) return Destino::Quitar;
+  cambios_ = cambios;
+  return Destino::Reescribir;
+}
+
+}  // namespace remesa

@@ -1,0 +1,47 @@
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+
+#include "remesa/ErrorEjecucion.h"
+#include "remesa/Lectura.h"
+
+namespace remesa {
+
+struct LecturaFichero::Interior {
+  explicit Interior(int descriptor) : fd(descriptor) {}
+  ~Interior() {
+    if (fd >= 0) ::close(fd);
+  }
+  Interior(const Interior&) = delete;
+  Interior& operator=(const Interior&) = delete;
+  int fd;
+};
+
+// O_NONBLOCK: abrir una cola sin nadie al otro lado no debe esperar.
+LecturaFichero::LecturaFichero(const std::filesystem::path& ruta)
+    : interior_(
+          std::make_unique<Interior>(::open(ruta.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY))),
+      ruta_(ruta) {
+  struct stat estado {};
+  if (interior_->fd < 0 || ::fstat(interior_->fd, &estado) != 0)
+    throw ErrorEjecucion(std::error_code(errno, std::generic_category()), ruta);
+  if (!S_ISREG(estado.st_mode)) throw ErrorEjecucion(75, ruta);
+  tamano_ = static_cast<std::uintmax_t>(estado.st_size);
+}
+
+LecturaFichero::~LecturaFichero() = default;
+
+std::size_t LecturaFichero::leerAlgo(std::span<char> destino) {
+  constexpr std::size_t kMaximo = 1 << 30;  // read no da más de 2 GB de una vez
+  ssize_t leidos = 0;
+  do
+    leidos = ::read(interior_->fd, destino.data(), std::min(destino.size(), kMaximo));
+  while (leidos < 0 && errno == EINTR);
+  if (leidos < 0) throw ErrorEjecucion(std::error_code(errno, std::generic_category()), ruta_);
+  return static_cast<std::size_t>(leidos);
+}
+
+}  // namespace remesa

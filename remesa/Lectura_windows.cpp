@@ -1,0 +1,53 @@
+#include <windows.h>
+
+#include <algorithm>
+
+#include "remesa/ErrorEjecucion.h"
+#include "remesa/Lectura.h"
+#include "remesa/RutaLarga_windows.h"
+
+namespace remesa {
+namespace {
+
+std::error_code UltimoError() {
+  return {static_cast<int>(::GetLastError()), std::system_category()};
+}
+
+}  // namespace
+
+struct LecturaFichero::Interior {
+  explicit Interior(HANDLE nuevo) : fichero(nuevo) {}
+  ~Interior() {
+    if (fichero != INVALID_HANDLE_VALUE) ::CloseHandle(fichero);
+  }
+  Interior(const Interior&) = delete;
+  Interior& operator=(const Interior&) = delete;
+  HANDLE fichero;
+};
+
+LecturaFichero::LecturaFichero(const std::filesystem::path& ruta) : ruta_(ruta) {
+  // CreateFile sobre una carpeta dice "acceso denegado": se mira antes para dar el error de ruta.
+  std::error_code ignorado;
+  if (std::filesystem::is_directory(ruta, ignorado)) throw ErrorEjecucion(75, ruta);
+  interior_ = std::make_unique<Interior>(::CreateFileW(RutaLarga(ruta).c_str(), GENERIC_READ,
+                                                       FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr,
+                                                       OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
+  if (interior_->fichero == INVALID_HANDLE_VALUE) throw ErrorEjecucion(UltimoError(), ruta);
+  if (::GetFileType(interior_->fichero) != FILE_TYPE_DISK) throw ErrorEjecucion(75, ruta);
+  LARGE_INTEGER tamano{};
+  if (!::GetFileSizeEx(interior_->fichero, &tamano)) throw ErrorEjecucion(UltimoError(), ruta);
+  tamano_ = static_cast<std::uintmax_t>(tamano.QuadPart);
+}
+
+LecturaFichero::~LecturaFichero() = default;
+
+std::size_t LecturaFichero::leerAlgo(std::span<char> destino) {
+  constexpr std::size_t kMaximo = 1 << 30;
+  DWORD leidos = 0;
+  if (!::ReadFile(interior_->fichero, destino.data(), static_cast<DWORD>(std::min(destino.size(), kMaximo)),
+                  &leidos, nullptr))
+    throw ErrorEjecucion(UltimoError(), ruta_);
+  return leidos;
+}
+
+}  // namespace remesa

@@ -1,0 +1,97 @@
+#include "remesa/ListaRegistros.h"
+
+#include <algorithm>
+#include <functional>
+#include <utility>
+
+namespace remesa {
+
+void ListaRegistros::clear() {
+  *this = {};
+}
+
+void ListaRegistros::anadirBloque(Bloque bloque, std::vector<std::string_view> registros) {
+  if (registros_.empty())
+    registros_ = std::move(registros);
+  else
+    registros_.insert(registros_.end(), registros.begin(), registros.end());
+  guardarBloque(std::move(bloque));
+}
+
+void ListaRegistros::anadir(std::string_view bytes) {
+  registros_.emplace_back();
+  sustituir(registros_.size() - 1, bytes);
+}
+
+void ListaRegistros::anadirDe(const ListaRegistros& otra, std::span<const std::size_t> indices) {
+  registros_.reserve(registros_.size() + indices.size());  // con ello `otra` puede ser esta misma
+  for (const std::size_t i : indices)
+    registros_.push_back(otra.registros_[i]);
+  if (&otra == this) return;
+  bloques_.insert(bloques_.end(), otra.bloques_.begin(), otra.bloques_.end());
+  if (bloques_.size() > limiteBloques_) soltarBloquesMuertos();
+}
+
+void ListaRegistros::sustituir(std::size_t i, std::string_view bytes) {
+  auto datos = std::make_shared_for_overwrite<char[]>(bytes.size());
+  bytes.copy(datos.get(), bytes.size());
+  registros_[i] = {datos.get(), bytes.size()};
+  guardarBloque({std::move(datos), bytes.size()});
+}
+
+void ListaRegistros::duplicar(std::size_t i) {
+  const std::string_view registro = registros_[i];
+  registros_.insert(registros_.begin() + static_cast<std::ptrdiff_t>(i) + 1, registro);
+}
+
+void ListaRegistros::quitar(std::span<const std::size_t> indices) {
+  if (indices.empty()) return;
+  std::size_t destino = indices.front();
+  std::size_t siguiente = 0;
+  for (std::size_t i = destino; i < registros_.size(); ++i) {
+    if (siguiente < indices.size() && indices[siguiente] == i)
+      ++siguiente;
+    else
+      registros_[destino++] = registros_[i];
+  }
+  registros_.resize(destino);
+  soltarBloquesMuertos();
+}
+
+void ListaRegistros::guardarBloque(Bloque bloque) {
+  bloques_.push_back(std::move(bloque));
+  if (bloques_.size() > limiteBloques_) soltarBloquesMuertos();
+}
+
+// Un bloque no sabe quién lo mira: se averigua en un recorrido. Registros seguidos suelen estar en el mismo
+// bloque, así que casi siempre basta con mirar el último encontrado.
+void ListaRegistros::soltarBloquesMuertos() {
+  const std::less<const char*> antes;
+  const auto inicio = [](const Bloque& bloque) { return bloque.datos.get(); };
+  std::ranges::sort(bloques_, antes, inicio);
+  const auto repetidos = std::ranges::unique(bloques_, {}, inicio);
+  bloques_.erase(repetidos.begin(), repetidos.end());
+
+  std::vector<bool> vivo(bloques_.size());
+  const char* desde = nullptr;
+  const char* hasta = nullptr;
+  for (std::string_view& registro : registros_) {
+    if (registro.empty()) {
+      registro = {};
+      continue;
+    }
+    if (!antes(registro.data(), desde) && antes(registro.data(), hasta)) continue;
+    const auto siguiente = std::ranges::upper_bound(bloques_, registro.data(), antes, inicio);
+    const auto cual = static_cast<std::size_t>(siguiente - bloques_.begin()) - 1;
+    vivo[cual] = true;
+    desde = inicio(bloques_[cual]);
+    hasta = desde + bloques_[cual].largo;
+  }
+  std::size_t quedan = 0;
+  for (std::size_t i = 0; i < bloques_.size(); ++i)
+    if (vivo[i] && quedan++ != i) bloques_[quedan - 1] = std::move(bloques_[i]);
+  bloques_.resize(quedan);
+  limiteBloques_ = std::max(kBloquesMinimos, 2 * quedan);
+}
+
+}  // namespace remesa
