@@ -48,7 +48,7 @@ QString TextoTiempo(double segundos) {
   return total >= 3600 ? QString("%1:%2").arg(total / 3600).arg(resto) : resto;
 }
 
-Progreso::Progreso() : ui_(std::make_unique<Ui::Progreso>()) {
+Progreso::Progreso() : ui_(std::make_unique<::Ui::Progreso>()) {
   ui_->setupUi(this);
   setWindowModality(Qt::ApplicationModal);
   setWindowFlag(Qt::WindowContextHelpButtonHint, false);

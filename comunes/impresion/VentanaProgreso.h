@@ -28,7 +28,7 @@ class Progreso : public QDialog {
   void redibujar(float valor);
   double transcurridos() const;
 
-  std::unique_ptr<Ui::Progreso> ui_;
+  std::unique_ptr<::Ui::Progreso> ui_;
   QString horaInicio_;  ///< segundos desde la medianoche
   float minimo_ = 0;
   float maximoBarra_ = 0;
