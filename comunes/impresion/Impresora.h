@@ -46,8 +46,8 @@ struct PeticionImpresora {
   std::function<bool(QPrinter& impresora, int maxPaginas)> dibujar;
 };
 
-/// Hace actual la impresora elegida, con su orientación; con `showDialog` deja antes elegir. Devuelve false si
-/// se cancela o si no se pudo (ya dicho).
+/// Hace actual la impresora elegida, con su orientación; con `showDialog` deja antes elegir. Devuelve false
+/// si se cancela o si no se pudo (ya dicho).
 bool ActivarImpresora(bool showDialog, const PeticionImpresora& peticion = {});
 
 /// Propone la otra orientación, como un clic en `ModoPapel`. Sin la ventana abierta cambia el ajuste.

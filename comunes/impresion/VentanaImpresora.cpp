@@ -128,9 +128,8 @@ void Impresora::comprobarAncho() {
   }
   ui_->Aviso->setVisible(!cabe);
   ui_->cmdGirar->setVisible(!cabe && cabeGirado);
-  ui_->Aviso->setText(
-      QString("En papel %1 no caben todas las columnas: las de la derecha no se imprimirían.")
-          .arg(orientacion(horizontal_).toLower()));
+  ui_->Aviso->setText(QString("En papel %1 no caben todas las columnas: las de la derecha no se imprimirían.")
+                          .arg(orientacion(horizontal_).toLower()));
 }
 
 void Impresora::propiedades() {
@@ -145,12 +144,14 @@ void Impresora::propiedades() {
     datos << "Escribe el listado en un fichero PDF que se elige al imprimir.";
   } else {
     const QPrinterInfo info = QPrinterInfo::printerInfo(nombre);
-    datos << "Modelo: " + info.makeAndModel() << "Lugar: " + info.location() << "Descripción: " + info.description();
+    datos << "Modelo: " + info.makeAndModel() << "Lugar: " + info.location()
+          << "Descripción: " + info.description();
   }
   const auto impresora = CrearImpresora(nombre, QPageLayout::Portrait, 1);
   datos << "Papel: " + impresora->pageLayout().pageSize().name();
   // En los mensajes el punto y coma es un cambio de línea; el de un nombre no lo es.
-  for (QString& dato : datos) dato.replace(';', ',');
+  for (QString& dato : datos)
+    dato.replace(';', ',');
   MyMsgBox(datos.join(';'), "Propiedades", kAviso, 1, 1, -1, -1, this);
 }
 

@@ -32,8 +32,8 @@ class VistaPrevia : public QDialog {
     columna->addWidget(aviso_);
     connect(visor_, &QPrintPreviewWidget::paintRequested, this, [this, &dibujar](QPrinter* en) {
       const bool todas = dibujar(*en, kPaginasVistaPrevia);
-      aviso_->setText(QString("Se muestran las primeras %1 páginas; se imprimirán todas.")
-                          .arg(kPaginasVistaPrevia));
+      aviso_->setText(
+          QString("Se muestran las primeras %1 páginas; se imprimirán todas.").arg(kPaginasVistaPrevia));
       aviso_->setVisible(!todas);
     });
     connect(visor_, &QPrintPreviewWidget::previewChanged, this, &VistaPrevia::actualizar);
@@ -52,7 +52,8 @@ class VistaPrevia : public QDialog {
     b->setAutoDefault(false);
     fila->addWidget(b);
     connect(b, &QAbstractButton::clicked, this, accion);
-    for (const QKeySequence& tecla : teclas) connect(new QShortcut(tecla, this), &QShortcut::activated, this, accion);
+    for (const QKeySequence& tecla : teclas)
+      connect(new QShortcut(tecla, this), &QShortcut::activated, this, accion);
     return b;
   }
 
