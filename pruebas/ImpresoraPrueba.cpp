@@ -53,8 +53,8 @@ class PruebaImpresora : public testing::Test {
     return textos;
   }
   static QString elegida(QWidget& w) {
-    const auto* e = hijo<QListWidget>(w, "ListaImpresoras").currentItem();
-    return e ? e->text() : QString();
+    const auto elegidas = hijo<QListWidget>(w, "ListaImpresoras").selectedItems();
+    return elegidas.isEmpty() ? QString() : elegidas.first()->text();
   }
 };
 

@@ -16,7 +16,9 @@ namespace comunes {
 namespace {
 
 constexpr int kAviso = 1;
-constexpr double kTwipsPorPunto = 20.0;
+constexpr int kTwipsPorPulgada = 1440;
+// Los tamaños de papel llegan redondeados a puntos enteros: hasta un punto de menos.
+constexpr int kRedondeoPapel = 20;
 constexpr int kLadoImagen = 32;
 
 QPointer<Impresora> abierta;
@@ -121,8 +123,8 @@ void Impresora::comprobarAncho() {
   bool cabeGirado = false;
   if (peticion_.anchoTabla > 0 && !nombre.isEmpty()) {
     const auto impresora = CrearImpresora(nombre, QPageLayout::Portrait, 1);
-    const QRectF zona = impresora->pageLayout().paintRect(QPageLayout::Point);
-    const double ancho = peticion_.anchoTabla / kTwipsPorPunto;
+    const QRect zona = impresora->pageLayout().paintRectPixels(kTwipsPorPulgada);
+    const int ancho = peticion_.anchoTabla - kRedondeoPapel;
     cabe = ancho <= (horizontal_ ? zona.height() : zona.width());
     cabeGirado = ancho <= (horizontal_ ? zona.width() : zona.height());
   }
