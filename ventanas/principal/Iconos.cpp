@@ -66,7 +66,7 @@ void Renglones(QPainter& p, const Colores& c) {
   p.drawLine(QPointF(3, 19), QPointF(10, 19));
 }
 
-void Carpeta(QPainter& p, const Colores& c, bool abierta) {
+void Carpeta(QPainter& p, bool abierta) {
   QPainterPath forma;
   forma.addPolygon(Lineas({{3, 19}, {3, 5.5}, {9, 5.5}, {11, 8}, {20, 8}, {20, 19}}));
   forma.closeSubpath();
@@ -77,27 +77,6 @@ void Carpeta(QPainter& p, const Colores& c, bool abierta) {
   if (!abierta) return;
   p.setBrush(fondo.lighter(112));
   p.drawPolygon(Lineas({{3, 19}, {6.5, 11.5}, {23, 11.5}, {20, 19}}));
-  Q_UNUSED(c);
-}
-
-void Aplicacion(QPainter& p) {
-  p.setPen(Qt::NoPen);
-  p.setBrush(QColor(0x1F, 0x5F, 0xB8));
-  p.drawRoundedRect(QRectF(0.5, 0.5, 23, 23), 5, 5);
-  p.setBrush(Qt::white);
-  p.drawRoundedRect(QRectF(3.5, 3.5, 7, 8), 1, 1);
-  p.drawRoundedRect(QRectF(13.5, 3.5, 7, 8), 1, 1);
-  p.drawRoundedRect(QRectF(7, 15, 10, 6.5), 1, 1);
-  p.setPen(Pluma(QColor(0xF2, 0xC1, 0x4E), 1.8));
-  p.drawLine(QPointF(7, 11), QPointF(10.5, 15));
-  p.drawLine(QPointF(17, 11), QPointF(13.5, 15));
-  p.setPen(Pluma(QColor(0x1F, 0x5F, 0xB8), 1));
-  for (const qreal y : {6.0, 8.5}) {
-    p.drawLine(QPointF(5.2, y), QPointF(8.8, y));
-    p.drawLine(QPointF(15.2, y), QPointF(18.8, y));
-  }
-  for (const qreal y : {17.2, 19.4})
-    p.drawLine(QPointF(9, y), QPointF(15, y));
 }
 
 void Dibujar(QPainter& p, Pictograma que, const Colores& c) {
@@ -146,10 +125,7 @@ void Dibujar(QPainter& p, Pictograma que, const Colores& c) {
       break;
     case Pictograma::Carpeta:
     case Pictograma::CarpetaAbierta:
-      Carpeta(p, c, que == Pictograma::CarpetaAbierta);
-      break;
-    case Pictograma::Aplicacion:
-      Aplicacion(p);
+      Carpeta(p, que == Pictograma::CarpetaAbierta);
       break;
   }
 }

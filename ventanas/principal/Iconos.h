@@ -14,7 +14,6 @@ enum class Pictograma {
   Salir,
   Carpeta,
   CarpetaAbierta,
-  Aplicacion,
 };
 
 /// Icono dibujado al tamaño y la escala que se le pidan, con los colores de la paleta en uso: se ve igual de

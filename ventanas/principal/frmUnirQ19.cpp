@@ -17,8 +17,8 @@ namespace principal {
 
 frmUnirQ19::frmUnirQ19(const QString& lineaOrdenes, QWidget* padre)
     : QMainWindow(padre), ui_(std::make_unique<Ui::frmUnirQ19>()) {
-  comunes::RutaAjustes =
-      QCoreApplication::applicationDirPath() + QDir::separator() + QStringLiteral("Tarvo.INI");
+  comunes::RutaAjustes = QDir::toNativeSeparators(QCoreApplication::applicationDirPath()) +
+                         QDir::separator() + QStringLiteral("Tarvo.INI");
   ui_->setupUi(this);
   prepararControles();
   comunes::FuentesVentana(*this);
@@ -37,7 +37,6 @@ frmUnirQ19::frmUnirQ19(const QString& lineaOrdenes, QWidget* padre)
 frmUnirQ19::~frmUnirQ19() = default;
 
 void frmUnirQ19::prepararControles() {
-  setWindowIcon(Icono(Pictograma::Aplicacion));
   const std::pair<QPushButton*, Pictograma> botones[] = {
       {ui_->Importar, Pictograma::Importar},    {ui_->Empezar, Pictograma::Empezar},
       {ui_->Guardar, Pictograma::Guardar},      {ui_->cmdInsertar, Pictograma::Insertar},
