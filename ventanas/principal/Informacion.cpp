@@ -1,21 +1,16 @@
 #include <QAccessible>
 #include <QFileInfo>
 
-#include "comunes/plataforma/Formatos.h"
 #include "remesa/Campos.h"
 #include "ui_frmUnirQ19.h"
+#include "ventanas/principal/TextosObservacion.h"
 #include "ventanas/principal/frmUnirQ19.h"
 
 namespace principal {
 namespace {
 
-QString Cuenta(std::size_t cuantos, const QString& uno, const QString& varios) {
-  return comunes::FormatoNumero(static_cast<double>(cuantos), 0) + QLatin1Char(' ') +
-         (cuantos == 1 ? uno : varios);
-}
-
 void Avisar(QLabel* etiqueta, const QStringList& avisos) {
-  const QString texto = avisos.join(QLatin1Char('\n'));
+  const QString texto = avisos.join(QLatin1Char(' '));
   if (etiqueta->text() == texto) return;
   etiqueta->setText(texto);
   if (texto.isEmpty()) return;
@@ -39,21 +34,27 @@ void frmUnirQ19::mostrarObservaciones() {
       rutaPreview_.isEmpty()
           ? tr("Ningún fichero previsualizado")
           : tr("%1: %2").arg(QFileInfo(rutaPreview_).fileName(),
-                             Cuenta(resumenPreview_.registros, tr("registro"), tr("registros"))));
+                             TextoCuenta(resumenPreview_.registros, tr("registro"), tr("registros"))));
+  const auto ficheros = static_cast<std::size_t>(rutasImportadas_.size());
   ui_->InfoAcumulado->setText(
       resumenAcumulado_.vacia()
           ? tr("Remesa vacía")
-          : tr("%1, %2, %3 €")
-                .arg(Cuenta(static_cast<std::size_t>(rutasImportadas_.size()), tr("fichero"), tr("ficheros")),
-                     Cuenta(resumenAcumulado_.adeudos, tr("adeudo"), tr("adeudos")),
-                     comunes::FormatoCentimos(resumenAcumulado_.importe)));
-  QStringList avisosPreview;
-  const QString importada = rutasImportadas_.value(FicheroActual);
-  if (importadoVisible() && !importada.isEmpty() && importada != rutaActual_)
-    avisosPreview
-        << tr("Ya se importó %1, cuyo nombre solo cambia en mayúsculas y minúsculas").arg(importada);
-  Avisar(ui_->AvisoPreview, avisosPreview);
-  Avisar(ui_->AvisoAcumulado, {});
+          : tr("%1, %2, %3")
+                .arg(TextoCuenta(ficheros, tr("fichero"), tr("ficheros")),
+                     TextoCuenta(resumenAcumulado_.adeudos, tr("adeudo"), tr("adeudos")),
+                     TextoEuros(resumenAcumulado_.importe)));
+  Avisar(ui_->AvisoPreview, avisosPreview());
+  Avisar(ui_->AvisoAcumulado, TextosObservaciones(remesa::ObservarAcumulado(resumenAcumulado_)));
+}
+
+QStringList frmUnirQ19::avisosPreview() const {
+  if (rutaPreview_.isEmpty()) return {};
+  if (!importadoVisible())
+    return TextosObservaciones(remesa::ObservarImportacion(resumenPreview_, resumenAcumulado_));
+  // En Debian dos ficheros pueden distinguirse solo en las mayúsculas, y cuentan como el mismo.
+  const QString importada = rutasImportadas_.value(rutaPreview_.toUpper());
+  if (importada.isEmpty() || importada == rutaPreview_) return {};
+  return {tr("Ya se importó %1, que solo se distingue por las mayúsculas.").arg(importada)};
 }
 
 void frmUnirQ19::mostrarPosicion(const VistaRegistros& lista, int fila, int posicion) {

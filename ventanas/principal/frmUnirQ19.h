@@ -59,6 +59,7 @@ class frmUnirQ19 : public QMainWindow {
   bool importadoVisible() const;
   void mirarAcumulado();
   void mostrarObservaciones();
+  QStringList avisosPreview() const;
   void mostrarPosicion(const VistaRegistros& lista, int fila, int posicion);
   void decir(const QString& texto);
   void ajustarColores();
