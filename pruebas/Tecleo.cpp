@@ -213,6 +213,8 @@ TEST_F(Tecleando, NadaEntraSinFiltrarYTodoSeDeshace) {
   const auto suelta = [this] {
     QMimeData datos;
     datos.setText("1a2b3c4d");
+    QDragEnterEvent entra({2, 2}, Qt::CopyAction, &datos, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(caja, &entra);
     QDropEvent evento(QPointF(2, 2), Qt::CopyAction, &datos, Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(caja, &evento);
   };
@@ -222,18 +224,20 @@ TEST_F(Tecleando, NadaEntraSinFiltrarYTodoSeDeshace) {
     QApplication::sendEvent(caja, &evento);
   };
   const auto menu = [this] {
-    QContextMenuEvent evento(QContextMenuEvent::Keyboard, {});
+    QContextMenuEvent evento(QContextMenuEvent::Keyboard, {}, {});
     QApplication::sendEvent(caja, &evento);
     auto* abierto = caja->findChild<QMenu*>();
     ASSERT_TRUE(abierto);
-    abierto->findChild<QAction*>("edit-paste")->trigger();
+    abierto->actions().at(5)->trigger();
     abierto->close();
   };
   QGuiApplication::clipboard()->setText("1a2b3c4d");
+  int n = 0;
   for (const std::function<void()>& llega : std::vector<std::function<void()>>{pega, suelta, metodo, menu}) {
     Entra("T(D) A(I) L(3)");
     PonerTexto(caja, "9");
     llega();
+    SCOPED_TRACE(n++);
     EXPECT_EQ(3, caja->text().size());
     EXPECT_TRUE(caja->text().contains("12")) << caja->text().toStdString();
     EXPECT_FALSE(SeHaMovido());
