@@ -21,6 +21,7 @@ int Preguntar(int juego, int defecto, const Cajas::Accion& accion) {
 
 int ConTecla(int juego, int defecto, Qt::Key tecla, Qt::KeyboardModifiers mod = Qt::NoModifier) {
   return Preguntar(juego, defecto, [=](MyBox& caja) {
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&caja));
     QTest::keyClick(caja.focusWidget(), tecla, mod);
     EXPECT_TRUE(QTest::qWaitFor([&] { return !caja.isVisible(); }));
   });

@@ -11,7 +11,11 @@
 #include <QWindow>
 #include <algorithm>
 
+#include "comunes/campos/CajaDescrita.h"
 #include "comunes/dialogos/ColocarCaja.h"
+#include "comunes/plataforma/Ventanas.h"
+#include "comunes/rejilla/ModeloRejilla.h"
+#include "comunes/rejilla/Rejilla.h"
 #include "ui_MyBox.h"
 
 namespace comunes {
@@ -67,6 +71,8 @@ MyBox::MyBox(QWidget* padre)
   for (QWidget* campo : campos) {
     campo->hide();
   }
+  connect(ui_->RGBText, &QToolButton::clicked, this, &MyBox::CambiarColor);
+  FuentesVentana(*this);
 }
 
 MyBox::~MyBox() = default;
@@ -105,19 +111,33 @@ void MyBox::PonerBotones(int juego, int defecto) {
       if (Rotulo(Boton(ranura)) == u"Cancelar") ranuraCancelar_ = ranura;
     }
   }
-  // Defecto cuenta desde el primero; lo que no es ningún otro es el último.
+  // `defecto` cuenta desde el primero; lo que no es ningún otro es el último.
   const auto visibles = BotonesVisibles();
   const auto ultimo = visibles.size() - 1;
   const auto elegido =
       defecto >= 1 ? std::min<std::size_t>(static_cast<std::size_t>(defecto) - 1, ultimo) : ultimo;
-  QWidget* anterior = visibles[elegido];
-  for (QPushButton* boton : visibles) {
-    if (boton == visibles[elegido]) continue;
-    setTabOrder(anterior, boton);
-    anterior = boton;
-  }
   visibles[elegido]->setDefault(true);
-  visibles[elegido]->setFocus();
+  OrdenarFoco({visibles[elegido]});
+}
+
+/// Los controles que van delante en el orden del tabulador; los demás conservan el suyo. El primero toma el
+/// foco.
+void MyBox::OrdenarFoco(const std::vector<QWidget*>& primeros) {
+  std::vector<QWidget*> orden = primeros;
+  for (QPushButton* boton : BotonesVisibles()) {
+    if (boton->isDefault()) orden.push_back(boton);
+  }
+  for (QPushButton* boton : BotonesVisibles()) {
+    orden.push_back(boton);
+  }
+  orden.push_back(ui_->Ayuda);
+  std::vector<QWidget*> puestos;
+  for (QWidget* control : orden) {
+    if (std::find(puestos.begin(), puestos.end(), control) != puestos.end()) continue;
+    if (!puestos.empty()) setTabOrder(puestos.back(), control);
+    puestos.push_back(control);
+  }
+  primeros.front()->setFocus();
 }
 
 QScreen* MyBox::Pantalla(const QWidget* sobre) const {
@@ -152,19 +172,18 @@ void MyBox::Colocar(float Top, float Left, QWidget* Sobre) {
   }
   layout()->activate();
   const QSize tamano = layout()->totalSizeHint().boundedTo(libre.size() - QSize(0, kMargenVentana));
-  resize(tamano);
+  if (ui_->VisorMini->isHidden()) {
+    setFixedSize(tamano);
+  } else {
+    ui_->VisorMini->setMinimumSize(200, 80);
+    resize(tamano);
+  }
   QRect sobre;
   if (Sobre != nullptr) {
     sobre =
         Sobre->isWindow() ? Sobre->frameGeometry() : QRect(Sobre->mapToGlobal(QPoint(0, 0)), Sobre->size());
   }
   move(EsquinaCaja(tamano, Top, Left, sobre, pantalla->geometry(), libre.adjusted(0, 0, 0, -kMargenVentana)));
-}
-
-void MyBox::Preguntar() {
-  setWindowModality(Qt::ApplicationModal);
-  exec();
-  QCoreApplication::processEvents();
 }
 
 void MyBox::Pulsar(QPushButton* boton) {
@@ -175,7 +194,17 @@ void MyBox::Pulsar(QPushButton* boton) {
   const QString rotulo = Rotulo(boton);
   const auto* respuesta = std::find_if(std::begin(kRespuestas), std::end(kRespuestas),
                                        [&](const RespuestaCaja& r) { return rotulo == r.texto; });
-  resultado_ = respuesta != std::end(kRespuestas) ? respuesta->codigo : 0;
+  const int codigo = respuesta != std::end(kRespuestas) ? respuesta->codigo : 0;
+  if (codigo == kAceptar) DejarCampo(this);
+  segundoTexto_.clear();
+  if (!ui_->CampoHasta->isHidden()) {
+    if (codigo == kAceptar && !DesdeHastaOk()) return EntrarCampo(this);
+    segundoTexto_ = ui_->CampoHasta->text();
+  }
+  // Un intervalo rechazado no deja rastro; en la rejilla, sin campo, queda el texto de su fila.
+  if (!ui_->CampoTexto->text().isEmpty()) texto_ = ui_->CampoTexto->text();
+  if (!ui_->cbxTabla->isHidden()) texto_ = ui_->cbxTabla->currentText();
+  resultado_ = codigo;
   ui_->Ayuda->hide();
   done(resultado_);
 }
@@ -193,6 +222,18 @@ QPushButton* MyBox::BotonDeCierre() const {
 
 void MyBox::reject() {
   if (QPushButton* boton = BotonDeCierre()) boton->click();
+}
+
+bool MyBox::eventFilter(QObject* objeto, QEvent* suceso) {
+  if (suceso->type() == QEvent::KeyPress) {
+    auto* tecla = static_cast<QKeyEvent*>(suceso);
+    if (objeto == ui_->CampoTexto) return FiltrarEscape(tecla);
+    if (objeto == ui_->VisorMini && (tecla->key() == Qt::Key_Return || tecla->key() == Qt::Key_Enter)) {
+      AceptarFila(ui_->VisorMini->currentIndex());
+      return true;
+    }
+  }
+  return QDialog::eventFilter(objeto, suceso);
 }
 
 void MyBox::closeEvent(QCloseEvent* suceso) {

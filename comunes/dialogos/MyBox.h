@@ -1,13 +1,14 @@
 #pragma once
 
+#include <QColor>
 #include <QDialog>
-#include <QPointer>
 #include <QString>
 #include <QStringList>
 #include <array>
 #include <memory>
 #include <vector>
 
+class QLineEdit;
 class QPushButton;
 
 namespace comunes {
@@ -33,6 +34,12 @@ QString MyVisorBox(const QString& Titulo, const QString& Columnas, const std::ve
                    int Icono, const QString& Columna, float Top = -1, float Left = -1,
                    QWidget* Sobre = nullptr);
 
+/// Encendida mientras se da formato al campo de una caja que se deja, para quien vigile sus cambios.
+extern bool ValidandoCampo;
+
+class ModeloRejilla;
+class Rejilla;
+
 namespace Ui {
 class MyBox;
 }
@@ -55,17 +62,39 @@ class MyBox : public QDialog {
   void PonerBotones(int juego, int defecto);
   /// Da su tamaño a la caja y la lleva a su sitio.
   void Colocar(float Top, float Left, QWidget* Sobre);
-  /// La enseña modal y vuelve cuando se pulsa un botón, ya despachados los sucesos pendientes.
-  void Preguntar();
+
+  // Lo que se pregunta, a lo más una cosa por caja. `tipo` es el descriptor del campo.
+  void PonerValor(const QString& tipo, const QString& defecto);
+  /// `defecto`: los dos extremos unidos por "ƒ", o nada.
+  void PonerIntervalo(const QString& tipo, const QString& defecto);
+  /// `defecto`: como en ElementosLista.
+  void PonerLista(const QString& defecto);
+  void PonerRejilla(const QString& columnas, const std::vector<QStringList>& datos);
+  /// Columna de la rejilla que da el texto del resultado; la primera si no se dice.
+  void PonerColumna(const QString& titulo);
+  /// El campo enseña asteriscos.
+  void PonerSecreto();
+  /// Ruta de la ayuda; si no existe, no hay ayuda que pulsar.
+  void PonerTema(const QString& tema);
+  /// Enseña la muestra de color; lo que se elija en ella va al campo como número azul-verde-rojo.
+  void MostrarColor(const QColor& color);
+
+  /// Si el intervalo tecleado vale: algún extremo en blanco, o el segundo no es menor que el primero según su
+  /// tipo (F fechas, D y N números, otro por códigos de carácter).
+  bool DesdeHastaOk() const;
 
   /// Código del botón que se pulsó; 0 mientras ninguno.
   int Resultado() const { return resultado_; }
+  /// Lo tecleado o elegido, tal como se veía al pulsar el botón; el primer extremo de un intervalo.
+  const QString& Texto() const { return texto_; }
+  const QString& SegundoTexto() const { return segundoTexto_; }
   /// Ranura del botón que pulsa Escape en un campo de texto; -1 si el juego no tiene "Cancelar".
   int RanuraCancelar() const { return ranuraCancelar_; }
 
   void reject() override;
 
  protected:
+  bool eventFilter(QObject* objeto, QEvent* suceso) override;
   void closeEvent(QCloseEvent* suceso) override;
   void showEvent(QShowEvent* suceso) override;
   void keyPressEvent(QKeyEvent* suceso) override;
@@ -77,13 +106,25 @@ class MyBox : public QDialog {
   QPushButton* BotonDeCierre() const;
   std::vector<QPushButton*> BotonesVisibles() const;
   QScreen* Pantalla(const QWidget* sobre) const;
+  void OrdenarFoco(const std::vector<QWidget*>& primeros);
+  void DescribirCampo(QLineEdit* campo, const QString& tipo, const QString& texto);
+  bool FiltrarEscape(QKeyEvent* tecla);
+  void CambiarColor();
+  void ElegirFila(const QModelIndex& fila);
+  void AceptarFila(const QModelIndex& fila);
   void AjustarMensaje(int anchoLibre, int altoLibre);
 
   std::unique_ptr<Ui::MyBox> ui_;
+  std::unique_ptr<Rejilla> rejilla_;
+  std::unique_ptr<ModeloRejilla> modelo_;  // se va antes que su rejilla
   std::array<QPushButton*, 3> botones_;
+  QString texto_;
+  QString segundoTexto_;
+  QColor color_;
   QPoint agarre_;
   int resultado_ = 0;
   int ranuraCancelar_ = -1;
+  int columna_ = 0;
 };
 
 }  // namespace comunes

@@ -1,0 +1,32 @@
+#include "comunes/dialogos/ListaCaja.h"
+
+#include <QFileInfo>
+
+#include "comunes/dialogos/TextoAyuda.h"
+#include "comunes/plataforma/Texto.h"
+
+namespace comunes {
+namespace {
+
+constexpr qint64 kMaximo = 16 * 1024 * 1024;
+
+QStringList LineasFichero(const QString& ruta) {
+  if (!QFileInfo::exists(ruta)) return {};
+  QString texto = DesdeWindows1252(LeerBytes(ruta, kMaximo).toStdString());
+  texto.replace("\r\n", "\n").replace(u'\r', u'\n');
+  if (texto.isEmpty()) return {};
+  if (texto.endsWith(u'\n')) texto.chop(1);
+  return texto.split(u'\n');
+}
+
+}  // namespace
+
+QStringList ElementosLista(const QString& valor) {
+  if (valor.startsWith(u'@')) return LineasFichero(valor.sliced(1));
+  const bool menores = !valor.contains(u';') && valor.contains("<<");
+  QStringList elementos = valor.split(menores ? "<<" : ";");
+  if (elementos.size() > 1 && elementos.constLast().isEmpty()) elementos.removeLast();
+  return elementos;
+}
+
+}  // namespace comunes

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QDialog>
+#include <memory>
+
+namespace comunes {
+
+namespace Ui {
+class MiniHelp;
+}
+
+/// Ventana de ayuda: enseña un tema (texto llano, HTML o Markdown) y deja buscar en él (Ctrl+F) y cambiar el
+/// tamaño de la letra (Ctrl y +, -, 0).
+class MiniHelp : public QDialog {
+  Q_OBJECT
+
+ public:
+  explicit MiniHelp(QWidget* padre = nullptr);
+  ~MiniHelp() override;
+
+  /// Ruta de un fichero o de un recurso (":/manual.md"). Si no se puede leer, la ventana lo dice.
+  void Cargar(const QString& ruta);
+
+  void reject() override;
+
+ private:
+  void Ampliar(int pasos);
+  void AbrirBusqueda();
+  void Buscar(bool haciaAtras);
+
+  std::unique_ptr<Ui::MiniHelp> ui_;
+  int ampliado_ = 0;
+};
+
+}  // namespace comunes

@@ -1,0 +1,174 @@
+#include <QFileInfo>
+#include <QKeyEvent>
+#include <QListView>
+#include <QPainter>
+#include <QProxyStyle>
+#include <QPushButton>
+
+#include "comunes/campos/CajaDescrita.h"
+#include "comunes/campos/Etiquetas.h"
+#include "comunes/campos/Formato.h"
+#include "comunes/campos/Tecleo.h"
+#include "comunes/dialogos/CajaPropia.h"
+#include "comunes/dialogos/ListaCaja.h"
+#include "comunes/dialogos/MiniHelp.h"
+#include "comunes/dialogos/SelectorColor.h"
+#include "comunes/plataforma/Formatos.h"
+#include "ui_MyBox.h"
+
+namespace comunes {
+namespace {
+
+constexpr QChar kUneIntervalo(0x0192);  // "ƒ"
+const QString kIntervalo = u"(/)"_qs;
+const QString kLista = u"TABLA"_qs;
+const QString kSecreto = u"(PWD)"_qs;
+const QString kColor = u"(RGB)"_qs;
+
+/// Lo secreto se enseña con asteriscos y no con el signo de cada escritorio.
+class EstiloAsteriscos : public QProxyStyle {
+ public:
+  int styleHint(StyleHint cual, const QStyleOption* opcion, const QWidget* control,
+                QStyleHintReturn* mas) const override {
+    return cual == SH_LineEdit_PasswordCharacter ? '*' : QProxyStyle::styleHint(cual, opcion, control, mas);
+  }
+};
+
+std::optional<QDate> Fecha(const QString& texto) {
+  const QString edicion = UnformatValue(texto, u"T(F) A(D) L(10)"_qs);
+  const auto fecha = LeerFecha(edicion);
+  return fecha ? fecha : CompletarFecha(edicion.trimmed());
+}
+
+}  // namespace
+
+bool ValidandoCampo = false;
+
+void MyBox::DescribirCampo(QLineEdit* campo, const QString& tipo, const QString& texto) {
+  CajaDescrita* caja = Describir(campo, tipo);
+  connect(caja, &CajaDescrita::vaASalir, this, [] { ValidandoCampo = true; });
+  connect(caja, &CajaDescrita::haSalido, this, [] { ValidandoCampo = false; });
+  PonerTexto(campo, texto);
+  campo->installEventFilter(this);
+  campo->show();
+}
+
+void MyBox::PonerValor(const QString& tipo, const QString& defecto) {
+  DescribirCampo(ui_->CampoTexto, tipo, defecto);
+  ui_->CampoTexto->setAccessibleName(ui_->Mensaje->accessibleName());
+  OrdenarFoco({ui_->CampoTexto, ui_->RGBText});
+  if (tipo.contains(kColor)) MostrarColor(ColorDeNumero(static_cast<int>(Val(defecto))));
+}
+
+void MyBox::PonerIntervalo(const QString& tipo, const QString& defecto) {
+  QString desde;
+  QString hasta;
+  if (const auto corte = defecto.indexOf(kUneIntervalo); corte >= 0) {
+    desde = defecto.first(corte);
+    hasta = defecto.sliced(corte + 1);
+  }
+  DescribirCampo(ui_->CampoTexto, tipo, desde.isNull() ? desde : FormatValue(desde, tipo));
+  DescribirCampo(ui_->CampoHasta, tipo, hasta.isNull() ? hasta : FormatValue(hasta, tipo));
+  ui_->etiDesde->show();
+  ui_->etiHasta->show();
+  OrdenarFoco({ui_->CampoTexto, ui_->CampoHasta});
+}
+
+void MyBox::PonerLista(const QString& defecto) {
+  ui_->cbxTabla->setAccessibleName(ui_->Mensaje->accessibleName());
+  ui_->cbxTabla->addItems(ElementosLista(defecto));
+  ui_->cbxTabla->setCurrentIndex(ui_->cbxTabla->count() > 0 ? 0 : -1);
+  ui_->cbxTabla->show();
+}
+
+void MyBox::PonerSecreto() {
+  auto* estilo = new EstiloAsteriscos;
+  estilo->setParent(this);
+  ui_->CampoTexto->setStyle(estilo);
+  ui_->CampoTexto->setEchoMode(QLineEdit::Password);
+}
+
+void MyBox::PonerTema(const QString& tema) {
+  ui_->Ayuda->setVisible(!tema.isEmpty() && QFileInfo::exists(tema));
+  connect(ui_->Ayuda, &QToolButton::clicked, this, [this, tema] {
+    MiniHelp ayuda(this);
+    ayuda.Cargar(tema);
+    ayuda.exec();
+  });
+}
+
+void MyBox::MostrarColor(const QColor& color) {
+  color_ = color;
+  QPixmap muestra(ui_->RGBText->iconSize() * devicePixelRatioF());
+  muestra.setDevicePixelRatio(devicePixelRatioF());
+  muestra.fill(color);
+  ui_->RGBText->setIcon(muestra);
+  ui_->RGBText->show();
+}
+
+void MyBox::CambiarColor() {
+  QColor elegido;
+  try {
+    elegido = ElegirColor(color_, this);
+  } catch (const std::exception&) {
+    return;
+  }
+  if (!elegido.isValid()) return;
+  MostrarColor(elegido);
+  PonerTexto(ui_->CampoTexto, QString::number(NumeroDeColor(elegido)));
+}
+
+bool MyBox::DesdeHastaOk() const {
+  const QString desde = ui_->CampoTexto->text();
+  const QString hasta = ui_->CampoHasta->text();
+  if (desde.trimmed().isEmpty() || hasta.trimmed().isEmpty()) return true;
+  const QString letra = GetTag(Descriptor(ui_->CampoTexto), u"T"_qs).value_or(QString());
+  if (letra == u"F") {
+    const auto primera = Fecha(desde);
+    const auto segunda = Fecha(hasta);
+    return primera && segunda && *segunda >= *primera;
+  }
+  if (letra == u"D") return Val(hasta) >= Val(desde);
+  if (letra == u"N" || letra == u"n") {
+    return Val(UnformatValue(hasta, Descriptor(ui_->CampoHasta))) >=
+           Val(UnformatValue(desde, Descriptor(ui_->CampoTexto)));
+  }
+  return desde <= hasta;
+}
+
+bool MyBox::FiltrarEscape(QKeyEvent* tecla) {
+  if (tecla->key() != Qt::Key_Escape) return false;
+  if (ranuraCancelar_ >= 0) {
+    Boton(ranuraCancelar_)->click();
+  } else {
+    char32_t caracter = 27;
+    TagKeyPress(ui_->CampoTexto, caracter);
+  }
+  return true;
+}
+
+QString MyInputBox(const QString& Texto, const QString& Titulo, int Icono, const QString& Tipo,
+                   const QString& Defecto, float Top, float Left, QWidget* Sobre, const QString& Tema) {
+  CajaPropia caja;
+  caja->PonerTitulo(Titulo, Icono);
+  caja->PonerMensaje(Texto);
+  caja->PonerTema(Tema);
+  caja->PonerBotones(2, 1);
+  const bool lista = Tipo == kLista;
+  const bool intervalo = Tipo.endsWith(kIntervalo);
+  if (lista) {
+    caja->PonerLista(Defecto);
+  } else if (intervalo) {
+    caja->PonerIntervalo(Tipo, Defecto);
+  } else {
+    caja->PonerValor(Tipo, Defecto);
+  }
+  if (Tipo.contains(kSecreto)) caja->PonerSecreto();
+  caja->Colocar(Top, Left, Sobre);
+  if (caja.Preguntar() != kAceptar) return {};
+  if (lista) return caja->Texto();
+  const QString desde = UnformatValue(caja->Texto(), Tipo);
+  return intervalo ? desde + kUneIntervalo + UnformatValue(caja->SegundoTexto(), Tipo) : desde;
+}
+
+}  // namespace comunes

@@ -1,0 +1,73 @@
+#include "comunes/dialogos/TextoAyuda.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QStringDecoder>
+
+#include "comunes/plataforma/Texto.h"
+#include "remesa/ErrorEjecucion.h"
+#include "remesa/Lectura.h"
+
+namespace comunes {
+namespace {
+
+constexpr qint64 kMaximo = 4 * 1024 * 1024;
+constexpr int kDemasiado = 7;  // "Memoria insuficiente"
+
+TextoAyuda::Formato FormatoDe(const QString& ruta, const QString& texto) {
+  const QString extension = QFileInfo(ruta).suffix().toLower();
+  const QString cabeza = texto.left(200).trimmed().toLower();
+  if (extension == u"md" || extension == u"markdown") return TextoAyuda::Formato::Markdown;
+  if (extension == u"html" || extension == u"htm" || cabeza.startsWith(u"<!doctype html") ||
+      cabeza.startsWith(u"<html")) {
+    return TextoAyuda::Formato::Html;
+  }
+  return TextoAyuda::Formato::Llano;
+}
+
+}  // namespace
+
+QByteArray LeerBytes(const QString& ruta, qint64 maximo) {
+  if (ruta.startsWith(u':')) {
+    QFile recurso(ruta);
+    if (!recurso.open(QIODevice::ReadOnly)) throw remesa::ErrorEjecucion(53, ARuta(ruta));
+    if (recurso.size() > maximo) throw remesa::ErrorEjecucion(kDemasiado, ARuta(ruta));
+    return recurso.readAll();
+  }
+  remesa::LecturaFichero fichero(ARuta(ruta));
+  if (fichero.tamano() > static_cast<std::uintmax_t>(maximo)) {
+    throw remesa::ErrorEjecucion(kDemasiado, ARuta(ruta));
+  }
+  QByteArray bytes(static_cast<qsizetype>(fichero.tamano()), Qt::Uninitialized);
+  bytes.truncate(
+      static_cast<qsizetype>(fichero.leer({bytes.data(), static_cast<std::size_t>(bytes.size())})));
+  return bytes;
+}
+
+QString DecodificarAyuda(const QByteArray& bytes) {
+  const auto marcada = QStringConverter::encodingForData(bytes);
+  QStringDecoder lector(marcada.value_or(QStringConverter::Utf8));
+  const QString texto = lector(bytes);
+  return lector.hasError() ? DesdeWindows1252({bytes.data(), static_cast<std::size_t>(bytes.size())}) : texto;
+}
+
+TextoAyuda LeerAyuda(const QString& ruta) {
+  TextoAyuda ayuda;
+  try {
+    ayuda.texto = DecodificarAyuda(LeerBytes(ruta, kMaximo));
+    ayuda.formato = FormatoDe(ruta, ayuda.texto);
+    if (ayuda.texto.contains(QChar(u'\0'))) ayuda.fallo = u"El tema de ayuda no es un fichero de texto:\n"_qs;
+  } catch (const remesa::ErrorEjecucion& error) {
+    ayuda.fallo =
+        error.numero() == kDemasiado
+            ? u"El tema de ayuda es demasiado grande para verlo aquí:\n"_qs
+            : u"No se puede leer el tema de ayuda (%1):\n"_qs.arg(QString::fromStdString(error.texto()));
+  }
+  if (!ayuda.fallo.isEmpty()) {
+    ayuda.texto.clear();
+    ayuda.fallo += ruta;
+  }
+  return ayuda;
+}
+
+}  // namespace comunes

@@ -1,0 +1,307 @@
+// Las preguntas de la caja: valor, intervalo, lista, rejilla y color, tecleadas y pulsadas de verdad.
+
+#include <QComboBox>
+#include <QLineEdit>
+#include <QTableView>
+#include <QToolButton>
+#include <QtTest>
+
+#include "comunes/dialogos/ListaCaja.h"
+#include "comunes/dialogos/MiniHelp.h"
+#include "comunes/dialogos/SelectorColor.h"
+#include "comunes/plataforma/Formatos.h"
+#include "comunes/plataforma/Texto.h"
+#include "pruebas/Cajas.h"
+#include "remesa/ErrorEjecucion.h"
+
+using namespace comunes;
+
+namespace {
+
+QLineEdit* Campo(MyBox& caja) {
+  return caja.findChild<QLineEdit*>("CampoTexto");
+}
+QLineEdit* Hasta(MyBox& caja) {
+  return caja.findChild<QLineEdit*>("CampoHasta");
+}
+
+/// Teclea sobre lo que tenga el foco; "\r" es Intro.
+void Teclear(MyBox& caja, const QString& teclas) {
+  for (const QChar c : teclas) {
+    if (c == u'\r')
+      QTest::keyClick(caja.focusWidget(), Qt::Key_Return);
+    else
+      QTest::keyClick(caja.focusWidget(), c.toLatin1());
+    QCoreApplication::processEvents();
+  }
+}
+
+QString Pedir(const QString& tipo, const QString& defecto, const Cajas::Accion& accion,
+              const QString& tema = {}) {
+  Cajas cajas;
+  cajas.Hacer([&](MyBox& caja) {
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&caja));
+    accion(caja);
+  });
+  return MyInputBox("Dato;nuevo", "Título", 4, tipo, defecto, -1, -1, nullptr, tema);
+}
+
+class PreguntasCaja : public testing::Test {
+ protected:
+  PreguntasCaja() {
+    PonerLocaleUsuario(QLocale(QLocale::Spanish, QLocale::Spain));
+    PonerFechaActual(QDate(2026, 3, 5));
+  }
+  ~PreguntasCaja() override {
+    PonerLocaleUsuario({});
+    PonerFechaActual({});
+  }
+  QTemporaryDir carpeta_;
+
+  QString Escribir(const QString& nombre, const QByteArray& bytes) {
+    QFile fichero(carpeta_.filePath(nombre));
+    EXPECT_TRUE(fichero.open(QIODevice::WriteOnly) && fichero.write(bytes) == bytes.size());
+    return fichero.fileName();
+  }
+};
+
+}  // namespace
+
+TEST_F(PreguntasCaja, UnValorSeTecleaSeDejaYVuelveEnSuFormaDeEdicion) {
+  struct Caso {
+    const char* tipo;
+    const char* defecto;
+    const char* teclas;
+    const char* enseñado;  // al dejar el campo
+    const char* devuelto;
+  };
+  const Caso casos[] = {
+      {"T(N) A(D) L(12)", "", "1234,5\r", "1.234,50", "1234.50"},
+      {"T(F) A(D) L(10)", "", "5-3\r", "05 mar 2026", "05/03/2026"},
+      {"T(I) A(I) L(34)", "", "es9121000418450200051332\r", "ES91 2100 0418 4502 0005 1332",
+       "ES9121000418450200051332"},
+      {"T(M) A(I) L(15)", "previo", "abc\r", "ABC", "ABC"},
+      {"T(M) A(I) L(15)", "Previo", "\r", "Previo", "Previo"},
+      {"T(M) A(I) L(3)", "", "abc", "ABC", "ABC"},
+      {"T(D) A(C) L(6)", "", "42\r", "000042", "000042"},
+  };
+  for (const auto& c : casos) {
+    SCOPED_TRACE(std::string(c.tipo) + " " + c.teclas);
+    EXPECT_EQ(QString(c.devuelto), Pedir(c.tipo, c.defecto, [&](MyBox& caja) {
+                EXPECT_TRUE(Campo(caja)->hasFocus());
+                Teclear(caja, c.teclas);
+                EXPECT_TRUE(caja.Boton(1)->hasFocus());
+                EXPECT_EQ(QString::fromUtf8(c.enseñado), Campo(caja)->text());
+                Teclear(caja, "\r");
+              }));
+  }
+}
+
+TEST_F(PreguntasCaja, LaOrdenDejaElCampoYSoloAceptarDevuelve) {
+  const QString tipo = "T(n) A(D) L(12)";
+  const auto teclear = [](auto orden) {
+    return [orden](MyBox& caja) {
+      Teclear(caja, "1500");
+      orden(caja);
+      EXPECT_TRUE(QTest::qWaitFor([&] { return !caja.isVisible(); }));
+    };
+  };
+  const auto pulsar = [](int ranura) {
+    return [ranura](MyBox& caja) { QTest::mouseClick(caja.Boton(ranura), Qt::LeftButton); };
+  };
+  const auto tecla = [](Qt::Key cual, Qt::KeyboardModifier mod = Qt::NoModifier) {
+    return [=](MyBox& caja) { QTest::keyClick(Campo(caja), cual, mod); };
+  };
+  EXPECT_EQ("1500.00", Pedir(tipo, "", teclear(pulsar(1))));
+  EXPECT_EQ("1500.00", Pedir(tipo, "", teclear(tecla(Qt::Key_A, Qt::AltModifier))));
+  EXPECT_EQ("", Pedir(tipo, "", teclear(pulsar(0))));
+  EXPECT_EQ("", Pedir(tipo, "", teclear(tecla(Qt::Key_Escape))));
+}
+
+TEST_F(PreguntasCaja, SinCancelarEscapeEsUnaTeclaMas) {
+  MyBox caja;
+  caja.PonerBotones(1, 1);
+  caja.PonerValor("T(X) A(I) L(9)", "");
+  caja.show();
+  QTest::keyClick(Campo(caja), Qt::Key_Escape);
+  EXPECT_TRUE(caja.isVisible());
+  EXPECT_EQ(0, caja.Resultado());
+}
+
+TEST_F(PreguntasCaja, LoSecretoSeVeConAsteriscos) {
+  EXPECT_EQ("abc", Pedir("T(Z) A(I) L(9) (PWD)", "", [](MyBox& caja) {
+              Teclear(caja, "abc");
+              EXPECT_EQ("***", Campo(caja)->displayText());
+              caja.Boton(1)->click();
+            }));
+}
+
+TEST_F(PreguntasCaja, ElIntervaloSeCompruebaSegunSuTipo) {
+  struct Caso {
+    const char* tipo;
+    const char* defecto;
+    const char* devuelto;  // nulo: se rechaza
+  };
+  const Caso casos[] = {
+      {"T(F) A(D) L(10)(/)", "31/12/2024ƒ01/01/2024", nullptr},
+      {"T(F) A(D) L(10)(/)", "01/02/2024ƒ01/02/2024", "01/02/2024ƒ01/02/2024"},
+      {"T(F) A(D) L(10)(/)", "31/12/2024ƒ", "31/12/2024ƒ"},
+      {"T(F) A(D) L(10)(/)", "ƒ31/12/2024", "ƒ31/12/2024"},
+      {"T(D) A(D) L(6)(/)", "9ƒ10", "     9ƒ    10"},
+      {"T(D) A(D) L(6)(/)", "10ƒ9", nullptr},
+      {"T(N) A(D) L(12)(/)", "-2000ƒ1000.5", "-2000.00ƒ1000.50"},
+      {"T(n) A(D) L(12)(/)", "2000ƒ900", nullptr},
+      {"T(Z) A(I) L(9)(/)", "bƒa", nullptr},
+      {"T(Z) A(I) L(9)(/)", "Bƒa", "Bƒa"},
+      {"T(Z) A(I) L(9)(/)", "aƒbƒc", "aƒbƒc"},
+      {"T(Z) A(I) L(9)(/)", "a", "ƒ"},
+  };
+  for (const auto& c : casos) {
+    SCOPED_TRACE(std::string(c.tipo) + " " + c.defecto);
+    EXPECT_EQ(QString(c.devuelto), Pedir(c.tipo, c.defecto, [&](MyBox& caja) {
+                EXPECT_TRUE(Campo(caja)->hasFocus());
+                EXPECT_TRUE(Hasta(caja)->isVisible());
+                EXPECT_EQ(Campo(caja)->y(), Hasta(caja)->y());
+                EXPECT_EQ(c.devuelto != nullptr, caja.DesdeHastaOk());
+                caja.Boton(1)->click();
+                EXPECT_EQ(c.devuelto == nullptr, caja.isVisible());
+                if (caja.isVisible()) QTest::keyClick(Hasta(caja), Qt::Key_Escape);
+              }));
+  }
+  EXPECT_EQ("ƒ01/01/2024", Pedir("T(F) A(D) L(10)(/)", "31/12/2024ƒ01/01/2024", [](MyBox& caja) {
+              QTest::keyClick(Campo(caja), Qt::Key_A, Qt::AltModifier);
+              EXPECT_FALSE(QTest::qWaitFor([&] { return !caja.isVisible(); }, 300));
+              Campo(caja)->selectAll();
+              QTest::keyClick(Campo(caja), Qt::Key_Delete);
+              caja.Boton(1)->click();
+            }));
+}
+
+TEST_F(PreguntasCaja, LaListaSeCortaPorSuSeparadorOSeLeeDeUnFichero) {
+  const auto ruta = [&](const char* nombre, const QByteArray& bytes) {
+    return "@" + Escribir(nombre, bytes);
+  };
+  const std::pair<QString, QStringList> casos[] = {
+      {"A;B<<C", {"A", "B<<C"}},
+      {"A<<B<<", {"A", "B"}},
+      {"A;;B;", {"A", "", "B"}},
+      {"", {""}},
+      {";", {""}},
+      {"uno", {"uno"}},
+      {ruta("tabla",
+            "Espa\xF1"
+            "a\r\nsegundo;x\n\ntercero\r"),
+       {"España", "segundo;x", "", "tercero"}},
+      {ruta("vacia", ""), {}},
+      {"@" + carpeta_.filePath("no-existe"), {}},
+  };
+  for (const auto& [valor, esperado] : casos) {
+    EXPECT_EQ(esperado, ElementosLista(valor)) << valor.toStdString();
+  }
+  EXPECT_THROW(ElementosLista("@" + carpeta_.path()), remesa::ErrorEjecucion);
+  EXPECT_EQ("B", Pedir("TABLA", "A;B;C", [](MyBox& caja) {
+              auto* lista = caja.findChild<QComboBox*>("cbxTabla");
+              EXPECT_EQ("A", lista->currentText());
+              EXPECT_TRUE(caja.Boton(1)->hasFocus());
+              EXPECT_FALSE(Campo(caja)->isVisible());
+              QTest::keyClick(lista, Qt::Key_Down);
+              caja.Boton(1)->click();
+            }));
+  EXPECT_EQ("A;B", Pedir("T(Z) A(I) L(9) TABLA", "A;B", [](MyBox& caja) {
+              EXPECT_TRUE(Campo(caja)->isVisible());
+              caja.Boton(1)->click();
+            }));
+}
+
+TEST_F(PreguntasCaja, LaRejillaDevuelveLaColumnaDeLaFilaElegida) {
+  const std::vector<QStringList> datos = {{"1", "Ana", "10"}, {"2", "Eva", "20"}, {"3", "Íñigo", "30"}};
+  const auto elegir = [&](const QString& columna, auto accion) {
+    Cajas cajas;
+    cajas.Hacer([&](MyBox& caja) {
+      EXPECT_TRUE(QTest::qWaitForWindowActive(&caja));
+      accion(caja, *caja.findChild<QTableView*>("VisorMini"));
+    });
+    return MyVisorBox("Elija", "#0;Nombre#20;Importe#10>", datos, 4, columna);
+  };
+  const auto celda = [](QTableView& visor, int fila) {
+    return visor.visualRect(visor.model()->index(fila, 1)).center();
+  };
+  EXPECT_EQ("Eva", elegir("Nombre", [&](MyBox& caja, QTableView& visor) {
+              EXPECT_TRUE(caja.Boton(0)->hasFocus());
+              EXPECT_TRUE(visor.isColumnHidden(0));
+              QTest::mouseClick(visor.viewport(), Qt::LeftButton, {}, celda(visor, 1));
+              caja.Boton(1)->click();
+            }));
+  EXPECT_EQ("30", elegir("Importe", [&](MyBox&, QTableView& visor) {
+              QTest::mouseClick(visor.viewport(), Qt::LeftButton, {}, celda(visor, 2));
+              QTest::mouseDClick(visor.viewport(), Qt::LeftButton, {}, celda(visor, 2));
+            }));
+  EXPECT_EQ("Ana", elegir("Nombre", [&](MyBox&, QTableView& visor) {
+              visor.setFocus(Qt::TabFocusReason);
+              QTest::keyClick(&visor, Qt::Key_Return);
+            }));
+  EXPECT_EQ("", elegir("Nombre", [&](MyBox& caja, QTableView& visor) {
+              QTest::mouseClick(visor.viewport(), Qt::LeftButton, {}, celda(visor, 1));
+              QTest::keyClick(&visor, Qt::Key_Escape);
+              EXPECT_EQ(kCancelar, caja.Resultado());
+            }));
+  EXPECT_EQ("2", elegir("",
+                        [&](MyBox& caja, QTableView& visor) {
+                          EXPECT_FALSE(caja.Boton(1)->isVisible());
+                          QTest::mouseClick(visor.viewport(), Qt::LeftButton, {}, celda(visor, 1));
+                          caja.Boton(0)->click();
+                        }))
+      << "sin columna, la primera";
+}
+
+TEST_F(PreguntasCaja, LaMuestraDaElColorComoNumero) {
+  QColor respuesta;
+  QColor inicial;
+  const auto anterior = PonerSelectorColor([&](const QColor& color, QWidget*) {
+    inicial = color;
+    if (!respuesta.isValid()) throw remesa::ErrorEjecucion(5);
+    return respuesta;
+  });
+  EXPECT_EQ("16764160", Pedir("T(D) A(D) L(8) (RGB)", "255", [&](MyBox& caja) {
+              auto* muestra = caja.findChild<QToolButton*>("RGBText");
+              ASSERT_TRUE(muestra->isVisible());
+              QTest::mouseClick(muestra, Qt::LeftButton);
+              EXPECT_EQ(QColor(Qt::red), inicial);
+              EXPECT_EQ("255", Campo(caja)->text().trimmed());
+              respuesta = QColor(0x00, 0xCD, 0xFF);
+              QTest::mouseClick(muestra, Qt::LeftButton);
+              caja.Boton(1)->click();
+            }));
+  PonerSelectorColor(anterior);
+}
+
+TEST_F(PreguntasCaja, LaAyudaSoloSeVeConUnTemaQueExisteYNoCierraLaCaja) {
+  const QString tema = Escribir("tema.md", "# Título\n\nTexto");
+  const auto ayuda = [](MyBox& caja) { return caja.findChild<QToolButton*>("Ayuda"); };
+  for (const QString& ausente : {QString(), tema + "x"}) {
+    Pedir(
+        "T(M) A(I) L(5)", "",
+        [&](MyBox& caja) {
+          EXPECT_FALSE(ayuda(caja)->isVisible());
+          caja.close();
+        },
+        ausente);
+  }
+  EXPECT_EQ("AB", Pedir(
+                      "T(M) A(I) L(5)", "",
+                      [&](MyBox& caja) {
+                        Teclear(caja, "ab");
+                        QString titulo;
+                        QTimer::singleShot(200, [&] {
+                          QWidget* modal = QApplication::activeModalWidget();
+                          titulo = modal->windowTitle();
+                          QTest::keyClick(modal, Qt::Key_Escape);
+                        });
+                        QTest::keyClick(Campo(caja), Qt::Key_F1);
+                        EXPECT_TRUE(QTest::qWaitFor([&] { return !titulo.isEmpty(); }));
+                        EXPECT_EQ("Ayuda: tema", titulo);
+                        EXPECT_EQ(Campo(caja), caja.focusWidget());
+                        caja.Boton(1)->click();
+                      },
+                      tema));
+}
