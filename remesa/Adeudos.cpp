@@ -19,7 +19,8 @@ std::size_t ContarDeudores(const ListaRegistros& lista) {
 }
 
 bool EsDuplicable(std::string_view registro) {
-  return campo(registro, kMarcaAdeudo) == "300" && EsTipo03(registro);
+  return campo(registro, kMarcaAdeudo) == "300" && campo(registro, kNumeroDato) == "003" &&
+         EsTipo03(registro);
 }
 
 bool InsertarCopia(ListaRegistros& lista, std::size_t i) {

@@ -10,7 +10,7 @@ namespace remesa {
 /// Número de registros con código "03".
 std::size_t ContarDeudores(const ListaRegistros& lista);
 
-/// Un adeudo que puede duplicarse: código "03" y posiciones 7-9 "300".
+/// Un adeudo que puede duplicarse: código "03", posiciones 7-9 "300" y número de dato "003".
 bool EsDuplicable(std::string_view registro);
 
 /// Inserta una copia del registro `i` en `i + 1`. Devuelve false, sin cambiar nada, si no es duplicable.

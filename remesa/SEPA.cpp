@@ -48,8 +48,9 @@ std::string FormatoIBAN(std::string_view iban, bool sinPrefijo) {
 
 bool IBANValido(std::string_view iban) {
   const std::string_view cabeza = iban.substr(0, 4);
+  const std::string girado = std::string(iban.substr(cabeza.size())).append(cabeza);
   std::string cifras;
-  for (const char& c : std::string(iban.substr(cabeza.size())).append(cabeza))
+  for (const char& c : girado)
     cifras += ValorIBAN({&c, 1});
   return Modulo97(cifras) == 1;
 }

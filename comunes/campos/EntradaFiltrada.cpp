@@ -134,18 +134,30 @@ bool EntradaFiltrada::botonCentral(QMouseEvent* evento) {
   return true;
 }
 
+// El menú de la línea pega sin filtrar: este es el mismo, con sus textos, sobre las órdenes de aquí.
 void EntradaFiltrada::menu(const QPoint& lugar) {
-  QMenu* menu = linea_->createStandardContextMenu();
+  auto* menu = new QMenu(linea_);
   menu->setAttribute(Qt::WA_DeleteOnClose);
-  const auto cambiar = [this, menu](const char* nombre, auto hacer) {
-    if (auto* accion = menu->findChild<QAction*>(QLatin1String(nombre))) {
-      accion->disconnect(linea_);
-      connect(accion, &QAction::triggered, this, hacer);
-    }
+  const auto anadir = [menu, this](const QString& texto, QKeySequence::StandardKey tecla, bool activa,
+                                   auto hacer) {
+    const QString atajo = QKeySequence(tecla).toString(QKeySequence::NativeText);
+    QAction* accion = menu->addAction(atajo.isEmpty() ? texto : texto + QLatin1Char('\t') + atajo);
+    accion->setEnabled(activa);
+    connect(accion, &QAction::triggered, this, hacer);
   };
-  cambiar("edit-paste", [this] { pegar(QGuiApplication::clipboard()->text()); });
-  cambiar("edit-undo", [this] { deshacer(); });
-  cambiar("edit-redo", [this] { rehacer(); });
+  const bool visible = linea_->echoMode() == QLineEdit::Normal;
+  const bool seleccion = linea_->hasSelectedText();
+  anadir(QLineEdit::tr("&Undo"), QKeySequence::Undo, linea_->isUndoAvailable(), [this] { deshacer(); });
+  anadir(QLineEdit::tr("&Redo"), QKeySequence::Redo, linea_->isRedoAvailable(), [this] { rehacer(); });
+  menu->addSeparator();
+  anadir(QLineEdit::tr("Cu&t"), QKeySequence::Cut, seleccion && visible, [this] { linea_->cut(); });
+  anadir(QLineEdit::tr("&Copy"), QKeySequence::Copy, seleccion && visible, [this] { linea_->copy(); });
+  anadir(QLineEdit::tr("&Paste"), QKeySequence::Paste, !QGuiApplication::clipboard()->text().isEmpty(),
+         [this] { pegar(QGuiApplication::clipboard()->text()); });
+  anadir(QLineEdit::tr("Delete"), QKeySequence::Delete, seleccion, [this] { linea_->del(); });
+  menu->addSeparator();
+  anadir(QLineEdit::tr("Select All"), QKeySequence::SelectAll, !linea_->text().isEmpty(),
+         [this] { linea_->selectAll(); });
   menu->popup(lugar);
 }
 

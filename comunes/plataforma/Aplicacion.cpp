@@ -15,7 +15,7 @@ Aplicacion::Aplicacion(int& argc, char** argv) : QApplication(argc, argv) {
 }
 
 bool Aplicacion::notify(QObject* receptor, QEvent* evento) {
-  bool atendido = false;
+  bool atendido = true;
   Proteger([&] { atendido = QApplication::notify(receptor, evento); });
   return atendido;
 }

@@ -4,8 +4,10 @@
 #include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
+#include <QStringConverter>
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -39,7 +41,9 @@ std::string plegar(std::string_view bytes) {
   return plegado;
 }
 
+/// Sin blancos alrededor y hasta el primer NUL, que para la plataforma acaba el texto.
 std::string_view recortar(std::string_view texto) {
+  texto = texto.substr(0, texto.find('\0'));
   const auto desde = texto.find_first_not_of(kBlancos);
   if (desde == std::string_view::npos) return {};
   return texto.substr(desde, texto.find_last_not_of(kBlancos) - desde + 1);
@@ -51,47 +55,49 @@ std::string_view sinComillas(std::string_view valor) {
   return rodeado ? valor.substr(1, valor.size() - 2) : valor;
 }
 
-/// El nombre entre corchetes si `linea` abre una sección.
-bool abreSeccion(std::string_view linea, std::string_view& nombre) {
-  if (linea.empty() || linea.front() != '[') return false;
-  linea.remove_prefix(1);
-  nombre = recortar(linea.substr(0, linea.rfind(']')));
-  return true;
+/// El nombre entre el primer corchete y el último si `linea` abre una sección; sin el de cierre no la abre.
+std::optional<std::string_view> nombreSeccion(std::string_view linea) {
+  linea.remove_prefix(std::min(linea.find_first_not_of(kBlancos), linea.size()));
+  if (!linea.starts_with('[')) return std::nullopt;
+  const auto cierre = linea.rfind(']');
+  if (cierre == std::string_view::npos) return std::nullopt;
+  return recortar(linea.substr(1, cierre - 1));
 }
 
 /// Fichero leído, en Windows-1252, y dónde empieza cada sección (la línea que sigue a sus corchetes).
 class Perfil {
  public:
   explicit Perfil(std::string bytes) : bytes_(std::move(bytes)) {
-    std::string_view nombre;
+    // Las claves anteriores a toda sección son de la que no tiene nombre.
+    secciones_.try_emplace(std::string(), 0);
     for (std::size_t pos = 0; pos < bytes_.size();)
-      if (abreSeccion(linea(pos), nombre)) secciones_.try_emplace(plegar(nombre), pos);
+      if (const auto nombre = nombreSeccion(linea(pos))) secciones_.try_emplace(plegar(*nombre), pos);
   }
 
   std::string_view valor(const std::string& seccion, const std::string& clave) const {
     const auto hallada = secciones_.find(plegar(recortar(seccion)));
     if (hallada == secciones_.end()) return {};
     const std::string buscada = plegar(recortar(clave));
-    std::string_view nombre;
     for (std::size_t pos = hallada->second; pos < bytes_.size();) {
       const std::string_view actual = linea(pos);
-      if (abreSeccion(actual, nombre)) break;
+      if (nombreSeccion(actual)) break;
       const auto igual = actual.find('=');
-      if (igual == std::string_view::npos || actual.front() == ';') continue;
-      if (plegar(recortar(actual.substr(0, igual))) == buscada)
+      if (igual == std::string_view::npos) continue;
+      const std::string_view nombre = recortar(actual.substr(0, igual));
+      if (!nombre.starts_with(';') && plegar(nombre) == buscada)
         return sinComillas(recortar(actual.substr(igual + 1))).substr(0, kLongitudMaxima);
     }
     return {};
   }
 
  private:
-  /// La línea que empieza en `pos`, sin blancos alrededor; deja `pos` al principio de la siguiente.
+  /// La línea que empieza en `pos`; deja `pos` al principio de la siguiente.
   std::string_view linea(std::size_t& pos) const {
     const std::string_view todo = bytes_;
+    const std::size_t desde = pos;
     const std::size_t fin = std::min(todo.find_first_of("\r\n", pos), todo.size());
-    const std::string_view cruda = todo.substr(pos, fin - pos);
     pos = fin + 1;
-    return recortar(cruda);
+    return todo.substr(desde, fin - desde);
   }
 
   std::string bytes_;
@@ -102,7 +108,9 @@ std::string leerBytes(const QString& ruta) {
   QFile fichero(ruta);
   if (!fichero.open(QIODevice::ReadOnly)) return {};
   const QByteArray bytes = fichero.readAll();
-  if (bytes.startsWith("\xEF\xBB\xBF")) return AWindows1252(QString::fromUtf8(bytes.mid(3)));
+  // Con la marca de orden de UTF-8 o UTF-16; sin ella, la página de códigos.
+  if (const auto codificacion = QStringConverter::encodingForData(bytes))
+    return AWindows1252(QStringDecoder(*codificacion)(bytes));
   return bytes.toStdString();
 }
 

@@ -1,0 +1,8 @@
+#include <QCoreApplication>
+#include <QStringList>
+
+#include "app/LineaOrdenes.h"
+
+QString LineaOrdenes() {
+  return QCoreApplication::arguments().mid(1).join(QLatin1Char(' ')).remove(QLatin1Char('"'));
+}

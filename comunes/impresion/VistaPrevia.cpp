@@ -1,0 +1,110 @@
+#include "comunes/impresion/VistaPrevia.h"
+
+#include <QDialog>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPrintPreviewWidget>
+#include <QPushButton>
+#include <QShortcut>
+#include <QSpinBox>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "comunes/plataforma/Ventanas.h"
+
+namespace comunes {
+namespace {
+
+constexpr int kPaginasVistaPrevia = 200;
+
+class VistaPrevia : public QDialog {
+ public:
+  VistaPrevia(QPrinter& impresora, const std::function<bool(QPrinter&, int)>& dibujar, QWidget* padre)
+      : QDialog(padre), visor_(new QPrintPreviewWidget(&impresora, this)) {
+    setObjectName("VistaPrevia");
+    setWindowTitle("Vista previa");
+    setWindowFlag(Qt::WindowMaximizeButtonHint, true);
+    auto* columna = new QVBoxLayout(this);
+    columna->addLayout(filaBotones());
+    columna->addWidget(visor_, 1);
+    aviso_->setObjectName("Aviso");
+    aviso_->setVisible(false);
+    columna->addWidget(aviso_);
+    connect(visor_, &QPrintPreviewWidget::paintRequested, this, [this, &dibujar](QPrinter* en) {
+      const bool todas = dibujar(*en, kPaginasVistaPrevia);
+      aviso_->setText(
+          QString("Se muestran las primeras %1 páginas; se imprimirán todas.").arg(kPaginasVistaPrevia));
+      aviso_->setVisible(!todas);
+    });
+    connect(visor_, &QPrintPreviewWidget::previewChanged, this, &VistaPrevia::actualizar);
+    resize(900, 800);
+    FuentesVentana(*this);
+    DisponerVentana(*this);
+    visor_->fitInView();
+    visor_->updatePreview();
+  }
+
+ private:
+  QPushButton* boton(QHBoxLayout* fila, const char* nombre, const QString& titulo,
+                     const QList<QKeySequence>& teclas, std::function<void()> accion) {
+    auto* b = new QPushButton(titulo, this);
+    b->setObjectName(nombre);
+    b->setAutoDefault(false);
+    fila->addWidget(b);
+    connect(b, &QAbstractButton::clicked, this, accion);
+    for (const QKeySequence& tecla : teclas)
+      connect(new QShortcut(tecla, this), &QShortcut::activated, this, accion);
+    return b;
+  }
+
+  QHBoxLayout* filaBotones() {
+    auto* fila = new QHBoxLayout;
+    anterior_ = boton(fila, "cmdAnterior", "&Anterior", {Qt::CTRL | Qt::Key_PageUp},
+                      [this] { visor_->setCurrentPage(visor_->currentPage() - 1); });
+    pagina_->setObjectName("Pagina");
+    pagina_->setAccessibleName("Página");
+    pagina_->setKeyboardTracking(false);
+    fila->addWidget(pagina_);
+    connect(pagina_, &QSpinBox::valueChanged, visor_, &QPrintPreviewWidget::setCurrentPage);
+    fila->addWidget(de_);
+    siguiente_ = boton(fila, "cmdSiguiente", "&Siguiente", {Qt::CTRL | Qt::Key_PageDown},
+                       [this] { visor_->setCurrentPage(visor_->currentPage() + 1); });
+    fila->addStretch();
+    boton(fila, "cmdMas", "A&umentar", QKeySequence::keyBindings(QKeySequence::ZoomIn),
+          [this] { visor_->zoomIn(); });
+    boton(fila, "cmdMenos", "&Reducir", QKeySequence::keyBindings(QKeySequence::ZoomOut),
+          [this] { visor_->zoomOut(); });
+    boton(fila, "cmdPagina", "&Página entera", {}, [this] { visor_->fitInView(); });
+    boton(fila, "cmdAncho", "An&cho de página", {}, [this] { visor_->fitToWidth(); });
+    fila->addStretch();
+    boton(fila, "cmdCerrar", "&Cerrar", {}, [this] { accept(); });
+    return fila;
+  }
+
+  void actualizar() {
+    const int paginas = std::max(1, visor_->pageCount());
+    const int actual = std::clamp(visor_->currentPage(), 1, paginas);
+    pagina_->setRange(1, paginas);
+    const QSignalBlocker sinEco(pagina_);
+    pagina_->setValue(actual);
+    de_->setText(QString("de %1").arg(paginas));
+    anterior_->setEnabled(actual > 1);
+    siguiente_->setEnabled(actual < paginas);
+  }
+
+  QPrintPreviewWidget* visor_;
+  QSpinBox* pagina_ = new QSpinBox(this);
+  QLabel* de_ = new QLabel(this);
+  QLabel* aviso_ = new QLabel(this);
+  QPushButton* anterior_ = nullptr;
+  QPushButton* siguiente_ = nullptr;
+};
+
+}  // namespace
+
+void MostrarVistaPrevia(QPrinter& impresora, const std::function<bool(QPrinter&, int)>& dibujar,
+                        QWidget* padre) {
+  VistaPrevia(impresora, dibujar, padre).exec();
+}
+
+}  // namespace comunes

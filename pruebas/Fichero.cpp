@@ -1,0 +1,99 @@
+#include "remesa/Fichero.h"
+
+#include <sys/stat.h>
+
+#include "Registros.h"
+
+using namespace remesa;
+using namespace std::string_literals;
+using pruebas::Bytes;
+using pruebas::NumeroError;
+
+namespace {
+
+class Ficheros : public pruebas::Carpeta {};
+
+TEST_F(Ficheros, MiraLaCabeza) {
+  const std::pair<std::string, Cabeza> casos[] = {{"", Cabeza::Desconocida},
+                                                  {"011914", Cabeza::Desconocida},
+                                                  {"0119143", Cabeza::Q19},
+                                                  {"0119143001", Cabeza::Q19},
+                                                  {"XX19143", Cabeza::Q19},
+                                                  {"\0\n19143"s, Cabeza::Q19},
+                                                  {"5180123", Cabeza::VersionAnterior},
+                                                  {"5180", Cabeza::Desconocida},
+                                                  {"5119143", Cabeza::Q19},
+                                                  {"0119144", Cabeza::Desconocida},
+                                                  {"NOESQ19", Cabeza::Desconocida}};
+  for (const auto& [bytes, cabeza] : casos)
+    EXPECT_EQ(ComprobarCabeza(escribir("f", bytes)), cabeza) << bytes;
+}
+
+TEST_F(Ficheros, CortaLasLineasEnCR) {
+  const std::string larga(3'000'000, 'x');
+  const std::string justa((1 << 20) - 1, 'y');  // el CR, último byte del primer trozo; el LF, en el siguiente
+  const std::pair<std::string, std::vector<std::string>> casos[] = {
+      {"", {}},
+      {"a\r\nb\r\n", {"a", "b"}},
+      {"a\r\nb", {"a", "b"}},
+      {"a\rb\r", {"a", "b"}},
+      {"a\nb\n", {"a\nb\n"}},
+      {"a\r\n\nb\r\n", {"a", "\nb"}},
+      {"\n\r\n\r\n", {"\n", ""}},
+      {"\r\r\n\r", {"", "", ""}},
+      {"\r", {""}},
+      {"\n", {"\n"}},
+      {"a\tb\0c\x1A\r\n\x1A"s, {"a\tb\0c\x1A"s, "\x1A"}},
+      {larga + "\r\n" + larga, {larga, larga}},
+      {justa + "\r\nz\r\n", {justa, "z"}},
+      {justa + "\rz\r\n", {justa, "z"}}};
+  for (const auto& [bytes, lineas] : casos)
+    EXPECT_EQ(Bytes(LeerFichero(escribir("f", bytes))), lineas) << bytes.substr(0, 20);
+}
+
+TEST_F(Ficheros, LoQueNoSePuedeLeerEsUnError) {
+  const std::string cola = (carpeta_ / "cola").string();
+  ASSERT_EQ(::mkfifo(cola.c_str(), 0600), 0);
+  const std::pair<std::filesystem::path, int> casos[] = {{carpeta_ / "falta", 53},
+                                                         {carpeta_ / "falta" / "f", 76},
+                                                         {carpeta_, 75},
+                                                         {cola, 75},
+                                                         {escribir("f", "x") / "dentro", 76},
+                                                         {"/dev/zero", 75},
+                                                         {"", 53}};
+  for (const auto& [ruta, numero] : casos) {
+    EXPECT_EQ(NumeroError([&, r = ruta] { LeerFichero(r); }), numero) << ruta;
+    EXPECT_EQ(NumeroError([&, r = ruta] { ComprobarCabeza(r); }), numero) << ruta;
+  }
+  if (::geteuid() == 0) GTEST_SKIP() << "el superusuario lee cualquier fichero";
+  const auto cerrado = escribir("cerrado", "x");
+  std::filesystem::permissions(cerrado, std::filesystem::perms::none);
+  EXPECT_EQ(NumeroError([&] { LeerFichero(cerrado); }), 70);
+}
+
+TEST_F(Ficheros, UnFicheroQueCambiaMientrasSeLeeEsUnError) {
+  const std::string bytes(3 << 20, 'x');
+  const struct {
+    std::uintmax_t nuevo;
+    int numero;
+  } casos[] = {{1 << 20, 62}, {(3 << 20) + 1, 75}, {3 << 20, 0}};
+  for (const auto& caso : casos) {
+    const auto ruta = escribir("f", bytes);
+    const auto cambiar = [&](std::uintmax_t leidos, std::uintmax_t) {
+      if (leidos == 1 << 20) std::filesystem::resize_file(ruta, caso.nuevo);
+    };
+    EXPECT_EQ(NumeroError([&] { LeerFichero(ruta, cambiar); }), caso.numero) << caso.nuevo;
+  }
+}
+
+TEST_F(Ficheros, ElErrorLlevaTextoYFichero) {
+  try {
+    LeerFichero(carpeta_ / "falta");
+    FAIL();
+  } catch (const ErrorEjecucion& error) {
+    EXPECT_EQ(error.texto(), "No se encontró el archivo");
+    EXPECT_EQ(error.fichero(), carpeta_ / "falta");
+  }
+}
+
+}  // namespace

@@ -1,0 +1,55 @@
+#include "remesa/SEPA.h"
+
+#include "Registros.h"
+
+using namespace remesa;
+
+TEST(SEPA, FormatoIBAN) {
+  const struct {
+    const char* iban;
+    bool sinPrefijo;
+    const char* texto;
+  } casos[] = {{"ES9121000418450200051332", false, "IBAN ES91 2100 0418 4502 0005 1332"},
+               {"ES9121000418450200051332", true, "ES91 2100 0418 4502 0005 1332"},
+               {"DE89370400440532013000", true, "DE89 3704 0044 0532 0130 00"},
+               {"    ", false, ""},
+               {"", true, ""},
+               {"ES91  ", false, "IBAN ES91"},
+               {"  ES91", true, "ES 91"},
+               {"A B C", true, "A B  C"}};
+  for (const auto& caso : casos)
+    EXPECT_EQ(FormatoIBAN(caso.iban, caso.sinPrefijo), caso.texto) << caso.iban;
+}
+
+TEST(SEPA, DigitosDeControlDelIBAN) {
+  for (const char* bueno : {"ES9121000418450200051332", "DE89370400440532013000", "GB82WEST12345698765432"})
+    EXPECT_TRUE(IBANValido(bueno)) << bueno;
+  for (const char* malo : {"ES9121000418450200051333", "ES9221000418450200051332", "es9121000418450200051332",
+                           "ES91 2100 0418 4502 0005 1332", " ES9121000418450200051332", "", "ES", "ES91"})
+    EXPECT_FALSE(IBANValido(malo)) << malo;
+}
+
+TEST(SEPA, ValoresYResto) {
+  const std::pair<const char*, const char*> casos[] = {{"0", "0"}, {"9", "9"}, {"A", "10"}, {"Z", "35"},
+                                                       {"a", "9"}, {" ", "9"}, {"-", "9"},  {"\xD1", "9"}};
+  for (const auto& [caracter, valor] : casos)
+    EXPECT_EQ(ValorIBAN(caracter), valor) << caracter;
+  EXPECT_EQ(Modulo97(""), 0);
+  EXPECT_EQ(Modulo97("98"), 1);
+  EXPECT_EQ(Modulo97("3214282912345698765432161182"), 1);
+  EXPECT_EQ(pruebas::NumeroError([] { Modulo97("12-4"); }), 13);
+}
+
+TEST(SEPA, TextoReducidoAlJuegoDeCaracteres) {
+  const std::pair<std::string, std::string> casos[] = {{"", ""},
+                                                       {"\xD1O\xD1O", "NONO"},
+                                                       {"M\xFCller", "M0ller"},
+                                                       {"Jos\xE9 Pe\xF1"
+                                                        "a & C\xC7\xE7",
+                                                        "Jos0 Pena 0 CCc"},
+                                                       {"az AZ 09 /-?:().,'+", "az AZ 09 /-?:().,'+"},
+                                                       {std::string("a\0b", 3), "a0b"},
+                                                       {"\"_@;\x80\xFF", "000000"}};
+  for (const auto& [texto, reducido] : casos)
+    EXPECT_EQ(TextoSEPA(texto), reducido);
+}

@@ -1,0 +1,112 @@
+#include "ventanas/editor/Ayudas.h"
+
+#include <QDate>
+
+#include "comunes/plataforma/Formatos.h"
+#include "comunes/plataforma/Texto.h"
+#include "remesa/SEPA.h"
+
+namespace editor {
+
+namespace {
+
+/// Lo que se comprueba de una cuenta: el IBAN español.
+constexpr int kLongitudIBAN = 24;
+constexpr int kLongitudFecha = 8;
+
+std::optional<QDate> fechaDe(const QString& texto) {
+  const QString completo = texto + QString(kLongitudFecha, QLatin1Char(' '));
+  const QString anio = completo.left(4);
+  const QString mes = completo.mid(4, 2);
+  const QString dia = completo.mid(6, 2);
+  const auto entre = [](double valor, int desde, int hasta) { return valor >= desde && valor <= hasta; };
+  if (!entre(comunes::Val(mes), 1, 12) || !entre(comunes::Val(dia), 1, 31)) return std::nullopt;
+  if (comunes::Val(anio) > comunes::FechaActual().year() + 1) return std::nullopt;
+  return comunes::LeerFecha(dia + QLatin1Char('/') + mes + QLatin1Char('/') + anio);
+}
+
+QString centimos(const QString& texto) {
+  bool entero = false;
+  const qint64 valor = texto.trimmed().toLongLong(&entero);
+  return entero ? comunes::FormatoCentimos(valor) : comunes::FormatoNumero(comunes::Val(texto) / 100, 2);
+}
+
+QString conCeros(const QString& cifras, int longitud) {
+  return (QString(longitud, QLatin1Char('0')) + cifras).right(longitud);
+}
+
+}  // namespace
+
+bool DatoCorrecto(Ayuda ayuda, const QString& texto) {
+  switch (ayuda) {
+    case Ayuda::Fecha:
+      return fechaDe(texto).has_value();
+    case Ayuda::Iban:
+      return remesa::IBANValido(comunes::AWindows1252(texto.leftJustified(kLongitudIBAN, u' ', true)));
+    case Ayuda::Euros:
+      return comunes::Val(texto) != 0;
+    case Ayuda::Numero:
+    case Ayuda::Ninguna:
+      break;
+  }
+  return true;
+}
+
+QString Interpretar(Ayuda ayuda, const QString& texto) {
+  switch (ayuda) {
+    case Ayuda::Fecha: {
+      const auto fecha = fechaDe(texto);
+      return fecha ? comunes::FormatoFecha(*fecha, comunes::ModoFecha::Numerica) : QString();
+    }
+    case Ayuda::Iban:
+      return comunes::DesdeWindows1252(remesa::FormatoIBAN(comunes::AWindows1252(texto), false));
+    case Ayuda::Euros:
+      return centimos(texto);
+    case Ayuda::Numero:
+      return comunes::FormatoNumero(comunes::Val(texto), 0);
+    case Ayuda::Ninguna:
+      break;
+  }
+  return {};
+}
+
+QString DescriptorPeticion(Ayuda ayuda, int longitud) {
+  const QString cierre = QString::number(longitud) + QLatin1Char(')');
+  switch (ayuda) {
+    case Ayuda::Fecha:
+      return QStringLiteral("T(F) A(D) L(10)");
+    case Ayuda::Euros:
+      return QStringLiteral("T(n) A(D) L(") + cierre;
+    case Ayuda::Iban:
+      return QStringLiteral("T(M) A(I) L(") + cierre;
+    case Ayuda::Numero:
+      return QStringLiteral("T(D) A(D) L(") + cierre;
+    case Ayuda::Ninguna:
+      break;
+  }
+  return {};
+}
+
+std::optional<QString> ConvertirRespuesta(Ayuda ayuda, int longitud, const QString& respuesta) {
+  QString valor = respuesta.trimmed();
+  if (respuesta.isEmpty()) return std::nullopt;
+  switch (ayuda) {
+    case Ayuda::Fecha: {
+      const auto fecha = comunes::LeerFecha(valor);
+      if (!fecha) return std::nullopt;
+      return fecha->toString(QStringLiteral("yyyyMMdd"));
+    }
+    case Ayuda::Iban:
+      valor.remove(QLatin1Char(' '));
+      return valor.startsWith(QLatin1String("IBAN")) ? valor.mid(4) : valor;
+    case Ayuda::Euros:
+      return conCeros(valor.remove(QLatin1Char('.')), longitud);
+    case Ayuda::Numero:
+      return conCeros(valor, longitud);
+    case Ayuda::Ninguna:
+      break;
+  }
+  return valor;
+}
+
+}  // namespace editor

@@ -1,0 +1,128 @@
+#include "ventanas/editor/Descripciones.h"
+
+#include <QStringList>
+#include <algorithm>
+#include <cmath>
+
+#include "comunes/plataforma/Formatos.h"
+#include "comunes/plataforma/IniFiles.h"
+#include "comunes/plataforma/Texto.h"
+#include "remesa/Campos.h"
+#include "remesa/SEPA.h"
+
+namespace editor {
+
+namespace {
+
+// Columnas de una línea de campo; la novena no se lee.
+enum Columna { kRotulo, kLongitud, kDesde, kEditable, kClase, kRelleno, kOpcional, kAyuda, kExplicacion = 9 };
+constexpr int kSeparadores = 10;
+
+/// Posiciones del número de dato en los ficheros de tipo 34.
+constexpr remesa::Posiciones kNumeroDato34{11, 13};
+
+/// Número sin decimales de los ajustes. Nada que pase de 32767 puede ser una posición.
+int entero(const QString& texto) {
+  constexpr double kMaximo = 32767;
+  return static_cast<int>(std::clamp(std::nearbyint(comunes::Val(texto)), 0.0, kMaximo));
+}
+
+std::string completado(std::string_view registro) {
+  std::string bytes(registro.substr(0, remesa::kLongitudRegistro));
+  bytes.resize(remesa::kLongitudRegistro, ' ');
+  return bytes;
+}
+
+QString descriptorDe(const QStringList& columnas) {
+  const QString& clase = columnas[kClase];
+  if (clase != QLatin1String("A") && clase != QLatin1String("N")) return {};
+  return QStringLiteral("L(") + columnas[kLongitud] + QStringLiteral(") A(") + columnas[kRelleno] +
+         (clase == QLatin1String("A") ? QStringLiteral(") T(M)") : QStringLiteral(") T(D)"));
+}
+
+Ayuda ayudaDe(const QString& nombre) {
+  if (nombre == QLatin1String("FECHA")) return Ayuda::Fecha;
+  if (nombre == QLatin1String("IBAN")) return Ayuda::Iban;
+  if (nombre == QLatin1String("EUROS")) return Ayuda::Euros;
+  if (nombre == QLatin1String("NUMERO")) return Ayuda::Numero;
+  return Ayuda::Ninguna;
+}
+
+}  // namespace
+
+QString SeccionDe(std::string_view registro, int tipo) {
+  const std::string bytes = completado(registro);
+  std::string seccion(remesa::campo(bytes, remesa::kCodigo));
+  if (seccion == "03") {
+    if (tipo == 19) seccion += remesa::campo(bytes, remesa::kNumeroDato);
+    if (tipo == 34) seccion += remesa::campo(bytes, kNumeroDato34);
+  }
+  return comunes::DesdeWindows1252(seccion);
+}
+
+int NumeroCampos(const QString& fichero, const QString& seccion) {
+  return std::min(entero(comunes::ReadINI(fichero, seccion, QStringLiteral("Campos"), {})), kCamposMaximos);
+}
+
+CampoDescrito LeerCampo(const QString& linea) {
+  const QStringList columnas = (linea + QString(kSeparadores, QLatin1Char(';'))).split(QLatin1Char(';'));
+  CampoDescrito campo;
+  campo.rotulo = columnas[kRotulo];
+  campo.posicion =
+      QStringLiteral("Desde ") + columnas[kDesde] + QStringLiteral(" - Bytes ") + columnas[kLongitud];
+  campo.longitud = entero(columnas[kLongitud]);
+  campo.desde = entero(columnas[kDesde]);
+  campo.editable = columnas[kEditable] != QLatin1String("N");
+  campo.descriptor = descriptorDe(columnas);
+  campo.relleno = columnas[kRelleno];
+  campo.opcional = columnas[kOpcional] == QLatin1String("OP");
+  campo.ayuda = ayudaDe(columnas[kAyuda]);
+  campo.explicacion = columnas[kExplicacion];
+  return campo;
+}
+
+Descripcion LeerDescripcion(const QString& fichero, const QString& seccion) {
+  Descripcion descripcion{seccion, comunes::ReadINI(fichero, seccion, QStringLiteral("Titulo"), {}), {}};
+  const int campos = NumeroCampos(fichero, seccion);
+  descripcion.campos.reserve(static_cast<std::size_t>(campos));
+  for (int i = 1; i <= campos; ++i)
+    descripcion.campos.push_back(LeerCampo(comunes::ReadINI(fichero, seccion, QString::number(i), {})));
+  return descripcion;
+}
+
+QString ValorCampo(std::string_view registro, const CampoDescrito& campo) {
+  if (campo.desde < 1) return {};
+  const std::string bytes = completado(registro);
+  return comunes::DesdeWindows1252(remesa::campo(bytes, {campo.desde, campo.desde + campo.longitud - 1}));
+}
+
+std::string BytesSEPA(const QString& texto) {
+  std::string bytes;
+  for (const char32_t c : texto.normalized(QString::NormalizationForm_C).toUcs4()) {
+    const QString caracter = QString::fromUcs4(&c, 1);
+    bytes += comunes::CabeEnWindows1252(caracter) ? remesa::TextoSEPA(comunes::AWindows1252(caracter)) : "0";
+  }
+  return bytes;
+}
+
+std::string BytesCampo(const CampoDescrito& campo, const QString& texto) {
+  std::string bytes = BytesSEPA(texto);
+  const auto longitud = static_cast<std::size_t>(campo.longitud);
+  if (campo.relleno == QLatin1String("I")) {
+    bytes.resize(longitud, ' ');
+  } else if (campo.relleno == QLatin1String("D") || campo.relleno == QLatin1String("C")) {
+    bytes.insert(0, longitud, campo.relleno == QLatin1String("C") ? '0' : ' ');
+    bytes.erase(0, bytes.size() - longitud);
+  }
+  return bytes;
+}
+
+std::string EscribirRegistro(std::span<const CampoDescrito> campos, std::span<const QString> textos) {
+  std::string registro;
+  registro.reserve(remesa::kLongitudRegistro);
+  for (std::size_t i = 0; i < campos.size() && i < textos.size(); ++i)
+    registro += BytesCampo(campos[i], textos[i]);
+  return registro;
+}
+
+}  // namespace editor

@@ -1,0 +1,293 @@
+#include "ventanas/editor/EdiSEPA.h"
+
+#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScopedValueRollback>
+#include <QShortcut>
+#include <QStyle>
+#include <algorithm>
+
+#include "comunes/campos/CajaDescrita.h"
+#include "comunes/dialogos/MyBox.h"
+#include "comunes/plataforma/Formatos.h"
+#include "comunes/plataforma/IniFiles.h"
+#include "comunes/plataforma/Ventanas.h"
+#include "remesa/Registro.h"
+#include "ui_EdiSEPA.h"
+#include "ventanas/editor/FilaCampo.h"
+
+namespace editor {
+
+namespace {
+
+constexpr int kIconoAviso = 1;
+
+void avisar(const QString& mensaje) {
+  comunes::MyMsgBox(mensaje, {}, kIconoAviso, 1, 1);
+}
+
+void ponerIcono(QPushButton* boton, QStyle::StandardPixmap icono) {
+  boton->setIcon(boton->style()->standardIcon(icono));
+}
+
+}  // namespace
+
+EdiSEPA::EdiSEPA(ListaAcumulado& lista, int tipo, QWidget* propietario)
+    : QDialog(propietario), ui_(std::make_unique<Ui::EdiSEPA>()), lista_(lista), tipo_(tipo) {
+  ui_->setupUi(this);
+  ponerIcono(ui_->cmdAnterior, QStyle::SP_ArrowBack);
+  ponerIcono(ui_->cmdSiguiente, QStyle::SP_ArrowForward);
+  ponerIcono(ui_->cmdAceptar, QStyle::SP_DialogApplyButton);
+  ponerIcono(ui_->cmdSalir, QStyle::SP_DialogCloseButton);
+  const int lado = style()->pixelMetric(QStyle::PM_LargeIconSize);
+  ui_->IconoAviso->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(lado, lado));
+
+  QWidget* anterior = nullptr;
+  for (int i = 1; i <= kCamposMaximos; ++i) {
+    auto* fila = new FilaCampo(i, *ui_->Campos, this);
+    filas_.push_back(fila);
+    if (anterior) setTabOrder(anterior, fila->Caja());
+    anterior = fila->Caja();
+  }
+  for (QWidget* boton : {ui_->cmdAnterior, ui_->cmdSiguiente, ui_->cmdAceptar, ui_->cmdSalir}) {
+    setTabOrder(anterior, boton);
+    anterior = boton;
+  }
+  comunes::FuentesVentana(*this);
+  QFont titulo = ui_->cpo0->font();
+  titulo.setPointSizeF(titulo.pointSizeF() * 1.3);
+  titulo.setBold(true);
+  ui_->cpo0->setFont(titulo);
+  // Tres líneas: lo que ocupa la explicación más larga, para que la ventana no baile.
+  ui_->Ayuda->setMinimumHeight(3 * ui_->Ayuda->fontMetrics().lineSpacing());
+  conectar();
+  cargar();
+  comunes::DisponerVentana(*this);
+  enfocarPrimero();
+}
+
+EdiSEPA::~EdiSEPA() = default;
+
+void EdiSEPA::conectar() {
+  for (FilaCampo* fila : filas_) {
+    connect(fila, &FilaCampo::haEntrado, this, &EdiSEPA::entrarEn);
+    connect(fila, &FilaCampo::haSalido, this, &EdiSEPA::anotarSalida);
+    connect(fila, &FilaCampo::pedida, this, &EdiSEPA::pedir);
+  }
+  const auto anterior = [this] { mover(-1); };
+  const auto siguiente = [this] { mover(1); };
+  connect(ui_->cmdAnterior, &QPushButton::clicked, this, anterior);
+  connect(ui_->cmdSiguiente, &QPushButton::clicked, this, siguiente);
+  connect(ui_->cmdAceptar, &QPushButton::clicked, this, &EdiSEPA::aceptar);
+  connect(ui_->cmdSalir, &QPushButton::clicked, this, &EdiSEPA::reject);
+  const auto tecla = [this](const QKeySequence& teclas, auto orden) {
+    connect(new QShortcut(teclas, this), &QShortcut::activated, this, orden);
+  };
+  tecla(Qt::CTRL | Qt::Key_PageUp, anterior);
+  tecla(Qt::CTRL | Qt::Key_PageDown, siguiente);
+  tecla(Qt::Key_F4, [this] {
+    if (FilaCampo* fila = filaConFoco()) pedir(fila);
+  });
+
+  mensajes_.setSingleShot(true);
+  connect(&mensajes_, &QTimer::timeout, this, [this] {
+    // Con un botón del ratón a medio pulsar, la caja se quedaría con su suelta y la pulsación se perdería.
+    constexpr int kEsperaMs = 20;
+    if (QGuiApplication::mouseButtons() == Qt::NoButton)
+      mostrarErroneas();
+    else
+      mensajes_.start(kEsperaMs);
+  });
+}
+
+void EdiSEPA::cargar() {
+  const std::string_view registro = lista_.registros[static_cast<std::size_t>(lista_.actual)];
+  Descripcion nueva = LeerDescripcion(comunes::RutaAjustes, SeccionDe(registro, tipo_));
+  setUpdatesEnabled(false);
+  preparar(std::move(nueva));
+  for (std::size_t i = 0; i < descripcion_.campos.size(); ++i)
+    filas_[i]->Poner(ValorCampo(registro, descripcion_.campos[i]));
+  setWindowTitle(QStringLiteral("Edición del registro %1 de %2")
+                     .arg(comunes::FormatoNumero(lista_.actual + 1, 0),
+                          comunes::FormatoNumero(static_cast<double>(lista_.registros.size()), 0)));
+  mostrarAviso();
+  setUpdatesEnabled(true);
+}
+
+void EdiSEPA::preparar(Descripcion nueva) {
+  if (nueva == descripcion_) return;
+  descripcion_ = std::move(nueva);
+  ui_->cpo0->setText(descripcion_.titulo);
+  ui_->cpo0->setVisible(!descripcion_.titulo.isEmpty());
+  const std::size_t usados = descripcion_.campos.size();
+  for (std::size_t i = 0; i < filas_.size(); ++i)
+    i < usados ? filas_[i]->Preparar(descripcion_.campos[i]) : filas_[i]->Ocultar();
+  const bool usables = std::any_of(filas_.begin(), filas_.end(), [](FilaCampo* f) { return f->Usable(); });
+  ui_->Ayuda->setText(usables || usados == 0
+                          ? QString()
+                          : QStringLiteral("Este registro no tiene campos que se puedan cambiar."));
+  ui_->Desplazable->ensureVisible(0, 0);
+}
+
+void EdiSEPA::mostrarAviso() {
+  QString aviso;
+  if (descripcion_.campos.empty()) {
+    aviso =
+        QStringLiteral(
+            "El registro de tipo «%1» no tiene descripción en Tarvo.INI y no se puede mostrar por campos. "
+            "Con «Aceptar» quedaría vacío. Pulse «Salir» para dejarlo como está.")
+            .arg(descripcion_.seccion.trimmed());
+  } else {
+    const auto longitud = EscribirRegistro(descripcion_.campos, textos()).size();
+    if (longitud != remesa::kLongitudRegistro)
+      aviso = QStringLiteral(
+                  "Los campos de la descripción «%1» de Tarvo.INI suman %2 posiciones y no %3: «Aceptar» "
+                  "cambiaría "
+                  "la longitud del registro.")
+                  .arg(descripcion_.seccion)
+                  .arg(longitud)
+                  .arg(remesa::kLongitudRegistro);
+  }
+  ui_->Aviso->setText(aviso);
+  ui_->MarcoAviso->setVisible(!aviso.isEmpty());
+}
+
+std::vector<QString> EdiSEPA::textos() const {
+  std::vector<QString> valores;
+  for (std::size_t i = 0; i < descripcion_.campos.size(); ++i)
+    valores.push_back(filas_[i]->Texto());
+  return valores;
+}
+
+void EdiSEPA::entrarEn(FilaCampo* fila) {
+  constexpr int kMargen = 48;
+  ui_->Ayuda->setText(fila->Campo().explicacion);
+  ui_->Desplazable->ensureWidgetVisible(fila->Caja(), 0, kMargen);
+}
+
+void EdiSEPA::anotarSalida(FilaCampo* fila) {
+  if (fila->Correcto() || std::count(erroneas_.begin(), erroneas_.end(), fila) > 0) return;
+  erroneas_.push_back(fila);
+  mensajes_.start(0);
+}
+
+bool EdiSEPA::mostrarErroneas() {
+  mensajes_.stop();
+  const auto dejadas = std::exchange(erroneas_, {});
+  for (FilaCampo* fila : dejadas) {
+    avisar(QStringLiteral(
+        "¡ Los datos en este campo son incorrectos.!;;Se restaura el dato original del registro."));
+    fila->Restaurar();
+  }
+  return dejadas.empty();
+}
+
+bool EdiSEPA::dejarCampo() {
+  comunes::DejarCampo(this);
+  return mostrarErroneas();
+}
+
+FilaCampo* EdiSEPA::filaConFoco() const {
+  const auto hallada = std::find_if(filas_.begin(), filas_.end(),
+                                    [this](FilaCampo* fila) { return fila->Caja() == focusWidget(); });
+  return hallada == filas_.end() ? nullptr : *hallada;
+}
+
+void EdiSEPA::enfocarPrimero() {
+  const auto primera =
+      std::find_if(filas_.begin(), filas_.end(), [](FilaCampo* fila) { return fila->Usable(); });
+  if (primera != filas_.end()) (*primera)->Caja()->setFocus(Qt::OtherFocusReason);
+}
+
+void EdiSEPA::pedir(FilaCampo* fila) {
+  if (filaConFoco() != fila) {
+    fila->Caja()->setFocus(Qt::OtherFocusReason);
+    mostrarErroneas();
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+  }
+  fila->Pedir();
+}
+
+void EdiSEPA::mover(int paso) {
+  dejarCampo();
+  const int destino = lista_.actual + paso;
+  if (destino < 0 || destino >= static_cast<int>(lista_.registros.size())) {
+    enfocarPrimero();
+    comunes::EntrarCampo(this);
+    return;
+  }
+  avisarSinAceptar();
+  FilaCampo* enfocada = filaConFoco();
+  // Con el foco fuera de los campos, que el de ahora desaparezca no lleva a entrar en otro a medio cargar.
+  if (enfocada) setFocus(Qt::OtherFocusReason);
+  lista_.actual = destino;
+  if (lista_.movido) lista_.movido(destino);
+  cargar();
+  if (!enfocada) return;
+  if (enfocada->Usable())
+    enfocada->Caja()->setFocus(Qt::OtherFocusReason);
+  else
+    enfocarPrimero();
+}
+
+void EdiSEPA::aceptar() {
+  if (!dejarCampo()) {
+    comunes::EntrarCampo(this);
+    return;
+  }
+  const int campos = NumeroCampos(comunes::RutaAjustes, descripcion_.seccion);
+  if (campos != static_cast<int>(descripcion_.campos.size())) {
+    avisar(
+        QStringLiteral("La descripción de este registro ha cambiado en Tarvo.INI mientras se editaba."
+                       ";;El registro queda como estaba."));
+    return;
+  }
+  const auto indice = static_cast<std::size_t>(lista_.actual);
+  lista_.registros.sustituir(indice, EscribirRegistro(descripcion_.campos, textos()));
+  sustituido_ = true;
+  if (lista_.cambiado) lista_.cambiado(lista_.actual);
+  accept();
+}
+
+void EdiSEPA::done(int resultado) {
+  mensajes_.stop();
+  erroneas_.clear();
+  if (resultado == Rejected) avisarSinAceptar();
+  QDialog::done(resultado);
+}
+
+void EdiSEPA::avisarSinAceptar() {
+  QString primero;
+  int cambiados = 0;
+  for (std::size_t i = 0; i < descripcion_.campos.size(); ++i) {
+    const FilaCampo& fila = *filas_[i];
+    if (BytesCampo(fila.Campo(), fila.Texto()) == BytesCampo(fila.Campo(), fila.Original())) continue;
+    if (cambiados++ == 0) primero = fila.Campo().rotulo;
+  }
+  if (cambiados == 0 || !lista_.aviso) return;
+  QString campos = QStringLiteral("«%1»").arg(primero);
+  if (cambiados == 2) campos += QStringLiteral(" y otro campo");
+  if (cambiados > 2) campos += QStringLiteral(" y otros %1 campos").arg(cambiados - 1);
+  lista_.aviso(QStringLiteral("Registro %1: los cambios en %2 no se aceptaron y se han perdido.")
+                   .arg(comunes::FormatoNumero(lista_.actual + 1, 0), campos));
+}
+
+void EdiSEPA::keyPressEvent(QKeyEvent* evento) {
+  auto* boton = qobject_cast<QPushButton*>(focusWidget());
+  const bool intro = evento->key() == Qt::Key_Return || evento->key() == Qt::Key_Enter;
+  if (intro && boton) return boton->click();
+  if (intro) return evento->accept();
+  QDialog::keyPressEvent(evento);
+}
+
+void EdiSEPA::changeEvent(QEvent* evento) {
+  if (evento->type() == QEvent::PaletteChange)
+    for (FilaCampo* fila : filas_)
+      fila->PonerColores();
+  QDialog::changeEvent(evento);
+}
+
+}  // namespace editor

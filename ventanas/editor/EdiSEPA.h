@@ -1,0 +1,65 @@
+#pragma once
+
+#include <QDialog>
+#include <QTimer>
+#include <memory>
+#include <vector>
+
+#include "ventanas/editor/Descripciones.h"
+#include "ventanas/editor/EditarSEPA.h"
+
+namespace editor {
+
+namespace Ui {
+class EdiSEPA;
+}
+class FilaCampo;
+
+/// Ventana que edita un registro campo por campo.
+class EdiSEPA : public QDialog {
+  Q_OBJECT
+
+ public:
+  /// `lista.actual` ha de ser un registro de la lista.
+  EdiSEPA(ListaAcumulado& lista, int tipo, QWidget* propietario);
+  ~EdiSEPA() override;
+
+  /// true si se aceptó: el registro actual es otro.
+  bool Sustituido() const { return sustituido_; }
+
+  void done(int resultado) override;
+
+ protected:
+  void keyPressEvent(QKeyEvent* evento) override;
+  void changeEvent(QEvent* evento) override;
+
+ private:
+  void conectar();
+  void cargar();
+  void preparar(Descripcion nueva);
+  void mostrarAviso();
+  void mover(int paso);
+  void aceptar();
+  void pedir(FilaCampo* fila);
+  void entrarEn(FilaCampo* fila);
+  void anotarSalida(FilaCampo* fila);
+  /// Sale del campo en que se esté y muestra lo que hubiera mal. false si algo lo estaba.
+  bool dejarCampo();
+  /// Dice qué campos dejados estaban mal y los restaura. false si había alguno.
+  bool mostrarErroneas();
+  void avisarSinAceptar();
+  void enfocarPrimero();
+  FilaCampo* filaConFoco() const;
+  std::vector<QString> textos() const;
+
+  std::unique_ptr<Ui::EdiSEPA> ui_;
+  ListaAcumulado& lista_;
+  int tipo_;
+  bool sustituido_ = false;
+  Descripcion descripcion_;
+  std::vector<FilaCampo*> filas_;     // hijas de la ventana
+  std::vector<FilaCampo*> erroneas_;  // dejadas con un dato que no vale, aún sin decirlo
+  QTimer mensajes_;                   // el mensaje espera a que el foco se haya movido
+};
+
+}  // namespace editor

@@ -1,0 +1,206 @@
+#include "ventanas/editor/FilaCampo.h"
+
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QStyle>
+#include <QStyleOptionFrame>
+#include <QToolButton>
+#include <algorithm>
+
+#include "comunes/campos/CajaDescrita.h"
+#include "comunes/campos/Teclas.h"
+#include "comunes/campos/Tecleo.h"
+#include "comunes/dialogos/MyBox.h"
+#include "comunes/plataforma/Ventanas.h"
+#include "ventanas/editor/Ayudas.h"
+#include "ventanas/editor/IconoAyuda.h"
+#include "ventanas/editor/Observaciones.h"
+
+namespace editor {
+
+namespace {
+
+// Las cajas más largas no pasan de este ancho, ni bajan de este otro si la ventana es estrecha.
+constexpr int kCaracteresMaximos = 70;
+constexpr int kCaracteresMinimos = 20;
+
+QLabel* etiqueta(const char* nombre, int indice, QWidget* padre) {
+  auto* nueva = new QLabel(padre);
+  nueva->setObjectName(QLatin1String(nombre) + QString::number(indice));
+  nueva->setTextFormat(Qt::PlainText);
+  return nueva;
+}
+
+/// Una línea sin clase no tiene descriptor: su caja toma texto libre, sin pasar de la longitud del campo.
+QString descriptorCaja(const CampoDescrito& campo) {
+  if (!campo.descriptor.isEmpty()) return campo.descriptor;
+  return QStringLiteral("L(%1) A() T()").arg(campo.longitud);
+}
+
+/// Una respuesta con más cifras que el campo pierde las primeras.
+bool noCabe(const CampoDescrito& campo, const QString& respuesta) {
+  const bool cifras = campo.ayuda == Ayuda::Euros || campo.ayuda == Ayuda::Numero;
+  return cifras && respuesta.trimmed().remove(QLatin1Char('.')).size() > campo.longitud;
+}
+
+}  // namespace
+
+FilaCampo::FilaCampo(int indice, QGridLayout& rejilla, QObject* padre) : QObject(padre) {
+  QWidget* formulario = rejilla.parentWidget();
+  rotulo_ = etiqueta("eti", indice, formulario);
+  opcional_ = etiqueta("opc", indice, formulario);
+  observacion_ = etiqueta("obs", indice, formulario);
+  observacion_->setWordWrap(true);
+
+  caja_ = new QLineEdit(formulario);
+  caja_->setObjectName(QStringLiteral("cpo%1").arg(indice));
+  QFont fija = caja_->font();
+  fija.setFamilies({QStringLiteral("Courier New")});
+  fija.setStyleHint(QFont::Monospace);
+  caja_->setFont(fija);
+  comunes::PonerDescriptor(caja_, QStringLiteral("(FF)"));
+
+  ayuda_ = new QToolButton(formulario);
+  ayuda_->setObjectName(QStringLiteral("edi%1").arg(indice));
+  ayuda_->setAutoRaise(true);
+  ayuda_->setFocusPolicy(Qt::NoFocus);
+  ayuda_->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+
+  auto* linea = new QHBoxLayout;
+  linea->addWidget(caja_, 100);
+  linea->addWidget(opcional_);
+  linea->addWidget(ayuda_);
+  linea->addStretch(1);
+  const int fila = 2 * (indice - 1);
+  rejilla.addWidget(rotulo_, fila, 0);
+  rejilla.addLayout(linea, fila, 1);
+  rejilla.addWidget(observacion_, fila + 1, 1);
+  Ocultar();
+
+  connect(ayuda_, &QToolButton::clicked, this, [this] { emit pedida(this); });
+}
+
+void FilaCampo::Preparar(const CampoDescrito& campo) {
+  campo_ = campo;
+  ocultada_ = false;
+  rotulo_->setText(campo.rotulo);
+  rotulo_->setToolTip(comunes::TextoLiteral(campo.posicion));
+  opcional_->setText(campo.opcional ? QStringLiteral("OP") : QString());
+  opcional_->setToolTip(campo.opcional ? QStringLiteral("Campo opcional") : QString());
+  caja_->setEnabled(campo.editable);
+  if (campo.relleno == QLatin1String("I")) caja_->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+  if (campo.relleno == QLatin1String("D") || campo.relleno == QLatin1String("C"))
+    caja_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  ajustarAncho();
+  auto* descrita = comunes::Describir(caja_, descriptorCaja(campo));
+  connect(descrita, &comunes::CajaDescrita::haEntrado, this, &FilaCampo::alEntrar, Qt::UniqueConnection);
+  connect(descrita, &comunes::CajaDescrita::haSalido, this, &FilaCampo::alSalir, Qt::UniqueConnection);
+
+  pide_ = campo.editable && campo.ayuda != Ayuda::Ninguna;
+  ayuda_->setToolTip(pide_ ? QStringLiteral("Escribir el valor (F4)") : QString());
+  // En un campo que no se cambia la ayuda solo enseña el valor.
+  ayuda_->setAttribute(Qt::WA_TransparentForMouseEvents, !pide_);
+  PonerColores();
+  for (QWidget* control :
+       {static_cast<QWidget*>(rotulo_), static_cast<QWidget*>(caja_), static_cast<QWidget*>(opcional_)})
+    control->setVisible(true);
+  ayuda_->setVisible(campo.ayuda != Ayuda::Ninguna);
+}
+
+void FilaCampo::PonerColores() {
+  const QPalette general = rotulo_->palette();
+  const bool oscuro = general.color(QPalette::Window).lightness() < 128;
+  ayuda_->setIcon(pide_ ? IconoAyuda(general.color(QPalette::WindowText)) : QIcon());
+  QPalette aviso = general;
+  aviso.setColor(QPalette::WindowText, oscuro ? QColor(0xFF, 0xB8, 0x6C) : QColor(0x9A, 0x4A, 0x00));
+  observacion_->setPalette(aviso);
+}
+
+void FilaCampo::ajustarAncho() {
+  const auto ancho = [this](int caracteres) {
+    QStyleOptionFrame opcion;
+    opcion.initFrom(caja_);
+    constexpr int kHolgura = 10;
+    const QSize texto(caja_->fontMetrics().horizontalAdvance(QString(caracteres, u'M')) + kHolgura, 1);
+    return caja_->style()->sizeFromContents(QStyle::CT_LineEdit, &opcion, texto, caja_).width();
+  };
+  const int caracteres = std::clamp(campo_.longitud, 2, kCaracteresMaximos);
+  caja_->setMinimumWidth(ancho(std::min(caracteres, kCaracteresMinimos)));
+  caja_->setMaximumWidth(ancho(caracteres));
+}
+
+void FilaCampo::Poner(const QString& valor) {
+  original_ = valor;
+  respuestaCortada_.clear();
+  comunes::PonerTexto(caja_, valor);
+  caja_->setCursorPosition(0);
+  refrescar();
+}
+
+void FilaCampo::Ocultar() {
+  ocultada_ = true;
+  opcional_->clear();
+  for (QWidget* control :
+       {static_cast<QWidget*>(rotulo_), static_cast<QWidget*>(caja_), static_cast<QWidget*>(opcional_),
+        static_cast<QWidget*>(ayuda_), static_cast<QWidget*>(observacion_)})
+    control->setVisible(false);
+}
+
+QString FilaCampo::Texto() const {
+  return caja_->text();
+}
+
+bool FilaCampo::Usable() const {
+  return !ocultada_ && campo_.editable;
+}
+
+bool FilaCampo::Correcto() const {
+  return DatoCorrecto(campo_.ayuda, Texto());
+}
+
+void FilaCampo::Restaurar() {
+  Poner(original_);
+}
+
+void FilaCampo::Pedir() {
+  if (ocultada_ || !pide_) return;
+  const QString respuesta =
+      comunes::MyInputBox(campo_.rotulo, {}, 4, DescriptorPeticion(campo_.ayuda, campo_.longitud), {});
+  const auto valor = ConvertirRespuesta(campo_.ayuda, campo_.longitud, respuesta);
+  if (!valor) return;
+  respuestaCortada_ = noCabe(campo_, respuesta) ? *valor : QString();
+  comunes::PonerTexto(caja_, *valor);
+  comunes::PressTab();
+}
+
+void FilaCampo::alEntrar() {
+  emit haEntrado(this);
+}
+
+void FilaCampo::alSalir() {
+  refrescar();
+  emit haSalido(this);
+}
+
+void FilaCampo::refrescar() {
+  const QString texto = Texto();
+  ayuda_->setText(comunes::SinMnemonico(Interpretar(campo_.ayuda, texto)));
+  QString aviso = Observacion(campo_, texto);
+  if (!respuestaCortada_.isEmpty() && texto == respuestaCortada_)
+    aviso = QStringLiteral("La cifra pedida no cabe: se han perdido las primeras.");
+  observacion_->setText(aviso);
+  observacion_->setVisible(!ocultada_ && !aviso.isEmpty());
+  accesible();
+}
+
+void FilaCampo::accesible() {
+  caja_->setAccessibleName(campo_.rotulo);
+  QStringList partes{campo_.explicacion, ayuda_->text(), observacion_->text()};
+  partes.removeAll(QString());
+  if (campo_.opcional) partes.prepend(QStringLiteral("Opcional."));
+  caja_->setAccessibleDescription(partes.join(QLatin1Char(' ')));
+  ayuda_->setAccessibleName(campo_.rotulo + QStringLiteral(": ") + ayuda_->text());
+}
+
+}  // namespace editor

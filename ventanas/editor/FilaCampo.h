@@ -1,0 +1,68 @@
+#pragma once
+
+#include <QObject>
+
+#include "ventanas/editor/Descripciones.h"
+
+class QGridLayout;
+class QLabel;
+class QLineEdit;
+class QToolButton;
+
+namespace editor {
+
+/// Una fila de la ventana: rótulo, caja, marca "OP", ayuda y, debajo, la observación sobre lo escrito. Los
+/// controles se llaman eti, cpo, opc, edi y obs, con el número de la fila. Se crea una vez y sirve para
+/// cualquier campo.
+class FilaCampo : public QObject {
+  Q_OBJECT
+
+ public:
+  /// Pone los controles en la rejilla; `indice` desde 1.
+  FilaCampo(int indice, QGridLayout& rejilla, QObject* padre);
+
+  /// Prepara la fila para ese campo y la muestra.
+  void Preparar(const CampoDescrito& campo);
+  /// Pone el valor leído del registro, que queda como original.
+  void Poner(const QString& valor);
+  void Ocultar();
+
+  const CampoDescrito& Campo() const { return campo_; }
+  const QString& Original() const { return original_; }
+  QString Texto() const;
+  QLineEdit* Caja() const { return caja_; }
+  /// Visible y editable.
+  bool Usable() const;
+  bool Correcto() const;
+  void Restaurar();
+  /// Pide el valor según la ayuda y, si se contesta, lo escribe y pasa al control siguiente.
+  void Pedir();
+  /// Vuelve a tomar los colores de la paleta.
+  void PonerColores();
+
+ signals:
+  void haEntrado(editor::FilaCampo* fila);
+  void haSalido(editor::FilaCampo* fila);
+  /// Se pulsó la ayuda.
+  void pedida(editor::FilaCampo* fila);
+
+ private:
+  void alEntrar();
+  void alSalir();
+  void refrescar();
+  void accesible();
+  void ajustarAncho();
+
+  CampoDescrito campo_;
+  QString original_;
+  QString respuestaCortada_;  // valor de una respuesta que no cabía
+  bool ocultada_ = true;
+  bool pide_ = false;  // la ayuda admite pedir el valor
+  QLabel* rotulo_;
+  QLineEdit* caja_;
+  QLabel* opcional_;
+  QToolButton* ayuda_;
+  QLabel* observacion_;
+};
+
+}  // namespace editor

@@ -1,0 +1,33 @@
+#include "ventanas/principal/Columnas.h"
+
+#include <QFontMetricsF>
+#include <algorithm>
+
+#include "comunes/plataforma/Texto.h"
+#include "ventanas/principal/ModeloRegistros.h"
+
+namespace principal {
+
+Columnas::Columnas(const QFont& fuente) : fuente_(QRawFont::fromFont(fuente)) {
+  const QFontMetricsF medidas(fuente);
+  ancho_ = std::max(4, qRound(medidas.horizontalAdvance(QLatin1Char('0'))));
+  alto_ = qCeil(medidas.height()) + 4;
+  base_ = 2 + qRound(medidas.ascent());
+  const QList<quint32> blanco = fuente_.glyphIndexesForString(QStringLiteral(" "));
+  for (int byte = 0; byte < 256; ++byte) {
+    const char bytes[] = {static_cast<char>(byte)};
+    const QList<quint32> glifo =
+        EsVisible(static_cast<unsigned char>(byte))
+            ? fuente_.glyphIndexesForString(comunes::DesdeWindows1252(std::string_view(bytes, 1)))
+            : blanco;
+    glifos_[static_cast<std::size_t>(byte)] = glifo.isEmpty() ? 0 : glifo.first();
+  }
+}
+
+int Columnas::posicionEn(int x) const {
+  if (x < kMargen) return 0;
+  const int posicion = (x - kMargen) / ancho_ + 1;
+  return posicion <= kUltima ? posicion : 0;
+}
+
+}  // namespace principal

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QFont>
+#include <QRawFont>
+#include <array>
+
+namespace principal {
+
+/// Medidas, en píxeles lógicos, con que se pintan las posiciones de un registro. El ancho de columna es
+/// entero para que la regla y los caracteres coincidan al píxel en toda escala.
+class Columnas {
+ public:
+  explicit Columnas(const QFont& fuente);
+
+  int ancho() const { return ancho_; }
+  int alto() const { return alto_; }
+  int base() const { return base_; }
+  /// Borde izquierdo de la posición (desde 1) sin desplazamiento.
+  int x(int posicion) const { return kMargen + (posicion - 1) * ancho_; }
+  /// Posición (1 a 600) que cae en `x`, o 0 si ninguna.
+  int posicionEn(int x) const;
+  int anchoTotal() const { return x(kUltima + 1) + kMargen; }
+
+  const QRawFont& fuente() const { return fuente_; }
+  /// Glifo de un byte de Windows-1252; el del blanco si no es visible.
+  quint32 glifo(unsigned char byte) const { return glifos_[byte]; }
+
+  static constexpr int kMargen = 10;
+  static constexpr int kUltima = 600;
+
+ private:
+  QRawFont fuente_;
+  int ancho_;
+  int alto_;
+  int base_;
+  std::array<quint32, 256> glifos_{};
+};
+
+}  // namespace principal

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QIcon>
+
+namespace principal {
+
+enum class Pictograma {
+  Importar,
+  Empezar,
+  Guardar,
+  Insertar,
+  Eliminar,
+  Imprimir,
+  Salir,
+  Carpeta,
+  CarpetaAbierta,
+};
+
+/// Icono dibujado al tamaño y la escala que se le pidan, con los colores de la paleta en uso: se ve igual de
+/// nítido al 200 % y sobre fondo claro u oscuro.
+QIcon Icono(Pictograma pictograma);
+
+}  // namespace principal

@@ -1,0 +1,96 @@
+#include <QAccessible>
+#include <QFileInfo>
+
+#include "remesa/Campos.h"
+#include "ui_frmUnirQ19.h"
+#include "ventanas/principal/TextosObservacion.h"
+#include "ventanas/principal/frmUnirQ19.h"
+
+namespace principal {
+namespace {
+
+void Avisar(QLabel* etiqueta, const QStringList& avisos) {
+  const QString texto = avisos.join(QLatin1Char(' '));
+  if (etiqueta->text() == texto) return;
+  etiqueta->setText(texto);
+  if (texto.isEmpty()) return;
+  QAccessibleEvent anuncio(etiqueta, QAccessible::Alert);
+  QAccessible::updateAccessibility(&anuncio);
+}
+
+}  // namespace
+
+bool frmUnirQ19::importadoVisible() const {
+  return !ui_->Importado->isHidden();
+}
+
+void frmUnirQ19::mirarAcumulado() {
+  resumenAcumulado_ = remesa::Resumir(ui_->Acumulado->lista());
+  mostrarObservaciones();
+}
+
+void frmUnirQ19::mostrarObservaciones() {
+  ui_->InfoPreview->setText(
+      rutaPreview_.isEmpty()
+          ? tr("Ningún fichero previsualizado")
+          : tr("%1: %2").arg(QFileInfo(rutaPreview_).fileName(),
+                             TextoCuenta(resumenPreview_.registros, tr("registro"), tr("registros"))));
+  const auto ficheros = static_cast<std::size_t>(rutasImportadas_.size());
+  ui_->InfoAcumulado->setText(
+      resumenAcumulado_.vacia()
+          ? tr("Remesa vacía")
+          : tr("%1, %2, %3")
+                .arg(TextoCuenta(ficheros, tr("fichero"), tr("ficheros")),
+                     TextoCuenta(resumenAcumulado_.adeudos, tr("adeudo"), tr("adeudos")),
+                     TextoEuros(resumenAcumulado_.importe)));
+  Avisar(ui_->AvisoPreview, avisosPreview());
+  Avisar(ui_->AvisoAcumulado, TextosObservaciones(remesa::ObservarAcumulado(resumenAcumulado_)));
+}
+
+QStringList frmUnirQ19::avisosPreview() const {
+  if (rutaPreview_.isEmpty()) return {};
+  if (!importadoVisible())
+    return TextosObservaciones(remesa::ObservarImportacion(resumenPreview_, resumenAcumulado_));
+  // En Debian dos ficheros pueden distinguirse solo en las mayúsculas, y cuentan como el mismo.
+  const QString importada = rutasImportadas_.value(rutaPreview_.toUpper());
+  if (importada.isEmpty() || importada == rutaPreview_) return {};
+  return {tr("Ya se importó %1, que solo se distingue por las mayúsculas.").arg(importada)};
+}
+
+void frmUnirQ19::mostrarPosicion(const VistaRegistros& lista, int fila, int posicion) {
+  QString texto;
+  if (posicion > 0) {
+    texto = tr("Posición %1").arg(posicion);
+    // Sobre la regla vale el registro actual.
+    const int registro = fila >= 0 ? fila : lista.actual();
+    if (registro >= 0) {
+      if (const remesa::Campo* campo =
+              remesa::CampoEn(lista.lista()[static_cast<std::size_t>(registro)], posicion)) {
+        texto +=
+            tr(" · %1 (%2-%3)")
+                .arg(QString::fromUtf8(campo->nombre.data(), static_cast<qsizetype>(campo->nombre.size())))
+                .arg(campo->donde.desde)
+                .arg(campo->donde.hasta);
+      }
+      texto = tr("Registro %1 · ").arg(registro + 1) + texto;
+    }
+  }
+  ui_->EstadoPosicion->setText(texto);
+}
+
+void frmUnirQ19::decir(const QString& texto) {
+  ui_->EstadoMensaje->setText(texto);
+}
+
+void frmUnirQ19::ajustarColores() {
+  const bool oscuro = palette().color(QPalette::Window).lightness() < 128;
+  for (QLabel* aviso : {ui_->AvisoPreview, ui_->AvisoAcumulado}) {
+    QPalette colores = aviso->palette();
+    const QColor color = oscuro ? QColor(0xFF, 0xB4, 0x6B) : QColor(0x9A, 0x34, 0x00);
+    if (colores.color(QPalette::WindowText) == color) continue;
+    colores.setColor(QPalette::WindowText, color);
+    aviso->setPalette(colores);
+  }
+}
+
+}  // namespace principal

@@ -1,0 +1,124 @@
+#include "ventanas/principal/ListaCarpetas.h"
+
+#include <QDir>
+#include <QKeyEvent>
+#include <QScrollBar>
+#include <QStyledItemDelegate>
+
+#include "ventanas/principal/Iconos.h"
+
+namespace principal {
+namespace {
+
+constexpr int kRuta = Qt::UserRole;
+constexpr int kNivel = Qt::UserRole + 1;
+constexpr int kSangria = 12;
+
+class DelegadoSangrado : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+
+  void paint(QPainter* pintor, const QStyleOptionViewItem& opcion, const QModelIndex& indice) const override {
+    QStyleOptionViewItem sangrada = opcion;
+    sangrada.rect.setLeft(opcion.rect.left() + kSangria * indice.data(kNivel).toInt());
+    QStyledItemDelegate::paint(pintor, sangrada, indice);
+  }
+  QSize sizeHint(const QStyleOptionViewItem& opcion, const QModelIndex& indice) const override {
+    return QStyledItemDelegate::sizeHint(opcion, indice) + QSize(kSangria * indice.data(kNivel).toInt(), 0);
+  }
+};
+
+bool SePuedeAbrir(const QString& ruta) {
+  const QFileInfo informe(ruta);
+  return informe.isDir() && informe.isReadable();
+}
+
+}  // namespace
+
+ListaCarpetas::ListaCarpetas(QWidget* padre) : QListWidget(padre) {
+  setItemDelegate(new DelegadoSangrado(this));
+  connect(this, &QListWidget::itemDoubleClicked, this, &ListaCarpetas::entrar);
+}
+
+QString ListaCarpetas::ruta() const {
+  return QDir::toNativeSeparators(ruta_);
+}
+
+bool ListaCarpetas::ponerRuta(const QString& ruta) {
+  if (ruta.isEmpty()) return false;
+  const QString nueva = QDir::cleanPath(QDir(ruta).absolutePath());
+  if (!SePuedeAbrir(nueva)) return false;
+  if (nueva == ruta_) return true;
+  ruta_ = nueva;
+  llenar();
+  emit cambio();
+  return true;
+}
+
+void ListaCarpetas::refrescar() {
+  QString viva = ruta_;
+  while (!SePuedeAbrir(viva) && !QDir(viva).isRoot())
+    viva = QFileInfo(viva).path();
+  if (viva != ruta_) {
+    ponerRuta(viva);
+    return;
+  }
+  const QString senalada = currentItem() ? currentItem()->data(kRuta).toString() : QString();
+  const int altura = verticalScrollBar()->value();
+  llenar();
+  for (int i = 0; i < count(); ++i)
+    if (item(i)->data(kRuta) == senalada) setCurrentRow(i);
+  verticalScrollBar()->setValue(altura);
+}
+
+void ListaCarpetas::llenar() {
+  clear();
+  int nivel = 0;
+  const auto poner = [&](const QString& texto, const QString& ruta, Pictograma icono) {
+    auto* elemento = new QListWidgetItem(Icono(icono), texto, this);
+    elemento->setData(kRuta, ruta);
+    elemento->setData(kNivel, nivel);
+    return elemento;
+  };
+  QStringList cadena;
+  for (QString paso = ruta_;; paso = QFileInfo(paso).path()) {
+    cadena.prepend(paso);
+    if (QDir(paso).isRoot()) break;
+  }
+  QListWidgetItem* abierta = nullptr;
+  for (const QString& paso : std::as_const(cadena)) {
+    const QString nombre = QDir(paso).isRoot() ? QDir::toNativeSeparators(paso) : QFileInfo(paso).fileName();
+    abierta = poner(nombre, paso, Pictograma::CarpetaAbierta);
+    ++nivel;
+  }
+  QFont negrita = font();
+  negrita.setBold(true);
+  abierta->setFont(negrita);
+  abierta->setData(Qt::AccessibleDescriptionRole, tr("Carpeta abierta"));
+  const QStringList hijas =
+      QDir(ruta_).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name | QDir::IgnoreCase);
+  const QString prefijo = ruta_.endsWith(QLatin1Char('/')) ? ruta_ : ruta_ + QLatin1Char('/');
+  for (const QString& hija : hijas)
+    poner(hija, prefijo + hija, Pictograma::Carpeta);
+  setCurrentItem(abierta);
+}
+
+void ListaCarpetas::entrar(const QListWidgetItem* elemento) {
+  if (elemento) ponerRuta(QString(elemento->data(kRuta).toString()));
+}
+
+void ListaCarpetas::keyPressEvent(QKeyEvent* evento) {
+  switch (evento->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      entrar(currentItem());
+      return;
+    case Qt::Key_Backspace:
+      ponerRuta(QFileInfo(ruta_).path());
+      return;
+    default:
+      QListWidget::keyPressEvent(evento);
+  }
+}
+
+}  // namespace principal

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QListWidget>
+#include <QString>
+
+namespace principal {
+
+/// La carpeta abierta con sus antecesoras encima y sus subcarpetas debajo, sangradas. Doble clic o Intro
+/// entra.
+class ListaCarpetas : public QListWidget {
+  Q_OBJECT
+
+ public:
+  explicit ListaCarpetas(QWidget* padre = nullptr);
+
+  /// Carpeta abierta: absoluta y con los separadores de la plataforma.
+  QString ruta() const;
+  /// Abre una carpeta. Si no existe o no se puede leer devuelve false y todo sigue como estaba.
+  bool ponerRuta(const QString& ruta);
+  /// Vuelve a leer las subcarpetas; si la abierta ya no está, abre la antecesora más cercana.
+  void refrescar();
+
+ signals:
+  void cambio();
+
+ protected:
+  void keyPressEvent(QKeyEvent* evento) override;
+
+ private:
+  void llenar();
+  void entrar(const QListWidgetItem* elemento);
+
+  QString ruta_;
+};
+
+}  // namespace principal

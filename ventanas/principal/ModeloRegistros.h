@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QAbstractListModel>
+#include <functional>
+
+#include "remesa/ListaRegistros.h"
+
+namespace principal {
+
+/// ¿Tiene el byte de Windows-1252 un dibujo que ocupa su columna? No lo tienen los de control, los cinco sin
+/// asignar ni el guion opcional.
+bool EsVisible(unsigned char byte);
+
+/// Modelo de lista sobre los registros de una remesa; da a lo más 600 posiciones de cada uno, y solo cuando
+/// se le piden. Lo que no es visible se muestra con un signo del bloque "Imágenes de control" de Unicode.
+class ModeloRegistros : public QAbstractListModel {
+  Q_OBJECT
+
+ public:
+  using Cambio = std::function<void(remesa::ListaRegistros&)>;
+  using QAbstractListModel::QAbstractListModel;
+
+  const remesa::ListaRegistros& lista() const { return lista_; }
+  /// Para quien reescribe registros uno a uno y avisa con `avisarCambio`.
+  remesa::ListaRegistros& editable() { return lista_; }
+  void avisarCambio(int fila);
+
+  /// Cambio que añade o quita registros. Si lanza, el modelo queda como lo dejó el cambio.
+  void cambiar(const Cambio& cambio);
+  /// Cambio que solo sustituye registros. Si lanza, igual.
+  void reescribir(const Cambio& cambio);
+
+  int rowCount(const QModelIndex& padre = {}) const override;
+  QVariant data(const QModelIndex& indice, int papel) const override;
+
+ private:
+  remesa::ListaRegistros lista_;
+};
+
+}  // namespace principal

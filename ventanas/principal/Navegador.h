@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QFileSystemWatcher>
+#include <QObject>
+#include <QTimer>
+
+namespace principal {
+
+class ListaDiscos;
+class ListaCarpetas;
+class ListaFicheros;
+
+/// Une las tres listas con que se buscan ficheros: unidad, carpeta y fichero.
+class Navegador : public QObject {
+  Q_OBJECT
+
+ public:
+  Navegador(ListaDiscos* discos, ListaCarpetas* carpetas, ListaFicheros* ficheros, QObject* padre);
+
+  /// Coloca las listas en `origen`; lo que no exista se pasa por alto. `letra`: unidad, dos caracteres.
+  void iniciar(const QString& letra, const QString& origen, const QString& patron);
+  /// Lleva las listas a donde está un fichero, o a una carpeta, sin elegir nada.
+  void irA(const QString& ruta);
+  void refrescar();
+
+ signals:
+  /// Ruta del fichero que eligió el operador.
+  void elegido(const QString& ruta);
+
+ private:
+  void alCambiarDisco();
+  void alCambiarCarpeta();
+
+  ListaDiscos* discos_;
+  ListaCarpetas* carpetas_;
+  ListaFicheros* ficheros_;
+  QFileSystemWatcher vigia_;
+  QTimer espera_;
+};
+
+}  // namespace principal

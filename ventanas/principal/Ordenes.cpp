@@ -1,0 +1,136 @@
+#include <QApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QScopeGuard>
+
+#include "comunes/dialogos/MyBox.h"
+#include "comunes/plataforma/Explorar.h"
+#include "comunes/plataforma/IniFiles.h"
+#include "comunes/plataforma/Texto.h"
+#include "comunes/plataforma/Ventanas.h"
+#include "remesa/Adeudos.h"
+#include "remesa/Fusion.h"
+#include "remesa/Guardado.h"
+#include "ui_frmUnirQ19.h"
+#include "ventanas/principal/Navegador.h"
+#include "ventanas/principal/frmUnirQ19.h"
+
+namespace principal {
+namespace {
+
+/// Selección y fila actual cuando se hayan quitado los registros de totales; los que siguen conservan su
+/// orden.
+struct Senalado {
+  std::vector<std::size_t> seleccion;
+  int actual = -1;
+};
+
+Senalado SinTotales(const VistaRegistros& vista) {
+  const std::vector<std::size_t> seleccion = vista.seleccion();
+  Senalado tras;
+  if (seleccion.empty() && vista.actual() < 0) return tras;
+  auto siguiente = seleccion.begin();
+  std::size_t nuevo = 0;
+  for (std::size_t i = 0; i < vista.lista().size(); ++i) {
+    const bool seleccionado = siguiente != seleccion.end() && *siguiente == i;
+    if (seleccionado) ++siguiente;
+    if (remesa::EsDeTotales(vista.lista()[i])) continue;
+    if (seleccionado) tras.seleccion.push_back(nuevo);
+    if (vista.actual() == static_cast<int>(i)) tras.actual = static_cast<int>(nuevo);
+    ++nuevo;
+  }
+  return tras;
+}
+
+}  // namespace
+
+void frmUnirQ19::importar() {
+  if (importadoVisible()) return;
+  const comunes::Reloj reloj;
+  VistaRegistros& acumulado = *ui_->Acumulado;
+  const Senalado senalado = SinTotales(acumulado);
+  acumulado.cambiar(
+      [this](remesa::ListaRegistros& lista) { remesa::Importar(lista, ui_->Preview->lista()); });
+  acumulado.seleccionar(senalado.seleccion);
+  acumulado.ponerActual(senalado.actual);
+  FicherosImportados += QLatin1Char('[') + FicheroActual + QLatin1Char(']');
+  if (!FicheroActual.isEmpty()) rutasImportadas_.insert(FicheroActual, rutaActual_);
+  ui_->Importado->show();
+  decir({});
+  RecalcularTotales();
+}
+
+void frmUnirQ19::RecalcularTotales() {
+  // También si falla: lo reescrito hasta entonces se conserva, y hay que contarlo.
+  const auto alSalir = qScopeGuard([this] { mostrarObservaciones(); });
+  ui_->Acumulado->modelo().reescribir(
+      [this](remesa::ListaRegistros& lista) { remesa::RecalcularTotales(lista, &resumenAcumulado_); });
+}
+
+void frmUnirQ19::empezar() {
+  FicherosImportados.clear();
+  rutasImportadas_.clear();
+  ui_->Acumulado->poner({});
+  ui_->Importado->hide();
+  decir({});
+  mirarAcumulado();
+}
+
+void frmUnirQ19::guardar() {
+  const QString carpeta = comunes::ReadINI(comunes::RutaAjustes, QStringLiteral("Comunes"),
+                                           QStringLiteral("DestinoQ19"), QString());
+  const auto nombreFinal = [](const QString& elegido) {
+    return comunes::QuitarExtension(elegido) + QStringLiteral(".Q19");
+  };
+  const QString elegido =
+      comunes::DialogoFichero(false, this, carpeta, QStringLiteral("q19"), false, QString(), nombreFinal);
+  if (elegido.isEmpty()) return;
+  const QString ruta = nombreFinal(elegido);
+  {
+    const comunes::Reloj reloj;
+    remesa::GuardarRemesa(comunes::ARuta(ruta), ui_->Acumulado->lista());
+  }
+  ui_->Empezar->click();
+  navegador_->refrescar();
+  decir(tr("Guardado en %1").arg(QDir::toNativeSeparators(QFileInfo(ruta).absoluteFilePath())));
+}
+
+void frmUnirQ19::insertar() {
+  VistaRegistros& acumulado = *ui_->Acumulado;
+  const int actual = acumulado.actual();
+  if (actual < 0) return;
+  const auto i = static_cast<std::size_t>(actual);
+  if (!remesa::EsDuplicable(acumulado.lista()[i])) return;
+  const comunes::Reloj reloj;
+  acumulado.cambiar([i](remesa::ListaRegistros& lista) { remesa::InsertarCopia(lista, i); });
+  acumulado.seleccionarSolo(actual + 1);
+  decir({});
+  RecalcularTotales();
+}
+
+void frmUnirQ19::eliminar() {
+  VistaRegistros& acumulado = *ui_->Acumulado;
+  const std::vector<std::size_t> seleccion = acumulado.seleccion();
+  if (!remesa::PuedeEliminar(acumulado.lista(), seleccion)) {
+    comunes::MyMsgBox(tr(" ¿ No se pueden suprimir todos los registros de deudores ? "), {}, 1, 1, 1);
+    return;
+  }
+  if (comunes::MyMsgBox(tr(" ¿ Confirma que desea eliminar deudor(es) seleccionados ? "), {}, 16, 3, 1) ==
+      comunes::kNo)
+    return;
+  const comunes::Reloj reloj;
+  acumulado.cambiar([&](remesa::ListaRegistros& lista) { remesa::EliminarAdeudos(lista, seleccion); });
+  decir({});
+  RecalcularTotales();
+}
+
+void frmUnirQ19::editar(int fila) {
+  const QWidgetList ventanas = QApplication::topLevelWidgets();
+  for (const QWidget* ventana : ventanas)
+    if (ventana->isVisible() &&
+        ventana->objectName().compare(QLatin1String("EdiTarvo"), Qt::CaseInsensitive) == 0)
+      return;
+  ui_->Acumulado->seleccionarSolo(fila);
+}
+
+}  // namespace principal

@@ -1,0 +1,57 @@
+#include "ventanas/principal/Patrones.h"
+
+#include <QDirIterator>
+#include <QRegularExpression>
+#include <algorithm>
+
+namespace principal {
+namespace {
+
+/// No se usan los comodines de Qt: para ellos los corchetes son especiales, y hay nombres que los llevan.
+QRegularExpression Expresion(const QString& patrones) {
+  QStringList alternativas;
+  const QStringList partes = patrones.split(QLatin1Char(';'), Qt::SkipEmptyParts);
+  for (const QString& parte : partes) {
+    const QString patron = parte.trimmed();
+    if (patron.isEmpty()) continue;
+    if (patron == QLatin1String("*.*")) {
+      alternativas << QStringLiteral(".*");
+      continue;
+    }
+    QString expresion;
+    for (const QChar c : patron)
+      expresion += c == QLatin1Char('*')   ? QStringLiteral(".*")
+                   : c == QLatin1Char('?') ? QStringLiteral(".")
+                                           : QRegularExpression::escape(QString(c));
+    alternativas << expresion;
+  }
+  // Sin patrones no hay alternativa que cumplir.
+  const QString todas = alternativas.isEmpty() ? QStringLiteral("(?!)") : alternativas.join(QLatin1Char('|'));
+  return QRegularExpression(QRegularExpression::anchoredPattern(todas),
+                            QRegularExpression::CaseInsensitiveOption |
+                                QRegularExpression::DotMatchesEverythingOption |
+                                QRegularExpression::UseUnicodePropertiesOption);
+}
+
+}  // namespace
+
+bool CumplePatron(const QString& nombre, const QString& patrones) {
+  return Expresion(patrones).match(nombre).hasMatch();
+}
+
+QStringList FicherosDe(const QString& carpeta, const QString& patrones) {
+  const QRegularExpression expresion = Expresion(patrones);
+  QStringList nombres;
+  for (QDirIterator it(carpeta, QDir::Files); it.hasNext();) {
+    it.next();
+    const QString nombre = it.fileName();
+    if (expresion.match(nombre).hasMatch()) nombres << nombre;
+  }
+  std::sort(nombres.begin(), nombres.end(), [](const QString& a, const QString& b) {
+    const int orden = a.compare(b, Qt::CaseInsensitive);
+    return orden != 0 ? orden < 0 : a < b;
+  });
+  return nombres;
+}
+
+}  // namespace principal

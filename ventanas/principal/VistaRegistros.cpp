@@ -1,0 +1,145 @@
+#include "ventanas/principal/VistaRegistros.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QScopeGuard>
+#include <QScrollBar>
+#include <algorithm>
+
+#include "ventanas/principal/DelegadoRegistro.h"
+#include "ventanas/principal/ReglaPosiciones.h"
+
+namespace principal {
+
+VistaRegistros::VistaRegistros(QWidget* padre)
+    : QListView(padre),
+      modelo_(new ModeloRegistros(this)),
+      columnas_(font()),
+      regla_(new ReglaPosiciones(this)) {
+  setUniformItemSizes(true);
+  setHorizontalScrollMode(ScrollPerPixel);
+  setEditTriggers(NoEditTriggers);
+  setMouseTracking(true);
+  setItemDelegate(new DelegadoRegistro(this));
+  setModel(modelo_);
+  connect(this, &QListView::doubleClicked, this, [this](const QModelIndex& i) { emit dobleClic(i.row()); });
+  connect(regla_, &ReglaPosiciones::posicionBajoRaton, this, [this](int p) { emit bajoRaton(-1, p); });
+}
+
+void VistaRegistros::poner(remesa::ListaRegistros lista) {
+  modelo_->cambiar([&](remesa::ListaRegistros& l) { l = std::move(lista); });
+  scrollToTop();
+}
+
+void VistaRegistros::cambiar(const ModeloRegistros::Cambio& cambio) {
+  const int y = verticalScrollBar()->value();
+  const int x = horizontalScrollBar()->value();
+  const auto alSalir = qScopeGuard([&] {
+    executeDelayedItemsLayout();
+    horizontalScrollBar()->setValue(x);
+    verticalScrollBar()->setValue(y);
+  });
+  modelo_->cambiar(cambio);
+}
+
+void VistaRegistros::ponerActual(int fila) {
+  selectionModel()->setCurrentIndex(modelo_->index(fila), QItemSelectionModel::NoUpdate);
+}
+
+void VistaRegistros::seleccionarSolo(int fila) {
+  selectionModel()->setCurrentIndex(modelo_->index(fila), QItemSelectionModel::ClearAndSelect);
+}
+
+std::vector<std::size_t> VistaRegistros::seleccion() const {
+  std::vector<std::size_t> filas;
+  const QItemSelection intervalos = selectionModel()->selection();
+  for (const QItemSelectionRange& intervalo : intervalos)
+    for (int fila = intervalo.top(); fila <= intervalo.bottom(); ++fila)
+      if (fila >= 0) filas.push_back(static_cast<std::size_t>(fila));
+  std::sort(filas.begin(), filas.end());
+  filas.erase(std::unique(filas.begin(), filas.end()), filas.end());
+  return filas;
+}
+
+void VistaRegistros::seleccionar(std::span<const std::size_t> filas) {
+  // De una vez: Qt compara cada intervalo nuevo con todos los anteriores.
+  QItemSelection seleccion;
+  for (std::size_t i = 0; i < filas.size();) {
+    std::size_t j = i + 1;
+    while (j < filas.size() && filas[j] == filas[j - 1] + 1)
+      ++j;
+    seleccion.append(QItemSelectionRange(modelo_->index(static_cast<int>(filas[i])),
+                                         modelo_->index(static_cast<int>(filas[j - 1]))));
+    i = j;
+  }
+  selectionModel()->select(seleccion, QItemSelectionModel::ClearAndSelect);
+}
+
+void VistaRegistros::changeEvent(QEvent* evento) {
+  if (evento->type() == QEvent::FontChange || evento->type() == QEvent::StyleChange) {
+    columnas_ = Columnas(font());
+    scheduleDelayedItemsLayout();
+  }
+  QListView::changeEvent(evento);
+}
+
+void VistaRegistros::focusInEvent(QFocusEvent* evento) {
+  // Recibir el foco no hace actual ningún registro: una inserción no debe caer donde nadie señaló.
+  const bool habia = currentIndex().isValid();
+  QListView::focusInEvent(evento);
+  if (!habia && currentIndex().isValid()) selectionModel()->clearCurrentIndex();
+}
+
+void VistaRegistros::keyPressEvent(QKeyEvent* evento) {
+  switch (evento->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_F2:
+      if (currentIndex().isValid()) emit dobleClic(actual());
+      return;
+    case Qt::Key_Left:
+    case Qt::Key_Right: {
+      const int paso = (evento->modifiers() & Qt::ControlModifier ? 50 : 10) * columnas_.ancho();
+      QScrollBar* barra = horizontalScrollBar();
+      barra->setValue(barra->value() + (evento->key() == Qt::Key_Left ? -paso : paso));
+      return;
+    }
+    default:
+      QListView::keyPressEvent(evento);
+  }
+}
+
+void VistaRegistros::leaveEvent(QEvent* evento) {
+  emit bajoRaton(-1, 0);
+  QListView::leaveEvent(evento);
+}
+
+void VistaRegistros::mouseMoveEvent(QMouseEvent* evento) {
+  const QPoint punto = evento->position().toPoint();
+  const QModelIndex indice = indexAt(punto);
+  emit bajoRaton(indice.row(), columnas_.posicionEn(punto.x() + desplazamiento()));
+  QListView::mouseMoveEvent(evento);
+}
+
+void VistaRegistros::scrollContentsBy(int dx, int dy) {
+  QListView::scrollContentsBy(dx, dy);
+  if (dx != 0) regla_->update();
+}
+
+void VistaRegistros::updateGeometries() {
+  const int alto = regla_->alto();
+  if (viewportMargins().top() != alto) setViewportMargins(0, alto, 0, 0);
+  QListView::updateGeometries();
+  const QRect zona = viewport()->geometry();
+  regla_->setGeometry(zona.left(), zona.top() - alto, zona.width(), alto);
+  horizontalScrollBar()->setSingleStep(columnas_.ancho());
+}
+
+void VistaRegistros::currentChanged(const QModelIndex& actual, const QModelIndex& anterior) {
+  QListView::currentChanged(actual, anterior);
+  // La marca de la fila actual es cosa del delegado: hay que repintar la que deja de serlo.
+  if (anterior.isValid()) update(anterior);
+  if (actual.isValid()) update(actual);
+}
+
+}  // namespace principal

@@ -1,0 +1,131 @@
+#include "ventanas/principal/frmUnirQ19.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QDragEnterEvent>
+#include <QFileInfo>
+#include <QMimeData>
+#include <QShortcut>
+
+#include "comunes/plataforma/IniFiles.h"
+#include "comunes/plataforma/Ventanas.h"
+#include "ui_frmUnirQ19.h"
+#include "ventanas/principal/Iconos.h"
+#include "ventanas/principal/Navegador.h"
+
+namespace principal {
+
+frmUnirQ19::frmUnirQ19(const QString& lineaOrdenes, QWidget* padre)
+    : QMainWindow(padre), ui_(std::make_unique<Ui::frmUnirQ19>()) {
+  comunes::RutaAjustes = QDir::toNativeSeparators(QCoreApplication::applicationDirPath()) +
+                         QDir::separator() + QStringLiteral("Tarvo.INI");
+  ui_->setupUi(this);
+  prepararControles();
+  comunes::FuentesVentana(*this);
+  comunes::DisponerVentana(*this);
+  conectar();
+  leerAjustes();
+  ui_->Importado->hide();
+  ui_->VisorPrt->hide();
+  mirarAcumulado();
+  // Como un evento más: si falla, la aplicación lo informa y la ventana sigue.
+  if (!lineaOrdenes.isEmpty())
+    QMetaObject::invokeMethod(
+        this, [this, lineaOrdenes] { cargarInicial(lineaOrdenes); }, Qt::QueuedConnection);
+}
+
+frmUnirQ19::~frmUnirQ19() = default;
+
+void frmUnirQ19::prepararControles() {
+  const std::pair<QPushButton*, Pictograma> botones[] = {
+      {ui_->Importar, Pictograma::Importar},    {ui_->Empezar, Pictograma::Empezar},
+      {ui_->Guardar, Pictograma::Guardar},      {ui_->cmdInsertar, Pictograma::Insertar},
+      {ui_->cmdEliminar, Pictograma::Eliminar}, {ui_->cmdImprimir, Pictograma::Imprimir},
+      {ui_->Salir, Pictograma::Salir},
+  };
+  for (const auto& [boton, pictograma] : botones) {
+    boton->setIcon(Icono(pictograma));
+    boton->setIconSize({20, 20});
+  }
+  // "IMPORTADO" aparece y desaparece sin mover lo de alrededor.
+  QSizePolicy sitio = ui_->Importado->sizePolicy();
+  sitio.setRetainSizeWhenHidden(true);
+  ui_->Importado->setSizePolicy(sitio);
+
+  ui_->DivisorArchivos->setStretchFactor(1, 1);
+  ui_->DivisorArchivos->setSizes({230, 900});
+  ui_->DivisorCarpetas->setSizes({220, 300});
+  ui_->DivisorListas->setSizes({260, 340});
+
+  // Designer no coloca nada dentro de una barra de estado: las dos etiquetas vienen sueltas.
+  ui_->Estado->addWidget(ui_->EstadoMensaje, 1);
+  ui_->Estado->addPermanentWidget(ui_->EstadoPosicion);
+  ajustarColores();
+}
+
+void frmUnirQ19::conectar() {
+  navegador_ = new Navegador(ui_->Disco, ui_->Carpetas, ui_->Ficheros, this);
+  connect(navegador_, &Navegador::elegido, this, &frmUnirQ19::elegir);
+  connect(ui_->Importar, &QPushButton::clicked, this, &frmUnirQ19::importar);
+  connect(ui_->Empezar, &QPushButton::clicked, this, &frmUnirQ19::empezar);
+  connect(ui_->Guardar, &QPushButton::clicked, this, &frmUnirQ19::guardar);
+  connect(ui_->cmdInsertar, &QPushButton::clicked, this, &frmUnirQ19::insertar);
+  connect(ui_->cmdEliminar, &QPushButton::clicked, this, &frmUnirQ19::eliminar);
+  connect(ui_->cmdImprimir, &QPushButton::clicked, this, &frmUnirQ19::imprimir);
+  connect(ui_->Salir, &QPushButton::clicked, this, &QWidget::close);
+  connect(ui_->Acumulado, &VistaRegistros::dobleClic, this, &frmUnirQ19::editar);
+  for (VistaRegistros* lista : {ui_->Preview, ui_->Acumulado})
+    connect(lista, &VistaRegistros::bajoRaton, this,
+            [this, lista](int fila, int posicion) { mostrarPosicion(*lista, fila, posicion); });
+  connect(new QShortcut(Qt::Key_F5, this), &QShortcut::activated, navegador_, &Navegador::refrescar);
+  for (const auto& [tecla, boton] :
+       {std::pair(Qt::Key_Insert, ui_->cmdInsertar), std::pair(Qt::Key_Delete, ui_->cmdEliminar)})
+    connect(new QShortcut(tecla, ui_->Acumulado, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated,
+            boton, [boton = boton] { boton->click(); });
+}
+
+void frmUnirQ19::leerAjustes() {
+  const auto ajuste = [](const char* clave, const QString& defecto) {
+    return comunes::ReadINI(comunes::RutaAjustes, QStringLiteral("Comunes"), QLatin1String(clave), defecto);
+  };
+  navegador_->iniciar(ajuste("OrigenQ19", QStringLiteral("C:\\")).left(2), ajuste("OrigenQ19", {}),
+                      ajuste("ExtensionQ19", QStringLiteral("*.Q19")));
+  ui_->Ficheros->setFocus();
+}
+
+void frmUnirQ19::changeEvent(QEvent* evento) {
+  QMainWindow::changeEvent(evento);
+  if (evento->type() == QEvent::PaletteChange) ajustarColores();
+}
+
+namespace {
+
+/// El único fichero o carpeta que se arrastra, o "".
+QString Arrastrado(const QMimeData* datos) {
+  const QList<QUrl> urls = datos->urls();
+  return urls.size() == 1 && urls.first().isLocalFile() ? urls.first().toLocalFile() : QString();
+}
+
+}  // namespace
+
+void frmUnirQ19::dragEnterEvent(QDragEnterEvent* evento) {
+  if (!Arrastrado(evento->mimeData()).isEmpty()) evento->acceptProposedAction();
+}
+
+void frmUnirQ19::dropEvent(QDropEvent* evento) {
+  const QString ruta = QDir::toNativeSeparators(Arrastrado(evento->mimeData()));
+  if (ruta.isEmpty()) return;
+  evento->setDropAction(Qt::CopyAction);
+  evento->accept();
+  // Fuera de este evento: una caja modal dejaría esperando al programa del que viene.
+  QMetaObject::invokeMethod(
+      this,
+      [this, ruta] {
+        activateWindow();
+        navegador_->irA(ruta);
+        if (!QFileInfo(ruta).isDir()) elegir(ruta);
+      },
+      Qt::QueuedConnection);
+}
+
+}  // namespace principal

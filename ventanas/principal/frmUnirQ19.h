@@ -1,0 +1,80 @@
+#pragma once
+
+#include <QHash>
+#include <QMainWindow>
+#include <memory>
+
+#include "remesa/Observaciones.h"
+
+namespace Ui {
+class frmUnirQ19;
+}
+
+namespace principal {
+
+class Navegador;
+class VistaRegistros;
+
+/// Ventana principal: se buscan ficheros Q19, se previsualizan, se importan en la acumulación, se corrige
+/// esta y se guarda. `lineaOrdenes` es la línea de órdenes entera; si no está vacía nombra un fichero que se
+/// carga en la acumulación en cuanto la ventana empieza a atender eventos. Los errores de sus controladores
+/// no se recogen aquí: los informa la aplicación.
+class frmUnirQ19 : public QMainWindow {
+  Q_OBJECT
+
+ public:
+  explicit frmUnirQ19(const QString& lineaOrdenes, QWidget* padre = nullptr);
+  ~frmUnirQ19() override;
+
+ protected:
+  void changeEvent(QEvent* evento) override;
+  void dragEnterEvent(QDragEnterEvent* evento) override;
+  void dropEvent(QDropEvent* evento) override;
+
+ private:
+  // Preparación
+  void prepararControles();
+  void conectar();
+  void leerAjustes();
+
+  // Carga (Carga.cpp)
+  bool EsQ19(const QString& ruta);
+  void CargarFichero(const QString& ruta, VistaRegistros& lista);
+  void cargarInicial(const QString& lineaOrdenes);
+  void elegir(const QString& ruta);
+
+  // Órdenes (Ordenes.cpp)
+  void importar();
+  void empezar();
+  void guardar();
+  void insertar();
+  void eliminar();
+  void editar(int fila);
+  void RecalcularTotales();
+
+  // Imprimir.cpp
+  void imprimir();
+
+  // Lo que se cuenta al operador (Informacion.cpp)
+  bool importadoVisible() const;
+  void mirarAcumulado();
+  void mostrarObservaciones();
+  QStringList avisosPreview() const;
+  void mostrarPosicion(const VistaRegistros& lista, int fila, int posicion);
+  void decir(const QString& texto);
+  void ajustarColores();
+
+  std::unique_ptr<Ui::frmUnirQ19> ui_;
+  Navegador* navegador_ = nullptr;
+
+  QString FicherosImportados;  ///< "[RUTA]" de cada fichero importado, en mayúsculas.
+  QString FicheroActual;       ///< Ruta del último fichero cargado, en mayúsculas.
+
+  QString rutaActual_;                       ///< La misma, tal como se escribe.
+  QString rutaPreview_;                      ///< Ruta de lo que muestra `Preview`.
+  QHash<QString, QString> rutasImportadas_;  ///< De la ruta en mayúsculas a la ruta.
+  remesa::Resumen resumenPreview_;
+  remesa::Resumen resumenAcumulado_;
+};
+
+}  // namespace principal
