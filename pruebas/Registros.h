@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <initializer_list>
@@ -67,6 +68,22 @@ int NumeroError(Accion&& accion) {
   }
   return 0;
 }
+
+/// Mientras vive, el superusuario pasa por un usuario cualquiera.
+class UsuarioCorriente {
+ public:
+  UsuarioCorriente() : antes_(::geteuid()) {
+    if (antes_ == 0 && ::seteuid(65534) != 0) ADD_FAILURE() << "no se puede dejar de ser superusuario";
+  }
+  ~UsuarioCorriente() {
+    if (::seteuid(antes_) != 0) std::abort();
+  }
+  UsuarioCorriente(const UsuarioCorriente&) = delete;
+  UsuarioCorriente& operator=(const UsuarioCorriente&) = delete;
+
+ private:
+  uid_t antes_;
+};
 
 /// Carpeta nueva que desaparece con la prueba.
 class Carpeta : public ::testing::Test {
