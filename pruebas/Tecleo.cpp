@@ -72,55 +72,53 @@ class Tecleando : public testing::Test {
 
 }  // namespace
 
+// La tecla que llena la caja se escribe y pasa; la que sobra pasa sin escribirse; la rechazada, ni lo uno.
 TEST_F(Tecleando, CadaTipoDejaPasarLoSuyo) {
-  struct {
-    const char *descriptor, *antes, *teclas, *despues;
+  struct Caso {
+    const char *antes, *teclas, *despues;
     bool mueve;
     int cursor = -1;  // -1: al final; -2: todo seleccionado
-  } const casos[] = {
-      {"T(n) A(D) L(12) D(2)", "", "-12,", "12.", false},
-      {"T(n) A(D) L(12) D(2)", "12.50", "3", "12.50", false},
-      {"T(n) A(D) L(12) D(2)", "12.50", "3", "3", false, -2},
-      {"T(n) A(D) L(12) D(2)", "12.50", ".", ".", false, -2},
-      {"T(n) A(D) L(12) D(2)", "12.50", ".", "12.50", false, 1},
-      {"T(n) A(D) L(12) D(2)", "12.50", "9", "912.50", false, 0},
-      {"T(n) A(D) L(12) D(2)", "12.50", "9", "12.50", false, 4},
-      {"T(N) A(D) L(12)", "12.00", "-", "-12.00", false, 0},
-      {"T(N) A(D) L(12)", "12.00", "-", "12.00", false, 1},
-      {"T(N) A(D) L(12) D(0)", "", "1.x2", "12", false},
-      {"T(C) A(I) L(9)", "43", ".2", "43.", false},
-      {"T(C) A(I) L(9) D(5)", "43", "-.25", "43.25", false},
-      {"T(D) A(C) L(6)", "", "1-2.3", "123", false},
-      {"T(F) A(D) L(10)", "", "/3-4.6/7", "3/4/67", false},
-      {"T(F) A(D) L(10)", "", "3--4", "3/4", false},
-      {"T(f) A(D) L(10)", "", "3.4a", "3/4", false},
-      {"T(H) A(D) L(5)", "", "9.3/0", "9:30", false},
-      {"T(M) A(I) L(9)", "", "peña 1", "PEÑA 1", false},
-      {"T(X) A(I) L(12)", "12345678", "?", "12345678Z", false},
-      {"T(X) A(I) L(12)", "X1234567", "?", "X12345677", false},
-      {"T(X) A(I) L(12)", "", "?", "", false},
-      {"T(I) A(I) L(24)", "", "es9", "ES9", false},
-      {"T(Z) A(I) L(9)", "", "aB?.", "aB?.", false},
-      // La que llena la caja se escribe y pasa; la que sobra pasa sin escribirse; la rechazada, ni lo uno.
-      {"T(M) A(I) L(5)", "abcd", "e", "abcdE", true},
-      {"T(M) A(I) L(5)", "abcde", "f", "abcde", true},
-      {"T(M) A(I) L(5)", "abcde", "f", "F", false, -2},
-      {"T(D) A(I) L(5)", "12345", "f", "12345", false},
-      {"T(M) A(I) L(5)", "abc", "\n", "abc", true},
-      {"T(M) A(I) L(5) +[x y]", "abc", "+", "x y", true},
-      {"T(M) A(I) L(5) +[]", "abc", "+", "", true},
-      {"T(M) A(I) L(5)", "abc", "+", "abc", true},
   };
-  for (const auto& c : casos) {
-    SCOPED_TRACE(std::string(c.descriptor) + " |" + c.antes + "| " + c.teclas);
-    Entra(c.descriptor);
-    PonerTexto(caja, c.antes);
-    if (c.cursor >= 0) caja->setCursorPosition(c.cursor);
-    if (c.cursor == -2) caja->selectAll();
-    Teclea(c.teclas);
-    EXPECT_EQ(c.despues, caja->text().toStdString());
-    EXPECT_EQ(c.mueve, SeHaMovido());
-  }
+  const std::vector<std::pair<const char*, std::vector<Caso>>> grupos = {
+      {"T(n) A(D) L(12) D(2)",
+       {{"", "-12,", "12.", false},
+        {"12.50", "3", "12.50", false},
+        {"12.50", "3", "3", false, -2},
+        {"12.50", ".", ".", false, -2},
+        {"12.50", ".", "12.50", false, 1},
+        {"12.50", "9", "912.50", false, 0},
+        {"12.50", "9", "12.50", false, 4}}},
+      {"T(N) A(D) L(12)", {{"12.00", "-", "-12.00", false, 0}, {"12.00", "-", "12.00", false, 1}}},
+      {"T(N) A(D) L(12) D(0)", {{"", "1.x2", "12", false}}},
+      {"T(C) A(I) L(9)", {{"43", ".2", "43.", false}}},
+      {"T(C) A(I) L(9) D(5)", {{"43", "-.25", "43.25", false}}},
+      {"T(D) A(C) L(6)", {{"", "1-2.3", "123", false}}},
+      {"T(F) A(D) L(10)", {{"", "/3-4.6/7", "3/4/67", false}, {"", "3--4", "3/4", false}}},
+      {"T(f) A(D) L(10)", {{"", "3.4a", "3/4", false}}},
+      {"T(H) A(D) L(5)", {{"", "9.3/0", "9:30", false}}},
+      {"T(M) A(I) L(9)", {{"", "peña 1", "PEÑA 1", false}}},
+      {"T(X) A(I) L(12)",
+       {{"12345678", "?", "12345678Z", false}, {"X1234567", "?", "X12345677", false}, {"", "?", "", false}}},
+      {"T(I) A(I) L(24)", {{"", "es9", "ES9", false}}},
+      {"T(Z) A(I) L(9)", {{"", "aB?.", "aB?.", false}}},
+      {"T(M) A(I) L(5)",
+       {{"abcd", "e", "abcdE", true}, {"abcde", "f", "abcde", true}, {"abcde", "f", "F", false, -2}}},
+      {"T(D) A(I) L(5)", {{"12345", "f", "12345", false}}},
+      {"T(M) A(I) L(5)", {{"abc", "\n", "abc", true}}},
+      {"T(M) A(I) L(5) +[x y]", {{"abc", "+", "x y", true}}},
+      {"T(M) A(I) L(5) +[]", {{"abc", "+", "", true}}},
+      {"T(M) A(I) L(5)", {{"abc", "+", "abc", true}}}};
+  for (const auto& [descriptor, casos] : grupos)
+    for (const auto& c : casos) {
+      SCOPED_TRACE(std::string(descriptor) + " |" + c.antes + "| " + c.teclas);
+      Entra(descriptor);
+      PonerTexto(caja, c.antes);
+      if (c.cursor >= 0) caja->setCursorPosition(c.cursor);
+      if (c.cursor == -2) caja->selectAll();
+      Teclea(c.teclas);
+      EXPECT_EQ(c.despues, caja->text().toStdString());
+      EXPECT_EQ(c.mueve, SeHaMovido());
+    }
 }
 
 TEST_F(Tecleando, LoTecleadoDePrisaSigueEnElCampoSiguiente) {
