@@ -1,7 +1,5 @@
 #include <QFileInfo>
 #include <QKeyEvent>
-#include <QListView>
-#include <QPainter>
 #include <QProxyStyle>
 #include <QPushButton>
 
@@ -19,6 +17,8 @@
 namespace comunes {
 namespace {
 
+constexpr int kAnchoCampo = 260;  // píxeles
+constexpr int kAnchoExtremo = 130;
 constexpr QChar kUneIntervalo(0x0192);  // "ƒ"
 const QString kIntervalo = u"(/)"_qs;
 const QString kLista = u"TABLA"_qs;
@@ -56,6 +56,7 @@ void MyBox::DescribirCampo(QLineEdit* campo, const QString& tipo, const QString&
 void MyBox::PonerValor(const QString& tipo, const QString& defecto) {
   DescribirCampo(ui_->CampoTexto, tipo, defecto);
   ui_->CampoTexto->setAccessibleName(ui_->Mensaje->accessibleName());
+  ui_->CampoTexto->setMinimumWidth(kAnchoCampo);
   OrdenarFoco({ui_->CampoTexto, ui_->RGBText});
   if (tipo.contains(kColor)) MostrarColor(ColorDeNumero(static_cast<int>(Val(defecto))));
 }
@@ -69,6 +70,8 @@ void MyBox::PonerIntervalo(const QString& tipo, const QString& defecto) {
   }
   DescribirCampo(ui_->CampoTexto, tipo, desde.isNull() ? desde : FormatValue(desde, tipo));
   DescribirCampo(ui_->CampoHasta, tipo, hasta.isNull() ? hasta : FormatValue(hasta, tipo));
+  ui_->CampoTexto->setMinimumWidth(kAnchoExtremo);
+  ui_->CampoHasta->setMinimumWidth(kAnchoExtremo);
   ui_->etiDesde->show();
   ui_->etiHasta->show();
   OrdenarFoco({ui_->CampoTexto, ui_->CampoHasta});
@@ -76,6 +79,7 @@ void MyBox::PonerIntervalo(const QString& tipo, const QString& defecto) {
 
 void MyBox::PonerLista(const QString& defecto) {
   ui_->cbxTabla->setAccessibleName(ui_->Mensaje->accessibleName());
+  ui_->cbxTabla->setMinimumWidth(kAnchoCampo);
   ui_->cbxTabla->addItems(ElementosLista(defecto));
   ui_->cbxTabla->setCurrentIndex(ui_->cbxTabla->count() > 0 ? 0 : -1);
   ui_->cbxTabla->show();

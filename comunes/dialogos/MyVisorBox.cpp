@@ -11,6 +11,7 @@ namespace comunes {
 
 void MyBox::PonerRejilla(const QString& columnas, const std::vector<QStringList>& datos) {
   ui_->MarcoMensaje->hide();
+  if (accessibleName().isEmpty()) setAccessibleName(u"Elija una fila"_qs);
   rejilla_ = std::make_unique<Rejilla>(ui_->VisorMini->objectName());
   PrepararRejilla(*rejilla_, columnas);
   {

@@ -28,6 +28,12 @@ QString NombreSeccion(const QString& titulo) {
 VisorAyuda::VisorAyuda(QWidget* padre) : QTextBrowser(padre) {
   setOpenLinks(false);
   setOpenExternalLinks(false);
+  // El azul de los enlaces de algunos escritorios no se lee sobre su propio fondo oscuro.
+  QPalette colores = palette();
+  if (colores.base().color().lightness() < 128 && colores.link().color().lightness() < 150) {
+    colores.setColor(QPalette::Link, QColor(0x7A, 0xB8, 0xF5));
+    setPalette(colores);
+  }
   connect(this, &QTextBrowser::anchorClicked, this, &VisorAyuda::Seguir);
 }
 
