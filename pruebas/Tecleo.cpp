@@ -288,7 +288,7 @@ TEST_F(Tecleando, MasPoneElDefectoDeCasillasYListas) {
   Describir(&casilla, "T(Z) +[1]");
   Describir(&lista, "T(Z) +[dos]");
   casilla.setFocus();
-  EXPECT_TRUE(casilla.autoFillBackground());
+  EXPECT_EQ(QColor(192, 255, 255), casilla.grab().toImage().pixelColor(casilla.width() - 1, 0));
   Teclea("+");
   QCoreApplication::sendPostedEvents();
   EXPECT_TRUE(casilla.isChecked());

@@ -33,7 +33,7 @@ int haciaBgr(const QColor& color) {
 }
 
 QPalette::ColorRole papelDelFondo(const QWidget* caja) {
-  return qobject_cast<const QCheckBox*>(caja) ? QPalette::Window : QPalette::Base;
+  return qobject_cast<const QCheckBox*>(caja) ? caja->backgroundRole() : QPalette::Base;
 }
 
 void ponerFondoDeFoco(QWidget* caja) {
@@ -47,8 +47,9 @@ void ponerFondoDeFoco(QWidget* caja) {
   const QColor fondo = desdeBgr(kFondoFoco);
   // El texto es negro también en un escritorio oscuro: el fondo es claro en todos.
   if (qobject_cast<QCheckBox*>(caja)) {
-    paleta.setColor(QPalette::Window, fondo);
-    paleta.setColor(QPalette::WindowText, Qt::black);
+    paleta.setColor(papelDelFondo(caja), fondo);
+    for (const auto papel : {QPalette::WindowText, QPalette::ButtonText})
+      paleta.setColor(papel, Qt::black);
     caja->setAutoFillBackground(true);
   } else {
     for (const auto papel : {QPalette::Base, QPalette::Button})
