@@ -1,6 +1,8 @@
 #include "ventanas/editor/FilaCampo.h"
 
+#include <QCoreApplication>
 #include <QGridLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QStyle>
@@ -69,6 +71,7 @@ FilaCampo::FilaCampo(int indice, QGridLayout& rejilla, QObject* padre) : QObject
 
   auto* linea = new QHBoxLayout;
   linea->addWidget(caja_, 100);
+  linea->addSpacing(4);
   linea->addWidget(opcional_);
   linea->addWidget(ayuda_);
   linea->addStretch(1);
@@ -89,6 +92,7 @@ void FilaCampo::Preparar(const CampoDescrito& campo) {
   opcional_->setText(campo.opcional ? QStringLiteral("OP") : QString());
   opcional_->setToolTip(campo.opcional ? QStringLiteral("Campo opcional") : QString());
   caja_->setEnabled(campo.editable);
+  caja_->setPalette(QPalette());
   if (campo.relleno == QLatin1String("I")) caja_->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   if (campo.relleno == QLatin1String("D") || campo.relleno == QLatin1String("C"))
     caja_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
@@ -115,6 +119,10 @@ void FilaCampo::PonerColores() {
   QPalette aviso = general;
   aviso.setColor(QPalette::WindowText, oscuro ? QColor(0xFF, 0xB8, 0x6C) : QColor(0x9A, 0x4A, 0x00));
   observacion_->setPalette(aviso);
+  // Un campo que no se cambia se lee igual de bien; lo distingue el fondo.
+  QPalette caja = general;
+  caja.setColor(QPalette::Disabled, QPalette::Text, general.color(QPalette::Active, QPalette::WindowText));
+  if (!caja_->isEnabled()) caja_->setPalette(caja);
 }
 
 void FilaCampo::ajustarAncho() {
@@ -171,7 +179,10 @@ void FilaCampo::Pedir() {
   if (!valor) return;
   respuestaCortada_ = noCabe(campo_, respuesta) ? *valor : QString();
   comunes::PonerTexto(caja_, *valor);
-  comunes::PressTab();
+  if (caja_->hasFocus()) return comunes::PressTab();
+  // La ventana aún no ha recuperado la activación tras la caja: el Tab es para el campo de todos modos.
+  caja_->window()->activateWindow();
+  QCoreApplication::postEvent(caja_, new QKeyEvent(QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier));
 }
 
 void FilaCampo::alEntrar() {

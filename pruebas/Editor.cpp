@@ -1,0 +1,357 @@
+#include <QLabel>
+#include <QLineEdit>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QToolButton>
+#include <random>
+
+#include "comunes/plataforma/Formatos.h"
+#include "comunes/plataforma/IniFiles.h"
+#include "pruebas/Cajas.h"
+#include "remesa/Campos.h"
+#include "remesa/SEPA.h"
+#include "ventanas/editor/EdiSEPA.h"
+
+namespace {
+
+using remesa::Posiciones;
+
+const char* const kErroneo =
+    "¡ Los datos en este campo son incorrectos.!\n\nSe restaura el dato original del registro.";
+const char* const kIban = "ES9121000418450200051332";
+
+// Número de campo en el diseño del adeudo.
+enum CampoAdeudo { kReferencia = 4, kImporte = 8, kFecha = 9, kNombre = 11, kCuenta = 20, kConcepto = 22 };
+constexpr Posiciones kFechaMandato{100, 107};
+
+/// Registro con todos sus campos rellenos de algo que vale; los opcionales, solo si se pide.
+std::string Muestra(std::string_view cabeza, bool opcionales, std::mt19937* azar = nullptr) {
+  std::string registro(remesa::kLongitudRegistro, ' ');
+  remesa::sobrescribir(registro, {1, static_cast<int>(cabeza.size())}, cabeza);
+  for (const remesa::Campo& campo : remesa::CamposDe(cabeza)) {
+    if (campo.donde.hasta <= static_cast<int>(cabeza.size()) || campo.libre()) continue;
+    if (!campo.obligatorio && !opcionales) continue;
+    const auto ancho = static_cast<std::size_t>(campo.donde.longitud());
+    std::string valor(ancho, campo.tipo == remesa::TipoCampo::N ? '7' : 'Q');
+    if (campo.valor == remesa::ValorCampo::Fecha) valor = "20091031";
+    if (campo.valor == remesa::ValorCampo::Cuenta) valor = kIban;
+    if (azar && valor[0] == 'Q') {
+      constexpr std::string_view kJuego = "ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789/-?:().,'+ ";
+      // El primer carácter no es un blanco: al entrar en un campo se quitan los de los extremos.
+      for (std::size_t i = 1; i < ancho; ++i)
+        valor[i] = kJuego[(*azar)() % kJuego.size()];
+    }
+    remesa::sobrescribir(registro, campo.donde, valor);
+  }
+  return registro;
+}
+
+std::string Adeudo() {
+  std::string registro = Muestra("0319143003", false);
+  remesa::sobrescribir(registro, remesa::kImporteAdeudo, "00000123450");
+  return registro;
+}
+
+class Editor : public testing::Test {
+ protected:
+  Editor() {
+    comunes::RutaAjustes = QStringLiteral(DIR_PROYECTO "/app/Tarvo.INI");
+    comunes::PonerFechaActual(QDate(2026, 3, 5));
+    comunes::PonerLocaleUsuario(QLocale(QLocale::Spanish, QLocale::Spain));
+    acumulado_.cambiado = [this](int i) { cambiados_.push_back(i); };
+    acumulado_.movido = [this](int i) { movidos_.push_back(i); };
+    acumulado_.aviso = [this](const QString& frase) { avisos_ << frase; };
+  }
+  ~Editor() override {
+    comunes::PonerFechaActual({});
+    comunes::PonerLocaleUsuario({});
+  }
+
+  void Abrir(const std::vector<std::string>& registros, int actual = 0) {
+    ventana_.reset();
+    lista_.clear();
+    for (const std::string& registro : registros)
+      lista_.anadir(registro);
+    acumulado_.actual = actual;
+    ventana_ = std::make_unique<editor::EdiSEPA>(acumulado_, 19, nullptr);
+    ventana_->show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(ventana_.get()));
+  }
+  template <class Control>
+  Control* Hijo(const QString& nombre) {
+    auto* control = ventana_->findChild<Control*>(nombre);
+    EXPECT_NE(control, nullptr) << nombre.toStdString();
+    return control;
+  }
+  QLineEdit* Cpo(int n) { return Hijo<QLineEdit>(QStringLiteral("cpo%1").arg(n)); }
+  QString Edi(int n) { return Hijo<QToolButton>(QStringLiteral("edi%1").arg(n))->text(); }
+  QLabel* Obs(int n) { return Hijo<QLabel>(QStringLiteral("obs%1").arg(n)); }
+  void Pulsar(const char* boton) {
+    auto* destino = Hijo<QPushButton>(boton);
+    // El ratón se lleva el foco antes de que el botón se entere.
+    QTest::mousePress(destino, Qt::LeftButton);
+    QTest::mouseRelease(destino, Qt::LeftButton);
+    QTest::qWait(1);
+  }
+  void Tecla(int tecla, Qt::KeyboardModifiers con = Qt::NoModifier) {
+    QTest::keyClick(QApplication::focusWidget(), static_cast<Qt::Key>(tecla), con);
+    QTest::qWait(1);
+  }
+  /// Entra en el campo y sustituye lo que tiene.
+  void Teclear(int campo, const QString& texto) {
+    Cpo(campo)->setFocus();
+    for (const QChar c : texto)
+      QTest::sendKeyEvent(QTest::Click, Cpo(campo), Qt::Key_unknown, QString(c), Qt::NoModifier);
+  }
+  void EsperarCajas(const Cajas& cajas, std::size_t cuantas) {
+    EXPECT_TRUE(QTest::qWaitFor([&] { return cajas.Vistas().size() >= cuantas; }));
+    // Sin gestor de ventanas nadie la activa al cerrarse la caja.
+    ventana_->activateWindow();
+    QTest::qWait(10);
+  }
+  std::string Registro(std::size_t i = 0) const { return std::string(lista_[i]); }
+
+  remesa::ListaRegistros lista_;
+  std::vector<int> cambiados_;
+  std::vector<int> movidos_;
+  QStringList avisos_;
+  editor::ListaAcumulado acumulado_{lista_, 0, {}, {}, {}};
+  std::unique_ptr<editor::EdiSEPA> ventana_;
+};
+
+}  // namespace
+
+TEST_F(Editor, RecorrerTodosLosCamposNoCambiaElRegistro) {
+  std::mt19937 azar(1914);
+  std::vector<std::string> registros;
+  for (const char* cabeza :
+       {"0119143001", "0219143002", "0319143003", "0319143004", "0319143005", "0319143006", "04", "05", "99"})
+    for (const bool opcionales : {false, true})
+      registros.push_back(Muestra(cabeza, opcionales));
+  for (int i = 0; i < 5; ++i)
+    registros.push_back(Muestra("0319143003", true, &azar));
+  for (const std::string& registro : registros) {
+    SCOPED_TRACE(registro.substr(0, 10));
+    Abrir({registro});
+    int visitados = 0;
+    while (qobject_cast<QLineEdit*>(QApplication::focusWidget()) && visitados++ < 60) {
+      QWidget* foco = QApplication::focusWidget();
+      const QRect visto = foco->visibleRegion().boundingRect();
+      EXPECT_EQ(visto.height(), foco->height()) << "no se ve " << foco->objectName().toStdString();
+      Tecla(Qt::Key_Tab);
+    }
+    int usables = 0;
+    for (auto* caja : ventana_->findChildren<QLineEdit*>())
+      usables += caja->isVisible() && caja->isEnabled() ? 1 : 0;
+    EXPECT_EQ(visitados, usables);
+    Pulsar("cmdAceptar");
+    EXPECT_FALSE(ventana_->isVisible());
+    EXPECT_TRUE(ventana_->Sustituido());
+    EXPECT_EQ(Registro(), registro);
+  }
+  EXPECT_TRUE(avisos_.isEmpty());
+}
+
+TEST_F(Editor, LoTecleadoLlegaASuSitioYNadaMasCambia) {
+  std::string esperado = Adeudo();
+  Abrir({Adeudo(), esperado}, 1);
+  EXPECT_EQ(ventana_->windowTitle(), "Edición del registro 2 de 2");
+  EXPECT_TRUE(Cpo(kReferencia)->hasFocus());
+  EXPECT_EQ(Hijo<QLabel>("Ayuda")->text().left(12), "Identifica e");
+  EXPECT_EQ(Hijo<QLabel>("eti8")->toolTip(), "Desde 89 - Bytes 11");
+  EXPECT_EQ(Cpo(kImporte)->accessibleName(), "Importe del adeudo");
+  EXPECT_TRUE(Cpo(kImporte)->accessibleDescription().contains("céntimos"));
+
+  Teclear(kImporte, "98,76x5");
+  Teclear(kFecha, "20260105");
+  QTest::qWait(1);
+  EXPECT_EQ(Edi(kImporte), "987,65");
+  Teclear(kNombre, "josé peña & hijos");
+  Teclear(kCuenta, "es7620770024003102575766");
+  Tecla(Qt::Key_Return);
+  EXPECT_TRUE(Cpo(kCuenta + 1)->hasFocus());
+  EXPECT_EQ(Edi(kCuenta), "IBAN ES76 2077 0024 0031 0257 5766");
+  EXPECT_TRUE(Obs(kNombre)->isVisible());
+  EXPECT_EQ(Obs(kNombre)->text(), "En el registro, «É» será «0», «Ñ» será «N», «&» será «0».");
+  Pulsar("cmdAceptar");
+
+  remesa::sobrescribir(esperado, remesa::kImporteAdeudo, "00000098765");
+  remesa::sobrescribir(esperado, kFechaMandato, "20260105");
+  remesa::sobrescribir(esperado, remesa::kNombreDeudor, "JOS0 PENA 0 HIJOS" + std::string(53, ' '));
+  remesa::sobrescribir(esperado, remesa::kCuentaDeudor, "ES7620770024003102575766");
+  EXPECT_EQ(Registro(1), esperado);
+  EXPECT_EQ(Registro(0), Adeudo());
+  EXPECT_EQ(cambiados_, std::vector{1});
+}
+
+TEST_F(Editor, UnDatoErroneoSeDiceYSeRestaura) {
+  const struct {
+    int campo;
+    const char* tecleado;
+  } casos[] = {{kImporte, "0"},      {kImporte, " "}, {kFecha, "20261305"},
+               {kFecha, "20280101"}, {kFecha, "0"},   {kCuenta, "ES9121000418450200051333"},
+               {kCuenta, "DE893704"}};
+  for (const auto& [campo, tecleado] : casos) {
+    SCOPED_TRACE(tecleado);
+    Abrir({Adeudo()});
+    const QString original = Cpo(campo)->text();
+    const QString visto = Edi(campo);
+    Cajas cajas{"Aceptar"};
+    Teclear(campo, tecleado);
+    if (tecleado[0] == ' ') Cpo(campo)->clear();
+    QCoreApplication::sendPostedEvents();  // el Tab de la caja que se llena
+    if (Cpo(campo)->hasFocus()) Tecla(Qt::Key_Tab);
+    EsperarCajas(cajas, 1);
+    EXPECT_EQ(cajas.Mensaje(0).toStdString(), kErroneo);
+    EXPECT_EQ(Cpo(campo)->text(), original);
+    EXPECT_EQ(Edi(campo), visto);
+    EXPECT_TRUE(Cpo(campo + 1)->hasFocus());
+  }
+}
+
+TEST_F(Editor, AceptarCompruebaAntesYSalirNo) {
+  for (const bool conRaton : {true, false}) {
+    Abrir({Adeudo()});
+    Cajas cajas{"Aceptar"};
+    Teclear(kImporte, "0");
+    conRaton ? Pulsar("cmdAceptar") : Tecla(Qt::Key_C, Qt::AltModifier);
+    EsperarCajas(cajas, 1);
+    EXPECT_TRUE(ventana_->isVisible());
+    EXPECT_EQ(Cpo(kImporte)->text(), "00000123450");
+    Pulsar("cmdAceptar");
+    EXPECT_FALSE(ventana_->isVisible());
+    EXPECT_EQ(Registro(), Adeudo());
+  }
+  cambiados_.clear();
+  for (const int orden : {0, 1, 2}) {
+    Abrir({Adeudo()});
+    Cajas ninguna;
+    Teclear(kImporte, "0");
+    if (orden == 0) Pulsar("cmdSalir");
+    if (orden == 1) Tecla(Qt::Key_Escape);
+    if (orden == 2) ventana_->close();
+    EXPECT_FALSE(ventana_->isVisible());
+    EXPECT_FALSE(ventana_->Sustituido());
+    QTest::qWait(20);
+  }
+  EXPECT_TRUE(cambiados_.empty());
+  EXPECT_EQ(avisos_.size(), 3);
+}
+
+TEST_F(Editor, PasarDeRegistroDejaLoNoAceptado) {
+  const std::string otro = Muestra("0319143004", true);
+  Abrir({Adeudo(), Adeudo(), otro}, 1);
+  Teclear(kImporte, "5");
+  Teclear(kNombre, "OTRO");
+  Tecla(Qt::Key_PageDown, Qt::ControlModifier);
+  EXPECT_EQ(acumulado_.actual, 2);
+  EXPECT_EQ(Hijo<QLabel>("cpo0")->text(), "Adeudo individual: último acreedor y titular de la domiciliación");
+  EXPECT_EQ(avisos_,
+            QStringList{"Registro 2: los cambios en «Importe del adeudo» y otro campo no se aceptaron y se "
+                        "han perdido."});
+  EXPECT_FALSE(Cpo(15)->isVisible());
+  EXPECT_FALSE(Hijo<QToolButton>("edi8")->isVisible());
+
+  // En el último y en el primero, solo va al primer campo que se puede usar.
+  Cpo(11)->setFocus();
+  Pulsar("cmdSiguiente");
+  EXPECT_EQ(acumulado_.actual, 2);
+  EXPECT_TRUE(Cpo(kReferencia)->hasFocus());
+  Pulsar("cmdAnterior");
+  Pulsar("cmdAnterior");
+  EXPECT_EQ(Cpo(kImporte)->text(), "00000123450");
+  EXPECT_TRUE(Cpo(15)->isVisible());
+  Tecla(Qt::Key_PageUp, Qt::ControlModifier);
+  EXPECT_EQ(acumulado_.actual, 0);
+  EXPECT_TRUE(Cpo(kReferencia)->hasFocus());
+  EXPECT_EQ(movidos_, (std::vector{2, 1, 0}));
+  EXPECT_TRUE(cambiados_.empty());
+
+  // Con un campo erróneo se dice y se pasa igual.
+  Cajas cajas{"Aceptar"};
+  Teclear(kImporte, "0");
+  Pulsar("cmdSiguiente");
+  EsperarCajas(cajas, 1);
+  EXPECT_EQ(acumulado_.actual, 1);
+  EXPECT_EQ(avisos_.size(), 1);
+}
+
+TEST_F(Editor, LaAyudaPideElValor) {
+  const struct {
+    int campo;
+    const char* respuesta;
+    const char* valor;
+    const char* visto;
+  } casos[] = {{kImporte, "1234,5", "00000123450", "1.234,50"},
+               {kFecha, "31/12/2025", "20251231", "31/12/2025"},
+               {kCuenta, "IBAN ES91 2100 0418 4502 0005 1332", kIban, "IBAN ES91 2100 0418 4502 0005 1332"},
+               {kImporte, "12345678901", "34567890100", ""}};
+  for (const auto& [campo, respuesta, valor, visto] : casos) {
+    for (const bool conF4 : {true, false}) {
+      SCOPED_TRACE(respuesta);
+      Abrir({Adeudo()});
+      Cajas cajas;
+      cajas.Hacer([texto = respuesta](comunes::MyBox& caja) {
+        QTest::keyClicks(caja.findChild<QLineEdit*>("CampoTexto"), QString::fromUtf8(texto));
+        Cajas::Pulsar(caja, "Aceptar");
+      });
+      if (conF4) {
+        Cpo(campo)->setFocus();
+        Tecla(Qt::Key_F4);
+      } else {
+        QTest::mouseClick(Hijo<QToolButton>(QStringLiteral("edi%1").arg(campo)), Qt::LeftButton);
+      }
+      EsperarCajas(cajas, 1);
+      EXPECT_EQ(cajas.Mensaje(0), Hijo<QLabel>(QStringLiteral("eti%1").arg(campo))->text());
+      EXPECT_EQ(Cpo(campo)->text(), valor);
+      EXPECT_TRUE(Cpo(campo + 1)->hasFocus());
+      if (QLatin1String(respuesta) == "12345678901")
+        EXPECT_EQ(Obs(campo)->text(), "La cifra pedida no cabe: se han perdido las primeras.");
+      else
+        EXPECT_EQ(Edi(campo), visto);
+    }
+  }
+}
+
+TEST_F(Editor, UnTipoSinDescripcionSeDice) {
+  Abrir({Muestra("0319143003", false), "0319143007X", Muestra("99", false)}, 1);
+  EXPECT_TRUE(Hijo<QLabel>("Aviso")->isVisible());
+  EXPECT_TRUE(Hijo<QLabel>("Aviso")->text().contains("«03007»"));
+  EXPECT_FALSE(Cpo(1)->isVisible());
+  Pulsar("cmdSiguiente");
+  EXPECT_FALSE(Hijo<QLabel>("Aviso")->isVisible());
+  EXPECT_EQ(Edi(2), "777.777.777.777.777,77");
+  Pulsar("cmdAnterior");
+  Pulsar("cmdAceptar");
+  EXPECT_EQ(Registro(1), "");
+  EXPECT_TRUE(avisos_.isEmpty());
+}
+
+TEST_F(Editor, UnaDescripcionAjenaAvisaDeLaLongitud) {
+  QTemporaryDir carpeta;
+  comunes::RutaAjustes = carpeta.filePath("Tarvo.INI");
+  const auto escribir = [](const char* campos) {
+    QFile fichero(comunes::RutaAjustes);
+    ASSERT_TRUE(fichero.open(QIODevice::WriteOnly));
+    fichero.write("[04]\nTitulo=T\nCampos=");
+    fichero.write(campos);
+    fichero.write("\n1=<b>A&B</b>;2;1;N;N;C\n2=Libre;598;3;S;Z;X;OP;;;a\n3=C;0;1;S;A;I\n");
+  };
+  escribir("2");
+  Abrir({"04"});
+  EXPECT_EQ(Hijo<QLabel>("eti1")->text(), "<b>A&B</b>");
+  EXPECT_EQ(Hijo<QLabel>("opc2")->text(), "OP");
+  Cajas cajas{"Aceptar"};
+  Teclear(2, "aé");
+  Tecla(Qt::Key_Tab);
+  EXPECT_EQ(Obs(2)->text(),
+            "En el registro, «é» será «0». Ocupa 2 posiciones y no 598: el registro quedará más corto.");
+  // Si la descripción cambia mientras tanto, los campos ya no son los que se ven.
+  escribir("3");
+  Pulsar("cmdAceptar");
+  EXPECT_TRUE(ventana_->isVisible());
+  EXPECT_EQ(Registro(), "04");
+  escribir("2");
+  Pulsar("cmdAceptar");
+  EXPECT_EQ(Registro(), "04a0");
+}
