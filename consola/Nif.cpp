@@ -1,0 +1,45 @@
+#include <memory>
+
+#include "comunes/campos/Identificadores.h"
+#include "consola/Ordenes.h"
+#include "consola/Terminal.h"
+
+namespace consola {
+
+namespace {
+
+bool EsCifra(QChar c) {
+  return c >= '0' && c <= '9';
+}
+
+/// Pone su letra a los que acaban en cifra o en "?"; los que ya la traen quedan como están.
+Salida Completar(const std::vector<std::string>& textos) {
+  Salida salida = Salida::Hecho;
+  for (const std::string& texto : textos) {
+    QString nif = QString::fromStdString(texto).trimmed();
+    const bool sinLetra = nif.endsWith('?') || nif.isEmpty() || EsCifra(nif.back());
+    if (sinLetra) {
+      if (!nif.endsWith('?')) nif += '?';
+      comunes::NifLetter(nif);
+    }
+    Decir(Mostrable(nif));
+    if (sinLetra && (nif.isEmpty() || !nif.back().isLetter())) {
+      Avisar(QStringLiteral("%1: no tiene número del que sacar la letra")
+                 .arg(Mostrable(QString::fromStdString(texto))));
+      salida = Salida::Fallo;
+    }
+  }
+  return salida;
+}
+
+}  // namespace
+
+void OrdenNif(CLI::App& q19, Accion& accion) {
+  CLI::App* orden = q19.add_subcommand("nif", "Pone su letra a números de NIF");
+  auto textos = std::make_shared<std::vector<std::string>>();
+  orden->add_option("TEXTO", *textos, "Números, con o sin «?» al final")->required();
+  orden->footer("Sale con 1 si alguno no tiene número.");
+  orden->callback([textos, &accion] { accion = [textos] { return Completar(*textos); }; });
+}
+
+}  // namespace consola

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace consola {
+
+/// Códigos de salida del programa.
+enum class Salida { Hecho = 0, Fallo = 1, MalUso = 2 };
+
+/// Lo que hay que hacer una vez leída la línea de órdenes.
+using Accion = std::function<Salida()>;
+
+// Cada orden añade la suya a `q19` y, si es la elegida, deja en `accion` lo que hace.
+void OrdenUnir(CLI::App& q19, Accion& accion);
+void OrdenIban(CLI::App& q19, Accion& accion);
+void OrdenNif(CLI::App& q19, Accion& accion);
+
+/// Lee los argumentos (sin el nombre del programa) y hace lo que piden.
+Salida Ejecutar(std::vector<std::string> argumentos);
+
+}  // namespace consola

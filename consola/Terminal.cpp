@@ -1,0 +1,48 @@
+#include "consola/Terminal.h"
+
+#include <cstdio>
+
+#include "comunes/plataforma/Texto.h"
+
+namespace consola {
+
+namespace {
+
+void Escribir(std::FILE* donde, const QString& linea) {
+  const QByteArray utf8 = linea.toUtf8() + '\n';
+  std::fwrite(utf8.constData(), 1, static_cast<std::size_t>(utf8.size()), donde);
+  std::fflush(donde);
+}
+
+}  // namespace
+
+void Decir(const QString& linea) {
+  Escribir(stdout, linea);
+}
+
+void Avisar(const QString& linea) {
+  Escribir(stderr, QStringLiteral("q19: ") + linea);
+}
+
+std::filesystem::path RutaDe(const std::string& argumento) {
+  return {std::u8string(argumento.begin(), argumento.end())};
+}
+
+QString Mostrable(const std::filesystem::path& ruta) {
+  return Mostrable(comunes::DesdeRuta(ruta));
+}
+
+QString Mostrable(QString texto) {
+  for (QChar& c : texto)
+    if (c.category() == QChar::Other_Control) c = QChar::ReplacementCharacter;
+  return texto;
+}
+
+QString Explicar(const remesa::ErrorEjecucion& error, const std::filesystem::path& fichero) {
+  return QStringLiteral("%1: %2 (error %3)")
+      .arg(Mostrable(error.fichero().empty() ? fichero : error.fichero()),
+           QString::fromStdString(error.texto()))
+      .arg(error.numero());
+}
+
+}  // namespace consola

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "remesa/Fusion.h"
+#include "remesa/Guardado.h"
+#include "remesa/Observaciones.h"
+
+namespace consola {
+
+/// Une ficheros sobre un flujo, con las reglas de la importación y sin tener ninguno en memoria: lee por un
+/// búfer que se reutiliza y escribe desde él, sin copiarlos, los tramos de registros que no cambian. Los
+/// bytes y los errores son los de importar uno a uno en listas, recalcular tras cada uno y guardar.
+class UnionFlujo {
+ public:
+  static constexpr std::size_t kBufer = std::size_t{1} << 20;
+  /// Por debajo no cabría un registro entero con su fin de línea y un byte más que lo delate largo.
+  static constexpr std::size_t kBuferMinimo = 1024;
+
+  /// `bufer` en bytes; se toma el mínimo si es menor.
+  explicit UnionFlujo(remesa::EscrituraSegura& salida, std::size_t bufer = kBufer);
+
+  /// Importa un fichero; `ultimo` si ningún otro le sigue. Lanza ErrorEjecucion: con fichero si falló leer o
+  /// escribir, sin él si lo que falla es el recálculo en el registro `registroActual()`.
+  void unir(const std::filesystem::path& fichero, bool ultimo);
+
+  const remesa::Totales& totales() const noexcept { return reglas_.totales(); }
+  /// Número, desde 1, del último registro visto del fichero.
+  std::size_t registroActual() const noexcept { return registro_; }
+  /// Lo que importar el último fichero perdió o cambió.
+  const std::vector<remesa::Observacion>& observaciones() const noexcept { return observaciones_; }
+  /// Lo que hay que saber de la remesa unida.
+  std::vector<remesa::Observacion> observacionesFinales() const;
+
+ private:
+  void tratar(std::string_view registro, std::string_view conFin, remesa::Resumidor& resumidor);
+  void anadirTramo(std::string_view bytes);
+  void anadirSuelto(std::string_view registro, std::span<const remesa::Cambio> cambios);
+  void volcarTramo();
+  void volcarSueltos();
+
+  remesa::EscrituraSegura& salida_;
+  std::vector<char> bufer_;
+  std::string sueltos_;     // registros rehechos o tramos cortos que esperan a escribirse
+  std::string rehecho_;     // el registro que se rehace
+  std::string_view tramo_;  // bytes seguidos del búfer que van tal cual, detrás de `sueltos_`
+  remesa::ReglasImportacion reglas_;
+  remesa::Resumen acumulado_;
+  std::vector<remesa::Observacion> observaciones_;
+  std::size_t registro_ = 0;
+};
+
+}  // namespace consola

@@ -1,0 +1,142 @@
+#include <memory>
+#include <set>
+
+#include "comunes/plataforma/Explorar.h"
+#include "comunes/plataforma/Formatos.h"
+#include "comunes/plataforma/Texto.h"
+#include "consola/Ordenes.h"
+#include "consola/Terminal.h"
+#include "consola/UnionFlujo.h"
+#include "remesa/Fichero.h"
+#include "ventanas/principal/TextosObservacion.h"
+
+namespace consola {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+struct Opciones {
+  std::string salida;
+  std::vector<std::string> ficheros;
+};
+
+/// Los bytes de la ruta, uno por carácter: para buscar en ella sin que importe su codificación.
+QString ComoBytes(const fs::path& ruta) {
+  const std::u8string bytes = ruta.u8string();
+  return QString::fromLatin1(reinterpret_cast<const char*>(bytes.data()),
+                             static_cast<qsizetype>(bytes.size()));
+}
+
+/// La salida con la extensión forzada como al guardar. Los "." y ".." que solo nombran carpetas se resuelven
+/// antes, para que no pasen por el punto de una extensión.
+fs::path ConExtension(const fs::path& salida) {
+  fs::path ruta = salida.lexically_normal();
+  if (*ruta.begin() == "..") ruta = fs::absolute(salida).lexically_normal();
+  return RutaDe(comunes::QuitarExtension(ComoBytes(ruta)).toLatin1().toStdString() + ".Q19");
+}
+
+/// Con qué se reconoce un fichero ya importado: la ruta absoluta en mayúsculas, sin resolver enlaces.
+QString Clave(const fs::path& ruta) {
+  const fs::path absoluta = fs::absolute(ruta).lexically_normal();
+  const QString texto = comunes::DesdeRuta(absoluta);
+  return comunes::ARuta(texto) == absoluta ? texto.toUpper() : ComoBytes(absoluta);
+}
+
+/// Quita los repetidos, avisando.
+std::vector<fs::path> SinRepetir(const std::vector<std::string>& argumentos) {
+  std::vector<fs::path> ficheros;
+  std::set<QString> vistos;
+  for (const std::string& argumento : argumentos) {
+    const fs::path fichero = RutaDe(argumento);
+    if (vistos.insert(Clave(fichero)).second)
+      ficheros.push_back(fichero);
+    else
+      Avisar(QStringLiteral("%1: ya importado, se omite").arg(Mostrable(fichero)));
+  }
+  return ficheros;
+}
+
+/// Comprueba todas las cabezas, no solo hasta la primera mala.
+bool CabezasValidas(const std::vector<fs::path>& ficheros) {
+  bool validas = true;
+  for (const fs::path& fichero : ficheros) {
+    QString problema;
+    try {
+      const remesa::Cabeza cabeza = remesa::ComprobarCabeza(fichero);
+      if (cabeza == remesa::Cabeza::Q19) continue;
+      problema = QStringLiteral("%1: %2").arg(Mostrable(fichero),
+                                              cabeza == remesa::Cabeza::VersionAnterior
+                                                  ? QStringLiteral("Versión incorrecta de archivo Q19")
+                                                  : QStringLiteral("El archivo no parece ser tipo Q19"));
+    } catch (const remesa::ErrorEjecucion& error) {
+      problema = Explicar(error, fichero);
+    }
+    Avisar(problema);
+    validas = false;
+  }
+  return validas;
+}
+
+void AvisarObservaciones(const fs::path& fichero, const std::vector<remesa::Observacion>& observaciones) {
+  for (const remesa::Observacion& observacion : observaciones)
+    Avisar(QStringLiteral("%1: aviso: %2")
+               .arg(Mostrable(fichero), Mostrable(principal::TextoObservacion(observacion))));
+}
+
+bool Importar(UnionFlujo& flujo, const fs::path& fichero, bool ultimo) {
+  try {
+    flujo.unir(fichero, ultimo);
+  } catch (const remesa::ErrorEjecucion& error) {
+    const bool delRegistro = error.fichero().empty();
+    Avisar(Explicar(error, fichero) +
+           (delRegistro ? QStringLiteral(" en el registro %1").arg(flujo.registroActual()) : QString()));
+    return false;
+  }
+  AvisarObservaciones(fichero, flujo.observaciones());
+  return true;
+}
+
+Salida Unir(const Opciones& opciones) {
+  const std::vector<fs::path> ficheros = SinRepetir(opciones.ficheros);
+  if (!CabezasValidas(ficheros)) return Salida::Fallo;
+
+  const fs::path salida = fs::absolute(ConExtension(RutaDe(opciones.salida))).lexically_normal();
+  try {
+    remesa::EscrituraSegura escritura(salida);
+    UnionFlujo flujo(escritura);
+    for (std::size_t i = 0; i < ficheros.size(); ++i)
+      if (!Importar(flujo, ficheros[i], i + 1 == ficheros.size())) return Salida::Fallo;
+    escritura.confirmar();
+    AvisarObservaciones(salida, flujo.observacionesFinales());
+    Decir(QStringLiteral("Ficheros: %1").arg(ficheros.size()));
+    Decir(QStringLiteral("Adeudos: %1").arg(comunes::FormatoNumero(flujo.totales().adeudos, 0)));
+    Decir(QStringLiteral("Total: %1").arg(principal::TextoEuros(flujo.totales().importe)));
+    Decir(QStringLiteral("Escrito: %1").arg(Mostrable(salida)));
+  } catch (const remesa::ErrorEjecucion& error) {
+    Avisar(Explicar(error, salida));
+    return Salida::Fallo;
+  }
+  return Salida::Hecho;
+}
+
+}  // namespace
+
+void OrdenUnir(CLI::App& q19, Accion& accion) {
+  CLI::App* orden = q19.add_subcommand("unir", "Une varias remesas en una");
+  auto opciones = std::make_shared<Opciones>();
+  orden->add_option("-o,--salida", opciones->salida, "Fichero que se escribe; su extensión pasa a ser .Q19")
+      ->type_name("SALIDA")
+      ->required()
+      ->check([](const std::string& salida) { return salida.empty() ? "está vacía" : std::string(); }, "");
+  orden->add_option("FICHERO", opciones->ficheros, "Remesas, en el orden en que se importan")
+      ->type_name("")
+      ->required();
+  orden->footer(
+      "La primera da el presentador y el acreedor; de las demás solo entran los adeudos. Los totales se "
+      "rehacen.\n"
+      "Sale con 0 si se escribió la remesa y con 1 si no, sin dejar nada escrito.");
+  orden->callback([opciones, &accion] { accion = [opciones] { return Unir(*opciones); }; });
+}
+
+}  // namespace consola

@@ -1,0 +1,59 @@
+#include "consola/Uso.h"
+
+#include <string>
+
+#include "consola/Terminal.h"
+
+namespace consola {
+
+namespace {
+
+/// Lo que el mensaje de la biblioteca dice antes de `separador`.
+QString Antes(const QString& mensaje, const QString& separador) {
+  return mensaje.left(mensaje.indexOf(separador));
+}
+
+QString Faltante(const QString& nombre) {
+  return nombre == QStringLiteral("A subcommand") ? QStringLiteral("falta la orden")
+                                                  : QStringLiteral("falta %1").arg(nombre);
+}
+
+}  // namespace
+
+std::shared_ptr<CLI::FormatterBase> FormatoAyuda() {
+  auto formato = std::make_shared<CLI::Formatter>();
+  formato->label("Usage", "Uso");
+  formato->label("OPTIONS", "OPCIONES");
+  formato->label("SUBCOMMAND", "ORDEN");
+  formato->label("SUBCOMMANDS", "ÓRDENES");
+  formato->label("Positionals", "Argumentos");
+  formato->label("REQUIRED", "(obligatorio)");
+  formato->label("TEXT", "TEXTO");
+  formato->label("UINT", "NÚMERO");
+  formato->label("INT", "NÚMERO");
+  formato->column_width(28);
+  return formato;
+}
+
+QString ErrorDeUso(const CLI::ParseError& error, const std::vector<std::string>& sobrantes) {
+  const QString mensaje = Mostrable(QString::fromUtf8(error.what()));
+  // Antes que lo que falta: sin una orden conocida, la biblioteca solo dice que falta la orden.
+  if (!sobrantes.empty())
+    return QStringLiteral("sobra o no se conoce: %1")
+        .arg(Mostrable(QString::fromStdString(sobrantes.front())));
+  if (dynamic_cast<const CLI::RequiredError*>(&error) != nullptr)
+    return Faltante(Antes(mensaje, QStringLiteral(" is required")));
+  if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr) {
+    const QString opcion = Antes(mensaje, QStringLiteral(":"));
+    return mensaje.contains(QStringLiteral("At Most"))
+               ? QStringLiteral("%1 solo se puede dar una vez").arg(opcion)
+               : QStringLiteral("a %1 le falta su valor").arg(opcion);
+  }
+  if (dynamic_cast<const CLI::ConversionError*>(&error) != nullptr)
+    return QStringLiteral("valor no válido: %1").arg(mensaje.mid(mensaje.indexOf(QStringLiteral(": ")) + 2));
+  // Las comprobaciones de cada orden traen ya su texto: "--salida: está vacía".
+  if (dynamic_cast<const CLI::ValidationError*>(&error) != nullptr) return mensaje;
+  return QStringLiteral("línea de órdenes incorrecta");
+}
+
+}  // namespace consola

@@ -1,0 +1,202 @@
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+
+namespace {
+
+struct Salida {
+  int codigo;
+  QString dicho, avisado;
+};
+
+class PruebaConsola : public testing::Test {
+ protected:
+  Salida q19(const QStringList& argumentos) const {
+    QProcess proceso;
+    proceso.setWorkingDirectory(carpeta_.path());
+    proceso.start(PROGRAMA_Q19, argumentos);
+    EXPECT_TRUE(proceso.waitForFinished(60000));
+    EXPECT_EQ(proceso.exitStatus(), QProcess::NormalExit);
+    return {proceso.exitCode(), QString::fromUtf8(proceso.readAllStandardOutput()),
+            QString::fromUtf8(proceso.readAllStandardError())};
+  }
+
+  QString ruta(const QString& nombre) const { return carpeta_.filePath(nombre); }
+
+  QString escribir(const QString& nombre, const QByteArray& bytes) const {
+    QFile f(ruta(nombre));
+    EXPECT_TRUE(f.open(QIODevice::WriteOnly) && f.write(bytes) == bytes.size());
+    return ruta(nombre);
+  }
+
+  static QByteArray leer(const QString& nombre) {
+    QFile f(nombre);
+    EXPECT_TRUE(f.open(QIODevice::ReadOnly)) << nombre.toStdString();
+    return f.readAll();
+  }
+
+  static QString ejemplo(const char* nombre) { return QStringLiteral(DIR_EJEMPLOS "/") + nombre; }
+
+  /// Los registros de la carpeta, sin los ocultos que empiezan por punto: lo que un fallo no debe cambiar.
+  QStringList ficheros() const {
+    return QDir(carpeta_.path()).entryList(QDir::Files | QDir::Hidden, QDir::Name);
+  }
+
+  QTemporaryDir carpeta_;
+};
+
+QByteArrayList Registros(const QByteArray& bytes, const char* codigo) {
+  QByteArrayList registros;
+  for (const QByteArray& linea : bytes.split('\n'))
+    if (linea.startsWith(codigo)) registros += linea;
+  return registros;
+}
+
+// Conservación: cada adeudo sale una vez y en su orden, bajo la primera cabecera, y los totales son su suma.
+TEST_F(PruebaConsola, UneLosEjemplos) {
+  const QStringList nombres{ejemplo("gimnasio-acuario.Q19"), ejemplo("aguas-con-optativos.Q19"),
+                            ejemplo("academia-dos-cobros.Q19"), ejemplo("comunidad-fuente-nora.Q19")};
+  const Salida s = q19(QStringList{"unir", "-o", "todo.txt"} + nombres);
+  ASSERT_EQ(s.codigo, 0) << s.avisado.toStdString();
+
+  QByteArrayList adeudos;
+  qint64 importe = 0;
+  int cuantos = 0;
+  for (const QString& nombre : nombres)
+    adeudos += Registros(leer(nombre), "03");
+  for (const QByteArray& adeudo : adeudos)
+    if (adeudo.mid(7, 3) == "003") importe += adeudo.mid(88, 11).toLongLong(), ++cuantos;
+  const QByteArray unida = leer(ruta("todo.Q19"));
+  EXPECT_EQ(Registros(unida, "03"), adeudos);
+  EXPECT_EQ(Registros(unida, "01") + Registros(unida, "02"),
+            Registros(leer(nombres[0]), "01") + Registros(leer(nombres[0]), "02"));
+  ASSERT_EQ(Registros(unida, "99").size(), 1);
+  EXPECT_EQ(Registros(unida, "99")[0].left(37),
+            "99" + QByteArray::number(importe).rightJustified(17, '0') +
+                QByteArray::number(cuantos).rightJustified(8, '0') +
+                QByteArray::number(unida.count('\n')).rightJustified(10, '0'));
+
+  EXPECT_EQ(s.dicho.toStdString(),
+            QStringLiteral("Ficheros: 4\nAdeudos: %1\nTotal: 6.439,76 €\nEscrito: %2\n")
+                .arg(cuantos)
+                .arg(ruta("todo.Q19"))
+                .toStdString());
+  EXPECT_TRUE(s.avisado.contains("aguas-con-optativos.Q19: aviso:")) << s.avisado.toStdString();
+}
+
+TEST_F(PruebaConsola, NoEscribeNadaSiAlgoFalla) {
+  const QByteArray buena = leer(ejemplo("gimnasio-acuario.Q19"));
+  const QString corta = escribir("corta.Q19", buena.left(602 * 3) + "04 corto\r\n");
+  const QString enorme = escribir("enorme.Q19", buena.left(602) + QByteArray(buena).mid(1204, 88) +
+                                                    "02147483647" + QByteArray(501, ' ') + "\r\n");
+  escribir("salida.Q19", "lo de antes");
+  const struct {
+    QStringList ficheros;
+    QStringList avisos;
+  } casos[] = {
+      {{ejemplo("no-es-una-remesa.Q19"), ejemplo("cuaderno-19-antiguo.Q19"), "falta.Q19",
+        ejemplo("gimnasio-acuario.Q19")},
+       {"no-es-una-remesa.Q19: El archivo no parece ser tipo Q19",
+        "antiguo.Q19: Versión incorrecta de archivo Q19", "falta.Q19: No se encontró el archivo (error 53)"}},
+      {{corta, ejemplo("gimnasio-acuario.Q19")},
+       {"corta.Q19: Argumento o llamada a procedimiento no válida (error 5) en el registro 4"}},
+      {{ejemplo("gimnasio-acuario.Q19"), enorme}, {"enorme.Q19: Desbordamiento (error 6) en el registro 2"}},
+      {{carpeta_.path()}, {"(error 75)"}},
+  };
+  const QStringList antes = ficheros();
+  for (const auto& caso : casos) {
+    const Salida s = q19(QStringList{"unir", "--salida", "salida"} + caso.ficheros);
+    EXPECT_EQ(s.codigo, 1);
+    EXPECT_EQ(s.dicho, "");
+    for (const QString& aviso : caso.avisos)
+      EXPECT_TRUE(s.avisado.contains(aviso)) << aviso.toStdString() << " no está en\n"
+                                             << s.avisado.toStdString();
+    EXPECT_EQ(ficheros(), antes);
+    EXPECT_EQ(leer(ruta("salida.Q19")), "lo de antes");
+  }
+  const Salida s = q19({"unir", "-o", "no/existe.Q19", ejemplo("gimnasio-acuario.Q19")});
+  EXPECT_EQ(s.codigo, 1);
+  EXPECT_TRUE(s.avisado.contains("no/existe.Q19: No se encontró la ruta de acceso (error 76)"))
+      << s.avisado.toStdString();
+}
+
+TEST_F(PruebaConsola, RepetidosYSalidaSobreUnaEntrada) {
+  const QByteArray bytes = leer(ejemplo("gimnasio-acuario.Q19"));
+  escribir("Añil.Q19", bytes);
+  ASSERT_TRUE(QFile::link(ruta("Añil.Q19"), ruta("enlace.Q19")));
+  ASSERT_TRUE(q19({"unir", "-o", "doble", "Añil.Q19", "enlace.Q19"}).codigo == 0);
+  EXPECT_EQ(Registros(leer(ruta("doble.Q19")), "03").size(), 90);
+
+  const Salida s = q19({"unir", "-o", "Añil.Q19", "Añil.Q19", "./AÑIL.q19", ruta("Añil.Q19"), "doble.Q19"});
+  EXPECT_EQ(s.codigo, 0) << s.avisado.toStdString();
+  EXPECT_TRUE(s.avisado.contains("q19: ./AÑIL.q19: ya importado, se omite")) << s.avisado.toStdString();
+  EXPECT_EQ(s.avisado.count("ya importado"), 2);
+  EXPECT_EQ(Registros(leer(ruta("Añil.Q19")), "03").size(), 45 + 90);
+}
+
+TEST_F(PruebaConsola, NombreDeLaSalida) {
+  ASSERT_TRUE(QDir(carpeta_.path()).mkpath("con.punto/dentro"));
+  const QString nombres[][2] = {{"a.txt", "a.Q19"},         {"b", "b.Q19"},
+                                {"./c", "c.Q19"},           {"con.punto/d.x", "con.punto/d.Q19"},
+                                {"con.punto/e", "con.Q19"}, {"con.punto/../f", "f.Q19"},
+                                {"g.q19", "g.Q19"}};
+  for (const auto& [dado, escrito] : nombres) {
+    const Salida s = q19({"unir", "-o", dado, ejemplo("gimnasio-acuario.Q19")});
+    EXPECT_EQ(s.codigo, 0);
+    EXPECT_TRUE(s.dicho.contains("Escrito: " + ruta(escrito) + "\n")) << s.dicho.toStdString();
+    EXPECT_TRUE(QFile::exists(ruta(escrito)));
+  }
+}
+
+TEST_F(PruebaConsola, LineaDeOrdenes) {
+  const struct {
+    QStringList argumentos;
+    int codigo;
+    QString texto;
+  } casos[] = {
+      {{"--version"}, 0, "q19 "},
+      {{"--help"}, 0, "Uso: q19 [OPCIONES] ORDEN"},
+      {{"unir", "--help"}, 0, "Uso: q19 unir [OPCIONES] FICHERO..."},
+      {{"iban", "-h"}, 0, "Uso: q19 iban"},
+      {{}, 2, "falta la orden"},
+      {{"--nada"}, 2, "sobra o no se conoce: --nada"},
+      {{"nada", "a.Q19"}, 2, "sobra o no se conoce: nada"},
+      {{"unir"}, 2, "falta"},
+      {{"unir", "a.Q19"}, 2, "falta --salida"},
+      {{"unir", "-o", "b"}, 2, "falta FICHERO"},
+      {{"unir", "a.Q19", "-o"}, 2, "le falta su valor"},
+      {{"unir", "-o", "b", "-o", "c", "a.Q19"}, 2, "solo se puede dar una vez"},
+      {{"unir", "-o", "", "a.Q19"}, 2, "vacía"},
+      {{"unir", "-o", "b", "--raro", "a.Q19"}, 2, "sobra o no se conoce: --raro"},
+      {{"iban", "ES91 2100 0418 4502 0005 1332", "iban es9121000418450200051332"},
+       0,
+       "IBAN ES91 2100 0418 4502 0005 1332: correcto\nIBAN ES91 2100 0418 4502 0005 1332: correcto\n"},
+      {{"iban", "ES91 2100 0418 4502 0005 1333", ""}, 1, "dígitos de control incorrectos"},
+      {{"nif", "12345678", "00000023?", " 1 "}, 0, "12345678Z\n00000023T\n1R\n"},
+      {{"nif", "12345678Z", "X1234567", "00000000"}, 1, "12345678Z\n"},
+  };
+  for (const auto& [argumentos, codigo, texto] : casos) {
+    SCOPED_TRACE(argumentos.join(' ').toStdString());
+    const Salida s = q19(argumentos);
+    EXPECT_EQ(s.codigo, codigo);
+    EXPECT_TRUE((codigo == 2 ? s.avisado : s.dicho).contains(texto)) << (s.dicho + s.avisado).toStdString();
+    for (const char* ingles : {"sage", "required", "OPTIONS", "REQUIRED", "expected", "ubcommand", "TEXT "})
+      EXPECT_FALSE((s.dicho + s.avisado).contains(ingles)) << ingles << " en\n"
+                                                           << (s.dicho + s.avisado).toStdString();
+  }
+}
+
+// Un nombre que no es UTF-8 llega a su fichero tal cual.
+TEST_F(PruebaConsola, NombresQueNoSonUtf8) {
+  const QByteArray guion = "cp '" DIR_EJEMPLOS "/gimnasio-acuario.Q19' $'a\\xf1o.Q19' && '" PROGRAMA_Q19
+                           "' unir -o $'uni\\xf3n.x' $'a\\xf1o.Q19' && test -s $'uni\\xf3n.Q19' && rm *.Q19";
+  QProcess bash;
+  bash.setWorkingDirectory(carpeta_.path());
+  bash.start("bash", {"-c", QString::fromLatin1(guion)});
+  ASSERT_TRUE(bash.waitForFinished());
+  EXPECT_EQ(bash.exitCode(), 0) << bash.readAllStandardError().toStdString();
+}
+
+}  // namespace
