@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QKeyEvent>
+#include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
 
@@ -65,6 +66,7 @@ void ListaCarpetas::refrescar() {
   }
   const QString senalada = currentItem() ? currentItem()->data(kRuta).toString() : QString();
   const int altura = verticalScrollBar()->value();
+  const QScopedValueRollback propio(aMano_, true);
   llenar();
   for (int i = 0; i < count(); ++i)
     if (item(i)->data(kRuta) == senalada) setCurrentRow(i);
@@ -72,6 +74,7 @@ void ListaCarpetas::refrescar() {
 }
 
 void ListaCarpetas::llenar() {
+  const QScopedValueRollback propio(aMano_, true);
   clear();
   int nivel = 0;
   const auto poner = [&](const QString& texto, const QString& ruta, Pictograma icono) {
@@ -117,8 +120,39 @@ void ListaCarpetas::keyPressEvent(QKeyEvent* evento) {
       ponerRuta(QFileInfo(ruta_).path());
       return;
     default:
-      QListWidget::keyPressEvent(evento);
+      break;
   }
+  const QScopedValueRollback propio(aMano_, true);
+  QListWidget::keyPressEvent(evento);
+}
+
+void ListaCarpetas::focusInEvent(QFocusEvent* evento) {
+  const QScopedValueRollback propio(aMano_, true);
+  QListWidget::focusInEvent(evento);
+}
+
+void ListaCarpetas::mouseMoveEvent(QMouseEvent* evento) {
+  const QScopedValueRollback propio(aMano_, true);
+  QListWidget::mouseMoveEvent(evento);
+}
+
+void ListaCarpetas::mousePressEvent(QMouseEvent* evento) {
+  const QScopedValueRollback propio(aMano_, true);
+  QListWidget::mousePressEvent(evento);
+}
+
+void ListaCarpetas::mouseReleaseEvent(QMouseEvent* evento) {
+  const QScopedValueRollback propio(aMano_, true);
+  QListWidget::mouseReleaseEvent(evento);
+}
+
+void ListaCarpetas::selectionChanged(const QItemSelection& nueva, const QItemSelection& anterior) {
+  QListWidget::selectionChanged(nueva, anterior);
+  // Una ayuda técnica no tiene doble clic: seleccionar es entrar.
+  if (aMano_ || nueva.isEmpty()) return;
+  const QString destino = nueva.first().topLeft().data(kRuta).toString();
+  QMetaObject::invokeMethod(
+      this, [this, destino] { ponerRuta(destino); }, Qt::QueuedConnection);
 }
 
 }  // namespace principal

@@ -24,13 +24,19 @@ class ListaCarpetas : public QListWidget {
   void cambio();
 
  protected:
+  void focusInEvent(QFocusEvent* evento) override;
   void keyPressEvent(QKeyEvent* evento) override;
+  void mouseMoveEvent(QMouseEvent* evento) override;
+  void mousePressEvent(QMouseEvent* evento) override;
+  void mouseReleaseEvent(QMouseEvent* evento) override;
+  void selectionChanged(const QItemSelection& nueva, const QItemSelection& anterior) override;
 
  private:
   void llenar();
   void entrar(const QListWidgetItem* elemento);
 
   QString ruta_;
+  bool aMano_ = false;  ///< La selección cambia por el ratón, el teclado o el programa.
 };
 
 }  // namespace principal

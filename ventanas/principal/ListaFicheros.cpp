@@ -11,6 +11,7 @@ namespace principal {
 
 ListaFicheros::ListaFicheros(QWidget* padre) : QListView(padre), modelo_(new QStringListModel(this)) {
   setUniformItemSizes(true);
+  setSpacing(1);
   setEditTriggers(NoEditTriggers);
   setSelectionMode(SingleSelection);
   setModel(modelo_);

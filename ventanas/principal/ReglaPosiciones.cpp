@@ -19,6 +19,9 @@ int ReglaPosiciones::alto() const {
 void ReglaPosiciones::paintEvent(QPaintEvent*) {
   QPainter pintor(this);
   pintor.fillRect(rect(), palette().window());
+  QFont menor = font();
+  menor.setPointSizeF(menor.pointSizeF() * 0.85);
+  pintor.setFont(menor);
   QColor trazo = palette().color(QPalette::WindowText);
   pintor.setPen(trazo);
   trazo.setAlphaF(0.45F);

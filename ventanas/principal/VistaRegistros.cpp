@@ -142,4 +142,10 @@ void VistaRegistros::currentChanged(const QModelIndex& actual, const QModelIndex
   if (actual.isValid()) update(actual);
 }
 
+void VistaRegistros::selectionChanged(const QItemSelection& nueva, const QItemSelection& anterior) {
+  QListView::selectionChanged(nueva, anterior);
+  // Una ayuda técnica selecciona sin hacer actual; con el ratón y el teclado la fila ya lo es o va a serlo.
+  if (nueva.size() == 1 && nueva.first().height() == 1) ponerActual(nueva.first().top());
+}
+
 }  // namespace principal

@@ -56,6 +56,7 @@ class VistaRegistros : public QListView {
   void updateGeometries() override;
   QRegion visualRegionForSelection(const QItemSelection&) const override { return viewport()->rect(); }
   void currentChanged(const QModelIndex& actual, const QModelIndex& anterior) override;
+  void selectionChanged(const QItemSelection& nueva, const QItemSelection& anterior) override;
 
  private:
   ModeloRegistros* modelo_;

@@ -6,10 +6,12 @@
 #include <QFileInfo>
 #include <QMimeData>
 #include <QShortcut>
+#include <QSplitter>
 
 #include "comunes/plataforma/IniFiles.h"
 #include "comunes/plataforma/Ventanas.h"
 #include "ui_frmUnirQ19.h"
+#include "ventanas/principal/AccesibleDisco.h"
 #include "ventanas/principal/Iconos.h"
 #include "ventanas/principal/Navegador.h"
 
@@ -37,6 +39,7 @@ frmUnirQ19::frmUnirQ19(const QString& lineaOrdenes, QWidget* padre)
 frmUnirQ19::~frmUnirQ19() = default;
 
 void frmUnirQ19::prepararControles() {
+  PrepararAccesibilidadDisco();
   const std::pair<QPushButton*, Pictograma> botones[] = {
       {ui_->Importar, Pictograma::Importar},    {ui_->Empezar, Pictograma::Empezar},
       {ui_->Guardar, Pictograma::Guardar},      {ui_->cmdInsertar, Pictograma::Insertar},
@@ -52,6 +55,10 @@ void frmUnirQ19::prepararControles() {
   sitio.setRetainSizeWhenHidden(true);
   ui_->Importado->setSizePolicy(sitio);
 
+  // QSplitter deja a sus hijos en el orden inverso; las ayudas técnicas los leen en el que están.
+  for (const QSplitter* divisor : {ui_->DivisorArchivos, ui_->DivisorCarpetas, ui_->DivisorListas})
+    for (int i = 0; i < divisor->count(); ++i)
+      divisor->widget(i)->raise();
   ui_->DivisorArchivos->setStretchFactor(1, 1);
   ui_->DivisorArchivos->setSizes({230, 900});
   ui_->DivisorCarpetas->setSizes({220, 300});
