@@ -12,11 +12,14 @@
 #include "remesa/Fusion.h"
 #include "remesa/Guardado.h"
 #include "ui_frmUnirQ19.h"
+#include "ventanas/editor/EditarSEPA.h"
 #include "ventanas/principal/Navegador.h"
 #include "ventanas/principal/frmUnirQ19.h"
 
 namespace principal {
 namespace {
+
+constexpr int kCuaderno19 = 19;  // tipo de fichero para el editor
 
 /// Selección y fila actual cuando se hayan quitado los registros de totales; los que siguen conservan su
 /// orden.
@@ -130,7 +133,18 @@ void frmUnirQ19::editar(int fila) {
     if (ventana->isVisible() &&
         ventana->objectName().compare(QLatin1String("EdiTarvo"), Qt::CaseInsensitive) == 0)
       return;
-  ui_->Acumulado->seleccionarSolo(fila);
+  VistaRegistros& acumulado = *ui_->Acumulado;
+  acumulado.seleccionarSolo(fila);
+  decir({});
+  // Los totales no se recalculan aquí: un importe cambiado llega a ellos en la orden siguiente.
+  editor::ListaAcumulado lista{
+      .registros = acumulado.modelo().editable(),
+      .actual = fila,
+      .cambiado = [&](int cual) { acumulado.modelo().avisarCambio(cual); },
+      .movido = [&](int cual) { acumulado.seleccionarSolo(cual); },
+      .aviso = [this](const QString& texto) { decir(texto); },
+  };
+  if (editor::EditarSEPA(lista, kCuaderno19, this)) mirarAcumulado();
 }
 
 }  // namespace principal
