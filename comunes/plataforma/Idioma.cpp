@@ -1,6 +1,8 @@
 #include <QTranslator>
 
 #include "comunes/plataforma/Aplicacion.h"
+#include "comunes/plataforma/Formatos.h"
+#include "comunes/plataforma/TextosPropios.h"
 
 // La macro no puede estar dentro de un espacio de nombres.
 static void cargarRecursoIdioma() {
@@ -11,8 +13,11 @@ namespace comunes {
 
 void PonerIdioma(QApplication& aplicacion) {
   cargarRecursoIdioma();
-  auto* traductor = new QTranslator(&aplicacion);
-  if (traductor->load(QStringLiteral(":/idioma/qtbase_es.qm"))) QApplication::installTranslator(traductor);
+  auto* toolkit = new QTranslator(&aplicacion);
+  if (toolkit->load(QStringLiteral(":/idioma/qtbase_es.qm"))) QApplication::installTranslator(toolkit);
+  // El último instalado es el primero que se consulta.
+  QApplication::installTranslator(new TextosPropios(&aplicacion));
+  QLocale::setDefault(LocaleUsuario());
 }
 
 }  // namespace comunes
