@@ -95,7 +95,9 @@ class Perfil {
   std::string_view linea(std::size_t& pos) const {
     const std::string_view todo = bytes_;
     const std::size_t desde = pos;
-    const std::size_t fin = std::min(todo.find_first_of("\r\n", pos), todo.size());
+    const auto* salto =
+        std::find_if(todo.begin() + pos, todo.end(), [](char c) { return c == '\r' || c == '\n'; });
+    const auto fin = static_cast<std::size_t>(salto - todo.begin());
     pos = fin + 1;
     return todo.substr(desde, fin - desde);
   }

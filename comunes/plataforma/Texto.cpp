@@ -23,24 +23,28 @@ int byteDe(char16_t c) {
 }  // namespace
 
 QString DesdeWindows1252(std::string_view bytes) {
-  QString texto(static_cast<qsizetype>(bytes.size()), Qt::Uninitialized);
-  std::transform(bytes.begin(), bytes.end(), texto.begin(), [](char c) {
-    const auto byte = static_cast<unsigned char>(c);
-    return QChar(byte >= 0x80 && byte < 0xA0 ? kAltos[byte - 0x80U] : char16_t{byte});
-  });
+  QString texto = QString::fromLatin1(bytes.data(), static_cast<qsizetype>(bytes.size()));
+  for (QChar& c : texto)
+    if (c.unicode() >= 0x80 && c.unicode() < 0xA0) c = kAltos[c.unicode() - 0x80U];
   return texto;
 }
 
 std::string AWindows1252(const QString& texto) {
-  std::string bytes;
-  bytes.reserve(static_cast<std::size_t>(texto.size()));
-  for (qsizetype i = 0; i < texto.size(); ++i) {
-    const QChar c = texto[i];
-    const int byte = byteDe(c.unicode());
+  std::string bytes(static_cast<std::size_t>(texto.size()), '?');
+  std::size_t escritos = 0;
+  bool alta = false;
+  for (const QChar c : texto) {
     // Un carácter de dos unidades es uno solo para quien lo escribió.
-    if (c.isHighSurrogate() && i + 1 < texto.size() && texto[i + 1].isLowSurrogate()) ++i;
-    bytes += byte < 0 ? '?' : static_cast<char>(byte);
+    if (alta && c.isLowSurrogate()) {
+      alta = false;
+      continue;
+    }
+    alta = c.isHighSurrogate();
+    const int byte = byteDe(c.unicode());
+    if (byte >= 0) bytes[escritos] = static_cast<char>(byte);
+    ++escritos;
   }
+  bytes.resize(escritos);
   return bytes;
 }
 
