@@ -2,6 +2,6 @@
 
 #include <QString>
 
-/// La línea de órdenes sin el programa y sin ninguna comilla doble: entera, es la ruta de un fichero o "". Con la
-/// aplicación ya creada.
+/// La línea de órdenes sin el programa y sin ninguna comilla doble: entera, es la ruta de un fichero o "".
+/// Con la aplicación ya creada.
 QString LineaOrdenes();

@@ -1,10 +1,8 @@
-#include <QDir>
 #include <QIcon>
 #include <memory>
 
 #include "app/LineaOrdenes.h"
 #include "comunes/plataforma/Aplicacion.h"
-#include "comunes/plataforma/IniFiles.h"
 #include "ventanas/principal/frmUnirQ19.h"
 
 namespace {
@@ -25,8 +23,6 @@ int main(int argc, char** argv) {
   QCoreApplication::setApplicationVersion(QStringLiteral(VERSION_PROGRAMA));
   QGuiApplication::setDesktopFileName(QStringLiteral("unirq19"));
   QGuiApplication::setWindowIcon(iconoAplicacion());
-  comunes::RutaAjustes = QDir::toNativeSeparators(QCoreApplication::applicationDirPath()) + QDir::separator() +
-                         QStringLiteral("Tarvo.INI");
 
   std::unique_ptr<principal::frmUnirQ19> ventana;
   const bool abierta = comunes::Aplicacion::Proteger([&] {
