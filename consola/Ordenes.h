@@ -17,6 +17,7 @@ using Accion = std::function<Salida()>;
 void OrdenUnir(CLI::App& q19, Accion& accion);
 void OrdenIban(CLI::App& q19, Accion& accion);
 void OrdenNif(CLI::App& q19, Accion& accion);
+void OrdenVer(CLI::App& q19, Accion& accion);
 
 /// Lee los argumentos (sin el nombre del programa) y hace lo que piden.
 Salida Ejecutar(std::vector<std::string> argumentos);

@@ -45,4 +45,16 @@ QString Explicar(const remesa::ErrorEjecucion& error, const std::filesystem::pat
       .arg(error.numero());
 }
 
+QString ProblemaCabeza(remesa::Cabeza cabeza) {
+  switch (cabeza) {
+    case remesa::Cabeza::VersionAnterior:
+      return QStringLiteral("Versión incorrecta de archivo Q19");
+    case remesa::Cabeza::Desconocida:
+      return QStringLiteral("El archivo no parece ser tipo Q19");
+    case remesa::Cabeza::Q19:
+      break;
+  }
+  return {};
+}
+
 }  // namespace consola

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "remesa/ErrorEjecucion.h"
+#include "remesa/Fichero.h"
 
 namespace consola {
 
@@ -21,5 +22,8 @@ QString Mostrable(QString texto);
 
 /// "ruta: texto (error N)"; `fichero` es el que se nombra si el error no trae el suyo.
 QString Explicar(const remesa::ErrorEjecucion& error, const std::filesystem::path& fichero);
+
+/// Por qué no se admite un fichero con esa cabeza; vacío si se admite.
+QString ProblemaCabeza(remesa::Cabeza cabeza);
 
 }  // namespace consola

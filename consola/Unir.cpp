@@ -63,12 +63,9 @@ bool CabezasValidas(const std::vector<fs::path>& ficheros) {
   for (const fs::path& fichero : ficheros) {
     QString problema;
     try {
-      const remesa::Cabeza cabeza = remesa::ComprobarCabeza(fichero);
-      if (cabeza == remesa::Cabeza::Q19) continue;
-      problema = QStringLiteral("%1: %2").arg(Mostrable(fichero),
-                                              cabeza == remesa::Cabeza::VersionAnterior
-                                                  ? QStringLiteral("Versión incorrecta de archivo Q19")
-                                                  : QStringLiteral("El archivo no parece ser tipo Q19"));
+      problema = ProblemaCabeza(remesa::ComprobarCabeza(fichero));
+      if (problema.isEmpty()) continue;
+      problema = QStringLiteral("%1: %2").arg(Mostrable(fichero), problema);
     } catch (const remesa::ErrorEjecucion& error) {
       problema = Explicar(error, fichero);
     }

@@ -1,0 +1,178 @@
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <algorithm>
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "comunes/plataforma/IniFiles.h"
+#include "comunes/plataforma/Texto.h"
+#include "consola/Ordenes.h"
+#include "consola/Terminal.h"
+#include "remesa/Fichero.h"
+#include "remesa/Lectura.h"
+#include "remesa/Registro.h"
+#include "ventanas/editor/Ayudas.h"
+#include "ventanas/editor/Descripciones.h"
+
+namespace consola {
+
+namespace {
+
+constexpr int kTipoFichero = 19;
+
+struct Opciones {
+  std::string fichero;
+  std::optional<std::uint64_t> registro;
+};
+
+/// Una línea leída: de las más largas que un registro solo se guarda lo que de él se ve.
+struct Linea {
+  std::string bytes;
+  std::uint64_t longitud = 0;
+
+  void anadir(std::string_view trozo) {
+    longitud += trozo.size();
+    bytes += trozo.substr(0, remesa::kLongitudRegistro - bytes.size());
+  }
+};
+
+/// Da a `alLeer` las líneas del fichero, por un búfer que se reutiliza, hasta que devuelve false. Como al
+/// cargar una remesa: una línea acaba en CR, el LF que le siga se salta y la última cuenta aunque no acabe.
+void RecorrerLineas(const std::filesystem::path& ruta, const std::function<bool(const Linea&)>& alLeer) {
+  constexpr std::size_t kBufer = std::size_t{1} << 20;
+  remesa::LecturaFichero lectura(ruta);
+  std::vector<char> bufer(kBufer);
+  Linea linea;
+  bool abierta = false;  // hay una línea empezada
+  bool trasCR = false;
+  while (const std::size_t leidos = lectura.leer(bufer)) {
+    std::string_view resto(bufer.data(), leidos);
+    while (!resto.empty()) {
+      if (trasCR && resto.front() == '\n') resto.remove_prefix(1);
+      trasCR = false;
+      if (resto.empty()) break;
+      const std::size_t fin = resto.find('\r');
+      linea.anadir(resto.substr(0, fin));
+      abierta = fin == resto.npos;
+      if (abierta) break;
+      resto.remove_prefix(fin + 1);
+      trasCR = true;
+      if (!alLeer(linea)) return;
+      linea = {};
+    }
+  }
+  if (abierta) alLeer(linea);
+}
+
+/// Lo que hay del campo, sin los blancos que lo rellenan, y lo que significa.
+QString Valor(const editor::CampoDescrito& campo, std::string_view registro) {
+  const QString texto = editor::ValorCampo(registro, campo);
+  QString visto = texto;
+  while (visto.endsWith(QLatin1Char(' ')))
+    visto.chop(1);
+  const QString significado = editor::Interpretar(campo.ayuda, texto);
+  if (!significado.isEmpty()) visto += QStringLiteral("  (%1)").arg(significado);
+  return visto;
+}
+
+class Visor {
+ public:
+  void Mostrar(std::uint64_t numero, const Linea& linea) {
+    const editor::Descripcion& diseno = disenoDe(editor::SeccionDe(linea.bytes, kTipoFichero));
+    QString texto = QStringLiteral("Registro %1: ").arg(numero);
+    const bool descrito = !diseno.campos.empty();
+    texto += descrito ? diseno.titulo
+                      : QStringLiteral("el tipo «%1» no tiene descripción en Tarvo.INI")
+                            .arg(Mostrable(diseno.seccion.trimmed()));
+    if (linea.longitud != remesa::kLongitudRegistro)
+      texto += QStringLiteral(" (%1 caracteres en lugar de %2)")
+                   .arg(linea.longitud)
+                   .arg(remesa::kLongitudRegistro);
+    if (!descrito) texto += QStringLiteral("\n  ") + Mostrable(comunes::DesdeWindows1252(linea.bytes));
+    qsizetype ancho = 0;
+    for (const editor::CampoDescrito& campo : diseno.campos)
+      ancho = std::max(ancho, campo.rotulo.size());
+    for (const editor::CampoDescrito& campo : diseno.campos) {
+      const QString valor = Mostrable(Valor(campo, linea.bytes));
+      texto +=
+          QStringLiteral("\n  ") +
+          (valor.isEmpty() ? campo.rotulo : campo.rotulo.leftJustified(ancho) + QStringLiteral("  ") + valor);
+    }
+    Decir(texto + QLatin1Char('\n'));
+  }
+
+ private:
+  const editor::Descripcion& disenoDe(const QString& seccion) {
+    const auto hallado = disenos_.find(seccion);
+    if (hallado != disenos_.end()) return hallado->second;
+    return disenos_.emplace(seccion, editor::LeerDescripcion(comunes::RutaAjustes, seccion)).first->second;
+  }
+
+  std::map<QString, editor::Descripcion> disenos_;
+};
+
+bool Ajustes() {
+  // La carpeta del programa solo se sabe con una aplicación creada.
+  std::unique_ptr<QCoreApplication> aplicacion;
+  int argumentos = 1;
+  char nombre[] = "q19";
+  char* lista[] = {nombre, nullptr};
+  if (!QCoreApplication::instance()) aplicacion = std::make_unique<QCoreApplication>(argumentos, lista);
+  comunes::RutaAjustes = QCoreApplication::applicationDirPath() + QStringLiteral("/Tarvo.INI");
+  if (QFileInfo(comunes::RutaAjustes).isFile()) return true;
+  Avisar(Explicar(remesa::ErrorEjecucion(53), comunes::ARuta(comunes::RutaAjustes)));
+  return false;
+}
+
+Salida Ver(const Opciones& opciones) {
+  const std::filesystem::path fichero = RutaDe(opciones.fichero);
+  try {
+    const QString problema = ProblemaCabeza(remesa::ComprobarCabeza(fichero));
+    if (!problema.isEmpty()) {
+      Avisar(QStringLiteral("%1: %2").arg(Mostrable(fichero), problema));
+      return Salida::Fallo;
+    }
+    if (!Ajustes()) return Salida::Fallo;
+    Visor visor;
+    std::uint64_t leidos = 0;
+    RecorrerLineas(fichero, [&](const Linea& linea) {
+      ++leidos;
+      if (!opciones.registro || leidos == *opciones.registro) visor.Mostrar(leidos, linea);
+      return !opciones.registro || leidos < *opciones.registro;
+    });
+    if (!opciones.registro || leidos >= *opciones.registro) return Salida::Hecho;
+    Avisar(QStringLiteral("%1: no tiene registro %2; el último es el %3")
+               .arg(Mostrable(fichero))
+               .arg(*opciones.registro)
+               .arg(leidos));
+  } catch (const remesa::ErrorEjecucion& error) {
+    Avisar(Explicar(error, fichero));
+  }
+  return Salida::Fallo;
+}
+
+}  // namespace
+
+void OrdenVer(CLI::App& q19, Accion& accion) {
+  CLI::App* orden = q19.add_subcommand("ver", "Muestra los registros de una remesa campo por campo");
+  auto opciones = std::make_shared<Opciones>();
+  orden->add_option("FICHERO", opciones->fichero, "La remesa")->type_name("")->required();
+  orden->add_option("--registro", opciones->registro, "Solo el registro de ese número, desde 1")
+      ->type_name("N")
+      ->check(
+          [](const std::string& numero) {
+            const bool cifras = !numero.empty() && numero.find_first_not_of("0123456789") == numero.npos;
+            const bool cero = numero.find_first_not_of('0') == numero.npos;
+            return cifras && !cero ? std::string() : "ha de ser un número desde 1";
+          },
+          "");
+  orden->footer("Los campos son los de Tarvo.INI, junto al programa.");
+  orden->callback([opciones, &accion] { accion = [opciones] { return Ver(*opciones); }; });
+}
+
+}  // namespace consola
