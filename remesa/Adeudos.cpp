@@ -1,6 +1,5 @@
 #include "remesa/Adeudos.h"
 
-#include <algorithm>
 #include <vector>
 
 #include "remesa/Campos.h"
@@ -15,7 +14,12 @@ bool EsTipo03(std::string_view registro) {
 }  // namespace
 
 std::size_t ContarDeudores(const ListaRegistros& lista) {
-  return static_cast<std::size_t>(std::ranges::count_if(lista, EsTipo03));
+  std::size_t deudores = 0;
+  for (std::size_t i = 0; i < lista.size(); ++i) {
+    lista.anticipar(i);
+    if (EsTipo03(lista[i])) ++deudores;
+  }
+  return deudores;
 }
 
 bool EsDuplicable(std::string_view registro) {

@@ -22,16 +22,20 @@ void Importar(ListaRegistros& acumulado, const ListaRegistros& previo) {
   const bool primera = acumulado.empty();
   std::vector<std::size_t> entran;
   entran.reserve(previo.size());
-  for (std::size_t i = 0; i < previo.size(); ++i)
+  for (std::size_t i = 0; i < previo.size(); ++i) {
+    previo.anticipar(i);
     if (EntraEnImportacion(previo[i], primera)) entran.push_back(i);
+  }
   QuitarTotales(acumulado);
   acumulado.anadirDe(previo, entran);
 }
 
 void QuitarTotales(ListaRegistros& acumulado) {
   std::vector<std::size_t> sobran;
-  for (std::size_t i = 0; i < acumulado.size(); ++i)
+  for (std::size_t i = 0; i < acumulado.size(); ++i) {
+    acumulado.anticipar(i);
     if (EsDeTotales(acumulado[i])) sobran.push_back(i);
+  }
   acumulado.quitar(sobran);
 }
 
@@ -42,6 +46,7 @@ Totales RecalcularTotales(ListaRegistros& acumulado, Resumen* resumen) {
   std::size_t i = 0;
   try {
     for (; i < acumulado.size(); ++i) {
+      acumulado.anticipar(i);
       if (Cambia(acumulado[i], recuento.contar(acumulado[i]), nuevo)) acumulado.sustituir(i, nuevo);
       if (resumen) resumidor.dar(acumulado[i]);
     }

@@ -24,6 +24,9 @@ class ListaRegistros {
   std::size_t size() const noexcept { return registros_.size(); }
   bool empty() const noexcept { return registros_.empty(); }
   std::string_view operator[](std::size_t i) const noexcept { return registros_[i]; }
+  /// Pide ya a la memoria el principio del registro que se leerá unos pasos después de `i`: un recorrido de
+  /// registros de 600 bytes pasa si no casi todo su tiempo esperándola.
+  void anticipar(std::size_t i) const noexcept;
   auto begin() const noexcept { return registros_.begin(); }
   auto end() const noexcept { return registros_.end(); }
 
@@ -53,5 +56,14 @@ class ListaRegistros {
   std::size_t limiteBloques_ = kBloquesMinimos;
   static constexpr std::size_t kBloquesMinimos = 64;
 };
+
+inline void ListaRegistros::anticipar(std::size_t i) const noexcept {
+  constexpr std::size_t kPasos = 12;
+  constexpr std::size_t kLinea =
+      64;  // bytes de una línea de caché: código, referencias e importe caben en dos
+  if (i + kPasos >= registros_.size()) return;
+  __builtin_prefetch(registros_[i + kPasos].data());
+  __builtin_prefetch(registros_[i + kPasos].data() + kLinea);
+}
 
 }  // namespace remesa

@@ -165,8 +165,10 @@ void Resumidor::recontar(std::string_view registro) {
 
 Resumen Resumir(const ListaRegistros& lista, bool mirarLF) {
   Resumidor resumidor(mirarLF);
-  for (const std::string_view registro : lista)
-    resumidor.dar(registro);
+  for (std::size_t i = 0; i < lista.size(); ++i) {
+    lista.anticipar(i);
+    resumidor.dar(lista[i]);
+  }
   return resumidor.resumen();
 }
 
