@@ -180,9 +180,15 @@ void FilaCampo::Pedir() {
   respuestaCortada_ = noCabe(campo_, respuesta) ? *valor : QString();
   comunes::PonerTexto(caja_, *valor);
   if (caja_->hasFocus()) return comunes::PressTab();
-  // La ventana aún no ha recuperado la activación tras la caja: el Tab es para el campo de todos modos.
+  // La ventana aún no ha recuperado la activación tras la caja: un Tab encolado llegaría a quien tenga el
+  // foco entonces, así que se mueve ya al control siguiente.
   caja_->window()->activateWindow();
-  QCoreApplication::postEvent(caja_, new QKeyEvent(QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier));
+  QWidget* siguiente = caja_;
+  do
+    siguiente = siguiente->nextInFocusChain();
+  while (siguiente != caja_ &&
+         !((siguiente->focusPolicy() & Qt::TabFocus) && siguiente->isVisible() && siguiente->isEnabled()));
+  siguiente->setFocus(Qt::TabFocusReason);
 }
 
 void FilaCampo::alEntrar() {
