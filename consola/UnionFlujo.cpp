@@ -12,14 +12,11 @@ namespace {
 
 constexpr std::string_view kFinLinea = "\r\n";
 constexpr std::size_t kRegistroConFin = remesa::kLongitudRegistro + kFinLinea.size();
-constexpr std::size_t kSueltos = std::size_t{64} << 10;
 
 }  // namespace
 
 UnionFlujo::UnionFlujo(remesa::EscrituraSegura& salida, std::size_t bufer)
-    : salida_(salida), bufer_(std::max(bufer, kBuferMinimo)) {
-  sueltos_.reserve(kSueltos);
-}
+    : salida_(salida), bufer_(std::max(bufer, kBuferMinimo)) {}
 
 void UnionFlujo::unir(const std::filesystem::path& fichero, bool ultimo) {
   remesa::LecturaFichero lectura(fichero);
@@ -65,7 +62,6 @@ void UnionFlujo::unir(const std::filesystem::path& fichero, bool ultimo) {
     quedan = static_cast<std::size_t>(tope - p);
     std::memmove(bufer_.data(), p, quedan);
   }
-  if (ultimo) volcarSueltos();
   observaciones_ = remesa::ObservarImportacion(resumidor.resumen(), acumulado_);
   acumulado_ = remesa::TrasImportar(acumulado_, resumidor.resumen());
 }
@@ -102,25 +98,12 @@ void UnionFlujo::anadirSuelto(std::string_view registro, std::span<const remesa:
   rehecho_ = registro.substr(0, remesa::kLongitudRegistro);
   remesa::Aplicar(rehecho_, cambios);
   rehecho_.resize(remesa::kLongitudRegistro, ' ');
-  sueltos_ += rehecho_;
-  sueltos_ += kFinLinea;
+  salida_.escribir(rehecho_ += kFinLinea);
 }
 
-// Un tramo corto se junta con los sueltos, para no escribir registro a registro donde alternan unos y otros.
-// Deja siempre sitio en `sueltos_` para uno más.
 void UnionFlujo::volcarTramo() {
-  if (sueltos_.size() + tramo_.size() + kRegistroConFin <= kSueltos) {
-    sueltos_ += tramo_;
-  } else {
-    volcarSueltos();
-    salida_.escribir(tramo_);
-  }
+  if (!tramo_.empty()) salida_.escribir(tramo_);
   tramo_ = {};
-}
-
-void UnionFlujo::volcarSueltos() {
-  if (!sueltos_.empty()) salida_.escribir(sueltos_);
-  sueltos_.clear();
 }
 
 }  // namespace consola

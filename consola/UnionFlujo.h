@@ -41,13 +41,11 @@ class UnionFlujo {
   void anadirTramo(std::string_view bytes);
   void anadirSuelto(std::string_view registro, std::span<const remesa::Cambio> cambios);
   void volcarTramo();
-  void volcarSueltos();
 
   remesa::EscrituraSegura& salida_;
   std::vector<char> bufer_;
-  std::string sueltos_;     // registros rehechos o tramos cortos que esperan a escribirse
   std::string rehecho_;     // el registro que se rehace
-  std::string_view tramo_;  // bytes seguidos del búfer que van tal cual, detrás de `sueltos_`
+  std::string_view tramo_;  // bytes seguidos del búfer que van tal cual
   remesa::ReglasImportacion reglas_;
   remesa::Resumen acumulado_;
   std::vector<remesa::Observacion> observaciones_;
