@@ -93,7 +93,6 @@ void ListaFicheros::keyReleaseEvent(QKeyEvent* evento) {
 
 void ListaFicheros::mousePressEvent(QMouseEvent* evento) {
   const QScopedValueRollback propio(aMano_, true);
-  dobleClic_ = false;
   QListView::mousePressEvent(evento);
   pendiente_ = evento->button() == Qt::LeftButton && indexAt(evento->pos()).isValid();
 }
@@ -101,15 +100,13 @@ void ListaFicheros::mousePressEvent(QMouseEvent* evento) {
 void ListaFicheros::mouseReleaseEvent(QMouseEvent* evento) {
   QListView::mouseReleaseEvent(evento);
   if (evento->button() != Qt::LeftButton || !pendiente_) return;
-  pendiente_ = false;
-  // El segundo clic de un doble clic no vuelve a cargar lo que cargó el primero.
-  if (!dobleClic_) elegir();
+  // El segundo clic de un doble clic no llega como pulsación y no vuelve a cargar lo que cargó el primero.
+  elegir();
 }
 
 void ListaFicheros::mouseDoubleClickEvent(QMouseEvent* evento) {
   const QScopedValueRollback propio(aMano_, true);
   QListView::mouseDoubleClickEvent(evento);
-  dobleClic_ = true;
 }
 
 void ListaFicheros::selectionChanged(const QItemSelection& nueva, const QItemSelection& anterior) {

@@ -31,9 +31,9 @@ class ListaFicheros : public QListView {
   void focusInEvent(QFocusEvent* evento) override;
   void keyPressEvent(QKeyEvent* evento) override;
   void keyReleaseEvent(QKeyEvent* evento) override;
+  void mouseDoubleClickEvent(QMouseEvent* evento) override;
   void mousePressEvent(QMouseEvent* evento) override;
   void mouseReleaseEvent(QMouseEvent* evento) override;
-  void mouseDoubleClickEvent(QMouseEvent* evento) override;
   void selectionChanged(const QItemSelection& nueva, const QItemSelection& anterior) override;
 
  private:
@@ -45,7 +45,6 @@ class ListaFicheros : public QListView {
   QString patron_;
   bool aMano_ = false;      ///< La selección cambia por el ratón, el teclado o el programa.
   bool pendiente_ = false;  ///< Hay algo por elegir cuando se suelte la tecla o el botón.
-  bool dobleClic_ = false;
 };
 
 }  // namespace principal

@@ -1,0 +1,260 @@
+#include "VentanaPrincipal.h"
+
+using namespace pruebas;
+
+namespace {
+
+constexpr const char* kUno = "00000001000";
+constexpr const char* kDos = "00000002000";
+constexpr const char* kTres = "00000000345";
+
+class VentanaPrincipal : public Carpeta {
+ protected:
+  void SetUp() override {
+    Carpeta::SetUp();
+    escribir("enero.Q19", Fichero(Remesa("20260405", {kUno, kDos})));
+    escribir("febrero.q19", Fichero(Remesa("20260505", {kTres})));
+  }
+};
+
+/// Los totales que quedan en los tres últimos registros: importe, adeudos y registros del "04".
+std::string Totales04(const std::vector<std::string>& lista) {
+  const std::string& total = lista.at(lista.size() - 3);
+  return std::string(remesa::campo(total, remesa::kImporte04)) + "|" +
+         std::string(remesa::campo(total, remesa::kAdeudos04)) + "|" +
+         std::string(remesa::campo(total, remesa::kRegistros04));
+}
+
+std::vector<std::string> Recalculada(std::vector<std::string> registros) {
+  remesa::ListaRegistros lista = Lista(registros);
+  remesa::RecalcularTotales(lista);
+  return Bytes(lista);
+}
+
+}  // namespace
+
+TEST_F(VentanaPrincipal, UnirCorregirYGuardar) {
+  Cajas cajas{"No", "Si"};
+  Ventana v(carpeta_);
+  v.elegir("enero.Q19");
+  EXPECT_EQ(Bytes(v.Preview->lista()), Remesa("20260405", {kUno, kDos}));
+  EXPECT_EQ(v.texto("InfoPreview"), "enero.Q19: 7 registros");
+  EXPECT_FALSE(v.importado());
+  v.pulsar("Importar");
+  EXPECT_TRUE(v.importado());
+  v.pulsar("Importar");  // ya importado: no hace nada
+  EXPECT_EQ(v.texto("InfoAcumulado"), "1 fichero, 2 adeudos, 30,00 €");
+
+  // La segunda importación conserva la selección y la fila actual, aunque los totales cambien de sitio.
+  v.Acumulado->seleccionarSolo(3);
+  v.elegir("febrero.q19");
+  EXPECT_FALSE(v.importado());
+  EXPECT_TRUE(v.texto("AvisoPreview").contains("05/05/2026")) << v.texto("AvisoPreview").toStdString();
+  v.pulsar("Importar");
+  std::vector<std::string> esperado = Remesa("20260405", {kUno, kDos, kTres});
+  EXPECT_EQ(v.acumulado(), Recalculada(esperado));
+  EXPECT_EQ(v.Acumulado->seleccion(), std::vector<std::size_t>{3});
+  EXPECT_EQ(v.Acumulado->actual(), 3);
+
+  v.pulsar("cmdInsertar");
+  esperado.insert(esperado.begin() + 4, esperado[3]);
+  EXPECT_EQ(v.acumulado(), Recalculada(esperado));
+  EXPECT_EQ(v.Acumulado->seleccion(), std::vector<std::size_t>{4});
+  EXPECT_EQ(v.Acumulado->actual(), 4);
+  EXPECT_EQ(v.texto("InfoAcumulado"), "2 ficheros, 4 adeudos, 53,45 €");
+
+  // Se pide borrar un adeudo y una cabecera: la cabecera se queda.
+  v.Acumulado->seleccionar(std::vector<std::size_t>{0, 2});
+  v.pulsar("cmdEliminar");
+  EXPECT_EQ(cajas.Mensaje(0), " ¿ Confirma que desea eliminar deudor(es) seleccionados ? ");
+  EXPECT_EQ(v.Acumulado->seleccion(), (std::vector<std::size_t>{0, 2})) << "con No todo sigue igual";
+  EXPECT_EQ(v.acumulado(), Recalculada(esperado));
+  v.pulsar("cmdEliminar");
+  esperado.erase(esperado.begin() + 2);
+  EXPECT_EQ(v.acumulado(), Recalculada(esperado));
+  EXPECT_TRUE(v.Acumulado->seleccion().empty());
+  EXPECT_EQ(v.Acumulado->actual(), -1);
+  EXPECT_EQ(Totales04(v.acumulado()), "00000000000004345|00000003|0000000005");
+
+  const ConDestino destino(carpeta_ / "unida.txt");
+  v.pulsar("Guardar");
+  EXPECT_EQ(leer(carpeta_ / "unida.Q19"), Fichero(Recalculada(esperado)));
+  EXPECT_EQ(v.texto("EstadoMensaje"), "Guardado en " + comunes::DesdeRuta(carpeta_ / "unida.Q19"));
+  EXPECT_TRUE(v.acumulado().empty());
+  EXPECT_FALSE(v.importado()) << "lo previsualizado puede volver a importarse";
+  v.pulsar("Importar");
+  EXPECT_EQ(v.texto("InfoAcumulado"), "1 fichero, 1 adeudo, 3,45 €");
+}
+
+TEST_F(VentanaPrincipal, RechazosConSusAvisos) {
+  escribir("corto.Q19", "011914");
+  escribir("vacio.Q19", "");
+  escribir("antiguo.Q19", "518005" + std::string(156, ' '));
+  escribir("otro.Q19", "0119144001");
+  Ventana v(carpeta_);
+  v.importar("enero.Q19");
+  for (const auto& [nombre, aviso] : {std::pair{"corto.Q19", "!!! El archivo no parece ser tipo Q19 ¡¡¡"},
+                                      {"vacio.Q19", "!!! El archivo no parece ser tipo Q19 ¡¡¡"},
+                                      {"otro.Q19", "!!! El archivo no parece ser tipo Q19 ¡¡¡"},
+                                      {"antiguo.Q19", "!!! Versión incorrecta de archivo Q19 ¡¡¡"}}) {
+    Cajas cajas{"Aceptar"};
+    v.elegir(nombre);
+    EXPECT_EQ(cajas.Mensaje(0), aviso) << nombre;
+    EXPECT_EQ(cajas.Vistas().at(0).icono, 1);
+    EXPECT_EQ(Bytes(v.Preview->lista()), Remesa("20260405", {kUno, kDos})) << nombre;
+    EXPECT_TRUE(v.importado()) << nombre;
+  }
+  // Eliminar: nunca todos los adeudos, ni sin adeudos.
+  Cajas cajas{"Aceptar", "Aceptar"};
+  v.Acumulado->seleccionar(std::vector<std::size_t>{2, 3});
+  v.pulsar("cmdEliminar");
+  EXPECT_EQ(v.Acumulado->seleccion().size(), 2U);
+  v.pulsar("Empezar");
+  v.pulsar("cmdEliminar");
+  for (const std::size_t n : {0U, 1U})
+    EXPECT_EQ(cajas.Mensaje(n), " ¿ No se pueden suprimir todos los registros de deudores ? ");
+}
+
+TEST_F(VentanaPrincipal, InsertarSoloCopiaAdeudosCorrientes) {
+  auto registros = Remesa("20260405", {kUno});
+  registros.insert(registros.begin() + 3, Opcional("004", "REF"));
+  registros.insert(registros.begin() + 4, Registro("0319143013"));
+  escribir("optativos.Q19", Fichero(registros));
+  Ventana v(carpeta_);
+  v.pulsar("cmdInsertar");  // sin nada
+  v.importar("optativos.Q19");
+  const auto antes = v.acumulado();
+  v.Acumulado->setFocus();
+  v.pulsar("cmdInsertar");  // el foco no hace actual ninguna fila
+  for (const int fila : {0, 1, 4, 5}) {
+    v.Acumulado->seleccionarSolo(fila);
+    v.pulsar("cmdInsertar");
+    EXPECT_EQ(v.acumulado(), antes) << fila;
+  }
+}
+
+TEST_F(VentanaPrincipal, ImportarSinPrevisualizarQuitaLosTotales) {
+  Ventana v(carpeta_, '"' + comunes::DesdeRuta(carpeta_ / "enero.Q19") + '"');
+  EXPECT_EQ(v.acumulado(), Remesa("20260405", {kUno, kDos})) << "tal como está, sin recalcular";
+  EXPECT_TRUE(v.Preview->lista().empty());
+  EXPECT_FALSE(v.importado());
+  EXPECT_FALSE(v.texto("AvisoAcumulado").isEmpty()) << "los totales no cuadran";
+  v.elegir("enero.Q19");
+  EXPECT_TRUE(v.importado()) << "el fichero inicial cuenta como importado";
+  v.pulsar("Empezar");
+  EXPECT_FALSE(v.importado());
+
+  Ventana otra(carpeta_);
+  otra.pulsar("Importar");
+  EXPECT_TRUE(otra.importado());
+  EXPECT_EQ(otra.texto("InfoAcumulado"), "Remesa vacía");
+}
+
+TEST_F(VentanaPrincipal, LosErroresSeInformanUnaVezYNoCambianNada) {
+  Ventana v(carpeta_);
+  {
+    Cajas cajas{"Aceptar"};
+    Ventana inicial(carpeta_, comunes::DesdeRuta(carpeta_ / "no existe.Q19"));
+    EXPECT_TRUE(cajas.Mensaje(0).startsWith("Error 53:")) << cajas.Mensaje(0).toStdString();
+    EXPECT_TRUE(inicial.frm.isVisible());
+  }
+  v.importar("enero.Q19");
+  const auto antes = v.acumulado();
+
+  // Un fichero que desaparece entre que se lista y se elige.
+  std::filesystem::remove(carpeta_ / "febrero.q19");
+  {
+    Cajas cajas{"Aceptar"};
+    v.elegir("febrero.q19");
+    EXPECT_TRUE(cajas.Mensaje(0).contains("Error 53:"));
+  }
+  EXPECT_TRUE(v.importado());
+  EXPECT_EQ(Bytes(v.Preview->lista()), Remesa("20260405", {kUno, kDos}));
+
+  // Guardar donde no se puede: la acumulación sigue, y lo importado también.
+  {
+    Cajas cajas{"Aceptar"};
+    const ConDestino destino(carpeta_ / "no hay" / "x.Q19");
+    v.pulsar("Guardar");
+    EXPECT_TRUE(cajas.Mensaje(0).contains("Error 76:")) << cajas.Mensaje(0).toStdString();
+  }
+  EXPECT_EQ(v.acumulado(), antes);
+  EXPECT_TRUE(v.importado());
+}
+
+TEST_F(VentanaPrincipal, UnRecalculoQueDesbordaDejaLoHecho) {
+  escribir("enorme.Q19", Fichero(Remesa("20260405", {"02147483647"})));
+  Ventana v(carpeta_);
+  v.importar("enorme.Q19");
+  v.elegir("enero.Q19");
+  EXPECT_TRUE(v.texto("AvisoPreview").contains("21.474.836,47")) << v.texto("AvisoPreview").toStdString();
+  Cajas cajas{"Aceptar"};
+  v.pulsar("Importar");
+  EXPECT_EQ(cajas.Mensaje(0), "Error 6: Desbordamiento");
+  EXPECT_EQ(v.acumulado(), [] {
+    auto lista = Remesa("20260405", {"02147483647"});
+    const auto segunda = Remesa("20260405", {kUno, kDos});
+    lista.resize(3);
+    lista.insert(lista.end(), segunda.begin() + 2, segunda.end());
+    return lista;
+  }());
+  EXPECT_TRUE(v.importado());
+  EXPECT_FALSE(v.texto("AvisoAcumulado").isEmpty());
+  EXPECT_EQ(v.texto("InfoAcumulado"), "2 ficheros, 3 adeudos, 21.474.866,47 €");
+}
+
+TEST_F(VentanaPrincipal, NombresQueSoloSeDistinguenPorLasMayusculas) {
+  escribir("ñandú.Q19", Fichero(Remesa("20260405", {kUno})));
+  escribir("ÑANDÚ.Q19", Fichero(Remesa("20260405", {kDos})));
+  Ventana v(carpeta_);
+  const QStringList nombres{v.Ficheros->model()->index(2, 0).data().toString(),
+                            v.Ficheros->model()->index(3, 0).data().toString()};
+  v.Ficheros->setFocus();
+  for (int i = 0; i < 3; ++i)
+    QTest::keyClick(v.Ficheros, Qt::Key_Down);  // las flechas también eligen
+  ASSERT_TRUE(v.texto("InfoPreview").startsWith(nombres[0])) << v.texto("InfoPreview").toStdString();
+  v.pulsar("Importar");
+  EXPECT_EQ(v.texto("AvisoPreview"), "");
+  QTest::keyClick(v.Ficheros, Qt::Key_Down);
+  EXPECT_TRUE(v.importado());
+  EXPECT_TRUE(v.texto("AvisoPreview").contains(nombres[0])) << v.texto("AvisoPreview").toStdString();
+}
+
+TEST_F(VentanaPrincipal, ControlesTeclasYOrden) {
+  Ventana v(carpeta_);
+  QString mnemonicos;
+  for (const auto& [nombre, ayuda] : {std::pair{"Importar", "Importar"},
+                                      {"Empezar", "Empezar"},
+                                      {"Guardar", "Guardar"},
+                                      {"cmdInsertar", "Insertar tipo 03"},
+                                      {"cmdEliminar", "Eliminar tipo 03"},
+                                      {"cmdImprimir", "Imprimir"},
+                                      {"RefI", "Imprimir Referencia Interna"},
+                                      {"Salir", "Salir"}}) {
+    auto* boton = v.hijo<QAbstractButton>(nombre);
+    EXPECT_EQ(boton->toolTip(), ayuda);
+    EXPECT_TRUE(boton->isEnabled());
+    EXPECT_EQ(boton->font().family(), "MS Shell Dlg 2") << nombre;
+    mnemonicos += QKeySequence::mnemonic(boton->text()).toString();
+  }
+  for (const char* nombre : {"etiDisco", "etiCarpetas", "etiFicheros"})
+    mnemonicos += QKeySequence::mnemonic(v.texto(nombre)).toString();
+  mnemonicos.remove("Alt+");
+  std::sort(mnemonicos.begin(), mnemonicos.end());
+  EXPECT_EQ(mnemonicos.size(), 11);
+  EXPECT_EQ(std::adjacent_find(mnemonicos.begin(), mnemonicos.end()), mnemonicos.end())
+      << mnemonicos.toStdString();
+  for (auto* lista : {v.Preview, v.Acumulado})
+    EXPECT_EQ(lista->font().family(), "Courier New");
+  EXPECT_FALSE(v.hijo<QAbstractButton>("RefI")->isChecked());
+  EXPECT_FALSE(v.hijo<QWidget>("VisorPrt")->isVisible());
+
+  v.Ficheros->setFocus();
+  QStringList orden;
+  for (int i = 0; i < 12; ++i) {
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    orden << QApplication::focusWidget()->objectName();
+  }
+  EXPECT_EQ(orden, QStringList({"Preview", "Importar", "Acumulado", "Empezar", "cmdInsertar", "cmdEliminar",
+                                "RefI", "cmdImprimir", "Guardar", "Salir", "Disco", "Carpetas"}));
+}

@@ -1,0 +1,97 @@
+#include "ventanas/principal/VistaRegistros.h"
+
+#include <QAccessible>
+#include <QMouseEvent>
+#include <QScrollBar>
+
+#include "VentanaPrincipal.h"
+#include "ventanas/principal/ReglaPosiciones.h"
+
+using namespace principal;
+
+TEST(VistaRegistros, SoloSeiscientasPosicionesYLoInvisibleConSuSigno) {
+  VistaRegistros vista;
+  std::string larga(60'000'000, 'x');
+  larga[0] = '\0';
+  larga[1] = '\n';
+  larga[2] = '\x81';
+  larga[3] = '\xD1';
+  larga[4] = '\x80';
+  vista.poner(pruebas::Lista({larga, "corta"}));
+  const QString texto = vista.model()->index(0, 0).data().toString();
+  EXPECT_EQ(texto.size(), 600);
+  EXPECT_EQ(texto.left(6), QString::fromUtf8("␀␊\uFFFDÑ€x"));
+  EXPECT_EQ(vista.model()->index(1, 0).data().toString(), "corta");
+  QAccessibleInterface* lista = QAccessible::queryAccessibleInterface(&vista);
+  EXPECT_EQ(lista->child(0)->text(QAccessible::Name), texto);
+}
+
+TEST(VistaRegistros, ReglaYPosicionBajoElRaton) {
+  VistaRegistros vista;
+  QFont fuente("Courier New");
+  vista.setFont(fuente);
+  vista.resize(400, 200);
+  vista.poner(pruebas::Lista(std::vector<std::string>(5, pruebas::Presentador())));
+  vista.show();
+  std::vector<std::pair<int, int>> vistas;
+  QObject::connect(&vista, &VistaRegistros::bajoRaton, [&](int fila, int posicion) {
+    vistas.push_back({fila, posicion});
+  });
+  const Columnas& columnas = vista.columnas();
+  const auto mover = [](QWidget* donde, QPoint punto) {
+    QMouseEvent evento(QEvent::MouseMove, punto, donde->mapToGlobal(punto), Qt::NoButton, {}, {});
+    QApplication::sendEvent(donde, &evento);
+  };
+  auto* regla = vista.findChild<ReglaPosiciones*>();
+  EXPECT_EQ(regla->geometry().bottom() + 1, vista.viewport()->geometry().top());
+  for (const int desplazada : {0, 12 * columnas.ancho()}) {
+    vista.horizontalScrollBar()->setValue(desplazada);
+    vistas.clear();
+    const int x = columnas.x(20) - desplazada;
+    mover(vista.viewport(), {x, columnas.alto() + 1});
+    mover(regla, {x + columnas.ancho() - 1, 3});
+    mover(vista.viewport(), {x + columnas.ancho(), columnas.alto() + 1});
+    EXPECT_EQ(vistas, (std::vector<std::pair<int, int>>{{1, 20}, {-1, 20}, {1, 21}}));
+  }
+  vista.horizontalScrollBar()->setValue(vista.horizontalScrollBar()->maximum());
+  vistas.clear();
+  mover(vista.viewport(), {columnas.x(600) - vista.desplazamiento(), 2});
+  EXPECT_EQ(vistas, (std::vector<std::pair<int, int>>{{0, 600}})) << "se llega a la última";
+}
+
+TEST(VistaRegistros, SeleccionDeUnaVezYFilaActual) {
+  VistaRegistros vista;
+  vista.setSelectionMode(QAbstractItemView::ExtendedSelection);
+  vista.poner(pruebas::Lista(std::vector<std::string>(30'000, "03")));
+  vista.show();
+  std::vector<std::size_t> alternas;
+  for (std::size_t i = 1; i < 30'000; i += 3)
+    alternas.push_back(i);
+  QElapsedTimer reloj;
+  reloj.start();
+  vista.seleccionar(alternas);
+  EXPECT_EQ(vista.seleccion(), alternas);
+  EXPECT_LT(reloj.elapsed(), 1000) << "diez mil intervalos";
+  vista.seleccionar(std::vector<std::size_t>{});
+  EXPECT_TRUE(vista.seleccion().empty());
+
+  // Una ayuda técnica selecciona una fila: es la actual. Vaciar la lista deja -1.
+  vista.selectionModel()->select(vista.model()->index(7, 0), QItemSelectionModel::ClearAndSelect);
+  EXPECT_EQ(vista.actual(), 7);
+  vista.seleccionar(std::vector<std::size_t>{9});
+  vista.ponerActual(-1);
+  EXPECT_EQ(vista.actual(), -1);
+  EXPECT_EQ(vista.seleccion(), std::vector<std::size_t>{9});
+
+  int abiertas = 0;
+  QObject::connect(&vista, &VistaRegistros::dobleClic, [&](int fila) { abiertas += fila; });
+  for (const int tecla : {Qt::Key_Return, Qt::Key_F2})
+    QTest::keyClick(&vista, static_cast<Qt::Key>(tecla));
+  EXPECT_EQ(abiertas, 0) << "sin registro actual no se abre nada";
+  vista.ponerActual(5);
+  for (const int tecla : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_F2})
+    QTest::keyClick(&vista, static_cast<Qt::Key>(tecla));
+  EXPECT_EQ(abiertas, 15);
+  vista.poner({});
+  EXPECT_EQ(vista.actual(), -1);
+}
