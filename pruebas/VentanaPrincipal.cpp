@@ -1,5 +1,7 @@
 #include "VentanaPrincipal.h"
 
+#include <QAccessible>
+
 using namespace pruebas;
 
 namespace {
@@ -246,6 +248,9 @@ TEST_F(VentanaPrincipal, ControlesTeclasYOrden) {
       << mnemonicos.toStdString();
   for (auto* lista : {v.Preview, v.Acumulado})
     EXPECT_EQ(lista->font().family(), "Courier New");
+  for (const char* nombre : {"Disco", "Carpetas", "Ficheros", "Preview", "Acumulado", "VisorPrt"})
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(v.hijo<QWidget>(nombre))->text(QAccessible::Name),
+              nombre);
   EXPECT_FALSE(v.hijo<QAbstractButton>("RefI")->isChecked());
   EXPECT_FALSE(v.hijo<QWidget>("VisorPrt")->isVisible());
 

@@ -60,8 +60,8 @@ void DelegadoRegistro::paint(QPainter* pintor, const QStyleOptionViewItem& opcio
 
   if (actual) {
     // La fila actual se distingue también cuando la lista no tiene el foco.
-    const QColor marca =
-        opcion.palette.color(grupo, seleccionado ? QPalette::HighlightedText : QPalette::Highlight);
+    const QColor resalte = opcion.palette.color(grupo, QPalette::Highlight);
+    const QColor marca = seleccionado ? resalte.darker(180) : resalte;
     pintor->fillRect(QRect(visible.left(), visible.top(), 4, visible.height()), marca);
     pintor->setPen(QPen(marca, 1, vista_->hasFocus() ? Qt::SolidLine : Qt::DotLine));
     pintor->drawRect(visible.adjusted(0, 0, -1, -1));

@@ -13,6 +13,7 @@ void Avisar(QLabel* etiqueta, const QStringList& avisos) {
   const QString texto = avisos.join(QLatin1Char(' '));
   if (etiqueta->text() == texto) return;
   etiqueta->setText(texto);
+  etiqueta->setVisible(!texto.isEmpty());
   if (texto.isEmpty()) return;
   QAccessibleEvent anuncio(etiqueta, QAccessible::Alert);
   QAccessible::updateAccessibility(&anuncio);

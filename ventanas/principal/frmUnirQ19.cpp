@@ -21,6 +21,8 @@ frmUnirQ19::frmUnirQ19(const QString& lineaOrdenes, QWidget* padre)
     : QMainWindow(padre), ui_(std::make_unique<Ui::frmUnirQ19>()) {
   comunes::RutaAjustes = QDir::toNativeSeparators(QCoreApplication::applicationDirPath()) +
                          QDir::separator() + QStringLiteral("Tarvo.INI");
+  // Antes de crear la lista: al llenarse ya pide su interfaz.
+  PrepararAccesibilidadDisco();
   ui_->setupUi(this);
   prepararControles();
   comunes::FuentesVentana(*this);
@@ -39,7 +41,6 @@ frmUnirQ19::frmUnirQ19(const QString& lineaOrdenes, QWidget* padre)
 frmUnirQ19::~frmUnirQ19() = default;
 
 void frmUnirQ19::prepararControles() {
-  PrepararAccesibilidadDisco();
   const std::pair<QPushButton*, Pictograma> botones[] = {
       {ui_->Importar, Pictograma::Importar},    {ui_->Empezar, Pictograma::Empezar},
       {ui_->Guardar, Pictograma::Guardar},      {ui_->cmdInsertar, Pictograma::Insertar},
