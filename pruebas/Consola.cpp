@@ -199,4 +199,40 @@ TEST_F(PruebaConsola, NombresQueNoSonUtf8) {
   EXPECT_EQ(bash.exitCode(), 0) << bash.readAllStandardError().toStdString();
 }
 
+// Las líneas acaban en CR, como al cargar; las que no son de un registro conocido se dicen y se ven.
+TEST_F(PruebaConsola, VeLosRegistrosCampoPorCampo) {
+  QByteArray adeudo = QByteArray("0319143003").leftJustified(600);
+  adeudo.replace(88, 19, "0000012345020260315");
+  const QString fichero = escribir("a.Q19", "0119143001\r\n" + adeudo + "\r0319143007\tRARO\n\r" +
+                                                QByteArray(1 << 20, 'Q') + "\r99" + QByteArray(598, '0'));
+  const auto ver = [&](const QStringList& opciones) { return q19(QStringList{"ver", fichero} + opciones); };
+  const struct {
+    const char* registro;
+    QStringList lineas;
+  } casos[] = {
+      {"1", {"Registro 1: Cabecera del presentador (10 caracteres en lugar de 600)", "  Libre"}},
+      {"2",
+       {"Registro 2: Adeudo individual", "  Importe del adeudo                     00000123450  (1.234,50)",
+        "  Fecha de firma del mandato             20260315  (15/03/2026)", "  Concepto"}},
+      {"3",
+       {"Registro 3: el tipo «03007» no tiene descripción en Tarvo.INI (16 caracteres en lugar de 600)",
+        "  0319143007\uFFFDRARO\uFFFD"}},
+      {"4",
+       {"Registro 4: el tipo «QQ» no tiene descripción en Tarvo.INI (1048576 caracteres en lugar de 600)"}},
+      {"5", {"Registro 5: Total general", "  Total de registros         0000000000  (0)"}},
+  };
+  for (const auto& [registro, lineas] : casos) {
+    const Salida s = ver({"--registro", registro});
+    EXPECT_EQ(s.codigo, 0) << s.avisado.toStdString();
+    for (const QString& linea : lineas)
+      EXPECT_TRUE(s.dicho.split('\n').contains(linea)) << linea.toStdString() << "\n"
+                                                       << s.dicho.toStdString();
+  }
+  EXPECT_EQ(ver({}).dicho.count("Registro "), 5);
+  EXPECT_TRUE(ver({"--registro", "6"}).avisado.contains("no tiene registro 6; el último es el 5"));
+  EXPECT_EQ(ver({"--registro", "6"}).codigo, 1);
+  for (const char* malo : {"0", "-1", "dos", "9999999999999999999999"})
+    EXPECT_EQ(ver({"--registro", malo}).codigo, 2) << malo;
+}
+
 }  // namespace
