@@ -15,6 +15,7 @@ constexpr std::array kTextos{
     TextoError{5, "Argumento o llamada a procedimiento no válida"},
     TextoError{6, "Desbordamiento"},
     TextoError{7, "Memoria insuficiente"},
+    TextoError{9, "El subíndice está fuera del intervalo"},
     TextoError{13, "No coinciden los tipos"},
     TextoError{52, "Nombre o número de archivo incorrecto"},
     TextoError{53, "No se encontró el archivo"},
@@ -27,6 +28,7 @@ constexpr std::array kTextos{
     TextoError{70, "Permiso denegado"},
     TextoError{75, "Error de acceso a la ruta o el archivo"},
     TextoError{76, "No se encontró la ruta de acceso"},
+    TextoError{482, "Error de impresora"},
 };
 
 std::string TextoDe(int numero) {

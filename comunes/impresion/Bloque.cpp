@@ -1,0 +1,86 @@
+// Las líneas libres que siguen a la tabla.
+#include <algorithm>
+
+#include "comunes/impresion/Listado.h"
+
+namespace comunes {
+
+namespace {
+
+constexpr double kMargen = 567;
+constexpr double kSeparacion = 40;
+constexpr double kTope = 1134;
+constexpr int kTamano = 160;
+
+/// Solo blancos: un tabulador al final separa una etiqueta de su valor vacío.
+QString sinBlancos(QString texto) {
+  while (texto.startsWith(u' '))
+    texto.remove(0, 1);
+  while (texto.endsWith(u' '))
+    texto.chop(1);
+  return texto;
+}
+
+/// Corta `texto` en líneas de `ancho`, por un blanco si lo hay.
+QStringList doblar(const QString& texto, const Letra& letra, double ancho) {
+  QStringList lineas;
+  QString resto = texto;
+  while (letra.Ancho(resto, kTamano) > ancho) {
+    QString linea = letra.Recortar(resto, kTamano, ancho);
+    // Ni un carácter cabe: se pone uno y se sigue.
+    if (linea.isEmpty()) linea = resto.left(1);
+    const auto blanco = resto.lastIndexOf(u' ', linea.size());
+    if (blanco > 0) linea = resto.left(blanco);
+    lineas << linea;
+    resto = sinBlancos(resto.mid(linea.size()));
+  }
+  return lineas << resto;
+}
+
+}  // namespace
+
+std::vector<Listado::LineaBloque> Listado::partir(const QString& lineas) const {
+  const double final = std::max(impresora_.ScaleWidth() - kMargen, kMargen + kTope + kTope);
+  std::vector<LineaBloque> trozos;
+  for (const QString& pieza : lineas.split(u';')) {
+    double x = kMargen;
+    bool nueva = true;
+    QString texto = sinBlancos(pieza);
+    if (const auto tab = texto.indexOf(u'\t'); tab >= 0) {
+      const QString etiqueta = texto.left(tab);
+      trozos.push_back({x, etiqueta, true});
+      nueva = false;
+      x += std::max(kTope, normal_.Ancho(etiqueta + u' ', kTamano));
+      texto = texto.mid(tab + 1).replace(u'\t', u' ');
+    }
+    for (const QString& linea : doblar(texto, normal_, final - x)) {
+      trozos.push_back({x, linea, nueva});
+      nueva = true;
+    }
+  }
+  return trozos;
+}
+
+bool Listado::bloque(const QString& lineas) {
+  if (lineas.isEmpty()) return true;
+  const std::vector<LineaBloque> trozos = partir(lineas);
+  const double alto = normal_.Alto(kTamano);
+  const auto cuantas = std::count_if(trozos.begin(), trozos.end(), [](const auto& t) { return t.nueva; });
+  const double total = kSeparacion + alto * static_cast<double>(cuantas);
+  // Entero en una página si cabe en alguna.
+  const bool cabeEnUna = yTrasCabeza_ + total + kMargen / 2 <= impresora_.ScaleHeight();
+  if (!cabe(total) && cabeEnUna && !pagina()) return false;
+  y_ += kSeparacion;
+  double yLinea = y_;
+  for (const LineaBloque& trozo : trozos) {
+    if (trozo.nueva) {
+      if (!cabe(alto) && y_ > yTrasCabeza_ && !pagina()) return false;
+      yLinea = y_;
+      y_ += alto;
+    }
+    impresora_.Texto(trozo.x, yLinea, trozo.texto, normal_, kTamano);
+  }
+  return true;
+}
+
+}  // namespace comunes

@@ -1,0 +1,142 @@
+#include "ventanas/principal/Informe.h"
+
+#include <charconv>
+#include <cmath>
+
+#include "comunes/plataforma/Escala.h"
+#include "comunes/plataforma/Formatos.h"
+#include "comunes/plataforma/Texto.h"
+#include "comunes/rejilla/MiVisor.h"
+#include "remesa/Campos.h"
+#include "remesa/Registro.h"
+#include "remesa/SEPA.h"
+
+namespace principal {
+
+namespace {
+
+using remesa::campo;
+
+constexpr auto kColumnas = "Nombre#25;Importe#8>;IBAN#25=;Concepto#30;Referencia#10<";
+constexpr int kCaracteresConcepto = 40;
+
+std::string_view recortado(std::string_view texto) {
+  const auto primero = texto.find_first_not_of(' ');
+  if (primero == std::string_view::npos) return {};
+  return texto.substr(primero, texto.find_last_not_of(' ') - primero + 1);
+}
+
+QString texto(std::string_view registro, remesa::Posiciones donde) {
+  return comunes::DesdeWindows1252(recortado(campo(registro, donde)));
+}
+
+QString fecha(std::string_view registro, remesa::Posiciones donde) {
+  return comunes::DesdeWindows1252(remesa::FechaQ19(campo(registro, donde)));
+}
+
+QString cuenta(std::string_view registro, remesa::Posiciones donde) {
+  return comunes::DesdeWindows1252(remesa::FormatoIBAN(recortado(campo(registro, donde)), false));
+}
+
+/// El valor de un campo numérico bien escrito, exacto.
+std::optional<qint64> cifras(std::string_view valor) {
+  qint64 entero = 0;
+  const auto fin = std::from_chars(valor.data(), valor.data() + valor.size(), entero);
+  if (fin.ec != std::errc() || fin.ptr != valor.data() + valor.size()) return std::nullopt;
+  return entero;
+}
+
+/// Céntimos del campo como importe; cero, en blanco.
+QString importe(std::string_view registro, remesa::Posiciones donde) {
+  const std::string_view valor = recortado(campo(registro, donde));
+  if (const auto centimos = cifras(valor))
+    return *centimos == 0 ? QString() : comunes::FormatoCentimos(*centimos);
+  const double leido = remesa::ValorNumerico(valor) / 100;
+  return leido == 0 ? QString() : comunes::FormatoNumero(leido, 2);
+}
+
+QString numero(std::string_view registro, remesa::Posiciones donde) {
+  const std::string_view valor = recortado(campo(registro, donde));
+  if (const auto entero = cifras(valor)) return QString::number(*entero);
+  return QString::number(remesa::ValorNumerico(valor));
+}
+
+void anadirAdeudo(comunes::Rejilla& visor, int fila, std::string_view registro) {
+  const auto concepto = campo(registro, remesa::kConcepto).substr(0, kCaracteresConcepto);
+  int columna = 0;
+  for (const QString& celda :
+       {texto(registro, remesa::kNombreDeudor), importe(registro, remesa::kImporteAdeudo),
+        cuenta(registro, remesa::kCuentaDeudor), comunes::DesdeWindows1252(recortado(concepto)),
+        texto(registro, remesa::kReferenciaAdeudo)}) {
+    comunes::PonerCelda(visor, fila, columna++, celda);
+  }
+}
+
+}  // namespace
+
+Informe PrepararInforme(comunes::Rejilla& visor, const remesa::ListaRegistros& acumulado,
+                        const QString& ficheroActual, bool conReferencia) {
+  Informe informe;
+  QString envio;
+  QString emision;
+  QString cuentaAcreedor;
+  QString total;
+  QString recibos;
+
+  const comunes::SinRedibujo sinRedibujo(visor);
+  comunes::PrepararRejilla(visor, QString::fromLatin1(kColumnas));
+  int fila = visor.FixedRows();
+  for (std::string_view registro : acumulado) {
+    registro = registro.substr(0, remesa::kLongitudRegistro);
+    const std::string_view codigo = campo(registro, remesa::kCodigo);
+    if (codigo == "03" && campo(registro, remesa::kMarcaAdeudo) == "300") {
+      anadirAdeudo(visor, fila++, registro);
+    } else if (codigo == "01") {
+      envio = fecha(registro, remesa::kFechaCreacion);
+    } else if (codigo == "02") {
+      informe.titulo = texto(registro, remesa::kNombreAcreedor);
+      emision = fecha(registro, remesa::kFechaCobro);
+      cuentaAcreedor = cuenta(registro, remesa::kCuentaAcreedor);
+    } else if (codigo == "04") {
+      total = importe(registro, remesa::kImporte04);
+      recibos = numero(registro, remesa::kAdeudos04);
+    }
+  }
+  comunes::Subtotales({}, visor, QStringLiteral("Total"), QStringLiteral("Nombre"), QStringLiteral("NOSORT"),
+                      {QStringLiteral("Importe")});
+  if (!conReferencia) comunes::OcultarColumnas(visor, false, {QStringLiteral("Referencia")});
+
+  informe.subtitulo = QStringLiteral("Remesa al Cobro");
+  informe.lineas = QStringLiteral(";Emisor:** ") + informe.titulo + QStringLiteral(";Fichero:** ") +
+                   ficheroActual + QStringLiteral(";Envío:  ** ") + envio + QStringLiteral(";Emisión:** ") +
+                   emision + QStringLiteral(";Cuenta:** ") + cuentaAcreedor + QStringLiteral(";;Total:** ") +
+                   total + QStringLiteral(" €   (") + recibos + QStringLiteral(" recibos)");
+  informe.lineas.replace(QStringLiteral("**"), QStringLiteral("\t"));
+  return informe;
+}
+
+bool ImprimirInforme(comunes::TrabajoImpresion& impresora, comunes::Rejilla& visor, const Informe& informe,
+                     const comunes::AvanceImpresion& avance) {
+  // Los anchos se guardan y se reponen tal cual: dividir y volver a multiplicar los iría desgastando.
+  std::vector<int> anchos;
+  for (int c = 0; c < visor.Cols(); ++c) {
+    anchos.push_back(visor.ColWidth(c));
+    visor.PonerColWidth(c, static_cast<int>(std::lrint(anchos.back() / comunes::FactorHorizontal())));
+  }
+  const auto reponer = [&] {
+    for (int c = 0; c < visor.Cols(); ++c)
+      visor.PonerColWidth(c, anchos[static_cast<std::size_t>(c)]);
+  };
+  try {
+    const bool completo = comunes::ImprimirRejilla(impresora, visor, informe.titulo, true, informe.subtitulo,
+                                                   true, -1, -1, false, true, informe.lineas, avance);
+    reponer();
+    visor.PonerVisible(false);
+    return completo;
+  } catch (...) {
+    reponer();
+    throw;
+  }
+}
+
+}  // namespace principal

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QString>
+
+#include "comunes/impresion/ImprimirRejilla.h"
+#include "comunes/rejilla/Rejilla.h"
+#include "remesa/ListaRegistros.h"
+
+namespace principal {
+
+/// Lo que acompaña a las filas del listado de una remesa.
+struct Informe {
+  QString titulo;     ///< nombre del acreedor
+  QString subtitulo;  ///< "Remesa al Cobro"
+  QString lineas;     ///< bloque de emisor, fichero, fechas, cuenta y total
+};
+
+/// Llena `visor` con los adeudos de `acumulado` y su total. `ficheroActual` es la ruta que se nombra en el
+/// bloque. Sin `conReferencia`, la columna "Referencia" queda oculta. Lanza ErrorEjecucion 6 si el total no
+/// cabe.
+Informe PrepararInforme(comunes::Rejilla& visor, const remesa::ListaRegistros& acumulado,
+                        const QString& ficheroActual, bool conReferencia);
+
+/// Imprime el informe preparado, con el visor a su tamaño de diseño mientras dura; el trabajo queda abierto.
+/// Devuelve false si `avance` lo detuvo.
+bool ImprimirInforme(comunes::TrabajoImpresion& impresora, comunes::Rejilla& visor, const Informe& informe,
+                     const comunes::AvanceImpresion& avance = {});
+
+}  // namespace principal
