@@ -3,6 +3,7 @@
 #include <QMarginsF>
 #include <cmath>
 
+#include "comunes/impresion/Memoria.h"
 #include "remesa/ErrorEjecucion.h"
 
 namespace comunes {
@@ -35,6 +36,7 @@ QSizeF ZonaImprimible(const QPageLayout& pagina) {
 
 TrabajoImpresion::TrabajoImpresion(QPagedPaintDevice& dispositivo)
     : dispositivo_(dispositivo), zona_(ZonaImprimible(dispositivo.pageLayout())) {
+  ConservarMemoriaDePagina();
   // Se dibuja contando desde el borde del papel, porque el toolkit redondea los márgenes a puntos.
   QPageLayout pagina = dispositivo.pageLayout();
   pagina.setUnits(QPageLayout::Point);

@@ -1,0 +1,91 @@
+#include <QGuiApplication>
+#include <filesystem>
+#include <memory>
+
+#include "comunes/impresion/DocumentoPdf.h"
+#include "comunes/plataforma/Texto.h"
+#include "consola/Ordenes.h"
+#include "consola/Terminal.h"
+#include "remesa/Fichero.h"
+#include "ventanas/principal/Informe.h"
+
+namespace consola {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+struct Peticion {
+  std::string fichero;
+  std::string destino;
+  bool referencia = false;
+  bool horizontal = false;
+};
+
+/// Escribir el listado encima de la remesa la perdería.
+bool EsElMismo(const fs::path& uno, const fs::path& otro) {
+  std::error_code noExiste;
+  return fs::equivalent(uno, otro, noExiste);
+}
+
+Salida Listar(const Peticion& peticion) {
+  const fs::path fichero = RutaDe(peticion.fichero);
+  const fs::path destino = RutaDe(peticion.destino);
+  if (EsElMismo(fichero, destino)) {
+    Avisar(QStringLiteral("%1: el listado no puede escribirse sobre la remesa").arg(Mostrable(destino)));
+    return Salida::Fallo;
+  }
+  const fs::path* enCurso = &fichero;
+  try {
+    const QString problema = ProblemaCabeza(remesa::ComprobarCabeza(fichero));
+    if (!problema.isEmpty()) {
+      Avisar(QStringLiteral("%1: %2").arg(Mostrable(fichero), problema));
+      return Salida::Fallo;
+    }
+    const remesa::ListaRegistros lista = remesa::LeerFichero(fichero);
+    comunes::Rejilla visor(QStringLiteral("VisorPrt"));
+    const principal::Informe informe =
+        principal::PrepararInforme(visor, lista, comunes::DesdeRuta(fichero), peticion.referencia);
+    enCurso = &destino;
+    comunes::DocumentoPdf pdf(destino, peticion.horizontal, informe.titulo);
+    principal::ImprimirInforme(pdf.trabajo(), visor, informe, [&pdf](int, int, int) {
+      pdf.comprobar();
+      return true;
+    });
+    pdf.confirmar();
+  } catch (const remesa::ErrorEjecucion& error) {
+    Avisar(Explicar(error, *enCurso));
+    return Salida::Fallo;
+  }
+  Decir(QStringLiteral("Escrito: %1").arg(Mostrable(destino)));
+  return Salida::Hecho;
+}
+
+}  // namespace
+
+void OrdenListar(CLI::App& q19, Accion& accion) {
+  CLI::App* orden = q19.add_subcommand("listar", "Escribe en PDF el listado de una remesa");
+  auto peticion = std::make_shared<Peticion>();
+  orden->add_option("FICHERO", peticion->fichero, "Remesa que se lista")->type_name("")->required();
+  orden->add_flag("--referencia", peticion->referencia, "Añade la columna de la referencia del adeudo");
+  orden->add_flag("--horizontal", peticion->horizontal, "Con el papel apaisado");
+  orden->add_option("-o,--salida", peticion->destino, "Fichero PDF que se escribe")
+      ->type_name("LISTADO")
+      ->required()
+      ->check([](const std::string& salida) { return salida.empty() ? "está vacía" : std::string(); }, "");
+  orden->callback([peticion, &accion] {
+    accion = [peticion] {
+      // Las letras y el PDF piden una aplicación gráfica, pero ninguna pantalla.
+      qputenv("QT_QPA_PLATFORM", "offscreen");
+      // Sin sesión de escritorio el toolkit se queja de cosas que aquí no importan.
+      qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
+      int argc = 1;
+      char nombre[] = "q19";
+      char* argv[] = {nombre, nullptr};
+      const QGuiApplication aplicacion(argc, argv);
+      return Listar(*peticion);
+    };
+  });
+}
+
+}  // namespace consola
