@@ -11,6 +11,7 @@
 #include <string>
 #include <utility>
 
+#include "remesa/Enlaces.h"
 #include "remesa/ErrorEjecucion.h"
 #include "remesa/FicheroTemporal.h"
 
@@ -41,19 +42,6 @@ class Descriptor {
  private:
   int fd_;
 };
-
-fs::path SeguirEnlaces(const fs::path& pedido) {
-  constexpr int kMaximo = 40;
-  fs::path ruta = pedido;
-  std::error_code error;
-  for (int i = 0; fs::is_symlink(fs::symlink_status(ruta, error)); ++i) {
-    if (i == kMaximo) throw ErrorEjecucion(75, pedido);
-    const fs::path siguiente = fs::read_symlink(ruta, error);
-    if (error) throw ErrorEjecucion(error, pedido);
-    ruta = ruta.parent_path() / siguiente;
-  }
-  return ruta;
-}
 
 // Estado del destino si ya existe. Sustituirlo por otro no debe saltarse su protección contra escritura.
 std::optional<struct stat> EstadoDestino(const fs::path& ruta, const fs::path& pedido) {

@@ -7,6 +7,7 @@
 #include <string>
 #include <utility>
 
+#include "remesa/Enlaces.h"
 #include "remesa/ErrorEjecucion.h"
 #include "remesa/FicheroTemporal.h"
 #include "remesa/RutaLarga_windows.h"
@@ -47,20 +48,6 @@ class Fichero {
  private:
   HANDLE fichero_;
 };
-
-// El fichero al que llevan los enlaces; también si aún no existe.
-fs::path SeguirEnlaces(const fs::path& pedido) {
-  constexpr int kMaximo = 40;
-  fs::path ruta = pedido;
-  std::error_code error;
-  for (int i = 0; fs::is_symlink(fs::symlink_status(ruta, error)); ++i) {
-    if (i == kMaximo) throw ErrorEjecucion(75, pedido);
-    const fs::path siguiente = fs::read_symlink(ruta, error);
-    if (error) throw ErrorEjecucion(error, pedido);
-    ruta = ruta.parent_path() / siguiente;
-  }
-  return ruta;
-}
 
 // ¿Existe ya? Sustituirlo por otro no debe saltarse que sea de solo lectura ni que otro lo tenga abierto.
 bool ComprobarDestino(const fs::path& ruta, const fs::path& pedido) {

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <filesystem>
+
+namespace remesa {
+
+/// El fichero al que llevan los enlaces simbólicos de `pedido`; también si aún no existe. Lanza ErrorEjecucion
+/// 75 si dan vueltas.
+std::filesystem::path SeguirEnlaces(const std::filesystem::path& pedido);
+
+}  // namespace remesa
