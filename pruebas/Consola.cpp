@@ -235,4 +235,25 @@ TEST_F(PruebaConsola, VeLosRegistrosCampoPorCampo) {
     EXPECT_EQ(ver({"--registro", malo}).codigo, 2) << malo;
 }
 
+TEST_F(PruebaConsola, ListaEnUnPdfSinPantalla) {
+  const QString remesa = ejemplo("gimnasio-acuario.Q19");
+  const Salida s = q19({"listar", remesa, "--referencia", "--horizontal", "-o", "listado.pdf"});
+  EXPECT_EQ(s.codigo, 0) << s.avisado.toStdString();
+  EXPECT_EQ(s.avisado, "");
+  QProcess pdftotext;
+  pdftotext.start("pdftotext", {"-layout", ruta("listado.pdf"), "-"});
+  ASSERT_TRUE(pdftotext.waitForFinished());
+  const QString texto = QString::fromUtf8(pdftotext.readAllStandardOutput());
+  for (const char* trozo : {"Remesa al Cobro", "Referencia", "SOCIO00001-1", "2.129,55 € (45 recibos)"})
+    EXPECT_TRUE(texto.contains(QString::fromUtf8(trozo))) << trozo << texto.toStdString();
+
+  const QByteArray antes = leer(remesa);
+  EXPECT_EQ(q19({"listar", remesa, "-o", remesa}).codigo, 1);
+  EXPECT_EQ(leer(remesa), antes);
+  EXPECT_EQ(q19({"listar", ejemplo("cuaderno-19-antiguo.Q19"), "-o", "x.pdf"}).codigo, 1);
+  EXPECT_EQ(q19({"listar", remesa, "-o", "no hay/x.pdf"}).codigo, 1);
+  EXPECT_EQ(q19({"listar", remesa}).codigo, 2);
+  EXPECT_EQ(ficheros(), QStringList{"listado.pdf"});
+}
+
 }  // namespace

@@ -3,7 +3,7 @@
 # Lo que hace falta para construir el programa y, además, para sus pruebas.
 paquetes_programa=(g++ cmake ninja-build qt6-base-dev qt6-base-dev-tools qt6-translations-l10n libcli11-dev
                    libgl-dev fonts-liberation)
-paquetes_pruebas=(libgtest-dev libgmock-dev python3)
+paquetes_pruebas=(libgtest-dev libgmock-dev poppler-utils python3)
 
 decir() { printf '%s\n' "$*" >&2; }
 

@@ -8,6 +8,7 @@
 
 #include "comunes/dialogos/MyBox.h"
 #include "comunes/impresion/ImagenImpresora.h"
+#include "comunes/impresion/Trabajo.h"
 #include "comunes/impresion/VistaPrevia.h"
 #include "comunes/plataforma/Ventanas.h"
 #include "ui_Impresora.h"
@@ -16,9 +17,6 @@ namespace comunes {
 namespace {
 
 constexpr int kAviso = 1;
-constexpr int kTwipsPorPulgada = 1440;
-// Los tamaños de papel llegan redondeados a puntos enteros: hasta un punto de menos.
-constexpr int kRedondeoPapel = 20;
 constexpr int kLadoImagen = 32;
 
 QPointer<Impresora> abierta;
@@ -122,11 +120,14 @@ void Impresora::comprobarAncho() {
   bool cabe = true;
   bool cabeGirado = false;
   if (peticion_.anchoTabla > 0 && !nombre.isEmpty()) {
-    const auto impresora = CrearImpresora(nombre, QPageLayout::Portrait, 1);
-    const QRect zona = impresora->pageLayout().paintRectPixels(kTwipsPorPulgada);
-    const int ancho = peticion_.anchoTabla - kRedondeoPapel;
-    cabe = ancho <= (horizontal_ ? zona.height() : zona.width());
-    cabeGirado = ancho <= (horizontal_ ? zona.width() : zona.height());
+    // La página se gira aquí y no en la impresora: la que no lo admita lo dirá al activarla.
+    QPageLayout pagina = CrearImpresora(nombre, QPageLayout::Portrait, 1)->pageLayout();
+    const auto caben = [&](bool horizontal) {
+      pagina.setOrientation(horizontal ? QPageLayout::Landscape : QPageLayout::Portrait);
+      return peticion_.anchoTabla <= ZonaImprimible(pagina).width();
+    };
+    cabe = caben(horizontal_);
+    cabeGirado = caben(!horizontal_);
   }
   ui_->Aviso->setVisible(!cabe);
   ui_->cmdGirar->setVisible(!cabe && cabeGirado);
