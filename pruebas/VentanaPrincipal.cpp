@@ -1,6 +1,11 @@
 #include "VentanaPrincipal.h"
 
 #include <QAccessible>
+#include <QApplication>
+#include <QCheckBox>
+#include <QTimer>
+
+#include "comunes/impresion/Impresora.h"
 
 using namespace pruebas;
 
@@ -262,4 +267,36 @@ TEST_F(VentanaPrincipal, ControlesTeclasYOrden) {
   }
   EXPECT_EQ(orden, QStringList({"Preview", "Importar", "Acumulado", "Empezar", "cmdInsertar", "cmdEliminar",
                                 "RefI", "cmdImprimir", "Guardar", "Salir", "Disco", "Carpetas"}));
+}
+
+TEST_F(VentanaPrincipal, ImprimirEnUnDocumento) {
+  escribir("enero.Q19", Fichero(Remesa("20260405", {kUno, kDos})));
+  Ventana v(carpeta_);
+  comunes::PonerNombresImpresoras([] { return QStringList(); });
+  comunes::AjustesDeImpresora() = {};
+  const auto listado = carpeta_ / "listado.pdf";
+  const ConDestino destino(carpeta_ / "listado");
+  const auto imprimir = [&](const char* boton) {
+    QTimer::singleShot(0, [boton] {
+      auto* ventana = QApplication::activeModalWidget();
+      ASSERT_NE(ventana, nullptr);
+      EXPECT_EQ(ventana->objectName(), "Impresora");
+      EXPECT_FALSE(ventana->findChild<QLabel*>("Aviso")->isVisible()) << "las columnas caben";
+      QTest::mouseClick(ventana->findChild<QPushButton*>(boton), Qt::LeftButton);
+    });
+    v.pulsar("cmdImprimir");
+  };
+  v.pulsar("cmdImprimir");  // sin registros no se pregunta nada
+  v.importar("enero.Q19");
+  v.hijo<QCheckBox>("RefI")->setChecked(true);
+  imprimir("cmdCancelar");
+  EXPECT_FALSE(std::filesystem::exists(listado));
+  EXPECT_FALSE(v.hijo("AbrirListado")->isVisible());
+  imprimir("cmdAceptar");
+  EXPECT_TRUE(std::filesystem::exists(listado));
+  EXPECT_TRUE(v.texto("EstadoMensaje").endsWith("listado.pdf"));
+  EXPECT_TRUE(v.hijo("AbrirListado")->isVisible());
+  v.pulsar("Empezar");
+  EXPECT_FALSE(v.hijo("AbrirListado")->isVisible());
+  comunes::PonerNombresImpresoras({});
 }

@@ -81,6 +81,7 @@ void frmUnirQ19::mostrarPosicion(const VistaRegistros& lista, int fila, int posi
 
 void frmUnirQ19::decir(const QString& texto) {
   ui_->EstadoMensaje->setText(texto);
+  ui_->AbrirListado->hide();
 }
 
 void frmUnirQ19::ajustarColores() {

@@ -74,6 +74,16 @@ void anadirAdeudo(comunes::Rejilla& visor, int fila, std::string_view registro) 
 
 }  // namespace
 
+int AnchoInforme(bool conReferencia) {
+  comunes::Rejilla columnas;
+  comunes::PrepararRejilla(columnas, QString::fromLatin1(kColumnas));
+  if (!conReferencia) comunes::OcultarColumnas(columnas, false, {QStringLiteral("Referencia")});
+  float ancho = 0;
+  for (int c = 0; c < columnas.Cols(); ++c)
+    ancho += static_cast<float>(columnas.ColWidth(c)) / comunes::FactorHorizontal();
+  return static_cast<int>(std::lrint(ancho));
+}
+
 Informe PrepararInforme(comunes::Rejilla& visor, const remesa::ListaRegistros& acumulado,
                         const QString& ficheroActual, bool conReferencia) {
   Informe informe;

@@ -15,6 +15,9 @@ struct Informe {
   QString lineas;     ///< bloque de emisor, fichero, fechas, cuenta y total
 };
 
+/// Twips que ocupan las columnas del listado.
+int AnchoInforme(bool conReferencia);
+
 /// Llena `visor` con los adeudos de `acumulado` y su total. `ficheroActual` es la ruta que se nombra en el
 /// bloque. Sin `conReferencia`, la columna "Referencia" queda oculta. Lanza ErrorEjecucion 6 si el total no
 /// cabe.

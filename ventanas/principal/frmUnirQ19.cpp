@@ -67,6 +67,8 @@ void frmUnirQ19::prepararControles() {
 
   // Designer no coloca nada dentro de una barra de estado: las dos etiquetas vienen sueltas.
   ui_->Estado->addWidget(ui_->EstadoMensaje, 1);
+  ui_->Estado->addWidget(ui_->AbrirListado);
+  ui_->AbrirListado->hide();
   ui_->Estado->addPermanentWidget(ui_->EstadoPosicion);
   ajustarColores();
 }
@@ -80,6 +82,7 @@ void frmUnirQ19::conectar() {
   connect(ui_->cmdInsertar, &QPushButton::clicked, this, &frmUnirQ19::insertar);
   connect(ui_->cmdEliminar, &QPushButton::clicked, this, &frmUnirQ19::eliminar);
   connect(ui_->cmdImprimir, &QPushButton::clicked, this, &frmUnirQ19::imprimir);
+  connect(ui_->AbrirListado, &QPushButton::clicked, this, &frmUnirQ19::abrirListado);
   connect(ui_->Salir, &QPushButton::clicked, this, &QWidget::close);
   connect(ui_->Acumulado, &VistaRegistros::dobleClic, this, &frmUnirQ19::editar);
   for (VistaRegistros* lista : {ui_->Preview, ui_->Acumulado})

@@ -10,10 +10,15 @@ namespace Ui {
 class frmUnirQ19;
 }
 
+namespace comunes {
+class Rejilla;
+}
+
 namespace principal {
 
 class Navegador;
 class VistaRegistros;
+struct Informe;
 
 /// Ventana principal: se buscan ficheros Q19, se previsualizan, se importan en la acumulación, se corrige
 /// esta y se guarda. `lineaOrdenes` es la línea de órdenes entera; si no está vacía nombra un fichero que se
@@ -54,6 +59,9 @@ class frmUnirQ19 : public QMainWindow {
 
   // Imprimir.cpp
   void imprimir();
+  void imprimirDocumento(comunes::Rejilla& visor, const Informe& informe);
+  void imprimirEnPapel(comunes::Rejilla& visor, const Informe& informe);
+  void abrirListado();
 
   // Lo que se cuenta al operador (Informacion.cpp)
   bool importadoVisible() const;
@@ -71,6 +79,7 @@ class frmUnirQ19 : public QMainWindow {
   QString FicheroActual;       ///< Ruta del último fichero cargado, en mayúsculas.
 
   QString rutaActual_;                       ///< La misma, tal como se escribe.
+  QString listado_;                          ///< Último listado escrito en un fichero.
   QString rutaPreview_;                      ///< Ruta de lo que muestra `Preview`.
   QHash<QString, QString> rutasImportadas_;  ///< De la ruta en mayúsculas a la ruta.
   remesa::Resumen resumenPreview_;
