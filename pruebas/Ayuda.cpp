@@ -48,6 +48,7 @@ TEST(Ayuda, ReconoceElFormatoYLaPaginaDeCodigos) {
       {"e.HTM", "<b>x</b>", "<b>x</b>", Formato::Html},
       {"f", "<!DOCTYPE html><p>x", "<!DOCTYPE html><p>x", Formato::Html},
       {"g.txt", QByteArray("a\0b", 3), nullptr, Formato::Llano},
+      {"i.txt", "ESPA\xD1", "ESPAÑ", Formato::Llano},
       {"h.txt", QByteArray(5 * 1024 * 1024, 'a'), nullptr, Formato::Llano},
   };
   for (const auto& c : casos) {

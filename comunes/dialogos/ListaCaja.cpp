@@ -2,7 +2,7 @@
 
 #include <QFileInfo>
 
-#include "comunes/dialogos/TextoAyuda.h"
+#include "comunes/plataforma/LecturaTexto.h"
 #include "comunes/plataforma/Texto.h"
 
 namespace comunes {

@@ -1,12 +1,9 @@
 #include "comunes/dialogos/TextoAyuda.h"
 
-#include <QFile>
 #include <QFileInfo>
-#include <QStringDecoder>
 
-#include "comunes/plataforma/Texto.h"
+#include "comunes/plataforma/LecturaTexto.h"
 #include "remesa/ErrorEjecucion.h"
-#include "remesa/Lectura.h"
 
 namespace comunes {
 namespace {
@@ -27,34 +24,10 @@ TextoAyuda::Formato FormatoDe(const QString& ruta, const QString& texto) {
 
 }  // namespace
 
-QByteArray LeerBytes(const QString& ruta, qint64 maximo) {
-  if (ruta.startsWith(u':')) {
-    QFile recurso(ruta);
-    if (!recurso.open(QIODevice::ReadOnly)) throw remesa::ErrorEjecucion(53, ARuta(ruta));
-    if (recurso.size() > maximo) throw remesa::ErrorEjecucion(kDemasiado, ARuta(ruta));
-    return recurso.readAll();
-  }
-  remesa::LecturaFichero fichero(ARuta(ruta));
-  if (fichero.tamano() > static_cast<std::uintmax_t>(maximo)) {
-    throw remesa::ErrorEjecucion(kDemasiado, ARuta(ruta));
-  }
-  QByteArray bytes(static_cast<qsizetype>(fichero.tamano()), Qt::Uninitialized);
-  bytes.truncate(
-      static_cast<qsizetype>(fichero.leer({bytes.data(), static_cast<std::size_t>(bytes.size())})));
-  return bytes;
-}
-
-QString DecodificarAyuda(const QByteArray& bytes) {
-  const auto marcada = QStringConverter::encodingForData(bytes);
-  QStringDecoder lector(marcada.value_or(QStringConverter::Utf8));
-  const QString texto = lector(bytes);
-  return lector.hasError() ? DesdeWindows1252({bytes.data(), static_cast<std::size_t>(bytes.size())}) : texto;
-}
-
 TextoAyuda LeerAyuda(const QString& ruta) {
   TextoAyuda ayuda;
   try {
-    ayuda.texto = DecodificarAyuda(LeerBytes(ruta, kMaximo));
+    ayuda.texto = DecodificarTexto(LeerBytes(ruta, kMaximo));
     ayuda.formato = FormatoDe(ruta, ayuda.texto);
     if (ayuda.texto.contains(QChar(u'\0'))) ayuda.fallo = u"El tema de ayuda no es un fichero de texto:\n"_qs;
   } catch (const remesa::ErrorEjecucion& error) {

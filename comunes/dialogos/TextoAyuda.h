@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QByteArray>
 #include <QString>
 
 namespace comunes {
@@ -15,12 +14,5 @@ struct TextoAyuda {
 
 /// Lee un tema de un fichero corriente o de un recurso (":/…") de 4 MB a lo más. No lanza.
 TextoAyuda LeerAyuda(const QString& ruta);
-
-/// UTF-8 (o UTF-16 con su marca) y, si no lo es, Windows-1252.
-QString DecodificarAyuda(const QByteArray& bytes);
-
-/// Contenido entero de un fichero corriente o de un recurso. Lanza remesa::ErrorEjecucion; 7 si pasa de
-/// `maximo`.
-QByteArray LeerBytes(const QString& ruta, qint64 maximo);
 
 }  // namespace comunes

@@ -6,6 +6,7 @@
 #include <QTextBlock>
 
 #include "comunes/dialogos/TextoAyuda.h"
+#include "comunes/plataforma/LecturaTexto.h"
 #include "remesa/ErrorEjecucion.h"
 
 namespace comunes {
