@@ -10,15 +10,10 @@ namespace Ui {
 class frmUnirQ19;
 }
 
-namespace comunes {
-class Rejilla;
-}
-
 namespace principal {
 
 class Navegador;
 class VistaRegistros;
-struct Informe;
 
 /// Ventana principal: se buscan ficheros Q19, se previsualizan, se importan en la acumulación, se corrige
 /// esta y se guarda. `lineaOrdenes` es la línea de órdenes entera; si no está vacía nombra un fichero que se
@@ -59,8 +54,6 @@ class frmUnirQ19 : public QMainWindow {
 
   // Imprimir.cpp
   void imprimir();
-  void imprimirDocumento(comunes::Rejilla& visor, const Informe& informe);
-  void imprimirEnPapel(comunes::Rejilla& visor, const Informe& informe);
   void abrirListado();
 
   // Lo que se cuenta al operador (Informacion.cpp)
