@@ -42,6 +42,10 @@ void MiniHelp::Cargar(const QString& ruta) {
   ui_->Tema->setFocus();
 }
 
+void MiniHelp::IrASeccion(const QString& nombre) {
+  ui_->Tema->IrASeccion(nombre);
+}
+
 /// Escape cierra antes la búsqueda que la ventana.
 void MiniHelp::reject() {
   if (ui_->Busqueda->isHidden()) return QDialog::reject();

@@ -20,6 +20,8 @@ class MiniHelp : public QDialog {
 
   /// Ruta de un fichero o de un recurso (":/manual.md"). Si no se puede leer, la ventana lo dice.
   void Cargar(const QString& ruta);
+  /// Va al título cuyo nombre de enlace es ese ("primer-uso"); si no lo hay, se queda.
+  void IrASeccion(const QString& nombre);
 
   void reject() override;
 

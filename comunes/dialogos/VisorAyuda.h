@@ -16,6 +16,8 @@ class VisorAyuda : public QTextBrowser {
   void Cargar(const QString& ruta);
   /// Nombre del tema: el título del documento o el del fichero.
   QString Titulo() const;
+  /// Lleva arriba el título que se enlaza con ese nombre ("primer-uso").
+  void IrASeccion(const QString& nombre);
   /// Busca desde donde se está y, llegado al final, desde el principio. false si no aparece.
   bool Buscar(const QString& texto, bool haciaAtras);
 
@@ -27,7 +29,6 @@ class VisorAyuda : public QTextBrowser {
  private:
   QString RutaPermitida(const QUrl& enlace) const;
   void Seguir(const QUrl& enlace);
-  void IrASeccion(const QString& nombre);
 
   QString ruta_;
 };

@@ -1,5 +1,6 @@
 #include "ventanas/principal/frmUnirQ19.h"
 
+#include <QCloseEvent>
 #include <QCoreApplication>
 #include <QDir>
 #include <QDragEnterEvent>
@@ -12,6 +13,7 @@
 #include "comunes/plataforma/Ventanas.h"
 #include "ui_frmUnirQ19.h"
 #include "ventanas/principal/AccesibleDisco.h"
+#include "ventanas/principal/Herramientas.h"
 #include "ventanas/principal/Iconos.h"
 #include "ventanas/principal/Navegador.h"
 
@@ -75,6 +77,7 @@ void frmUnirQ19::prepararControles() {
 
 void frmUnirQ19::conectar() {
   navegador_ = new Navegador(ui_->Disco, ui_->Carpetas, ui_->Ficheros, this);
+  herramientas_ = new Herramientas(*ui_, *this);
   connect(navegador_, &Navegador::elegido, this, &frmUnirQ19::elegir);
   connect(ui_->Importar, &QPushButton::clicked, this, &frmUnirQ19::importar);
   connect(ui_->Empezar, &QPushButton::clicked, this, &frmUnirQ19::empezar);
@@ -107,6 +110,10 @@ void frmUnirQ19::leerAjustes() {
 void frmUnirQ19::changeEvent(QEvent* evento) {
   QMainWindow::changeEvent(evento);
   if (evento->type() == QEvent::PaletteChange) ajustarColores();
+}
+
+void frmUnirQ19::closeEvent(QCloseEvent* evento) {
+  evento->setAccepted(herramientas_->cerrarTodas());
 }
 
 namespace {

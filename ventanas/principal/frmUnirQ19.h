@@ -12,6 +12,7 @@ class frmUnirQ19;
 
 namespace principal {
 
+class Herramientas;
 class Navegador;
 class VistaRegistros;
 
@@ -28,6 +29,7 @@ class frmUnirQ19 : public QMainWindow {
 
  protected:
   void changeEvent(QEvent* evento) override;
+  void closeEvent(QCloseEvent* evento) override;
   void dragEnterEvent(QDragEnterEvent* evento) override;
   void dropEvent(QDropEvent* evento) override;
 
@@ -67,6 +69,7 @@ class frmUnirQ19 : public QMainWindow {
 
   std::unique_ptr<Ui::frmUnirQ19> ui_;
   Navegador* navegador_ = nullptr;
+  Herramientas* herramientas_ = nullptr;
 
   QString FicherosImportados;  ///< "[RUTA]" de cada fichero importado, en mayúsculas.
   QString FicheroActual;       ///< Ruta del último fichero cargado, en mayúsculas.

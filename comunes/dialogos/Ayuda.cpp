@@ -1,0 +1,61 @@
+#include "comunes/dialogos/Ayuda.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QPointer>
+
+#include "comunes/dialogos/MiniHelp.h"
+
+namespace comunes {
+namespace {
+
+/// La tecla llega a la ventana solo si ninguno de sus controles la quiso.
+class TeclaAyuda : public QObject {
+ public:
+  using QObject::QObject;
+
+ protected:
+  bool eventFilter(QObject* receptor, QEvent* evento) override {
+    if (evento->type() != QEvent::KeyPress || !receptor->isWidgetType()) return false;
+    const auto* tecla = static_cast<QKeyEvent*>(evento);
+    auto* ventana = static_cast<QWidget*>(receptor);
+    if (tecla->key() != Qt::Key_F1 || tecla->modifiers() != Qt::NoModifier || !ventana->isWindow())
+      return false;
+    MostrarAyuda(*ventana);
+    return true;
+  }
+};
+
+QString& Manual() {
+  static QString manual;
+  return manual;
+}
+
+}  // namespace
+
+void PonerAyuda(const QString& manual) {
+  static QPointer<TeclaAyuda> tecla;
+  Manual() = manual;
+  if (tecla) return;
+  tecla = new TeclaAyuda(qApp);
+  qApp->installEventFilter(tecla);
+}
+
+void MostrarAyuda(QWidget& ventana) {
+  static QPointer<MiniHelp> abierta;
+  if (Manual().isEmpty() || &ventana == abierta) return;
+  // Con otra dueña, una ventana modal la dejaría sin responder.
+  if (abierta && abierta->parentWidget() != &ventana) delete abierta;
+  if (!abierta) {
+    abierta = new MiniHelp(&ventana);
+    abierta->setAttribute(Qt::WA_DeleteOnClose);
+    abierta->Cargar(Manual());
+  }
+  const QString seccion = ventana.property("Ayuda").toString();
+  if (!seccion.isEmpty()) abierta->IrASeccion(seccion);
+  abierta->show();
+  abierta->raise();
+  abierta->activateWindow();
+}
+
+}  // namespace comunes

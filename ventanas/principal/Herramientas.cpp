@@ -1,0 +1,48 @@
+#include "ventanas/principal/Herramientas.h"
+
+#include <QAction>
+
+#include "comunes/dialogos/Ayuda.h"
+#include "ui_frmUnirQ19.h"
+
+// La macro no puede estar dentro de un espacio de nombres.
+static void cargarRecursoManual() {
+  Q_INIT_RESOURCE(manual);
+}
+
+namespace principal {
+
+Herramientas::Herramientas(const Ui::frmUnirQ19& ui, QWidget& principal) : QObject(&principal) {
+  cargarRecursoManual();
+  comunes::PonerAyuda(QStringLiteral(":/manual/manual.md"));
+  // Cada entrada del menú, visible en el formulario cuando su ventana existe:
+  //   connect(ui.mnuCalculadora, &QAction::triggered, this, &Herramientas::unica<herramientas::MiCalc>);
+  connect(ui.mnuContenido, &QAction::triggered, &principal,
+          [&principal] { comunes::MostrarAyuda(principal); });
+  ui.menuHerramientas->menuAction()->setVisible(ui.mnuTextos->isVisible() || ui.mnuTablas->isVisible() ||
+                                                ui.mnuCalculadora->isVisible() ||
+                                                ui.mnuTelefonos->isVisible() || ui.mnuComprobar->isVisible());
+}
+
+bool Herramientas::cerrarTodas() {
+  const QList<QPointer<QWidget>> ventanas = abiertas_;
+  for (const QPointer<QWidget>& ventana : ventanas)
+    if (ventana && !ventana->isHidden() && !ventana->close()) return false;
+  return true;
+}
+
+void Herramientas::mostrar(QWidget* ventana) {
+  ventana->setAttribute(Qt::WA_DeleteOnClose);
+  abiertas_.removeAll(nullptr);
+  abiertas_.append(ventana);
+  traer(*ventana);
+}
+
+void Herramientas::traer(QWidget& ventana) {
+  ventana.setWindowState(ventana.windowState() & ~Qt::WindowMinimized);
+  ventana.show();
+  ventana.raise();
+  ventana.activateWindow();
+}
+
+}  // namespace principal

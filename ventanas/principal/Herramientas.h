@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QWidget>
+
+namespace Ui {
+class frmUnirQ19;
+}
+
+namespace principal {
+
+/// Lo que se abre desde los menús: ventanas sin modo, una de cada, independientes de la principal pero que se
+/// cierran con ella.
+class Herramientas : public QObject {
+  Q_OBJECT
+
+ public:
+  Herramientas(const Ui::frmUnirQ19& ui, QWidget& principal);
+
+  /// Cierra las ventanas abiertas. Cada una pregunta por lo que tenga sin guardar; false en cuanto una se
+  /// queda.
+  bool cerrarTodas();
+
+ private:
+  template <typename Ventana>
+  void unica() {
+    for (const QPointer<QWidget>& ventana : abiertas_)
+      if (auto* suya = qobject_cast<Ventana*>(ventana.data()); suya && !suya->isHidden()) return traer(*suya);
+    mostrar(new Ventana);
+  }
+  void mostrar(QWidget* ventana);
+  static void traer(QWidget& ventana);
+
+  QList<QPointer<QWidget>> abiertas_;
+};
+
+}  // namespace principal
