@@ -5,6 +5,7 @@
 #include <QScrollBar>
 
 #include "VentanaPrincipal.h"
+#include "ventanas/principal/AccesibleLista.h"
 #include "ventanas/principal/ReglaPosiciones.h"
 
 using namespace principal;
@@ -94,4 +95,35 @@ TEST(VistaRegistros, SeleccionDeUnaVezYFilaActual) {
   EXPECT_EQ(abiertas, 15);
   vista.poner({});
   EXPECT_EQ(vista.actual(), -1);
+}
+
+TEST(VistaRegistros, LasAyudasTecnicasLaManejanEntera) {
+  PrepararAccesibilidadListas();
+  VistaRegistros vista;
+  vista.setSelectionMode(QAbstractItemView::ExtendedSelection);
+  vista.resize(400, 300);
+  vista.poner(pruebas::Lista(std::vector<std::string>(5, pruebas::Presentador())));
+  vista.show();
+  QList<int> abiertas;
+  QObject::connect(&vista, &VistaRegistros::dobleClic, [&](int fila) { abiertas << fila; });
+  QAccessibleInterface* lista = QAccessible::queryAccessibleInterface(&vista);
+  const auto hacer = [&](int fila, const QString& accion) {
+    lista->child(fila)->actionInterface()->doAction(accion);
+    QCoreApplication::processEvents();
+  };
+  EXPECT_TRUE(lista->actionInterface()->actionNames().contains(QAccessibleActionInterface::setFocusAction()));
+  const QRect zona(vista.viewport()->mapToGlobal(QPoint(0, 0)), vista.viewport()->size());
+  const QRect fila = lista->child(2)->rect();
+  EXPECT_TRUE(zona.contains(fila)) << "un clic en su centro cae en ella";
+  EXPECT_EQ(lista->indexOfChild(lista->childAt(fila.center().x(), fila.center().y())), 2);
+  hacer(1, QAccessibleActionInterface::toggleAction());
+  hacer(3, QAccessibleActionInterface::toggleAction());
+  EXPECT_EQ(lista->tableInterface()->selectedRows(), (QList<int>{1, 3}));
+  hacer(2, QAccessibleActionInterface::pressAction());
+  EXPECT_EQ(vista.seleccion(), std::vector<std::size_t>{2});
+  EXPECT_EQ(abiertas, QList<int>{2});
+  vista.poner(pruebas::Lista({pruebas::Presentador(), "otro"}));
+  EXPECT_EQ(lista->childCount(), 2);
+  EXPECT_EQ(lista->child(1)->text(QAccessible::Name), "otro");
+  EXPECT_EQ(lista->child(2), nullptr);
 }

@@ -104,9 +104,9 @@ void MyBox::PonerBotones(int juego, int defecto) {
   if (juego >= 1 && juego <= static_cast<int>(std::size(kJuegos))) {
     for (int ranura = 0; ranura < 3; ++ranura) {
       const QString& texto = kJuegos[juego - 1][2 - ranura];
-      Boton(ranura)->setVisible(!texto.isEmpty());
-      if (texto.isEmpty()) continue;
+      // También el de las ocultas: las ayudas técnicas buscan los botones por su rótulo.
       Boton(ranura)->setText(texto);
+      Boton(ranura)->setVisible(!texto.isEmpty());
       Boton(ranura)->setAccessibleName(Rotulo(Boton(ranura)));
       if (Rotulo(Boton(ranura)) == u"Cancelar") ranuraCancelar_ = ranura;
     }

@@ -13,6 +13,7 @@
 #include "comunes/plataforma/Ventanas.h"
 #include "ui_frmUnirQ19.h"
 #include "ventanas/principal/AccesibleDisco.h"
+#include "ventanas/principal/AccesibleLista.h"
 #include "ventanas/principal/Herramientas.h"
 #include "ventanas/principal/Iconos.h"
 #include "ventanas/principal/Navegador.h"
@@ -23,8 +24,9 @@ frmUnirQ19::frmUnirQ19(const QString& lineaOrdenes, QWidget* padre)
     : QMainWindow(padre), ui_(std::make_unique<Ui::frmUnirQ19>()) {
   comunes::RutaAjustes = QDir::toNativeSeparators(QCoreApplication::applicationDirPath()) +
                          QDir::separator() + QStringLiteral("Tarvo.INI");
-  // Antes de crear la lista: al llenarse ya pide su interfaz.
+  // Antes de crear las listas: al llenarse ya piden su interfaz.
   PrepararAccesibilidadDisco();
+  PrepararAccesibilidadListas();
   ui_->setupUi(this);
   prepararControles();
   comunes::FuentesVentana(*this);
