@@ -160,7 +160,7 @@ TEST_F(Editor, LoTecleadoLlegaASuSitioYNadaMasCambia) {
   EXPECT_EQ(Hijo<QLabel>("Ayuda")->text().left(12), "Identifica e");
   EXPECT_EQ(Hijo<QLabel>("eti8")->toolTip(), "Desde 89 - Bytes 11");
   EXPECT_EQ(Cpo(kImporte)->accessibleName(), "Importe del adeudo");
-  EXPECT_TRUE(Cpo(kImporte)->accessibleDescription().contains("céntimos"));
+  EXPECT_EQ(Cpo(kReferencia)->accessibleDescription(), Hijo<QLabel>("Ayuda")->text());
 
   Teclear(kImporte, "98,76x5");
   Teclear(kFecha, "20260105");

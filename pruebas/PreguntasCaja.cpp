@@ -266,10 +266,12 @@ TEST_F(PreguntasCaja, LaMuestraDaElColorComoNumero) {
               auto* muestra = caja.findChild<QToolButton*>("RGBText");
               ASSERT_TRUE(muestra->isVisible());
               QTest::mouseClick(muestra, Qt::LeftButton);
+              QCoreApplication::sendPostedEvents();
               EXPECT_EQ(QColor(Qt::red), inicial);
               EXPECT_EQ("255", Campo(caja)->text().trimmed());
               respuesta = QColor(0x00, 0xCD, 0xFF);
               QTest::mouseClick(muestra, Qt::LeftButton);
+              QCoreApplication::sendPostedEvents();
               caja.Boton(1)->click();
             }));
   PonerSelectorColor(anterior);

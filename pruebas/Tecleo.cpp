@@ -249,9 +249,27 @@ TEST_F(Tecleando, NadaEntraSinFiltrarYTodoSeDeshace) {
   auto* ayuda = QAccessible::queryAccessibleInterface(caja)->editableTextInterface();
   ayuda->replaceText(0, 3, "x7y");
   EXPECT_EQ("7", caja->text().toStdString());
+  // Sin entrar en ella, queda como al dejarla; una deshabilitada no cambia.
   otra->setFocus();
-  QAccessible::queryAccessibleInterface(caja)->setText(QAccessible::Value, "a12345");
-  EXPECT_EQ("123", caja->text().toStdString());
+  CajaDescrita* descrita = Describir(caja, "T(N) A(D) L(9)");
+  QSignalSpy salidas(descrita, &CajaDescrita::haSalido);
+  QAccessible::queryAccessibleInterface(caja)->setText(QAccessible::Value, "a1.234,567");
+  EXPECT_EQ("1,23", caja->text().toStdString());
+  ayuda->replaceText(0, 4, "1.234,5");
+  EXPECT_EQ("1.234,50", caja->text().toStdString());
+  EXPECT_EQ(2, salidas.size());
+  caja->setEnabled(false);
+  ayuda->replaceText(0, 1, "9");
+  EXPECT_EQ("1.234,50", caja->text().toStdString());
+}
+
+TEST_F(Tecleando, ElRatonQueEntraSeleccionaTodoYLuegoPoneElCursor) {
+  Entra("T(D) A(C) L(6)", "000042");
+  otra->setFocus();
+  QTest::mouseClick(caja, Qt::LeftButton, {}, {12, 8});
+  EXPECT_EQ("000042", caja->selectedText().toStdString());
+  QTest::mouseClick(caja, Qt::LeftButton, {}, {12, 8});
+  EXPECT_EQ("", caja->selectedText().toStdString());
 }
 
 TEST_F(Tecleando, SeDeshaceLoTecleadoYVivenLasTeclasDeEdicion) {

@@ -6,7 +6,9 @@
 #include <QLineEdit>
 #include <QList>
 #include <QMenuBar>
+#include <QMouseEvent>
 #include <QPointer>
+#include <utility>
 
 #include "comunes/campos/EntradaFiltrada.h"
 #include "comunes/campos/Tecleo.h"
@@ -45,7 +47,12 @@ bool esIntro(const QKeyEvent* evento) {
 }  // namespace
 
 CajaDescrita::CajaDescrita(QWidget* caja) : QObject(caja), caja_(caja) {
-  if (auto* linea = qobject_cast<QLineEdit*>(caja)) entrada_ = new EntradaFiltrada(linea);
+  if (auto* linea = qobject_cast<QLineEdit*>(caja)) {
+    entrada_ = new EntradaFiltrada(linea);
+    connect(linea, &QLineEdit::textChanged, this, [this, linea] {
+      if (!dentro_ && !Tecleo().sinFiltrar && linea->isEnabled()) cambiadaDesdeFuera(linea);
+    });
+  }
   caja->installEventFilter(this);
   // Una ventana inactiva cambia de control sin que el anterior se entere.
   connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* ahora) {
@@ -85,6 +92,19 @@ void CajaDescrita::cerrar() {
   TagLostFocus(caja_);
 }
 
+/// El ratón que entra en la caja pone el cursor donde pulsó y quita la selección de la entrada.
+void CajaDescrita::seleccionarTras(QEvent* evento) {
+  static_cast<QObject*>(caja_)->event(evento);
+  auto* linea = static_cast<QLineEdit*>(caja_);
+  if (!linea->hasSelectedText()) linea->selectAll();
+}
+
+void CajaDescrita::cambiadaDesdeFuera(QLineEdit* linea) {
+  emit vaASalir();
+  DarFormato(linea);
+  emit haSalido();
+}
+
 bool CajaDescrita::tecla(QKeyEvent* evento) {
   if (evento->spontaneous() && caja_->hasFocus()) {
     // Un Tab encolado va antes que lo que se teclee después, que es del control siguiente.
@@ -113,6 +133,7 @@ bool CajaDescrita::eventFilter(QObject* objeto, QEvent* evento) {
   if (objeto != caja_) return false;
   switch (evento->type()) {
     case QEvent::FocusIn:
+      conRaton_ = entrada_ && static_cast<QFocusEvent*>(evento)->reason() == Qt::MouseFocusReason;
       Entrar();
       return false;
     case QEvent::FocusOut:
@@ -125,8 +146,14 @@ bool CajaDescrita::eventFilter(QObject* objeto, QEvent* evento) {
     case QEvent::KeyPress:
       return tecla(static_cast<QKeyEvent*>(evento));
     case QEvent::MouseButtonPress:
+      conRaton_ = entrada_ && (conRaton_ || !dentro_) && caja_->hasFocus() &&
+                  static_cast<QMouseEvent*>(evento)->button() == Qt::LeftButton;
       if (caja_->hasFocus()) Entrar();
       return false;
+    case QEvent::MouseButtonRelease:
+      if (!std::exchange(conRaton_, false)) return entrada_ && entrada_->Atender(evento);
+      seleccionarTras(evento);
+      return true;
     default:
       return entrada_ && entrada_->Atender(evento);
   }

@@ -4,6 +4,7 @@
 #include <QString>
 
 class QKeyEvent;
+class QLineEdit;
 
 namespace comunes {
 
@@ -33,8 +34,9 @@ class CajaDescrita : public QObject {
 
  signals:
   void haEntrado();
-  /// Antes y después de dar formato al texto que se deja. Un mensaje que se muestre por ello ha de esperar a
-  /// que el foco se haya movido (QTimer::singleShot o una conexión en cola).
+  /// Antes y después de dar formato al texto que se deja, o que una ayuda técnica puso sin entrar. Un mensaje
+  /// que se muestre por ello ha de esperar a que el foco se haya movido (QTimer::singleShot o una conexión en
+  /// cola).
   void vaASalir();
   void haSalido();
 
@@ -47,10 +49,13 @@ class CajaDescrita : public QObject {
 
   void cerrar();
   bool tecla(QKeyEvent* evento);
+  void seleccionarTras(QEvent* evento);
+  void cambiadaDesdeFuera(QLineEdit* linea);
 
   QWidget* caja_;
   EntradaFiltrada* entrada_ = nullptr;  ///< solo en las líneas de edición
   bool dentro_ = false;
+  bool conRaton_ = false;  ///< se está entrando con el ratón
 };
 
 /// Convierte `caja` en una caja descrita (o le cambia el descriptor si ya lo era). Sin `descriptor` vale el

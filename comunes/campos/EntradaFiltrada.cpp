@@ -114,7 +114,7 @@ bool EntradaFiltrada::soltar(QDropEvent* evento) {
   CajaDescrita* descrita = CajaDescrita::De(linea_);
   // En una caja a la que se llega así, lo soltado sustituye al texto, que al entrar queda seleccionado.
   if (descrita && !descrita->dentro()) {
-    linea_->setFocus(Qt::MouseFocusReason);
+    linea_->setFocus(Qt::OtherFocusReason);
     descrita->Entrar();
   } else {
     linea_->setCursorPosition(linea_->cursorPositionAt(evento->position().toPoint()));
@@ -182,34 +182,39 @@ void EntradaFiltrada::rehacer() {
 }
 
 QValidator::State EntradaFiltrada::validate(QString& texto, int& cursor) const {
-  const CajaDescrita* descrita = CajaDescrita::De(linea_);
-  const bool dentro = descrita && descrita->dentro();
-  // Fuera de la caja el texto lo pone el programa, en la forma en que se muestra. Que pregunten por un texto
-  // que no es el de la línea solo lo hacen las ayudas técnicas antes de ponerlo.
-  const bool preguntan = texto != linea_->text();
-  if (Tecleo().sinFiltrar || (!dentro && !preguntan)) {
-    if (!preguntan) ultimo_ = texto;
+  // Preguntar por un texto que no es el de la línea no lo pone.
+  if (texto != linea_->text()) return Acceptable;
+  if (Tecleo().sinFiltrar) {
+    ultimo_ = texto;
     return Acceptable;
   }
-  const QString base = dentro ? ultimo_ : QString();
-  const qsizetype comun = std::min(base.size(), texto.size());
+  if (texto == ultimo_) return Acceptable;
+  const CajaDescrita* descrita = CajaDescrita::De(linea_);
+  if (!linea_->isEnabled())
+    texto = ultimo_;
+  else if (descrita && descrita->dentro())
+    filtrarLoNuevo(texto, cursor);
+  else
+    texto = Filtro(Descriptor(linea_)).Texto({}, FormaEdicion(linea_));
+  ultimo_ = texto;
+  return Acceptable;
+}
+
+void EntradaFiltrada::filtrarLoNuevo(QString& texto, int& cursor) const {
+  const qsizetype comun = std::min(ultimo_.size(), texto.size());
   qsizetype inicio = 0;
-  while (inicio < comun && base[inicio] == texto[inicio])
+  while (inicio < comun && ultimo_[inicio] == texto[inicio])
     ++inicio;
   qsizetype fin = 0;
-  while (fin < comun - inicio && base[base.size() - 1 - fin] == texto[texto.size() - 1 - fin])
+  while (fin < comun - inicio && ultimo_[ultimo_.size() - 1 - fin] == texto[texto.size() - 1 - fin])
     ++fin;
   const qsizetype entra = texto.size() - inicio - fin;
-  if (entra > 0) {
-    const EstadoCaja estado{texto.left(inicio) + texto.right(fin), inicio, 0};
-    const QString filtrado = Filtro(Descriptor(linea_)).Texto(estado, texto.mid(inicio, entra));
-    if (filtrado != texto.mid(inicio, entra)) {
-      texto = texto.left(inicio) + filtrado + texto.right(fin);
-      cursor = static_cast<int>(inicio + filtrado.size());
-    }
-  }
-  if (!preguntan) ultimo_ = texto;
-  return Acceptable;
+  if (entra == 0) return;
+  const EstadoCaja estado{texto.left(inicio) + texto.right(fin), inicio, 0};
+  const QString filtrado = Filtro(Descriptor(linea_)).Texto(estado, texto.mid(inicio, entra));
+  if (filtrado == texto.mid(inicio, entra)) return;
+  texto = texto.left(inicio) + filtrado + texto.right(fin);
+  cursor = static_cast<int>(inicio + filtrado.size());
 }
 
 }  // namespace comunes

@@ -12,7 +12,8 @@ namespace comunes {
 
 /// Todo el texto que entra en una línea de edición descrita pasa por aquí: teclas, pegado, soltado, métodos
 /// de entrada y menú. Se escribe con `insert`, que conserva el deshacer. Lo que llegue por otro camino (las
-/// ayudas técnicas cambian el texto entero) lo repasa como validador, a costa del deshacer.
+/// ayudas técnicas cambian el texto entero) lo repasa como validador, a costa del deshacer; en una línea
+/// deshabilitada no entra.
 class EntradaFiltrada : public QValidator {
  public:
   explicit EntradaFiltrada(QLineEdit* linea);
@@ -32,6 +33,7 @@ class EntradaFiltrada : public QValidator {
   void escribir(const QString& filtrado);
   void deshacer();
   void rehacer();
+  void filtrarLoNuevo(QString& texto, int& cursor) const;
 
   QLineEdit* linea_;
   mutable QString ultimo_;  ///< el último texto aceptado

@@ -143,10 +143,19 @@ void TagKeyPress(QWidget* caja, char32_t& tecla) {
   if (resultado >= filtro.longitud()) PressTab();
 }
 
+QString FormaEdicion(const QLineEdit* linea) {
+  return SinBlancos(UnformatValue(linea->text(), Descriptor(linea)));
+}
+
+void DarFormato(QLineEdit* linea) {
+  QString valor = linea->text();
+  reescribir(linea, FormatValue(valor, Descriptor(linea)));
+}
+
 void TagGotFocus(QWidget* caja) {
   ponerFondoDeFoco(caja);
   if (auto* linea = qobject_cast<QLineEdit*>(caja)) {
-    reescribir(linea, SinBlancos(UnformatValue(linea->text(), Descriptor(caja))));
+    reescribir(linea, FormaEdicion(linea));
     linea->selectAll();
   }
 }
@@ -154,10 +163,7 @@ void TagGotFocus(QWidget* caja) {
 void TagLostFocus(QWidget* caja) {
   const QString fondo = GetTag(Descriptor(caja), QStringLiteral("P")).value_or(QString());
   if (!fondo.isEmpty()) quitarFondoDeFoco(caja, fondo);
-  if (auto* linea = qobject_cast<QLineEdit*>(caja)) {
-    QString valor = linea->text();
-    reescribir(linea, FormatValue(valor, Descriptor(caja)));
-  }
+  if (auto* linea = qobject_cast<QLineEdit*>(caja)) DarFormato(linea);
   if (!Tecleo().noRecordarCaja) Tecleo().ultimaCaja = caja;
 }
 

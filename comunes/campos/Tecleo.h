@@ -4,6 +4,8 @@
 #include <QString>
 #include <QWidget>
 
+class QLineEdit;
+
 namespace comunes {
 
 /// Estado común a todas las cajas.
@@ -27,6 +29,11 @@ void TagKeyPress(QWidget* caja, char32_t& tecla);
 void TagGotFocus(QWidget* caja);
 /// Al salir: el fondo de antes y el texto en la forma en que se muestra.
 void TagLostFocus(QWidget* caja);
+
+/// El texto de la caja como se edita, sin blancos a los lados.
+QString FormaEdicion(const QLineEdit* linea);
+/// Da al texto de la caja la forma en que se muestra.
+void DarFormato(QLineEdit* linea);
 
 /// Cambia desde el programa el texto de una caja, tenga o no el foco, sin filtrarlo.
 void PonerTexto(QWidget* caja, const QString& texto);

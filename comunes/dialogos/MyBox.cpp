@@ -71,7 +71,7 @@ MyBox::MyBox(QWidget* padre)
   for (QWidget* campo : campos) {
     campo->hide();
   }
-  connect(ui_->RGBText, &QToolButton::clicked, this, &MyBox::CambiarColor);
+  connect(ui_->RGBText, &QToolButton::clicked, this, &MyBox::CambiarColor, Qt::QueuedConnection);
   FuentesVentana(*this);
 }
 

@@ -94,11 +94,15 @@ void MyBox::PonerSecreto() {
 
 void MyBox::PonerTema(const QString& tema) {
   ui_->Ayuda->setVisible(!tema.isEmpty() && QFileInfo::exists(tema));
-  connect(ui_->Ayuda, &QToolButton::clicked, this, [this, tema] {
-    MiniHelp ayuda(this);
-    ayuda.Cargar(tema);
-    ayuda.exec();
-  });
+  // Fuera de la pulsación: una ayuda técnica que pulsa espera a que acabe, y la ventana es modal.
+  connect(
+      ui_->Ayuda, &QToolButton::clicked, this,
+      [this, tema] {
+        MiniHelp ayuda(this);
+        ayuda.Cargar(tema);
+        ayuda.exec();
+      },
+      Qt::QueuedConnection);
 }
 
 void MyBox::MostrarColor(const QColor& color) {

@@ -81,7 +81,9 @@ FilaCampo::FilaCampo(int indice, QGridLayout& rejilla, QObject* padre) : QObject
   rejilla.addWidget(observacion_, fila + 1, 1);
   Ocultar();
 
-  connect(ayuda_, &QToolButton::clicked, this, [this] { emit pedida(this); });
+  // Fuera de la pulsación: una ayuda técnica que pulsa espera a que acabe, y la caja que se abre es modal.
+  connect(
+      ayuda_, &QToolButton::clicked, this, [this] { emit pedida(this); }, Qt::QueuedConnection);
 }
 
 void FilaCampo::Preparar(const CampoDescrito& campo) {
@@ -213,9 +215,8 @@ void FilaCampo::refrescar() {
 
 void FilaCampo::accesible() {
   caja_->setAccessibleName(campo_.rotulo);
-  QStringList partes{campo_.explicacion, ayuda_->text(), observacion_->text()};
+  QStringList partes{campo_.explicacion, observacion_->text()};
   partes.removeAll(QString());
-  if (campo_.opcional) partes.prepend(QStringLiteral("Opcional."));
   caja_->setAccessibleDescription(partes.join(QLatin1Char(' ')));
   ayuda_->setAccessibleName(campo_.rotulo + QStringLiteral(": ") + ayuda_->text());
 }
