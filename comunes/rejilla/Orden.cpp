@@ -40,6 +40,69 @@ struct Clave {
   }
 };
 
+qsizetype repeticiones(const QString& formato, qsizetype desde) {
+  qsizetype veces = 1;
+  while (desde + veces < formato.size() && formato[desde + veces].toLower() == formato[desde].toLower())
+    ++veces;
+  return veces;
+}
+
+/// Quita de `resto` un número de a lo más `ancho` cifras; -1 si no empieza por ninguna.
+int quitarNumero(QStringView& resto, qsizetype ancho) {
+  qsizetype cifras = 0;
+  while (cifras < std::min(ancho, resto.size()) && resto[cifras] >= u'0' && resto[cifras] <= u'9')
+    ++cifras;
+  const int valor = cifras == 0 ? -1 : resto.first(cifras).toInt();
+  resto = resto.sliced(cifras);
+  return valor;
+}
+
+/// Quita de `resto` el nombre de un mes; 0 si no empieza por ninguno.
+int quitarMes(QStringView& resto, bool corto) {
+  for (int mes = 1; mes <= 12; ++mes) {
+    const QString nombre = NombreMes(mes, corto);
+    if (!resto.startsWith(nombre, Qt::CaseInsensitive)) continue;
+    resto = resto.sliced(nombre.size());
+    return mes;
+  }
+  return 0;
+}
+
+/// La fecha que FormatoFechaLibre escribió con ese formato; sin día o mes, el primero; sin año, el actual.
+std::optional<QDate> leerConFormato(const QString& texto, const QString& formato) {
+  QStringView resto(texto);
+  int dia = 1;
+  int mes = 1;
+  int ano = FechaActual().year();
+  for (qsizetype i = 0, veces = 0; i < formato.size(); i += veces) {
+    const QChar letra = formato[i].toLower();
+    veces = repeticiones(formato, i);
+    if (letra == u'd') {
+      dia = quitarNumero(resto, 2);
+    } else if (letra == u'm') {
+      mes = veces <= 2 ? quitarNumero(resto, 2) : quitarMes(resto, veces == 3);
+    } else if (letra == u'y') {
+      ano = quitarNumero(resto, veces <= 2 ? 2 : 4);
+      if (ano >= 0 && veces <= 2) ano += ano < 30 ? 2000 : 1900;
+    } else if (resto.startsWith(QStringView(formato).sliced(i, veces))) {
+      resto = resto.sliced(veces);
+    } else {
+      return std::nullopt;
+    }
+  }
+  const QDate fecha(ano, mes, dia);
+  return resto.isEmpty() && fecha.isValid() ? std::optional(fecha) : std::nullopt;
+}
+
+/// La fecha de una celda, también si ya está escrita con el formato en que se va a dejar: ordenar dos veces
+/// ha de dar lo mismo.
+std::optional<QDate> fechaDe(const QString& celda, const QString& formato) {
+  auto fecha = LeerFecha(celda);
+  if (!fecha) fecha = leerConFormato(celda, formato);
+  if (!fecha) fecha = leerConFormato(celda, QStringLiteral("dd mmm yyyy"));
+  return fecha;
+}
+
 void ordenarImportes(Rejilla& rejilla, int columna) {
   const SignosNumero signos = SignosNumero::DelUsuario();
   const QString formato = QStringLiteral("#,##0.00");
@@ -96,7 +159,7 @@ void Rejilla::Sort(int codigo) {
 void OrdenarFechas(Rejilla& rejilla, int columna, const QString& formato) {
   std::vector<QDate> fechas(static_cast<std::size_t>(rejilla.Rows()));
   for (int f = rejilla.FixedRows(); f < rejilla.Rows(); ++f) {
-    const auto fecha = LeerFecha(rejilla.TextMatrix(f, columna));
+    const auto fecha = fechaDe(rejilla.TextMatrix(f, columna), formato);
     if (fecha) fechas[static_cast<std::size_t>(f)] = *fecha;
     rejilla.PonerTextMatrix(f, columna, fecha ? FormatoFechaLibre(*fecha, formato) : QString());
   }
@@ -107,11 +170,9 @@ void OrdenarFechas(Rejilla& rejilla, int columna, const QString& formato) {
 
 QString FormatoFechaLibre(const QDate& fecha, const QString& formato) {
   QString texto;
-  for (qsizetype i = 0; i < formato.size();) {
+  for (qsizetype i = 0, veces = 0; i < formato.size(); i += veces) {
     const QChar letra = formato[i].toLower();
-    qsizetype veces = 1;
-    while (i + veces < formato.size() && formato[i + veces].toLower() == letra)
-      ++veces;
+    veces = repeticiones(formato, i);
     const auto cifras = [&](int valor, int ancho) {
       texto += QStringLiteral("%1").arg(valor, ancho, 10, QLatin1Char('0'));
     };
@@ -126,7 +187,6 @@ QString FormatoFechaLibre(const QDate& fecha, const QString& formato) {
     } else {
       texto += formato.mid(i, veces);
     }
-    i += veces;
   }
   return texto;
 }
