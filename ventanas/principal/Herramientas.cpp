@@ -3,6 +3,7 @@
 #include <QAction>
 
 #include "comunes/dialogos/Ayuda.h"
+#include "comunes/herramientas/Presenta.h"
 #include "ui_frmUnirQ19.h"
 
 // La macro no puede estar dentro de un espacio de nombres.
@@ -19,6 +20,8 @@ Herramientas::Herramientas(const Ui::frmUnirQ19& ui, QWidget& principal) : QObje
   //   connect(ui.mnuCalculadora, &QAction::triggered, this, &Herramientas::unica<herramientas::MiCalc>);
   connect(ui.mnuContenido, &QAction::triggered, &principal,
           [&principal] { comunes::MostrarAyuda(principal); });
+  connect(ui.mnuAcercaDe, &QAction::triggered, &principal,
+          [&principal] { herramientas::Presenta(QStringLiteral(":/manual/Licencia"), &principal).exec(); });
   ui.menuHerramientas->menuAction()->setVisible(ui.mnuTextos->isVisible() || ui.mnuTablas->isVisible() ||
                                                 ui.mnuCalculadora->isVisible() ||
                                                 ui.mnuTelefonos->isVisible() || ui.mnuComprobar->isVisible());
