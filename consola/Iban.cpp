@@ -26,9 +26,10 @@ Salida Comprobar(const std::vector<std::string>& textos) {
     const bool valido = remesa::IBANValido(cuenta);
     if (!valido) salida = Salida::Fallo;
     const QString impreso = comunes::DesdeWindows1252(remesa::FormatoIBAN(cuenta, false));
-    Decir(QStringLiteral("%1: %2").arg(
+    const bool dicho = Decir(QStringLiteral("%1: %2").arg(
         Mostrable(impreso.isEmpty() ? QStringLiteral("(vacío)") : impreso),
         valido ? QStringLiteral("correcto") : QStringLiteral("dígitos de control incorrectos")));
+    if (!dicho) salida = Salida::Fallo;
   }
   return salida;
 }

@@ -22,7 +22,7 @@ Salida Completar(const std::vector<std::string>& textos) {
       if (!nif.endsWith('?')) nif += '?';
       comunes::NifLetter(nif);
     }
-    Decir(Mostrable(nif));
+    if (!Decir(Mostrable(nif))) salida = Salida::Fallo;
     if (sinLetra && (nif.isEmpty() || !nif.back().isLetter())) {
       Avisar(QStringLiteral("%1: no tiene número del que sacar la letra")
                  .arg(Mostrable(QString::fromStdString(texto))));

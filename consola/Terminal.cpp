@@ -1,5 +1,6 @@
 #include "consola/Terminal.h"
 
+#include <cerrno>
 #include <cstdio>
 
 #include "comunes/plataforma/Texto.h"
@@ -8,16 +9,19 @@ namespace consola {
 
 namespace {
 
-void Escribir(std::FILE* donde, const QString& linea) {
+bool Escribir(std::FILE* donde, const QString& linea) {
   const QByteArray utf8 = linea.toUtf8() + '\n';
-  std::fwrite(utf8.constData(), 1, static_cast<std::size_t>(utf8.size()), donde);
-  std::fflush(donde);
+  const auto bytes = static_cast<std::size_t>(utf8.size());
+  const bool escrito = std::fwrite(utf8.constData(), 1, bytes, donde) == bytes;
+  return std::fflush(donde) == 0 && escrito;
 }
 
 }  // namespace
 
-void Decir(const QString& linea) {
-  Escribir(stdout, linea);
+bool Decir(const QString& linea) {
+  if (Escribir(stdout, linea)) return true;
+  if (errno != EPIPE) Avisar(QStringLiteral("no se puede escribir la salida"));
+  return false;
 }
 
 void Avisar(const QString& linea) {

@@ -9,8 +9,9 @@
 
 namespace consola {
 
-/// Una línea en la salida, o en la de errores con "q19: " delante; en UTF-8.
-void Decir(const QString& linea);
+/// Una línea en la salida, o en la de errores con "q19: " delante; en UTF-8. false si no se pudo escribir: el
+/// disco se llenó, o quien la leía se fue.
+bool Decir(const QString& linea);
 void Avisar(const QString& linea);
 
 /// La ruta de un argumento, tal como la dio el sistema (aunque no sea UTF-8).

@@ -82,7 +82,8 @@ QString Valor(const editor::CampoDescrito& campo, std::string_view registro) {
 
 class Visor {
  public:
-  void Mostrar(std::uint64_t numero, const Linea& linea) {
+  /// false si ya no se puede escribir.
+  bool Mostrar(std::uint64_t numero, const Linea& linea) {
     const editor::Descripcion& diseno = disenoDe(editor::SeccionDe(linea.bytes, kTipoFichero));
     QString texto = QStringLiteral("Registro %1: ").arg(numero);
     const bool descrito = !diseno.campos.empty();
@@ -103,7 +104,7 @@ class Visor {
           QStringLiteral("\n  ") +
           (valor.isEmpty() ? campo.rotulo : campo.rotulo.leftJustified(ancho) + QStringLiteral("  ") + valor);
     }
-    Decir(texto + QLatin1Char('\n'));
+    return Decir(texto + QLatin1Char('\n'));
   }
 
  private:
@@ -140,11 +141,13 @@ Salida Ver(const Opciones& opciones) {
     if (!Ajustes()) return Salida::Fallo;
     Visor visor;
     std::uint64_t leidos = 0;
+    bool dicho = true;
     RecorrerLineas(fichero, [&](const Linea& linea) {
       ++leidos;
-      if (!opciones.registro || leidos == *opciones.registro) visor.Mostrar(leidos, linea);
-      return !opciones.registro || leidos < *opciones.registro;
+      if (!opciones.registro || leidos == *opciones.registro) dicho = visor.Mostrar(leidos, linea);
+      return dicho && (!opciones.registro || leidos < *opciones.registro);
     });
+    if (!dicho) return Salida::Fallo;
     if (!opciones.registro || leidos >= *opciones.registro) return Salida::Hecho;
     Avisar(QStringLiteral("%1: no tiene registro %2; el último es el %3")
                .arg(Mostrable(fichero))
