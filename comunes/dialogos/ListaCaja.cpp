@@ -12,11 +12,7 @@ constexpr qint64 kMaximo = 16 * 1024 * 1024;
 
 QStringList LineasFichero(const QString& ruta) {
   if (!QFileInfo::exists(ruta)) return {};
-  QString texto = DesdeWindows1252(LeerBytes(ruta, kMaximo).toStdString());
-  texto.replace("\r\n", "\n").replace(u'\r', u'\n');
-  if (texto.isEmpty()) return {};
-  if (texto.endsWith(u'\n')) texto.chop(1);
-  return texto.split(u'\n');
+  return PartirLineas(DesdeWindows1252(LeerBytes(ruta, kMaximo).toStdString()));
 }
 
 }  // namespace

@@ -35,4 +35,11 @@ QString DecodificarTexto(const QByteArray& bytes) {
   return lector.hasError() ? DesdeWindows1252({bytes.data(), static_cast<std::size_t>(bytes.size())}) : texto;
 }
 
+QStringList PartirLineas(QString texto) {
+  texto.replace("\r\n", "\n").replace(u'\r', u'\n');
+  if (texto.isEmpty()) return {};
+  if (texto.endsWith(u'\n')) texto.chop(1);
+  return texto.split(u'\n');
+}
+
 }  // namespace comunes

@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 namespace comunes {
 
@@ -11,5 +12,9 @@ QByteArray LeerBytes(const QString& ruta, qint64 maximo);
 
 /// UTF-8 (o UTF-16 con su marca) y, si no lo es, Windows-1252. La marca inicial no queda en el texto.
 QString DecodificarTexto(const QByteArray& bytes);
+
+/// Las líneas de un texto: cada una acaba en CR LF, CR o LF, y el final de la última no abre otra. Ninguna,
+/// si está vacío.
+QStringList PartirLineas(QString texto);
 
 }  // namespace comunes

@@ -1,0 +1,63 @@
+#include "comunes/herramientas/CargarGrabar.h"
+
+#include <QApplication>
+#include <QFileInfo>
+#include <QInputDialog>
+#include <QMessageBox>
+
+#include "comunes/plataforma/LecturaTexto.h"
+#include "comunes/plataforma/Texto.h"
+#include "comunes/plataforma/Ventanas.h"
+#include "remesa/Guardado.h"
+
+namespace herramientas {
+namespace {
+
+constexpr qint64 kMaximo = 256 * 1024 * 1024;
+
+/// "" si se cancela.
+QString pedirRuta(const QString& accion, const Contenido& contenido) {
+  QInputDialog peticion(contenido.caja);
+  peticion.setObjectName("PeticionRuta");
+  peticion.setWindowTitle(contenido.titulo);
+  peticion.setLabelText("Path y Nombre del fichero a " + accion);
+  peticion.move(contenido.caja->mapToGlobal(QPoint(0, 0)));
+  return peticion.exec() == QDialog::Accepted ? peticion.textValue() : QString();
+}
+
+bool sustituir(const QString& ruta, QWidget* caja) {
+  QMessageBox pregunta(QMessageBox::Warning, QApplication::applicationDisplayName(), {},
+                       QMessageBox::Ok | QMessageBox::Cancel, caja);
+  pregunta.setObjectName("PreguntaSobrescribir");
+  pregunta.setTextFormat(Qt::PlainText);
+  pregunta.setText("Fichero " + ruta + " existe en disco. Se Sobreescribirá.");
+  return pregunta.exec() == QMessageBox::Ok;
+}
+
+void grabar(const QString& ruta, const Contenido& contenido) {
+  const comunes::Reloj reloj;
+  remesa::EscrituraSegura salida(comunes::ARuta(ruta));
+  salida.escribir(contenido.bytes());
+  salida.confirmar();
+}
+
+}  // namespace
+
+bool CargarGrabar(const QString& Accion, QString& Ruta, const Contenido& contenido) {
+  const bool cargar = Accion == "CARGAR";
+  if (!cargar && Accion != "GRABAR" && Accion != "REGRABAR") return false;
+  const QString ruta = Ruta.isEmpty() ? pedirRuta(Accion, contenido) : Ruta;
+  if (ruta.isEmpty()) return false;
+  const bool existe = QFileInfo::exists(ruta);
+  if (cargar) {
+    const comunes::Reloj reloj;
+    contenido.poner(existe ? comunes::LeerBytes(ruta, kMaximo) : QByteArray());
+  } else {
+    if (Accion == "GRABAR" && existe && !sustituir(ruta, contenido.caja)) return false;
+    grabar(ruta, contenido);
+  }
+  Ruta = ruta;
+  return true;
+}
+
+}  // namespace herramientas

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <functional>
+#include <string>
+
+class QWidget;
+
+namespace herramientas {
+
+/// Lo que cambia de un editor a otro al cargar y grabar su fichero.
+struct Contenido {
+  QString titulo;                                      ///< de la petición de la ruta
+  QWidget* caja;                                       ///< lo que se edita: la petición sale en su esquina
+  std::function<void(const QByteArray& bytes)> poner;  ///< recibe todo lo leído; nada, si no hay fichero
+  std::function<std::string()> bytes;                  ///< da todo lo que se escribe
+};
+
+/// `Accion`: "CARGAR", "GRABAR" (pregunta antes de sustituir un fichero) o "REGRABAR" (no pregunta); otra no
+/// hace nada. Sin `Ruta` la pide y, si sirvió, la deja puesta. Un fichero que falta se carga vacío; se graba
+/// todo o nada. Devuelve false si no se hizo nada. Lanza remesa::ErrorEjecucion.
+bool CargarGrabar(const QString& Accion, QString& Ruta, const Contenido& contenido);
+
+}  // namespace herramientas
