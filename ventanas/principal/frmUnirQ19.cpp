@@ -19,6 +19,11 @@
 #include "ventanas/principal/Navegador.h"
 
 namespace principal {
+namespace {
+
+constexpr int kMargenes = 40;  // píxeles: los de la ventana y su marco
+
+}  // namespace
 
 frmUnirQ19::frmUnirQ19(const QString& lineaOrdenes, QWidget* padre)
     : QMainWindow(padre), ui_(std::make_unique<Ui::frmUnirQ19>()) {
@@ -30,6 +35,9 @@ frmUnirQ19::frmUnirQ19(const QString& lineaOrdenes, QWidget* padre)
   ui_->setupUi(this);
   prepararControles();
   comunes::FuentesVentana(*this);
+  // En una pantalla estrecha o muy ampliada los botones no caben en una fila.
+  if (ui_->disposicionOrdenes->minimumSize().width() + kMargenes > screen()->availableGeometry().width())
+    ui_->disposicionOrdenes->setDirection(QBoxLayout::TopToBottom);
   comunes::DisponerVentana(*this);
   conectar();
   leerAjustes();
