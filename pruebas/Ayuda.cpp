@@ -127,7 +127,7 @@ TEST(Ayuda, SeBuscaSeAmpliaYSeSiguenLosEnlacesDeDentro) {
   EXPECT_TRUE(visor->toPlainText().startsWith("Guía"));
   emit visor->anchorClicked(QUrl("otro.md"));
   EXPECT_EQ("Otro tema", visor->toPlainText());
-  EXPECT_EQ("Ayuda: otro", ayuda.windowTitle());
+  EXPECT_EQ("Ayuda: Otro tema", ayuda.windowTitle());
   QTest::keyClick(visor, Qt::Key_Escape);
   EXPECT_FALSE(ayuda.isVisible());
 }

@@ -46,14 +46,16 @@ void MostrarAyuda(QWidget& ventana) {
   if (Manual().isEmpty() || &ventana == abierta) return;
   // Con otra dueña, una ventana modal la dejaría sin responder.
   if (abierta && abierta->parentWidget() != &ventana) delete abierta;
-  if (!abierta) {
+  const bool nueva = !abierta;
+  if (nueva) {
     abierta = new MiniHelp(&ventana);
     abierta->setAttribute(Qt::WA_DeleteOnClose);
-    abierta->Cargar(Manual());
   }
+  // Primero se ve: el tema se coloca según la anchura que tenga.
+  abierta->show();
+  if (nueva) abierta->Cargar(Manual());
   const QString seccion = ventana.property("Ayuda").toString();
   if (!seccion.isEmpty()) abierta->IrASeccion(seccion);
-  abierta->show();
   abierta->raise();
   abierta->activateWindow();
 }

@@ -32,7 +32,14 @@ MiniHelp::MiniHelp(QWidget* padre)
   connect(ui_->Buscado, &QLineEdit::textEdited, ui_->Hallazgo, &QLabel::clear);
   connect(ui_->cmdBuscar, &QPushButton::clicked, this, &MiniHelp::AbrirBusqueda);
   connect(ui_->cmdCerrar, &QPushButton::clicked, this, &QDialog::accept);
-  connect(ui_->Tema, &VisorAyuda::cargado, this, [this] { setWindowTitle("Ayuda: " + ui_->Tema->Titulo()); });
+  connect(ui_->cmdAtras, &QPushButton::clicked, ui_->Tema, &VisorAyuda::Atras);
+  tecla(QKeySequence(Qt::ALT | Qt::Key_Left), [this] { ui_->cmdAtras->click(); });
+  connect(ui_->Tema, &VisorAyuda::cargado, this, &MiniHelp::LlenarIndice);
+  connect(ui_->Tema, &VisorAyuda::movido, this, &MiniHelp::MarcarIndice);
+  connect(ui_->Indice, &QTreeWidget::itemClicked, this, &MiniHelp::IrAlElegido);
+  connect(ui_->Indice, &QTreeWidget::itemActivated, this, &MiniHelp::IrAlElegido);
+  ui_->Division->setSizes({230, 700});
+  ui_->Division->setStretchFactor(1, 1);
 }
 
 MiniHelp::~MiniHelp() = default;
@@ -40,6 +47,42 @@ MiniHelp::~MiniHelp() = default;
 void MiniHelp::Cargar(const QString& ruta) {
   ui_->Tema->Cargar(ruta);
   ui_->Tema->setFocus();
+}
+
+/// El título del documento ya está en la barra: el índice empieza por el segundo nivel.
+void MiniHelp::LlenarIndice() {
+  setWindowTitle("Ayuda: " + ui_->Tema->Titulo());
+  const QSignalBlocker callado(ui_->Indice);
+  ui_->Indice->clear();
+  QTreeWidgetItem* capitulo = nullptr;
+  for (const VisorAyuda::Seccion& seccion : ui_->Tema->Secciones()) {
+    if (seccion.nivel < 2 || seccion.nivel > 3) continue;
+    const bool dentro = seccion.nivel == 3 && capitulo != nullptr;
+    auto* entrada = dentro ? new QTreeWidgetItem(capitulo) : new QTreeWidgetItem(ui_->Indice);
+    entrada->setText(0, seccion.titulo);
+    entrada->setToolTip(0, TextoLiteral(seccion.titulo));
+    entrada->setData(0, Qt::UserRole, seccion.posicion);
+    if (!dentro) capitulo = entrada;
+  }
+  ui_->Indice->expandAll();
+  ui_->Indice->setVisible(ui_->Indice->topLevelItemCount() > 1);
+  MarcarIndice();
+}
+
+/// Señala en el índice lo que se está leyendo.
+void MiniHelp::MarcarIndice() {
+  ui_->cmdAtras->setEnabled(ui_->Tema->HayAtras());
+  const int posicion = ui_->Tema->Posicion();
+  QTreeWidgetItem* actual = nullptr;
+  for (QTreeWidgetItemIterator i(ui_->Indice); *i; ++i)
+    if ((*i)->data(0, Qt::UserRole).toInt() <= posicion) actual = *i;
+  if (ui_->Indice->currentItem() != actual) ui_->Indice->setCurrentItem(actual);
+}
+
+void MiniHelp::IrAlElegido(QTreeWidgetItem* entrada) {
+  ui_->Tema->IrA(entrada->data(0, Qt::UserRole).toInt());
+  // Los últimos apartados no llegan a verse arriba.
+  ui_->Indice->setCurrentItem(entrada);
 }
 
 void MiniHelp::IrASeccion(const QString& nombre) {

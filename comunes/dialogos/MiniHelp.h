@@ -3,14 +3,17 @@
 #include <QDialog>
 #include <memory>
 
+class QTreeWidgetItem;
+
 namespace comunes {
 
 namespace Ui {
 class MiniHelp;
 }
 
-/// Ventana de ayuda: enseña un tema (texto llano, HTML o Markdown) y deja buscar en él (Ctrl+F) y cambiar el
-/// tamaño de la letra (Ctrl y +, -, 0).
+/// Ventana de ayuda: enseña un tema (texto llano, HTML o Markdown) y, si tiene títulos, su índice; deja
+/// buscar en él (Ctrl+F), volver atrás (Alt+flecha izquierda) y cambiar el tamaño de la letra (Ctrl y +, -,
+/// 0).
 class MiniHelp : public QDialog {
   Q_OBJECT
 
@@ -28,6 +31,9 @@ class MiniHelp : public QDialog {
  private:
   void Ampliar(int pasos);
   void AbrirBusqueda();
+  void LlenarIndice();
+  void MarcarIndice();
+  void IrAlElegido(QTreeWidgetItem* entrada);
   void Buscar(bool haciaAtras);
 
   std::unique_ptr<Ui::MiniHelp> ui_;

@@ -2,8 +2,10 @@
 
 #include <QDir>
 #include <QFileInfo>
-#include <QImage>
+#include <QResizeEvent>
+#include <QScrollBar>
 #include <QTextBlock>
+#include <QTextTable>
 
 #include "comunes/dialogos/TextoAyuda.h"
 #include "comunes/plataforma/LecturaTexto.h"
@@ -24,6 +26,30 @@ QString NombreSeccion(const QString& titulo) {
   return nombre;
 }
 
+/// Markdown no dice cómo se ve: aire entre los títulos y dentro de las tablas.
+void Vestir(QTextDocument& documento) {
+  documento.setDocumentMargin(12);
+  for (QTextBlock bloque = documento.begin(); bloque.isValid(); bloque = bloque.next()) {
+    QTextBlockFormat formato = bloque.blockFormat();
+    if (formato.headingLevel() == 0) continue;
+    formato.setTopMargin(formato.headingLevel() == 1 ? 0 : 18);
+    formato.setBottomMargin(6);
+    QTextCursor(bloque).setBlockFormat(formato);
+  }
+  for (QTextFrame* marco : documento.rootFrame()->childFrames()) {
+    auto* tabla = qobject_cast<QTextTable*>(marco);
+    if (tabla == nullptr) continue;
+    QTextTableFormat formato = tabla->format();
+    formato.setBorderCollapse(true);
+    formato.setBorderStyle(QTextFrameFormat::BorderStyle_Solid);
+    formato.setBorderBrush(QColor(0x99, 0x99, 0x99));
+    formato.setCellPadding(5);
+    formato.setTopMargin(4);
+    formato.setBottomMargin(12);
+    tabla->setFormat(formato);
+  }
+}
+
 }  // namespace
 
 VisorAyuda::VisorAyuda(QWidget* padre) : QTextBrowser(padre) {
@@ -35,10 +61,21 @@ VisorAyuda::VisorAyuda(QWidget* padre) : QTextBrowser(padre) {
     colores.setColor(QPalette::Link, QColor(0x7A, 0xB8, 0xF5));
     setPalette(colores);
   }
+  ajuste_.setSingleShot(true);
+  ajuste_.setInterval(50);
+  connect(&ajuste_, &QTimer::timeout, this, &VisorAyuda::AjustarImagenes);
   connect(this, &QTextBrowser::anchorClicked, this, &VisorAyuda::Seguir);
+  connect(verticalScrollBar(), &QScrollBar::valueChanged, this, &VisorAyuda::movido);
 }
 
 void VisorAyuda::Cargar(const QString& ruta) {
+  anteriores_.clear();
+  Abrir(ruta);
+}
+
+void VisorAyuda::Abrir(const QString& ruta) {
+  imagenes_.clear();
+  anchura_ = viewport()->width();
   ruta_ = QFileInfo(ruta).absoluteFilePath();
   const TextoAyuda ayuda = LeerAyuda(ruta_);
   clear();
@@ -49,6 +86,7 @@ void VisorAyuda::Cargar(const QString& ruta) {
     setHtml(ayuda.texto);
   } else if (ayuda.formato == TextoAyuda::Formato::Markdown) {
     setMarkdown(ayuda.texto);
+    Vestir(*document());
   } else {
     setPlainText(ayuda.texto);
   }
@@ -57,8 +95,47 @@ void VisorAyuda::Cargar(const QString& ruta) {
 }
 
 QString VisorAyuda::Titulo() const {
-  const QString titulo = documentTitle().simplified();
+  QString titulo = documentTitle().simplified();
+  const QTextBlock primero = document()->begin();
+  if (titulo.isEmpty() && primero.blockFormat().headingLevel() == 1) titulo = primero.text();
   return titulo.isEmpty() ? QFileInfo(ruta_).completeBaseName() : titulo;
+}
+
+QList<VisorAyuda::Seccion> VisorAyuda::Secciones() const {
+  QList<Seccion> secciones;
+  for (QTextBlock bloque = document()->begin(); bloque.isValid(); bloque = bloque.next())
+    if (const int nivel = bloque.blockFormat().headingLevel(); nivel > 0)
+      secciones.append({nivel, bloque.text(), bloque.position()});
+  return secciones;
+}
+
+int VisorAyuda::Posicion() const {
+  return cursorForPosition(QPoint(2, 12)).position();
+}
+
+void VisorAyuda::IrA(int posicion) {
+  Recordar();
+  LlevarArriba(posicion);
+}
+
+void VisorAyuda::LlevarArriba(int posicion) {
+  QTextCursor cursor(document());
+  cursor.setPosition(posicion);
+  moveCursor(QTextCursor::End);
+  setTextCursor(cursor);
+  emit movido();
+}
+
+void VisorAyuda::Recordar() {
+  anteriores_.append({ruta_, verticalScrollBar()->value()});
+}
+
+void VisorAyuda::Atras() {
+  if (anteriores_.isEmpty()) return;
+  const Sitio sitio = anteriores_.takeLast();
+  if (sitio.ruta != ruta_) Abrir(sitio.ruta);
+  verticalScrollBar()->setValue(sitio.desplazamiento);
+  emit movido();
 }
 
 bool VisorAyuda::Buscar(const QString& texto, bool haciaAtras) {
@@ -98,33 +175,50 @@ QVariant VisorAyuda::loadResource(int tipo, const QUrl& nombre) {
   try {
     const QByteArray bytes = LeerBytes(ruta, kMaximoImagen);
     if (tipo != QTextDocument::ImageResource) return bytes;
-    QImage imagen = QImage::fromData(bytes);
-    const int ancho = qRound(std::max(200, viewport()->width() - 24) * devicePixelRatioF());
-    if (imagen.width() > ancho) {
-      imagen = imagen.scaledToWidth(ancho, Qt::SmoothTransformation);
-      imagen.setDevicePixelRatio(devicePixelRatioF());
-    }
-    return imagen;
+    const QImage imagen = QImage::fromData(bytes);
+    imagenes_.insert(nombre, imagen);
+    return Ajustada(imagen);
   } catch (const remesa::ErrorEjecucion&) {
     return {};
   }
 }
 
+/// Reducida a la anchura del visor, si no cabe.
+QImage VisorAyuda::Ajustada(const QImage& imagen) const {
+  const int ancho = qRound(std::max(200, viewport()->width() - 24) * devicePixelRatioF());
+  if (imagen.width() <= ancho) return imagen;
+  QImage reducida = imagen.scaledToWidth(ancho, Qt::SmoothTransformation);
+  reducida.setDevicePixelRatio(devicePixelRatioF());
+  return reducida;
+}
+
+void VisorAyuda::AjustarImagenes() {
+  if (imagenes_.isEmpty() || viewport()->width() == anchura_) return;
+  anchura_ = viewport()->width();
+  const int arriba = Posicion();
+  for (auto i = imagenes_.cbegin(); i != imagenes_.cend(); ++i)
+    document()->addResource(QTextDocument::ImageResource, i.key(), Ajustada(i.value()));
+  document()->markContentsDirty(0, document()->characterCount());
+  LlevarArriba(arriba);
+}
+
+void VisorAyuda::resizeEvent(QResizeEvent* evento) {
+  QTextBrowser::resizeEvent(evento);
+  if (evento->size().width() != evento->oldSize().width()) ajuste_.start();
+}
+
 void VisorAyuda::Seguir(const QUrl& enlace) {
-  if (enlace.isRelative() && enlace.path().isEmpty()) return IrASeccion(enlace.fragment(QUrl::FullyDecoded));
-  const QString ruta = RutaPermitida(enlace);
+  const bool aqui = enlace.isRelative() && enlace.path().isEmpty();
+  const QString ruta = aqui ? ruta_ : RutaPermitida(enlace);
   if (ruta.isEmpty()) return;
-  Cargar(ruta);
+  Recordar();
+  if (!aqui) Abrir(ruta);
   if (enlace.hasFragment()) IrASeccion(enlace.fragment(QUrl::FullyDecoded));
 }
 
 void VisorAyuda::IrASeccion(const QString& nombre) {
-  for (QTextBlock bloque = document()->begin(); bloque.isValid(); bloque = bloque.next()) {
-    if (bloque.blockFormat().headingLevel() == 0 || NombreSeccion(bloque.text()) != nombre) continue;
-    moveCursor(QTextCursor::End);  // para que el título quede arriba
-    setTextCursor(QTextCursor(bloque));
-    return;
-  }
+  for (const Seccion& seccion : Secciones())
+    if (NombreSeccion(seccion.titulo) == nombre) return LlevarArriba(seccion.posicion);
   scrollToAnchor(nombre);
 }
 

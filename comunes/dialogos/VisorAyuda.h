@@ -1,6 +1,9 @@
 #pragma once
 
+#include <QHash>
+#include <QImage>
 #include <QTextBrowser>
+#include <QTimer>
 
 namespace comunes {
 
@@ -12,25 +15,58 @@ class VisorAyuda : public QTextBrowser {
  public:
   explicit VisorAyuda(QWidget* padre = nullptr);
 
+  /// Un título del tema: su nivel (1 el mayor), su texto y dónde está.
+  struct Seccion {
+    int nivel = 0;
+    QString titulo;
+    int posicion = 0;
+  };
+  QList<Seccion> Secciones() const;
+  /// Posición de lo que se ve arriba.
+  int Posicion() const;
+  /// Lleva arriba lo que hay en esa posición; con Atras() se vuelve.
+  void IrA(int posicion);
+
   /// Enseña el tema, o por qué no se puede.
   void Cargar(const QString& ruta);
-  /// Nombre del tema: el título del documento o el del fichero.
+  /// Nombre del tema: el título del documento, el que lo encabeza o el del fichero.
   QString Titulo() const;
   /// Lleva arriba el título que se enlaza con ese nombre ("primer-uso").
   void IrASeccion(const QString& nombre);
   /// Busca desde donde se está y, llegado al final, desde el principio. false si no aparece.
   bool Buscar(const QString& texto, bool haciaAtras);
 
+  /// Vuelve a donde se estaba antes del último enlace o título seguido; si no lo hay, no hace nada.
+  void Atras();
+  bool HayAtras() const { return !anteriores_.isEmpty(); }
+
   QVariant loadResource(int tipo, const QUrl& nombre) override;
 
  signals:
   void cargado();
+  void movido();
+
+ protected:
+  void resizeEvent(QResizeEvent* evento) override;
 
  private:
+  struct Sitio {
+    QString ruta;
+    int desplazamiento = 0;
+  };
+  void Abrir(const QString& ruta);
+  void Recordar();
+  void LlevarArriba(int posicion);
+  QImage Ajustada(const QImage& imagen) const;
+  void AjustarImagenes();
   QString RutaPermitida(const QUrl& enlace) const;
   void Seguir(const QUrl& enlace);
 
   QString ruta_;
+  QList<Sitio> anteriores_;
+  QHash<QUrl, QImage> imagenes_;  ///< A su tamaño; se ven reducidas a la anchura que haya.
+  int anchura_ = 0;               ///< Del visor, cuando se redujeron.
+  QTimer ajuste_;
 };
 
 }  // namespace comunes
