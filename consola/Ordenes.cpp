@@ -38,6 +38,7 @@ Salida Ejecutar(std::vector<std::string> argumentos) {
 
   Accion accion;
   OrdenUnir(q19, accion);
+  OrdenComprobar(q19, accion);
   OrdenListar(q19, accion);
   OrdenIban(q19, accion);
   OrdenNif(q19, accion);

@@ -64,9 +64,18 @@ inline constexpr Posiciones kReferenciaAdeudo = PosicionesDe(tabla::kAdeudo, "Re
 inline constexpr Posiciones kReferenciaMandato = PosicionesDe(tabla::kAdeudo, "Referencia única del mandato");
 inline constexpr Posiciones kImporteAdeudo = PosicionesDe(tabla::kAdeudo, "Importe del adeudo");
 inline constexpr Posiciones kNombreDeudor = PosicionesDe(tabla::kAdeudo, "Nombre del deudor");
+/// Las dos referencias, que los registros opcionales comparten con su adeudo.
+inline constexpr Posiciones kReferencias{kReferenciaAdeudo.desde, kReferenciaMandato.hasta};
+inline constexpr Posiciones kTipoAdeudo = PosicionesDe(tabla::kAdeudo, "Tipo de adeudo");
+inline constexpr Posiciones kFechaFirma = PosicionesDe(tabla::kAdeudo, "Fecha de firma del mandato");
+inline constexpr Posiciones kEntidadDeudor = PosicionesDe(tabla::kAdeudo, "Entidad del deudor");
+inline constexpr Posiciones kClaseCuenta =
+    PosicionesDe(tabla::kAdeudo, "Identificador de la cuenta del deudor");
 inline constexpr Posiciones kCuentaDeudor = PosicionesDe(tabla::kAdeudo, "Cuenta del deudor");
 inline constexpr Posiciones kConcepto = PosicionesDe(tabla::kAdeudo, "Concepto");
 
+inline constexpr Posiciones kAcreedor04 = PosicionesDe(tabla::kTotalesFecha, "Identificador del acreedor");
+inline constexpr Posiciones kAcreedor05 = PosicionesDe(tabla::kTotalesAcreedor, "Identificador del acreedor");
 inline constexpr Posiciones kFecha04 = PosicionesDe(tabla::kTotalesFecha, "Fecha de cobro");
 inline constexpr Posiciones kImporte04 = PosicionesDe(tabla::kTotalesFecha, "Total de importes");
 inline constexpr Posiciones kAdeudos04 = PosicionesDe(tabla::kTotalesFecha, "Número de adeudos");

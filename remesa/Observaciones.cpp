@@ -13,14 +13,14 @@ using Clase_ = ClaseObservacion;
 constexpr std::int64_t kImporteMaximo = std::numeric_limits<std::int32_t>::max();
 
 // Los números de registro de lo importado dejan de valer dentro de la acumulación.
-Hallazgo Juntar(const Hallazgo& acumulado, const Hallazgo& previo) {
+Apariciones Juntar(const Apariciones& acumulado, const Apariciones& previo) {
   return {acumulado.cuenta + previo.cuenta, acumulado.primero};
 }
 
 class Lista {
  public:
   void anadir(Observacion observacion) { lista_.push_back(std::move(observacion)); }
-  void anadirSi(Clase_ clase, const Hallazgo& hallazgo) {
+  void anadirSi(Clase_ clase, const Apariciones& hallazgo) {
     if (hallazgo.cuenta > 0) anadir({clase, hallazgo.cuenta, hallazgo.primero});
   }
   std::vector<Observacion> entregar() { return std::move(lista_); }
@@ -96,7 +96,7 @@ std::vector<Observacion> ObservarImportacion(const Resumen& previo, const Resume
 std::vector<Observacion> ObservarAcumulado(const Resumen& acumulado) {
   Lista lista;
   if (acumulado.vacia()) return {};
-  const Hallazgo& distintos = acumulado.totalesDistintos;
+  const Apariciones& distintos = acumulado.totalesDistintos;
   if (acumulado.importe > kImporteMaximo || acumulado.errorRecalculo == 6) {
     Observacion observacion{Clase_::TotalesDesbordados};
     observacion.importe = acumulado.importe;

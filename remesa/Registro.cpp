@@ -14,6 +14,12 @@ std::string_view campo(std::string_view registro, Posiciones donde) {
   return registro.substr(desde, static_cast<std::size_t>(donde.longitud()));
 }
 
+std::string_view Recortar(std::string_view texto) {
+  const std::size_t desde = texto.find_first_not_of(' ');
+  if (desde == texto.npos) return {};
+  return texto.substr(desde, texto.find_last_not_of(' ') - desde + 1);
+}
+
 void sobrescribir(std::string& registro, Posiciones donde, std::string_view texto) {
   const auto desde = static_cast<std::size_t>(donde.desde - 1);
   if (desde >= registro.size()) throw ErrorEjecucion(5);

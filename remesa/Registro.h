@@ -20,6 +20,9 @@ struct Posiciones {
 /// El trozo del registro que ocupa el campo. Un registro corto da lo que tenga, quizá nada.
 std::string_view campo(std::string_view registro, Posiciones donde);
 
+/// El texto sin los blancos (solo espacios) de los lados.
+std::string_view Recortar(std::string_view texto);
+
 /// Escribe `texto` sobre las posiciones del campo sin alargar el registro: lo que cae fuera se pierde y un
 /// texto vacío no cambia nada. Lanza ErrorEjecucion 5 si el campo empieza más allá del final.
 void sobrescribir(std::string& registro, Posiciones donde, std::string_view texto);

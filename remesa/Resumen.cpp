@@ -8,20 +8,9 @@
 namespace remesa {
 namespace {
 
-std::string Recortado(std::string_view texto) {
-  const std::size_t desde = texto.find_first_not_of(' ');
-  if (desde == texto.npos) return {};
-  return std::string(texto.substr(desde, texto.find_last_not_of(' ') - desde + 1));
-}
-
 bool Vacia(std::string_view linea) {
   using namespace std::string_view_literals;
   return linea.find_first_not_of(" \t\n\x1A\0"sv) == linea.npos;
-}
-
-/// Referencias que un registro opcional comparte con su adeudo.
-std::string_view Referencias(std::string_view registro) {
-  return campo(registro, {kReferenciaAdeudo.desde, kReferenciaMandato.hasta});
 }
 
 bool Dice(std::string_view registro, Posiciones donde, std::int64_t valor) {
@@ -43,7 +32,7 @@ void Resumidor::Suma::sumar(const Suma& otra) {
   adeudos += otra.adeudos;
 }
 
-void Resumidor::apuntar(Hallazgo& hallazgo) const {
+void Resumidor::apuntar(Apariciones& hallazgo) const {
   if (hallazgo.cuenta++ == 0) hallazgo.primero = resumen_.registros;
 }
 
@@ -102,7 +91,7 @@ void Resumidor::contarAdeudo(std::string_view registro) {
   resumen_.importe += importe;
   previoContiguo_ = ultimoEsAdeudo_;
   if (previoContiguo_) std::swap(referencias_, referenciasPrevias_);
-  referencias_ = Referencias(registro);
+  referencias_ = campo(registro, kReferencias);
   hayAdeudo_ = ultimoEsAdeudo_ = true;
 }
 
@@ -111,7 +100,7 @@ void Resumidor::contarAdeudo(std::string_view registro) {
 void Resumidor::mirarOpcional(std::string_view registro) {
   ++bloque_.registros;
   ultimoEsAdeudo_ = false;
-  const std::string_view suyas = Referencias(registro);
+  const std::string_view suyas = campo(registro, kReferencias);
   if (previoContiguo_ && suyas == referenciasPrevias_)
     apuntar(resumen_.copiasIntercaladas);
   else if (!hayAdeudo_ || suyas != referencias_)
@@ -122,8 +111,8 @@ void Resumidor::abrirBloque(std::string_view registro) {
   ++resumen_.cabeceras02;
   bloque_ = {1, 0, 0};
   hayAdeudo_ = previoContiguo_ = ultimoEsAdeudo_ = false;
-  resumen_.ultimoBloque = {Recortado(campo(registro, kIdentificadorAcreedor)),
-                           Recortado(campo(registro, kFechaCobro))};
+  resumen_.ultimoBloque = {std::string(Recortar(campo(registro, kIdentificadorAcreedor))),
+                           std::string(Recortar(campo(registro, kFechaCobro)))};
   std::vector<Bloque02>& bloques = resumen_.bloques;
   if (bloques.size() < Resumen::kMaxBloques &&
       std::ranges::find(bloques, resumen_.ultimoBloque) == bloques.end())

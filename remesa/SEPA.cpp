@@ -1,25 +1,29 @@
 #include "remesa/SEPA.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 
 #include "remesa/ErrorEjecucion.h"
+#include "remesa/Registro.h"
 
 namespace remesa {
 namespace {
-
-std::string_view Recortar(std::string_view texto) {
-  const std::size_t desde = texto.find_first_not_of(' ');
-  if (desde == texto.npos) return {};
-  return texto.substr(desde, texto.find_last_not_of(' ') - desde + 1);
-}
 
 bool EsCifra(char c) {
   return c >= '0' && c <= '9';
 }
 
+// Una consulta por byte: las comprobaciones recorren con ella remesas enteras.
+constexpr auto kPermitidos = [] {
+  std::array<bool, 256> permitidos{};
+  for (const char c :
+       std::string_view("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789/-?:().,'+ "))
+    permitidos[static_cast<std::uint8_t>(c)] = true;
+  return permitidos;
+}();
+
 char CaracterSEPA(char c) {
-  constexpr std::string_view kPermitidos =
-      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789/-?:().,'+ ";
   switch (c) {  // Windows-1252
     case '\xF1':
       return 'n';
@@ -30,7 +34,7 @@ char CaracterSEPA(char c) {
     case '\xC7':
       return 'C';
     default:
-      return kPermitidos.find(c) == kPermitidos.npos ? '0' : c;
+      return EsCaracterSEPA(c) ? c : '0';
   }
 }
 
@@ -69,6 +73,18 @@ int Modulo97(std::string_view cifras) {
     resto = (resto * 10 + (c - '0')) % 97;
   }
   return resto;
+}
+
+std::string DigitosControl(std::string_view cuerpo, std::string_view pais) {
+  std::string cifras;
+  for (const std::string_view parte : {cuerpo, pais})
+    for (const char& c : parte)
+      cifras += ValorIBAN({&c, 1});
+  return Ceros(98 - Modulo97(cifras += "00"), 2);
+}
+
+bool EsCaracterSEPA(char c) {
+  return kPermitidos[static_cast<std::uint8_t>(c)];
 }
 
 std::string TextoSEPA(std::string_view texto) {

@@ -18,6 +18,13 @@ std::string ValorIBAN(std::string_view caracter);
 /// Resto entre 97 de un número decimal largo. Lanza ErrorEjecucion 13 si algo no es cifra.
 int Modulo97(std::string_view cifras);
 
+/// Dígitos de control (ISO 7064, módulo 97-10) de `cuerpo` seguido de `pais`, las letras A = 10 … Z = 35: los
+/// de un IBAN por su cuenta nacional y los de un identificador de acreedor por su número fiscal. Dos cifras.
+std::string DigitosControl(std::string_view cuerpo, std::string_view pais);
+
+/// ¿Está el byte (Windows-1252) en el juego de caracteres de SEPA?
+bool EsCaracterSEPA(char c);
+
 /// Texto reducido al juego de caracteres de SEPA (Windows-1252): Ñ y Ç pierden su signo, lo demás que no esté
 /// en el juego pasa a "0". La longitud no cambia.
 std::string TextoSEPA(std::string_view texto);

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <chrono>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace remesa {
+
+using Dia = std::chrono::year_month_day;
+
+/// AAAAMMDD: ocho cifras que sean un día que existe.
+std::optional<Dia> LeerFecha(std::string_view texto);
+
+/// AAAAMMDD.
+std::string EscribirFecha(Dia fecha);
+
+/// Domingo de Pascua del calendario gregoriano (cálculo anónimo de Meeus, Jones y Butcher).
+Dia DomingoDePascua(std::chrono::year ano);
+
+enum class FestivoTarget { Ninguno, AnoNuevo, ViernesSanto, LunesDePascua, Trabajo, Navidad, SanEsteban };
+
+/// Días en que el sistema TARGET cierra, aparte de sábados y domingos.
+FestivoTarget Festivo(Dia fecha);
+
+bool EsFinDeSemana(Dia fecha);
+
+/// El primer día, desde `fecha` incluida, en que se puede cobrar.
+Dia HabilDesde(Dia fecha);
+
+}  // namespace remesa

@@ -1,0 +1,234 @@
+#include "remesa/ComprobacionCampos.h"
+
+#include <algorithm>
+
+#include "remesa/Calendario.h"
+#include "remesa/SEPA.h"
+#include "remesa/Validez.h"
+
+namespace remesa {
+namespace {
+
+using C = CodigoHallazgo;
+
+/// Número de dato de cada registro; "" en los de totales, que no lo llevan.
+std::string_view NumeroDato(ClaseRegistro clase) {
+  switch (clase) {
+    case ClaseRegistro::Presentador:
+      return "001";
+    case ClaseRegistro::Acreedor:
+      return "002";
+    default:
+      // De un "03" da la clase, así que es siempre el suyo.
+      return {};
+  }
+}
+
+bool EsDeTotalesDeAcreedor(ClaseRegistro clase) {
+  return clase == ClaseRegistro::TotalesFecha || clase == ClaseRegistro::TotalesAcreedor;
+}
+
+/// Las palabras que admite un campo de lista cerrada, separadas por blancos; "" si no lo es.
+std::string_view Lista(ValorCampo valor) {
+  switch (valor) {
+    case ValorCampo::TipoAdeudo:
+      return "FNAL FRST OOFF RCUR";
+    case ValorCampo::TipoIdentificacion:
+      return "1 2";
+    case ValorCampo::ClaseCuenta:
+      return "A B";
+    case ValorCampo::ClasePago:
+      return "01 02";
+    case ValorCampo::EntidadOriginal:
+      return "SMNDA";
+    default:
+      return {};
+  }
+}
+
+bool EstaEn(std::string_view lista, std::string_view palabra) {
+  if (palabra.find(' ') != palabra.npos) return false;
+  const std::size_t donde = lista.find(palabra);
+  if (donde == lista.npos) return false;
+  const std::size_t tras = donde + palabra.size();
+  return (donde == 0 || lista[donde - 1] == ' ') && (tras == lista.size() || lista[tras] == ' ');
+}
+
+/// El banco solo hace falta si la cuenta no es española.
+bool CuentaForanea(std::string_view adeudo) {
+  const std::string_view cuenta = Recortar(campo(adeudo, kCuentaDeudor));
+  return !cuenta.empty() && campo(adeudo, kClaseCuenta) != "B" && !cuenta.starts_with("ES");
+}
+
+/// Los campos de un registro, de uno en uno. Lo que un campo exige de otro que le precede se recuerda.
+class Comprobacion {
+ public:
+  explicit Comprobacion(Anotador& anotador) : anotador_(anotador) {}
+
+  void mirar(const Campo& campo) {
+    const std::string_view bytes = remesa::campo(anotador_.registro(), campo.donde);
+    const std::string_view valor = Recortar(bytes);
+    const std::uint64_t antes = anotador_.errores() + anotador_.avisos();
+    if (campo.valor == ValorCampo::TipoIdentificacion) identificacion_ = {};
+    // Un registro sin versión o sin número de dato los tiene equivocados.
+    if (campo.valor == ValorCampo::Version || campo.valor == ValorCampo::NumeroDato)
+      conValor(campo, valor);
+    else if (EstaVacio(campo, valor))
+      vacio(campo);
+    else if (campo.tipo == TipoCampo::N && !SonCifras(bytes))
+      anotador_.campo(C::NoNumerico, campo);
+    else
+      conValor(campo, valor);
+    const bool limpio = antes == anotador_.errores() + anotador_.avisos();
+    if (limpio && campo.tipo == TipoCampo::A && !campo.libre()) mirarCaracteres(campo, bytes);
+  }
+
+ private:
+  /// Un campo numérico que no es obligatorio puede venir con los ceros que lo rellenan.
+  static bool EstaVacio(const Campo& campo, std::string_view valor) {
+    if (valor.empty()) return true;
+    return campo.tipo == TipoCampo::N && !campo.obligatorio && valor.find_first_not_of('0') == valor.npos;
+  }
+
+  void vacio(const Campo& campo) {
+    bool falta = campo.obligatorio && !campo.libre();
+    if (campo.valor == ValorCampo::Bic) falta = CuentaForanea(anotador_.registro());
+    if (campo.valor == ValorCampo::Pais) falta = direccion_ != nullptr;
+    if (falta) anotador_.campo(C::ObligatorioVacio, campo);
+    if (campo.valor == ValorCampo::TipoIdentificacion) identificacion_ = {&campo, {}, {}};
+    if (campo.valor == ValorCampo::Pais) cerrarDireccion();
+  }
+
+  void conValor(const Campo& campo, std::string_view valor) {
+    switch (campo.valor) {
+      case ValorCampo::Libre:
+        anotador_.campo(C::LibreConDatos, campo);
+        break;
+      case ValorCampo::Version:
+        if (valor != "19143") anotador_.campo(C::Version, campo, "19143");
+        break;
+      case ValorCampo::NumeroDato:
+        mirarNumeroDato(campo, valor);
+        break;
+      case ValorCampo::Fecha:
+        // La de un "04" se compara con la de su cabecera, que es la que se comprueba.
+        if (!EsDeTotalesDeAcreedor(anotador_.clase()) && !LeerFecha(valor))
+          anotador_.campo(C::FechaInexistente, campo);
+        break;
+      case ValorCampo::Importe:
+        if (anotador_.clase() == ClaseRegistro::Adeudo && valor.find_first_not_of('0') == valor.npos)
+          anotador_.campo(C::ImporteCero, campo);
+        break;
+      case ValorCampo::Identificador:
+        if (!EsDeTotalesDeAcreedor(anotador_.clase()))
+          mirarControl(C::IdentificadorAcreedor, campo, ComprobarIdentificador(valor));
+        break;
+      case ValorCampo::Cuenta:
+        mirarCuenta(campo, valor);
+        break;
+      case ValorCampo::Bic:
+        if (!EsBic(valor)) anotador_.campo(C::Bic, campo);
+        break;
+      case ValorCampo::Direccion:
+        if (direccion_ == nullptr) direccion_ = &campo;
+        break;
+      case ValorCampo::Pais:
+        mirarPais(campo, valor);
+        break;
+      case ValorCampo::TipoIdentificacion:
+        identificacion_ = {&campo, valor, {}};
+        mirarLista(campo, valor);
+        break;
+      case ValorCampo::CodigoIdentificacion:
+        identificacion_.codigo = valor;
+        mirarCodigoIdentificacion(campo, valor);
+        break;
+      case ValorCampo::EmisorIdentificacion:
+        if (identificacion_.tipo == "1" && !identificacion_.codigo.starts_with('I'))
+          anotador_.campo(C::Identificacion, campo);
+        break;
+      default:
+        if (const std::string_view lista = Lista(campo.valor); !lista.empty()) mirarLista(campo, valor);
+        break;
+    }
+  }
+
+  void mirarLista(const Campo& campo, std::string_view valor) {
+    const std::string_view lista = Lista(campo.valor);
+    if (!EstaEn(lista, valor)) anotador_.campo(C::FueraDeLista, campo, std::string(lista));
+  }
+
+  void mirarNumeroDato(const Campo& campo, std::string_view valor) {
+    const std::string_view debido = NumeroDato(anotador_.clase());
+    if (!debido.empty() && valor != debido) anotador_.campo(C::NumeroDato, campo, std::string(debido));
+  }
+
+  void mirarControl(CodigoHallazgo codigo, const Campo& campo, const Control& control) {
+    if (!control.correcto) anotador_.campo(codigo, campo, control.digitos);
+  }
+
+  void mirarCuenta(const Campo& campo, std::string_view valor) {
+    const bool deAdeudo = anotador_.clase() == ClaseRegistro::Adeudo;
+    if (deAdeudo && remesa::campo(anotador_.registro(), kClaseCuenta) == "B") {
+      if (!EsCcc(valor)) anotador_.campo(C::Ccc, campo);
+      return;
+    }
+    // La de antes de cambiar el mandato no dice de qué clase es.
+    if (anotador_.clase() == ClaseRegistro::Mandato && EsCcc(valor)) return;
+    mirarControl(C::Iban, campo, ComprobarIban(valor));
+  }
+
+  void mirarPais(const Campo& campo, std::string_view valor) {
+    const bool balanza = anotador_.clase() == ClaseRegistro::Balanza;
+    if (!EsPais(valor) || (balanza && valor == "ES")) anotador_.campo(C::FueraDeLista, campo);
+    cerrarDireccion();
+  }
+
+  /// El código empieza por la letra que va con el tipo.
+  void mirarCodigoIdentificacion(const Campo& campo, std::string_view valor) {
+    const std::string_view tipo = identificacion_.tipo;
+    if (tipo.empty() && identificacion_.campo != nullptr)
+      anotador_.campo(C::ObligatorioVacio, *identificacion_.campo, "1 2");
+    const std::string_view letras = tipo == "1" ? "A I" : tipo == "2" ? "J" : "A I J";
+    if (!EstaEn(letras, valor.substr(0, 1))) anotador_.campo(C::Identificacion, campo, std::string(letras));
+  }
+
+  /// La dirección entera es un solo aviso, en su primera línea.
+  void cerrarDireccion() {
+    if (direccion_ != nullptr) anotador_.campo(C::Direccion, *direccion_);
+    direccion_ = nullptr;
+  }
+
+  /// Un aviso por cada tramo de caracteres de fuera del juego.
+  void mirarCaracteres(const Campo& campo, std::string_view bytes) {
+    auto mirado = bytes.begin();
+    while ((mirado = std::find_if_not(mirado, bytes.end(), EsCaracterSEPA)) != bytes.end()) {
+      const auto fin = std::find_if(mirado, bytes.end(), EsCaracterSEPA);
+      const auto desde = campo.donde.desde + static_cast<int>(mirado - bytes.begin());
+      anotador_.parte(C::Caracteres, campo, {desde, desde + static_cast<int>(fin - mirado) - 1});
+      mirado = fin;
+    }
+  }
+
+  struct Identificacion {
+    const Campo* campo = nullptr;
+    std::string_view tipo, codigo;
+  };
+
+  Anotador& anotador_;
+  const Campo* direccion_ = nullptr;
+  Identificacion identificacion_;
+};
+
+}  // namespace
+
+void ComprobarCampos(Anotador& anotador) {
+  Comprobacion comprobacion(anotador);
+  const auto largo = static_cast<int>(std::min(anotador.registro().size(), kLongitudRegistro));
+  for (const Campo& campo : CamposDe(anotador.clase())) {
+    if (campo.donde.hasta > largo) break;
+    comprobacion.mirar(campo);
+  }
+}
+
+}  // namespace remesa

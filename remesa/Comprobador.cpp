@@ -1,0 +1,186 @@
+#include "remesa/Comprobador.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "remesa/ComprobacionCampos.h"
+
+namespace remesa {
+namespace {
+
+using C = CodigoHallazgo;
+using namespace std::chrono_literals;
+
+/// Desde noviembre de 2016 el primer adeudo de una serie no tiene que ser FRST.
+constexpr Dia kFrstSobra{2016y, std::chrono::November, 1d};
+
+/// Blancos y la marca de fin de fichero de otros sistemas: no es un registro, sino una línea que sobra.
+bool EnBlanco(std::string_view bytes) {
+  using namespace std::string_view_literals;
+  return bytes.find_first_not_of(" \t\x1A\0"sv) == bytes.npos;
+}
+
+Posiciones Desde(std::uint64_t desde, std::uint64_t hasta) {
+  constexpr std::uint64_t kTope = std::numeric_limits<int>::max();
+  return {static_cast<int>(std::min(desde, kTope)), static_cast<int>(std::min(hasta, kTope))};
+}
+
+}  // namespace
+
+Comprobador::Comprobador(Dia hoy, ReceptorHallazgos recibir) : anotador_(std::move(recibir)), hoy_(hoy) {}
+
+void Comprobador::dar(std::string_view bytes, std::uint64_t longitud, std::uint64_t fila) {
+  if (ajeno_) return;
+  anotador_.pasarA(bytes, fila);
+  if (!mirarForma(bytes, longitud)) return;
+  orden_.dar();
+  if (anotador_.clase() == ClaseRegistro::Acreedor) abrirBloque();
+  ComprobarCampos(anotador_);
+  switch (anotador_.clase()) {
+    case ClaseRegistro::Acreedor:
+      mirarFechaCobro();
+      break;
+    case ClaseRegistro::Adeudo:
+      mirarAdeudo();
+      break;
+    case ClaseRegistro::Ultimos:
+    case ClaseRegistro::Balanza:
+    case ClaseRegistro::Mandato:
+      mirarOpcional();
+      break;
+    case ClaseRegistro::TotalesFecha:
+      mirarCabecera(kAcreedor04);
+      hayAdeudo_ = false;
+      break;
+    case ClaseRegistro::TotalesAcreedor:
+      mirarCabecera(kAcreedor05);
+      hayCabecera_ = false;
+      break;
+    default:
+      break;
+  }
+  totales_.dar();
+}
+
+void Comprobador::terminar() {
+  if (ajeno_) return;
+  if (anotador_.numero() == 0)
+    anotador_.fichero(C::SinRegistros);
+  else
+    orden_.terminar();
+}
+
+/// Longitud, código y número de dato. false si no hay nada más que mirar en el registro.
+bool Comprobador::mirarForma(std::string_view bytes, std::uint64_t longitud) {
+  const bool conocido = anotador_.clase() != ClaseRegistro::Desconocido;
+  if (anotador_.numero() == 1 && !EnBlanco(bytes) && !conocido && campo(bytes, kVersion) != "19143") {
+    constexpr std::size_t kCabeza = 7;
+    anotador_.fichero(C::NoEsRemesa, std::string(bytes.substr(0, kCabeza)), "0119143");
+    ajeno_ = true;
+    return false;
+  }
+  if (longitud != kLongitudRegistro)
+    anotador_.posiciones(C::Longitud,
+                         Desde(std::min<std::uint64_t>(longitud, kLongitudRegistro) + 1,
+                               std::max<std::uint64_t>(longitud, kLongitudRegistro)),
+                         std::to_string(longitud), std::to_string(kLongitudRegistro));
+  if (conocido) return true;
+  if (EnBlanco(bytes)) return false;
+  if (campo(bytes, kCodigo) == "03")
+    anotador_.posiciones(C::NumeroDato, kNumeroDato, std::string(campo(bytes, kNumeroDato)),
+                         "003 004 005 006");
+  else
+    anotador_.posiciones(C::CodigoDesconocido, kCodigo, std::string(campo(bytes, kCodigo)),
+                         "01 02 03 04 05 99");
+  return true;
+}
+
+const Campo& Comprobador::campoDe(Posiciones donde) const {
+  return *CampoEn(anotador_.registro(), donde.desde);
+}
+
+void Comprobador::abrirBloque() {
+  const std::string_view registro = anotador_.registro();
+  acreedor_ = Recortar(campo(registro, kIdentificadorAcreedor));
+  fechaCobro_ = campo(registro, kFechaCobro);
+  cobro_ = LeerFecha(fechaCobro_);
+  hayCabecera_ = true;
+  hayAdeudo_ = desordenado_ = false;
+}
+
+void Comprobador::mirarFechaCobro() {
+  if (!cobro_) return;
+  const auto anotar = [&](CodigoHallazgo codigo, Dia desde) {
+    anotador_.campo(codigo, campoDe(kFechaCobro), EscribirFecha(HabilDesde(desde)));
+  };
+  if (*cobro_ < hoy_) anotar(C::CobroPasado, hoy_);
+  if (EsFinDeSemana(*cobro_))
+    anotar(C::CobroFinDeSemana, std::max(*cobro_, hoy_));
+  else if (Festivo(*cobro_) != FestivoTarget::Ninguno)
+    anotar(C::CobroFestivo, std::max(*cobro_, hoy_));
+}
+
+void Comprobador::mirarAdeudo() {
+  const std::string_view registro = anotador_.registro();
+  const std::string_view referencias = campo(registro, kReferencias);
+  const std::string_view referencia = campo(registro, kReferenciaAdeudo);
+  // Con decirlo una vez por bloque basta: lo que sigue está desordenado por lo mismo.
+  if (hayAdeudo_ && !desordenado_ && referencia < campo(referencias_, {1, kReferenciaAdeudo.longitud()})) {
+    anotador_.campo(C::SinOrdenar, campoDe(kReferenciaAdeudo),
+                    std::string(Recortar(campo(referencias_, {1, kReferenciaAdeudo.longitud()}))));
+    desordenado_ = true;
+  }
+  referencias_ = referencias;
+  hayAdeudo_ = true;
+  anotador_.ponerAdeudo(registro);
+  mirarRepetidos(Recortar(referencia));
+  const std::optional<Dia> firma = LeerFecha(campo(registro, kFechaFirma));
+  if (firma && cobro_ && *firma > *cobro_)
+    anotador_.campo(C::FirmaPosterior, campoDe(kFechaFirma), fechaCobro_);
+  if (campo(registro, kTipoAdeudo) == "FRST" && (!cobro_ || *cobro_ >= kFrstSobra))
+    anotador_.campo(C::Frst, campoDe(kTipoAdeudo), "RCUR");
+}
+
+void Comprobador::mirarRepetidos(std::string_view referencia) {
+  const std::string_view registro = anotador_.registro();
+  const std::uint64_t numero = anotador_.numero();
+  if (!referencia.empty())
+    if (const auto otro = repetidos_.referencia(referencia, numero); otro != 0)
+      anotador_.campo(C::ReferenciaRepetida, campoDe(kReferenciaAdeudo), {}, otro);
+  const std::string_view mandato = Recortar(campo(registro, kReferenciaMandato));
+  if (mandato.empty()) return;
+  // Dos acreedores pueden llamar igual a sus mandatos.
+  const std::uint64_t huella = Mezclar(Huella(acreedor_), Huella(mandato));
+  if (const auto otro = repetidos_.cobro(huella, campo(registro, kImporteAdeudo), fechaCobro_, numero);
+      otro != 0)
+    anotador_.campo(C::CobroDoble, campoDe(kReferenciaMandato), {}, otro);
+  if (const auto otro = repetidos_.otraCuenta(huella, Recortar(campo(registro, kCuentaDeudor)), numero);
+      otro != 0)
+    anotador_.campo(C::MandatoDosCuentas, campoDe(kCuentaDeudor), {}, otro);
+}
+
+void Comprobador::mirarOpcional() {
+  const std::string_view registro = anotador_.registro();
+  if (anotador_.clase() == ClaseRegistro::Balanza) anotador_.campo(C::RegistroSinUso, campoDe(kNumeroDato));
+  if (!hayAdeudo_ || campo(registro, kReferencias) == referencias_) return;
+  for (const Posiciones donde : {kReferenciaAdeudo, kReferenciaMandato}) {
+    const Posiciones suya{donde.desde - kReferencias.desde + 1, donde.hasta - kReferencias.desde + 1};
+    const std::string_view debida = campo(referencias_, suya);
+    if (campo(registro, donde) != debida)
+      anotador_.campo(C::ReferenciasDistintas, campoDe(donde), std::string(Recortar(debida)));
+  }
+}
+
+/// Un 04 y un 05 repiten el acreedor de su cabecera; el 04, además, la fecha de cobro.
+void Comprobador::mirarCabecera(Posiciones acreedor) {
+  if (!hayCabecera_) return;
+  const auto comparar = [&](Posiciones donde, std::string_view debido) {
+    const std::string_view dicho = Recortar(campo(anotador_.registro(), donde));
+    if (!dicho.empty() && dicho != Recortar(debido))
+      anotador_.campo(C::OtraCabecera, campoDe(donde), std::string(Recortar(debido)));
+  };
+  comparar(acreedor, acreedor_);
+  if (anotador_.clase() == ClaseRegistro::TotalesFecha) comparar(kFecha04, fechaCobro_);
+}
+
+}  // namespace remesa

@@ -1,0 +1,83 @@
+#include "remesa/Hallazgo.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace remesa {
+namespace {
+
+using C = CodigoHallazgo;
+
+constexpr std::array kTextos{
+    std::pair{C::Longitud, "E101"},
+    std::pair{C::SoloLF, "E102"},
+    std::pair{C::SinRegistros, "E103"},
+    std::pair{C::NoEsRemesa, "E104"},
+    std::pair{C::CodigoDesconocido, "E201"},
+    std::pair{C::Version, "E202"},
+    std::pair{C::NumeroDato, "E203"},
+    std::pair{C::FueraDeOrden, "E204"},
+    std::pair{C::FaltaRegistro, "E205"},
+    std::pair{C::ObligatorioVacio, "E301"},
+    std::pair{C::NoNumerico, "E302"},
+    std::pair{C::FechaInexistente, "E303"},
+    std::pair{C::ImporteCero, "E304"},
+    std::pair{C::Iban, "E305"},
+    std::pair{C::Ccc, "E306"},
+    std::pair{C::IdentificadorAcreedor, "E307"},
+    std::pair{C::FueraDeLista, "E308"},
+    std::pair{C::Identificacion, "E309"},
+    std::pair{C::ReferenciasDistintas, "E401"},
+    std::pair{C::OtraCabecera, "E402"},
+    std::pair{C::TotalImportes, "E403"},
+    std::pair{C::TotalAdeudos, "E404"},
+    std::pair{C::TotalRegistros, "E405"},
+    std::pair{C::MarcaDeBytes, "A101"},
+    std::pair{C::SoloCR, "A102"},
+    std::pair{C::FinesMezclados, "A103"},
+    std::pair{C::SinUltimoFin, "A104"},
+    std::pair{C::RegistroSinUso, "A201"},
+    std::pair{C::Caracteres, "A301"},
+    std::pair{C::Direccion, "A302"},
+    std::pair{C::LibreConDatos, "A303"},
+    std::pair{C::Bic, "A304"},
+    std::pair{C::SinOrdenar, "A401"},
+    std::pair{C::ReferenciaRepetida, "A402"},
+    std::pair{C::CobroDoble, "A403"},
+    std::pair{C::MandatoDosCuentas, "A404"},
+    std::pair{C::FirmaPosterior, "A405"},
+    std::pair{C::Frst, "A406"},
+    std::pair{C::CobroPasado, "A407"},
+    std::pair{C::CobroFinDeSemana, "A408"},
+    std::pair{C::CobroFestivo, "A409"},
+};
+
+constexpr auto kCodigos = [] {
+  std::array<C, kTextos.size()> codigos{};
+  std::ranges::transform(kTextos, codigos.begin(), [](const auto& par) { return par.first; });
+  return codigos;
+}();
+
+// Los textos se buscan por el valor de la enumeración.
+static_assert([] {
+  for (std::size_t i = 0; i < kTextos.size(); ++i)
+    if (static_cast<std::size_t>(kTextos[i].first) != i) return false;
+  return true;
+}());
+
+}  // namespace
+
+std::span<const CodigoHallazgo> CodigosHallazgo() {
+  return kCodigos;
+}
+
+std::string_view TextoCodigo(CodigoHallazgo codigo) {
+  return kTextos[static_cast<std::size_t>(codigo)].second;
+}
+
+bool EsError(CodigoHallazgo codigo) {
+  return TextoCodigo(codigo).front() == 'E';
+}
+
+}  // namespace remesa

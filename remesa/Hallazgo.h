@@ -1,0 +1,86 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "remesa/Campos.h"
+
+namespace remesa {
+
+/// Lo que una comprobación puede encontrar. El texto del código ("E304", "A402") no cambia nunca de
+/// significado; los nuevos se añaden al final de su centena: 1 forma del fichero, 2 registros y su orden,
+/// 3 campos, 4 relación entre registros.
+enum class CodigoHallazgo : std::uint8_t {
+  Longitud,
+  SoloLF,
+  SinRegistros,
+  NoEsRemesa,
+  CodigoDesconocido,
+  Version,
+  NumeroDato,
+  FueraDeOrden,
+  FaltaRegistro,
+  ObligatorioVacio,
+  NoNumerico,
+  FechaInexistente,
+  ImporteCero,
+  Iban,
+  Ccc,
+  IdentificadorAcreedor,
+  FueraDeLista,
+  Identificacion,
+  ReferenciasDistintas,
+  OtraCabecera,
+  TotalImportes,
+  TotalAdeudos,
+  TotalRegistros,
+  MarcaDeBytes,
+  SoloCR,
+  FinesMezclados,
+  SinUltimoFin,
+  RegistroSinUso,
+  Caracteres,
+  Direccion,
+  LibreConDatos,
+  Bic,
+  SinOrdenar,
+  ReferenciaRepetida,
+  CobroDoble,
+  MandatoDosCuentas,
+  FirmaPosterior,
+  Frst,
+  CobroPasado,
+  CobroFinDeSemana,
+  CobroFestivo,
+};
+
+/// Todos, en el orden de sus textos.
+std::span<const CodigoHallazgo> CodigosHallazgo();
+
+/// "E304": la letra dice el nivel.
+std::string_view TextoCodigo(CodigoHallazgo codigo);
+
+/// Error: el banco lo rechazará o se perderá algo. Lo demás son avisos.
+bool EsError(CodigoHallazgo codigo);
+
+/// Un hallazgo, como datos. Los textos son bytes del fichero (Windows-1252).
+struct Hallazgo {
+  CodigoHallazgo codigo{};
+  std::uint64_t registro = 0;  ///< Desde 1; 0, el fichero entero. Una línea acabada en LF es un registro.
+  std::uint64_t fila = 0;      ///< El registro del programa que lo contiene: no separa los LF sueltos.
+  ClaseRegistro clase = ClaseRegistro::Desconocido;
+  Posiciones donde{0, 0};        ///< 0 y 0 si no procede.
+  const Campo* campo = nullptr;  ///< De la tabla de campos; nullptr si no es de un campo.
+  std::string valor = {};        ///< Lo que dice el fichero, sin los blancos de los lados.
+  std::string esperado = {};     ///< El dato o los datos que valdrían; vacío si no se pueden enumerar.
+  std::uint64_t otro = 0;        ///< El otro registro implicado (un repetido), desde 1; o cuántos.
+  std::string deudor = {};
+  std::string referencia = {};
+};
+
+using ReceptorHallazgos = std::function<void(Hallazgo&&)>;
+
+}  // namespace remesa

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace remesa {
+
+enum class FinLinea : std::uint8_t { CRLF, CR, LF, Ninguno };
+
+/// Corta en líneas unos bytes que llegan por trozos, con cualquier fin de línea. De una línea que no cabe en
+/// un trozo solo guarda lo que ocupa un registro.
+class LineasFichero {
+ public:
+  /// `bytes` vale hasta que vuelve; `longitud` es la de la línea entera.
+  using Receptor = std::function<void(std::string_view bytes, std::uint64_t longitud, FinLinea fin)>;
+
+  explicit LineasFichero(Receptor recibir) : recibir_(std::move(recibir)) {}
+  void dar(std::string_view trozo);
+  /// La última línea, si no tiene fin.
+  void terminar();
+
+ private:
+  void guardar(std::string_view bytes);
+  void entregar(std::string_view resto, FinLinea fin);
+
+  Receptor recibir_;
+  std::string inicio_;       // lo guardado de la línea que empezó en otro trozo
+  std::uint64_t largo_ = 0;  // lo que de ella llevaban los otros trozos
+  bool trasCR_ = false;      // acabó en CR y el trozo también: puede seguir LF
+};
+
+}  // namespace remesa

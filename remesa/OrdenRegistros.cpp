@@ -1,0 +1,84 @@
+#include "remesa/OrdenRegistros.h"
+
+namespace remesa {
+/// Códigos, separados por blancos, que pueden seguir.
+std::string OrdenRegistros::Admitidos(Estado estado) {
+  switch (estado) {
+    case Estado::Inicio:
+      return "01";
+    case Estado::Presentador:
+      return "02";
+    case Estado::Cabecera:
+      return "03";
+    case Estado::Adeudos:
+      return "03 04";
+    case Estado::Bloque:
+      return "02 05";
+    case Estado::Acreedor:
+      return "02 99";
+    case Estado::Final:
+      break;
+  }
+  return {};
+}
+
+void OrdenRegistros::dar() {
+  const std::string_view codigo = campo(anotador_.registro(), kCodigo);
+  Estado siguiente{};
+  if (codigo == "01")
+    siguiente = Estado::Presentador;
+  else if (codigo == "02")
+    siguiente = Estado::Cabecera;
+  else if (codigo == "03")
+    siguiente = Estado::Adeudos;
+  else if (codigo == "04")
+    siguiente = Estado::Bloque;
+  else if (codigo == "05")
+    siguiente = Estado::Acreedor;
+  else if (codigo == "99")
+    siguiente = Estado::Final;
+  else
+    return;
+  const std::string admitidos = Admitidos(estado_);
+  if (admitidos.find(codigo) == admitidos.npos)
+    anotador_.posiciones(CodigoHallazgo::FueraDeOrden, kCodigo, std::string(codigo), admitidos);
+  else if (siguiente == Estado::Cabecera && estado_ == Estado::Bloque)
+    mirarAcreedor();
+  else if (siguiente == Estado::Adeudos)
+    mirarDato();
+  if (siguiente != Estado::Adeudos)
+    dato_.clear();
+  else if (anotador_.clase() != ClaseRegistro::Desconocido)
+    dato_ = campo(anotador_.registro(), kNumeroDato);
+  if (siguiente == Estado::Cabecera)
+    acreedor_ = Recortar(campo(anotador_.registro(), kIdentificadorAcreedor));
+  estado_ = siguiente;
+}
+
+/// Un adeudo tiene un 003 y, tras él, como mucho un 004, un 005 y un 006, por ese orden.
+void OrdenRegistros::mirarDato() {
+  if (anotador_.clase() == ClaseRegistro::Desconocido) return;
+  const std::string_view dato = campo(anotador_.registro(), kNumeroDato);
+  if (dato != "003" && (dato_.empty() || dato <= dato_))
+    anotador_.campo(CodigoHallazgo::FueraDeOrden, *CampoEn(anotador_.registro(), kNumeroDato.desde), "003");
+}
+
+/// Otro acreedor pide antes el 05 del anterior.
+void OrdenRegistros::mirarAcreedor() {
+  if (Recortar(campo(anotador_.registro(), kIdentificadorAcreedor)) != acreedor_)
+    anotador_.posiciones(CodigoHallazgo::FueraDeOrden, kCodigo, "02", "05");
+}
+
+void OrdenRegistros::terminar() {
+  constexpr std::string_view kCadena[] = {"01", "02", "03", "04", "05", "99"};
+  const std::string siguiente = Admitidos(estado_);
+  if (siguiente.empty()) return;
+  // De los que pueden seguir, el que lleva al final.
+  const std::string_view ultimo = std::string_view(siguiente).substr(siguiente.size() - 2);
+  std::string faltan;
+  for (const std::string_view codigo : kCadena)
+    if (codigo >= ultimo) faltan.append(faltan.empty() ? "" : " ").append(codigo);
+  anotador_.fichero(CodigoHallazgo::FaltaRegistro, {}, std::move(faltan));
+}
+
+}  // namespace remesa

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QString>
+#include <cstdint>
+
+#include "remesa/Hallazgo.h"
+
+namespace principal {
+
+/// "error" o "aviso".
+QString TextoNivel(remesa::CodigoHallazgo codigo);
+
+/// Lo que hay en el fichero, tal como está.
+QString TextoValor(const remesa::Hallazgo& hallazgo);
+
+/// Lo que debería haber: el dato o los datos que valen o, si no se pueden enumerar, cómo son.
+QString TextoEsperado(const remesa::Hallazgo& hallazgo);
+
+/// Nombre del campo, como en la norma; vacío si no es de un campo.
+QString TextoCampo(const remesa::Hallazgo& hallazgo);
+
+/// Qué pasa y qué hacer, en frases.
+QString TextoHallazgo(const remesa::Hallazgo& hallazgo);
+
+/// "sin errores", "sin errores y con 3 avisos", "2 errores y 1 aviso".
+QString TextoRecuento(std::uint64_t errores, std::uint64_t avisos);
+
+}  // namespace principal
