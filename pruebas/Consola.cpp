@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QProcess>
 #include <QTemporaryDir>
 
@@ -233,6 +235,48 @@ TEST_F(PruebaConsola, VeLosRegistrosCampoPorCampo) {
   EXPECT_EQ(ver({"--registro", "6"}).codigo, 1);
   for (const char* malo : {"0", "-1", "dos", "9999999999999999999999"})
     EXPECT_EQ(ver({"--registro", malo}).codigo, 2) << malo;
+}
+
+TEST_F(PruebaConsola, CompruebaConLaNorma) {
+  const QByteArray buena = leer(ejemplo("gimnasio-acuario.Q19"));
+  QByteArray mala = buena;
+  mala.replace(602 * 2 + 80, 4, "A\"\\\x01");
+  const QByteArray antes = leer(escribir("mala.Q19", mala));
+  escribir("buena.Q19", buena);
+  const Salida texto = q19({"comprobar", "buena.Q19", "mala.Q19", "--fecha", "20260101"});
+  EXPECT_EQ(texto.codigo, 1);
+  EXPECT_TRUE(texto.dicho.contains("\nbuena.Q19: sin errores y con "));
+  EXPECT_TRUE(texto.dicho.contains("\nmala.Q19: registro 3, 81-84 Tipo de adeudo ("))
+      << texto.dicho.toStdString();
+  EXPECT_TRUE(texto.dicho.contains("\nmala.Q19: 1 error y "));
+
+  const Salida json = q19({"comprobar", "mala.Q19", "--json", "--fecha=20260101"});
+  EXPECT_EQ(json.codigo, 1);
+  EXPECT_EQ(json.avisado, "");
+  int errores = 0;
+  for (const QString& linea : json.dicho.trimmed().split('\n')) {
+    const QJsonObject objeto = QJsonDocument::fromJson(linea.toUtf8()).object();
+    ASSERT_FALSE(objeto.isEmpty()) << linea.toStdString();
+    if (objeto["nivel"] != "error") continue;
+    ++errores;
+    const QJsonObject esperado{{"fichero", "mala.Q19"},
+                               {"nivel", "error"},
+                               {"codigo", "E308"},
+                               {"registro", 3},
+                               {"desde", 81},
+                               {"hasta", 84},
+                               {"campo", "Tipo de adeudo"},
+                               {"valor", "A\"\\\x01"},
+                               {"esperado", "FNAL, FRST, OOFF o RCUR"}};
+    for (const QString& clave : esperado.keys())
+      EXPECT_EQ(objeto[clave], esperado[clave]) << clave.toStdString();
+    EXPECT_FALSE(objeto["mensaje"].toString().isEmpty());
+  }
+  EXPECT_EQ(errores, 1);
+  EXPECT_EQ(q19({"comprobar", "buena.Q19", "--json"}).codigo, 0);
+  EXPECT_EQ(q19({"comprobar", "buena.Q19", "falta.Q19"}).codigo, 1);
+  EXPECT_EQ(q19({"comprobar", "buena.Q19", "--fecha", "20260230"}).codigo, 2);
+  EXPECT_EQ(leer(ruta("mala.Q19")), antes);
 }
 
 TEST_F(PruebaConsola, ListaEnUnPdfSinPantalla) {

@@ -1,7 +1,7 @@
 #include "remesa/Comprobacion.h"
 
 #include <array>
-#include <vector>
+#include <memory>
 
 #include "remesa/Comprobador.h"
 #include "remesa/Lectura.h"
@@ -71,12 +71,12 @@ ResultadoComprobacion ComprobarFichero(const std::filesystem::path& ruta, Dia ho
     fines.contar(fin);
     if (fin != FinLinea::LF) ++fila;
   });
-  std::vector<char> bufer(kTrozo);
+  const auto bufer = std::make_unique_for_overwrite<char[]>(kTrozo);
   std::uintmax_t leidos = 0;
   for (bool fin = false; !fin && !comprobador.ajeno();) {
-    const std::size_t trozo = lectura.leer(bufer);
-    fin = trozo < bufer.size();
-    std::string_view bytes(bufer.data(), trozo);
+    const std::size_t trozo = lectura.leer({bufer.get(), kTrozo});
+    fin = trozo < kTrozo;
+    std::string_view bytes(bufer.get(), trozo);
     if (leidos == 0)
       if (const std::string_view marca = Marca(bytes); !marca.empty()) {
         comprobador.anotador().fichero(C::MarcaDeBytes, std::string(marca));

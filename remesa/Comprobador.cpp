@@ -124,6 +124,11 @@ void Comprobador::mirarAdeudo() {
   const std::string_view registro = anotador_.registro();
   const std::string_view referencias = campo(registro, kReferencias);
   const std::string_view referencia = campo(registro, kReferenciaAdeudo);
+  anotador_.ponerAdeudo(registro);
+  if (referencias.size() < static_cast<std::size_t>(kReferencias.longitud())) {
+    hayAdeudo_ = false;  // cortado: no se sabe qué referencias son
+    return;
+  }
   // Con decirlo una vez por bloque basta: lo que sigue está desordenado por lo mismo.
   if (hayAdeudo_ && !desordenado_ && referencia < campo(referencias_, {1, kReferenciaAdeudo.longitud()})) {
     anotador_.campo(C::SinOrdenar, campoDe(kReferenciaAdeudo),
@@ -132,7 +137,6 @@ void Comprobador::mirarAdeudo() {
   }
   referencias_ = referencias;
   hayAdeudo_ = true;
-  anotador_.ponerAdeudo(registro);
   mirarRepetidos(Recortar(referencia));
   const std::optional<Dia> firma = LeerFecha(campo(registro, kFechaFirma));
   if (firma && cobro_ && *firma > *cobro_)
@@ -162,7 +166,8 @@ void Comprobador::mirarRepetidos(std::string_view referencia) {
 void Comprobador::mirarOpcional() {
   const std::string_view registro = anotador_.registro();
   if (anotador_.clase() == ClaseRegistro::Balanza) anotador_.campo(C::RegistroSinUso, campoDe(kNumeroDato));
-  if (!hayAdeudo_ || campo(registro, kReferencias) == referencias_) return;
+  const std::string_view suyas = campo(registro, kReferencias);
+  if (!hayAdeudo_ || suyas.size() < referencias_.size() || suyas == referencias_) return;
   for (const Posiciones donde : {kReferenciaAdeudo, kReferenciaMandato}) {
     const Posiciones suya{donde.desde - kReferencias.desde + 1, donde.hasta - kReferencias.desde + 1};
     const std::string_view debida = campo(referencias_, suya);

@@ -1,0 +1,365 @@
+#include "remesa/Comprobacion.h"
+
+#include <fstream>
+
+#include "Registros.h"
+#include "remesa/Guardado.h"
+#include "remesa/SEPA.h"
+#include "remesa/Validez.h"
+
+using namespace remesa;
+using namespace pruebas;
+using namespace std::chrono_literals;
+using namespace std::string_literals;
+
+namespace {
+
+using Registros = std::vector<std::string>;
+
+constexpr Dia kHoy{2026y, std::chrono::January, 5d};
+constexpr const char* kAcreedor = "ES08000E77846772";
+constexpr const char* kIban = "ES9121000418450200051332";
+
+enum {
+  kPresentador,
+  kCabecera,
+  kAdeudo,
+  kUltimos,
+  kCambio,
+  kAdeudo2,
+  kTotales,
+  kTotalesAcreedor,
+  kGenerales
+};
+
+Posiciones De(int desde, std::string_view texto) {
+  return {desde, desde + static_cast<int>(texto.size()) - 1};
+}
+
+std::string Con(std::string_view cabeza, std::initializer_list<std::pair<int, std::string_view>> campos) {
+  std::string registro = Registro(cabeza);
+  for (const auto& [desde, texto] : campos)
+    sobrescribir(registro, De(desde, texto), texto);
+  return registro;
+}
+
+/// Una remesa en la que no hay nada que decir: dos adeudos, el primero con dos registros opcionales.
+Registros Buena() {
+  const auto adeudo = [](const char* referencia, const char* mandato) {
+    return Con("0319143003", {{11, referencia},
+                              {46, mandato},
+                              {81, "RCUR"},
+                              {89, "00000000150"},
+                              {100, "20200101"},
+                              {119, "ANA PENA"},
+                              {403, "A"},
+                              {404, kIban}});
+  };
+  return {
+      Con("0119143001",
+          {{11, kAcreedor}, {46, "ACADEMIA"}, {116, "20260104"}, {124, "PRE1"}, {159, "21000418"}}),
+      Con("0219143002", {{11, kAcreedor}, {46, "20260112"}, {54, "ACADEMIA"}, {266, kIban}}),
+      adeudo("REF1", "MANDATO1"),
+      Con("0319143004", {{11, "REF1"}, {46, "MANDATO1"}, {223, "TITULAR"}, {293, "2"}, {294, "J12345678Z"}}),
+      Con("0319143006", {{11, "REF1"}, {46, "MANDATO1"}, {81, "ANTERIOR"}, {186, kAcreedor}, {255, "SMNDA"}}),
+      adeudo("REF2", "MANDATO2"),
+      Con("04", {{3, kAcreedor}, {38, "20260112"}, {46, "00000000000000300000000020000000006"}}),
+      Con("05", {{3, kAcreedor}, {38, "00000000000000300000000020000000007"}}),
+      Con("99", {{3, "00000000000000300000000020000000009"}})};
+}
+
+std::string Bytes(const Registros& registros, const char* fin = "\r\n") {
+  std::string bytes;
+  for (const std::string& registro : registros)
+    bytes += registro + fin;
+  return bytes;
+}
+
+/// Los códigos con su registro: "E304@3 E403@7".
+std::string Codigos(const std::vector<Hallazgo>& hallazgos) {
+  std::string codigos;
+  for (const Hallazgo& h : hallazgos)
+    codigos +=
+        (codigos.empty() ? "" : " ") + std::string(TextoCodigo(h.codigo)) + "@" + std::to_string(h.registro);
+  return codigos;
+}
+
+class PruebaComprobacion : public Carpeta {
+ protected:
+  std::vector<Hallazgo> comprobar(std::string_view bytes) {
+    std::vector<Hallazgo> hallazgos;
+    const auto resultado = ComprobarFichero(escribir("remesa.Q19", bytes), kHoy,
+                                            [&](Hallazgo&& h) { hallazgos.push_back(std::move(h)); });
+    EXPECT_EQ(resultado.errores + resultado.avisos, hallazgos.size());
+    return hallazgos;
+  }
+};
+
+TEST_F(PruebaComprobacion, UnCampoEstropeado) {
+  const struct {
+    std::size_t registro;
+    int desde;
+    std::string texto;
+    const char* codigos;
+    Posiciones donde{0, 0};
+    const char* esperado = "";
+  } casos[] = {
+      {kAdeudo, 1, "03", ""},
+      {kPresentador, 3, "19445", "E202@1", {3, 7}, "19143"},
+      {kAdeudo2, 3, "     ", "E202@6", {3, 7}, "19143"},
+      {kCabecera, 8, "001", "E203@2", {8, 10}, "002"},
+      {kCambio, 8, "007", "E203@5", {8, 10}, "003 004 005 006"},
+      {kCambio, 1, "77", "E201@5", {1, 2}, "01 02 03 04 05 99"},
+      {kCabecera, 54, "        ", "E301@2", {54, 123}},
+      {kAdeudo, 119, "        ", "E301@3", {119, 188}},
+      {kAdeudo, 189, "CALLE MAYOR 1", "E301@3 A302@3", {329, 330}},
+      {kCabecera, 224, "SEVILLA", "E301@2 A302@2", {264, 265}},
+      {kUltimos, 293, " ", "E301@4", {293, 293}, "1 2"},
+      {kAdeudo, 404, "DE89370400440532013000  ", "E301@3", {108, 118}},
+      {kPresentador, 159, "21A0", "E302@1", {159, 162}},
+      {kAdeudo, 331, "X", "E302@3", {331, 331}},
+      {kAdeudo, 331, "0", ""},
+      {kAdeudo, 89, "    0000150", "E302@3 E403@7 E403@8 E403@9", {89, 99}},
+      {kPresentador, 116, "20260230", "E303@1", {116, 123}},
+      {kAdeudo, 100, "20231301", "E303@3", {100, 107}},
+      {kAdeudo, 89, "00000000000", "E304@3 E403@7 E403@8 E403@9", {89, 99}},
+      {kAdeudo, 404, "ES9221000418450200051332", "E305@3", {404, 437}, "91"},
+      {kAdeudo, 404, "ES912100041845020005133 ", "E305@3", {404, 437}},
+      {kAdeudo, 404, "es9121000418450200051332", "E301@3 E305@3", {108, 118}},
+      {kCabecera, 266, "ES9221000418450200051332", "E305@2", {266, 299}, "91"},
+      {kCambio, 221, "ES92", "E305@5", {221, 254}},
+      {kCambio, 221, "21000418450200051332", ""},
+      {kAdeudo, 403, "B", "E306@3", {404, 437}},
+      {kPresentador, 13, "09", "E307@1", {11, 45}, "08"},
+      {kCabecera, 13, "09", "E307@2 E402@7 E402@8", {11, 45}, "08"},
+      {kCambio, 190, "A", "E307@5", {186, 220}},
+      {kAdeudo, 81, "RCRU", "E308@3", {81, 84}, "FNAL FRST OOFF RCUR"},
+      {kAdeudo, 81, "RST ", "E308@3", {81, 84}, "FNAL FRST OOFF RCUR"},
+      {kAdeudo, 329, "XX", "E308@3", {329, 330}},
+      {kAdeudo, 403, "C", "E308@3", {403, 403}, "A B"},
+      {kUltimos, 293, "3", "E308@4", {293, 293}, "1 2"},
+      {kCambio, 255, "OTRA", "E308@5", {255, 259}, "SMNDA"},
+      {kUltimos, 294, "I", "E309@4", {294, 329}, "J"},
+      {kUltimos, 293, "1", "E309@4", {294, 329}, "A I"},
+      {kUltimos, 11, "REF2", "E401@4", {11, 45}, "REF1"},
+      {kCambio, 46, "MANDATO3", "E401@5", {46, 80}, "MANDATO1"},
+      {kTotales, 3, "ES53000A12345678", "E402@7", {3, 37}, kAcreedor},
+      {kTotales, 38, "20260113", "E402@7", {38, 45}, "20260112"},
+      {kTotalesAcreedor, 3, "ES53000A12345678", "E402@8", {3, 37}, kAcreedor},
+      {kTotales, 62, "1", "E403@7", {46, 62}, "00000000000000300"},
+      {kTotalesAcreedor, 62, "3", "E404@8", {55, 62}, "00000002"},
+      {kGenerales, 37, "8", "E405@9", {28, 37}, "0000000009"},
+      {kAdeudo, 442, "CUOTA A\xD1O", "A301@3", {449, 449}},
+      {kAdeudo, 442, "A&B \xE1\xE9", "A301@3 A301@3", {443, 443}},
+      {kUltimos, 223, "\0\r"s.substr(0, 1), "A301@4", {223, 223}},
+      {kAdeudo, 590, "X", "A303@3", {582, 600}},
+      {kAdeudo, 108, "BANCO", "A304@3", {108, 118}},
+      {kAdeudo, 108, "BBVAESMMXXX", ""},
+      {kAdeudo, 11, "REF3", "E401@4 E401@5 A401@6", {11, 45}, "REF3"},
+      {kAdeudo2, 46, "MANDATO1", "A403@6", {46, 80}},
+      {kAdeudo, 100, "20260113", "A405@3", {100, 107}, "20260112"},
+      {kAdeudo, 81, "FRST", "A406@3", {81, 84}, "RCUR"},
+      {kCabecera, 46, "20260102", "A407@2 E402@7", {46, 53}, "20260105"},
+      {kCabecera, 46, "20260110", "A408@2 E402@7", {46, 53}, "20260112"},
+      {kCabecera, 46, "20260403", "A409@2 E402@7", {46, 53}, "20260407"},
+      {kCabecera, 46, "20161003", "A407@2 A405@3 A405@6 E402@7", {46, 53}, "20260105"},
+  };
+  for (const auto& caso : casos) {
+    Registros remesa = Buena();
+    sobrescribir(remesa[caso.registro], De(caso.desde, caso.texto), caso.texto);
+    SCOPED_TRACE(caso.codigos + " con «"s + caso.texto + "» en " + std::to_string(caso.desde));
+    const std::vector<Hallazgo> hallazgos = comprobar(Bytes(remesa));
+    EXPECT_EQ(Codigos(hallazgos), caso.codigos);
+    if (hallazgos.empty()) continue;
+    EXPECT_EQ(hallazgos[0].donde, caso.donde);
+    EXPECT_EQ(hallazgos[0].esperado, caso.esperado);
+    EXPECT_EQ(hallazgos[0].fila, hallazgos[0].registro);
+  }
+}
+
+TEST_F(PruebaComprobacion, RegistrosDeMasDeMenosYFueraDeSitio) {
+  const auto quitar = [](std::size_t cual) {
+    return [cual](Registros& r) { r.erase(r.begin() + static_cast<std::ptrdiff_t>(cual)); };
+  };
+  const auto poner = [](std::size_t donde, std::string registro) {
+    return [=](Registros& r) { r.insert(r.begin() + static_cast<std::ptrdiff_t>(donde), registro); };
+  };
+  const Registros buena = Buena();
+  const struct {
+    std::function<void(Registros&)> dano;
+    const char* codigos;
+  } casos[] = {
+      {quitar(kPresentador), "E204@1 E405@8"},
+      {quitar(kCabecera), "E204@2 E405@6 E405@7 E405@8"},
+      {quitar(kTotales), "E204@7 E405@7 E405@8"},
+      {quitar(kTotalesAcreedor), "E204@8 E405@8"},
+      {quitar(kGenerales), "E205@0"},
+      {poner(kGenerales + 1, buena[kPresentador]), "E204@10 E205@0"},
+      {poner(kUltimos, buena[kUltimos]), "E204@5 E405@8 E405@9 E405@10"},
+      {[](Registros& r) { std::swap(r[kUltimos], r[kCambio]); }, "E204@5"},
+      {[](Registros& r) { std::swap(r[kAdeudo], r[kUltimos]); }, "E204@3"},
+      {poner(kAdeudo2, Con("0319143005", {{11, "REF1"}, {46, "MANDATO1"}})),
+       "E204@6 A201@6 E405@8 E405@9 E405@10"},
+      // La misma copia que hace «Insertar tipo 03».
+      {poner(kAdeudo2 + 1, buena[kAdeudo2]),
+       "A402@7 A403@7 E403@8 E404@8 E405@8 E403@9 E404@9 E405@9 E403@10 E404@10 E405@10"},
+      {[](Registros& r) {
+         sobrescribir(r[kAdeudo2], {46, 53}, "MANDATO1");
+         sobrescribir(r[kAdeudo2], {404, 437}, "ES7921000813610123456789");
+       },
+       "A403@6 A404@6"},
+      // Otro acreedor pide antes el 05 del suyo.
+      {[&](Registros& r) {
+         r.insert(r.begin() + kTotalesAcreedor, buena.begin() + kCabecera, buena.begin() + kTotalesAcreedor);
+         sobrescribir(r[kTotalesAcreedor], {11, 26}, "ES53000A12345678");
+       },
+       "E204@8 A402@9 A402@12 E402@13 E402@14 E403@14 E404@14 E405@14 E403@15 E404@15 E405@15"},
+      {[](Registros& r) { r[kAdeudo].resize(598); }, "E101@3"},
+      {[](Registros& r) { r[kAdeudo].resize(50); }, "E101@3 E403@7 E403@8 E403@9"},
+      {[](Registros& r) { r[kAdeudo] += "XX"; }, "E101@3"},
+      {poner(kAdeudo2, ""), "E101@6"},
+      {[](Registros& r) { r = {"hola"}; }, "E104@0"},
+  };
+  for (const auto& caso : casos) {
+    SCOPED_TRACE(caso.codigos);
+    Registros remesa = Buena();
+    caso.dano(remesa);
+    EXPECT_EQ(Codigos(comprobar(Bytes(remesa))), caso.codigos);
+  }
+}
+
+TEST_F(PruebaComprobacion, DosAcreedoresConSusTotales) {
+  const Registros primera = Buena();
+  Registros remesa(primera.begin(), primera.end() - 1);
+  for (std::size_t i = kCabecera; i < kGenerales; ++i) {
+    std::string registro = primera[i];
+    const int donde = i < kTotales ? 11 : 3;
+    if (i == kCabecera || i >= kTotales)
+      sobrescribir(registro, De(donde, kAcreedor), "ES53000A12345678");
+    else
+      sobrescribir(registro, {11, 13}, "OTR");
+    remesa.push_back(registro);
+  }
+  remesa.push_back(Con("99", {{3, "00000000000000600000000040000000016"}}));
+  EXPECT_EQ(Codigos(comprobar(Bytes(remesa))), "");
+}
+
+TEST_F(PruebaComprobacion, FinesDeLineaYMarcas) {
+  const Registros buena = Buena();
+  const std::string crlf = Bytes(buena);
+  const struct {
+    std::string bytes;
+    const char* codigos;
+  } casos[] = {
+      {crlf, ""},
+      {"", "E103@0"},
+      {Bytes(buena, "\n"), "E102@0"},
+      {Bytes(buena, "\r"), "A102@0"},
+      {buena[0] + "\r" + Bytes({buena.begin() + 1, buena.end()}), "A103@0"},
+      {buena[0] + "\n" + Bytes({buena.begin() + 1, buena.end()}), "E102@0 A103@0"},
+      {"\xEF\xBB\xBF" + crlf, "A101@0"},
+      {crlf.substr(0, crlf.size() - 2), "A104@0"},
+      {crlf.substr(0, crlf.size() - 1), "A103@0"},
+      {crlf.substr(0, 602 * 3), "E205@0"},
+      {crlf + "\x1A", "E101@10 A104@0"},
+      {"5180" + std::string(158, '0'), "E104@0"},
+  };
+  for (const auto& caso : casos) {
+    SCOPED_TRACE(caso.codigos);
+    EXPECT_EQ(Codigos(comprobar(caso.bytes)), caso.codigos);
+  }
+  // El programa toma todo por un registro; aquí se cuentan los que son.
+  std::string danada = Bytes(buena, "\n");
+  danada[601 * kAdeudo + 81] = 'X';
+  const std::vector<Hallazgo> hallazgos = comprobar(danada);
+  ASSERT_EQ(Codigos(hallazgos), "E308@3 E102@0");
+  EXPECT_EQ(hallazgos[0].fila, 1U);
+  EXPECT_EQ(hallazgos[0].deudor, "ANA PENA");
+  EXPECT_EQ(hallazgos[0].referencia, "REF1");
+}
+
+// El corte en líneas no depende de dónde caigan los trozos, y una línea sin fin no ocupa memoria.
+TEST_F(PruebaComprobacion, TrozosYLineasEnormes) {
+  const Registros buena = Buena();
+  const std::string largo = std::string("0319143003").append(3'000'000, 'x');
+  for (const char* fin : {"\r\n", "\r", "\n"})
+    for (std::size_t relleno : {0U, 1U, 2U}) {
+      // Que el fin de línea caiga justo en el borde de un trozo de 1 MB.
+      std::string bytes = Bytes({buena[0], std::string((1 << 20) - 604 + relleno, '7'), buena[1]}, fin);
+      SCOPED_TRACE(testing::Message() << relleno << " " << int(fin[0]));
+      const auto codigos = Codigos(comprobar(bytes));
+      EXPECT_TRUE(codigos.starts_with("E101@2 E201@2 E205@0")) << codigos;
+    }
+  EXPECT_EQ(Codigos(comprobar(Bytes({buena[0], buena[1], largo}))).substr(0, 6), "E101@3");
+}
+
+// Cada byte de la remesa, cambiado por otros: nunca falla, y nunca pasa por buena una longitud que no lo es.
+TEST_F(PruebaComprobacion, CualquierByte) {
+  const std::string buena = Bytes(Buena());
+  std::uint32_t azar = 12345;
+  for (int vuelta = 0; vuelta < 300; ++vuelta) {
+    std::string bytes = buena;
+    for (int i = 0; i < 1 + vuelta / 20; ++i) {
+      azar = azar * 1664525 + 1013904223;
+      bytes[azar % bytes.size()] = static_cast<char>(azar >> 24);
+    }
+    if (vuelta % 3 == 0) bytes.resize(azar % bytes.size());
+    const auto hallazgos = comprobar(bytes);
+    if (bytes.size() % 602 != 0) {
+      EXPECT_FALSE(hallazgos.empty());
+    }
+  }
+}
+
+TEST(Comprobacion, ListaComoQuedaraGuardada) {
+  Registros registros = Buena();
+  registros[kAdeudo].resize(590);
+  const ListaRegistros lista = Lista(registros);
+  for (const bool comoGuardada : {false, true}) {
+    std::vector<Hallazgo> hallazgos;
+    const auto recibir = [&](Hallazgo&& h) { hallazgos.push_back(std::move(h)); };
+    EXPECT_TRUE(ComprobarLista(lista, kHoy, recibir, comoGuardada).completa);
+    EXPECT_EQ(Codigos(hallazgos), comoGuardada ? "" : "E101@3");
+  }
+}
+
+TEST(Calendario, PascuaYFiestas) {
+  for (const char* pascua :
+       {"19610402", "20000423", "20080323", "20240331", "20250420", "20260405", "20380425"}) {
+    const Dia dia = *LeerFecha(pascua);
+    EXPECT_EQ(EscribirFecha(DomingoDePascua(dia.year())), pascua);
+  }
+  const std::pair<const char*, const char*> habiles[] = {{"20260403", "20260407"}, {"20261225", "20261228"},
+                                                         {"20260501", "20260504"}, {"20251231", "20251231"},
+                                                         {"20260101", "20260102"}, {"20260106", "20260106"}};
+  for (const auto& [dia, habil] : habiles)
+    EXPECT_EQ(EscribirFecha(HabilDesde(*LeerFecha(dia))), habil);
+  for (const char* mal : {"", "20230229", "00000000", "2026010", "202601011", " 2026010", "20261301"})
+    EXPECT_FALSE(LeerFecha(mal)) << mal;
+}
+
+TEST(Validez, ClavesConDigitosDeControl) {
+  for (const char* bien : {"ES08000E77846772", "ES03000W9614457A", "ES53000A12345678", "ES53999A12345678",
+                           "ES53 000 A-12345678", "DE98ZZZ09999999999"})
+    EXPECT_TRUE(ComprobarIdentificador(bien).correcto) << bien;
+  for (const char* mal :
+       {"", "ES", "ES08", "ES54000A12345678", "ES53000a12345678", "ES53000A1234567", "ES5300XA12345678"})
+    EXPECT_FALSE(ComprobarIdentificador(mal).correcto) << mal;
+  for (const char* bien : {kIban, "DE89370400440532013000", "GB82WEST12345698765432", "NO9386011117947"})
+    EXPECT_TRUE(ComprobarIban(bien).correcto) << bien;
+  for (const char* mal : {"", "ES91", "ES91 2100 0418 4502 0005 1332", "9121000418450200051332ES"})
+    EXPECT_FALSE(ComprobarIban(mal).correcto) << mal;
+}
+
+// El documento explica cada código, y no sobra ninguno.
+TEST(Comprobacion, TodosLosCodigosEstanEnElDocumento) {
+  std::ifstream fichero(DIR_PROYECTO "/docs/comprobaciones.md");
+  const std::string documento{std::istreambuf_iterator<char>(fichero), {}};
+  for (const CodigoHallazgo codigo : CodigosHallazgo()) {
+    const std::string fila = "| " + std::string(TextoCodigo(codigo)) + " | ";
+    EXPECT_EQ(documento.find(fila), documento.rfind(fila)) << fila;
+    EXPECT_NE(documento.find(fila), documento.npos) << fila;
+  }
+}
+
+}  // namespace
