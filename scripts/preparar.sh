@@ -36,6 +36,5 @@ configurar() {
     decir "El proyecto ha cambiado de carpeta: se construye de nuevo build/$preset"
     rm -rf "$dir"
   fi
-  if command -v ccache >/dev/null; then set -- "$@" -DCMAKE_CXX_COMPILER_LAUNCHER=ccache; fi
-  (cd "$raiz" && cmake --preset "$preset" "$@")
+  (cd "$raiz" && cmake --preset "$preset" -DPRECOMPILADOS=ON "$@")
 }

@@ -151,4 +151,8 @@ bool Avance::avanzar(double hecho, double total) {
   return !ProgresoDetenido();
 }
 
+void Avance::avanzarODetener(double hecho, double total) {
+  if (!avanzar(hecho, total)) throw TrabajoDetenido();
+}
+
 }  // namespace comunes

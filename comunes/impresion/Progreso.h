@@ -23,6 +23,9 @@ bool ProgresoDetenido();
 /// Segundos como "h:mm:ss", o "mm:ss" sin horas.
 QString TextoTiempo(double segundos);
 
+/// El operador ha detenido el trabajo.
+struct TrabajoDetenido {};
+
 /// Avance de un trabajo que quizá no merezca ventana: `Progreso` solo aparece pasado medio segundo y
 /// desaparece con el objeto. Hasta entonces no deja pasar sucesos, así que nada puede entrar en medio.
 class Avance {
@@ -34,6 +37,8 @@ class Avance {
 
   /// `hecho` de `total`, en la unidad que sea. Devuelve false si el operador ha pedido detener el trabajo.
   bool avanzar(double hecho, double total);
+  /// Como avanzar, pero lanza TrabajoDetenido: para trabajos que solo se paran con una excepción.
+  void avanzarODetener(double hecho, double total);
 
  private:
   QString titulo_;

@@ -25,7 +25,7 @@ void sumarUno(Cifras& c) {
       *cifra = '0';
     }
   }
-  c.enteras.insert(0, "1");
+  c.enteras.insert(c.enteras.begin(), '1');
 }
 
 /// Cifras de `valor`, sin redondear: las del decimal más corto que lo da. 1,005 está por debajo de su mitad

@@ -2,6 +2,7 @@
 #include <QFileInfo>
 
 #include "comunes/dialogos/MyBox.h"
+#include "comunes/impresion/Progreso.h"
 #include "comunes/plataforma/Texto.h"
 #include "comunes/plataforma/Ventanas.h"
 #include "remesa/Fichero.h"
@@ -24,14 +25,24 @@ bool frmUnirQ19::EsQ19(const QString& ruta) {
   return false;
 }
 
-void frmUnirQ19::CargarFichero(const QString& ruta, VistaRegistros& lista) {
+bool frmUnirQ19::CargarFichero(const QString& ruta, VistaRegistros& lista) {
   // Se lee entero antes de cambiar nada: un fichero leído a medias no debe poder importarse.
-  remesa::ListaRegistros leida = remesa::LeerFichero(comunes::ARuta(ruta));
+  remesa::ListaRegistros leida;
+  try {
+    comunes::Avance avance(tr("Leyendo %1…").arg(QFileInfo(ruta).fileName()));
+    leida = remesa::LeerFichero(comunes::ARuta(ruta), [&](std::uintmax_t leidos, std::uintmax_t total) {
+      avance.avanzarODetener(static_cast<double>(leidos), static_cast<double>(total));
+    });
+  } catch (const comunes::TrabajoDetenido&) {
+    decir(tr("Lectura detenida: no se ha cargado el fichero."));
+    return false;
+  }
   rutaActual_ = ruta;
   FicheroActual = ruta.toUpper();
   ui_->Importado->setVisible(
       FicherosImportados.contains(QLatin1Char('[') + FicheroActual + QLatin1Char(']')));
   lista.poner(std::move(leida));
+  return true;
 }
 
 void frmUnirQ19::cargarInicial(const QString& lineaOrdenes) {
@@ -41,7 +52,7 @@ void frmUnirQ19::cargarInicial(const QString& lineaOrdenes) {
   const QString ruta = QDir::toNativeSeparators(QFileInfo(nombre).absoluteFilePath());
   if (!EsQ19(ruta)) return;
   const comunes::Reloj reloj;
-  CargarFichero(ruta, *ui_->Acumulado);
+  if (!CargarFichero(ruta, *ui_->Acumulado)) return;
   FicherosImportados = QLatin1Char('[') + FicheroActual + QLatin1Char(']');
   rutasImportadas_ = {{FicheroActual, rutaActual_}};
   mirarAcumulado();
@@ -51,7 +62,7 @@ void frmUnirQ19::elegir(const QString& ruta) {
   decir({});
   if (!EsQ19(ruta)) return;
   const comunes::Reloj reloj;
-  CargarFichero(ruta, *ui_->Preview);
+  if (!CargarFichero(ruta, *ui_->Preview)) return;
   rutaPreview_ = ruta;
   resumenPreview_ = remesa::Resumir(ui_->Preview->lista(), true);
   mostrarObservaciones();

@@ -4,6 +4,7 @@
 #include <QScopeGuard>
 
 #include "comunes/dialogos/MyBox.h"
+#include "comunes/impresion/Progreso.h"
 #include "comunes/plataforma/Explorar.h"
 #include "comunes/plataforma/IniFiles.h"
 #include "comunes/plataforma/Texto.h"
@@ -89,9 +90,17 @@ void frmUnirQ19::guardar() {
       comunes::DialogoFichero(false, this, carpeta, QStringLiteral("q19"), false, QString(), nombreFinal);
   if (elegido.isEmpty()) return;
   const QString ruta = nombreFinal(elegido);
-  {
+  try {
     const comunes::Reloj reloj;
-    remesa::GuardarRemesa(comunes::ARuta(ruta), ui_->Acumulado->lista());
+    comunes::Avance avance(tr("Guardando %1…").arg(QFileInfo(ruta).fileName()));
+    remesa::GuardarRemesa(
+        comunes::ARuta(ruta), ui_->Acumulado->lista(), [&](std::size_t escritos, std::size_t total) {
+          // Escrito todo, el fichero ya está en su sitio y no hay qué detener.
+          if (escritos < total)
+            avance.avanzarODetener(static_cast<double>(escritos), static_cast<double>(total));
+        });
+  } catch (const comunes::TrabajoDetenido&) {
+    return decir(tr("Guardado detenido: el fichero no se ha escrito y la remesa sigue aquí."));
   }
   ui_->Empezar->click();
   navegador_->refrescar();

@@ -41,7 +41,8 @@ class frmUnirQ19 : public QMainWindow {
 
   // Carga (Carga.cpp)
   bool EsQ19(const QString& ruta);
-  void CargarFichero(const QString& ruta, VistaRegistros& lista);
+  /// false si el operador lo detiene, y entonces todo sigue como estaba.
+  bool CargarFichero(const QString& ruta, VistaRegistros& lista);
   void cargarInicial(const QString& lineaOrdenes);
   void elegir(const QString& ruta);
 
