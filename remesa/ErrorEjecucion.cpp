@@ -28,6 +28,7 @@ constexpr std::array kTextos{
     TextoError{70, "Permiso denegado"},
     TextoError{75, "Error de acceso a la ruta o el archivo"},
     TextoError{76, "No se encontró la ruta de acceso"},
+    TextoError{321, "Formato de archivo no válido"},
     TextoError{482, "Error de impresora"},
 };
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "comunes/dialogos/CajaPropia.h"
+#include "comunes/dialogos/VistaRejilla.h"
 #include "comunes/rejilla/MiVisor.h"
 #include "comunes/rejilla/ModeloRejilla.h"
 #include "ui_MyBox.h"
@@ -24,20 +25,9 @@ void MyBox::PonerRejilla(const QString& columnas, const std::vector<QStringList>
   }
   modelo_ = std::make_unique<ModeloRejilla>(*rejilla_);
   QTableView* visor = ui_->VisorMini;
-  visor->setModel(modelo_.get());
-  visor->verticalHeader()->hide();
-  visor->horizontalHeader()->setHighlightSections(false);
-  visor->horizontalHeader()->setStretchLastSection(true);
-  const int altoFila = visor->fontMetrics().height() + 6;
-  visor->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-  visor->verticalHeader()->setDefaultSectionSize(altoFila);
-  int ancho = visor->style()->pixelMetric(QStyle::PM_ScrollBarExtent) + 2 * visor->frameWidth() + 4;
-  for (int columna = 0; columna < rejilla_->Cols(); ++columna) {
-    const int anchoColumna = modelo_->AnchoColumna(columna);
-    visor->setColumnHidden(columna, anchoColumna <= 0);
-    if (anchoColumna > 0) visor->setColumnWidth(columna, anchoColumna);
-    ancho += anchoColumna;
-  }
+  const int ancho = PrepararVistaRejilla(*visor, *modelo_) +
+                    visor->style()->pixelMetric(QStyle::PM_ScrollBarExtent) + 2 * visor->frameWidth() + 4;
+  const int altoFila = visor->verticalHeader()->defaultSectionSize();
   const int filas = std::clamp(rejilla_->Rows() - rejilla_->FixedRows(), 4, 15);
   visor->setMinimumSize(std::max(ancho, 240), altoFila * (filas + 1) + 2 * visor->frameWidth() + 8);
   visor->show();

@@ -4,6 +4,7 @@
 
 #include "comunes/dialogos/Ayuda.h"
 #include "comunes/herramientas/Presenta.h"
+#include "comunes/herramientas/Telefonos.h"
 #include "ui_frmUnirQ19.h"
 
 // La macro no puede estar dentro de un espacio de nombres.
@@ -18,6 +19,7 @@ Herramientas::Herramientas(const Ui::frmUnirQ19& ui, QWidget& principal) : QObje
   comunes::PonerAyuda(QStringLiteral(":/manual/manual.md"));
   // Cada entrada del menú, visible en el formulario cuando su ventana existe:
   //   connect(ui.mnuCalculadora, &QAction::triggered, this, &Herramientas::unica<herramientas::MiCalc>);
+  connect(ui.mnuTelefonos, &QAction::triggered, this, &Herramientas::unica<herramientas::Telefonos>);
   connect(ui.mnuContenido, &QAction::triggered, &principal,
           [&principal] { comunes::MostrarAyuda(principal); });
   connect(ui.mnuAcercaDe, &QAction::triggered, &principal,

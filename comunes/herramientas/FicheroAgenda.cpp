@@ -1,0 +1,59 @@
+#include "comunes/herramientas/FicheroAgenda.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QLockFile>
+#include <QStandardPaths>
+
+#include "comunes/plataforma/LecturaTexto.h"
+#include "comunes/plataforma/Texto.h"
+#include "remesa/ErrorEjecucion.h"
+#include "remesa/Guardado.h"
+
+namespace herramientas {
+namespace {
+
+constexpr qint64 kMaximo = 64 * 1024 * 1024;
+constexpr int kEspera = 5'000;      // ms
+constexpr int kAbandono = 120'000;  // ms: de un equipo que se apagó con el cerrojo puesto
+constexpr int kNoEsAgenda = 321;
+
+}  // namespace
+
+QString RutaAgenda() {
+  return QDir(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation))
+      .filePath(u"Telefonos.csv"_qs);
+}
+
+FicheroAgenda::FicheroAgenda(QString ruta) : ruta_(std::move(ruta)) {}
+
+bool FicheroAgenda::releer() {
+  const QByteArray bytes = QFileInfo::exists(ruta_) ? comunes::LeerBytes(ruta_, kMaximo) : QByteArray();
+  if (bytes == bytes_) return false;
+  const std::optional<Agenda> leida = LeerAgenda(bytes);
+  if (!leida) throw remesa::ErrorEjecucion(kNoEsAgenda, comunes::ARuta(ruta_));
+  agenda_ = *leida;
+  bytes_ = bytes;
+  return true;
+}
+
+void FicheroAgenda::cambiar(const std::function<void(Agenda&)>& cambio) {
+  const std::filesystem::path ruta = comunes::ARuta(ruta_);
+  if (!QDir().mkpath(QFileInfo(ruta_).path())) throw remesa::ErrorEjecucion(75, ruta);
+  // El del programa que muere con él puesto se reconoce por su número de proceso, sin esperar.
+  QLockFile cerrojo(ruta_ + u".lock"_qs);
+  cerrojo.setStaleLockTime(kAbandono);
+  if (!cerrojo.tryLock(kEspera)) throw remesa::ErrorEjecucion(70, ruta);
+  releer();
+  Agenda nueva = agenda_;
+  cambio(nueva);
+  const QByteArray bytes = EscribirAgenda(nueva);
+  if (bytes == bytes_) return;
+  remesa::EscrituraSegura salida(ruta);
+  salida.escribir({bytes.data(), static_cast<std::size_t>(bytes.size())});
+  salida.confirmar();
+  agenda_ = std::move(nueva);
+  bytes_ = bytes;
+}
+
+}  // namespace herramientas

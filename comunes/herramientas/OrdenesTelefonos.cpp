@@ -1,0 +1,184 @@
+#include <QClipboard>
+#include <QDir>
+#include <QFileInfo>
+#include <QGuiApplication>
+
+#include "comunes/dialogos/MyBox.h"
+#include "comunes/herramientas/Clientes.h"
+#include "comunes/herramientas/FichaContacto.h"
+#include "comunes/herramientas/ImportacionClientes.h"
+#include "comunes/herramientas/ListaContactos.h"
+#include "comunes/herramientas/Telefonos.h"
+#include "comunes/impresion/ImprimirListado.h"
+#include "comunes/plataforma/Explorar.h"
+#include "comunes/plataforma/IniFiles.h"
+#include "comunes/plataforma/LecturaTexto.h"
+#include "comunes/plataforma/Ventanas.h"
+#include "ui_Telefonos.h"
+
+// Las órdenes de la agenda: lo que hace cada botón.
+namespace herramientas {
+namespace {
+
+constexpr int kIconoAviso = 1;
+constexpr int kIconoPregunta = 16;
+constexpr int kBotonesSiNo = 3;
+constexpr qint64 kMaximoClientes = 64 * 1024 * 1024;
+
+void Avisar(const QString& texto, QWidget* sobre) {
+  comunes::MyMsgBox(texto, {}, kIconoAviso, 1, 1, -1, -1, sobre);
+}
+
+bool Confirmar(const QString& texto, int defecto, QWidget* sobre) {
+  return comunes::MyMsgBox(texto, {}, kIconoPregunta, kBotonesSiNo, defecto, -1, -1, sobre) == comunes::kSi;
+}
+
+QString TextoFin(FinCambio fin) {
+  switch (fin) {
+    case FinCambio::Hecho:
+    case FinCambio::NoQuitado:
+      return {};
+    case FinCambio::Mezclado:
+      return u"Otro programa ha cambiado a la vez otros datos de este contacto.;;Quedan los cambios de los dos."_qs;
+    case FinCambio::Conservados:
+      return u"Otro programa ha cambiado a la vez los mismos datos de este contacto.;;Quedan los dos "
+             u"contactos: "
+             "compruebe cuál vale."_qs;
+    case FinCambio::Recuperado:
+      return u"Otro programa ha quitado este contacto mientras lo cambiaba.;;Vuelve a estar, con sus cambios."_qs;
+  }
+  return {};
+}
+
+int AnchoTabla(const comunes::Rejilla& rejilla) {
+  int ancho = 0;
+  for (int columna = 0; columna < rejilla.Cols(); ++columna)
+    ancho += rejilla.ColWidth(columna);
+  return ancho;
+}
+
+}  // namespace
+
+void Telefonos::hacer(const std::function<void(Agenda&)>& cambio) {
+  try {
+    const comunes::Reloj reloj;
+    fichero_.cambiar(cambio);
+  } catch (...) {
+    mostrar();  // lo que se haya leído antes de fallar
+    throw;
+  }
+  vigia_.addPath(QFileInfo(fichero_.ruta()).path());
+  mostrar();
+}
+
+bool Telefonos::guardar(const std::optional<Contacto>& antes, const Contacto& despues) {
+  refrescar();
+  const QString identidad = IdentidadContacto(despues);
+  for (const Contacto& otro : fichero_.agenda().contactos) {
+    if (otro.clave == despues.clave || IdentidadContacto(otro) != identidad) continue;
+    if (!Confirmar(u"Ya hay un contacto con ese nombre y ese número.;; ¿ Lo guarda de todas formas ? "_qs, 2,
+                   QApplication::activeModalWidget()))
+      return false;
+    break;
+  }
+  FinCambio fin = FinCambio::Hecho;
+  hacer([&](Agenda& agenda) { fin = Aplicar(agenda, {antes, despues}); });
+  elegir({despues.clave});
+  const QString aviso = TextoFin(fin);
+  if (!aviso.isEmpty()) Avisar(aviso, QApplication::activeModalWidget());
+  return true;
+}
+
+void Telefonos::anadir() {
+  decir({});
+  Contacto nuevo;
+  nuevo.clave = ClaveNueva();
+  FichaContacto ficha(
+      nuevo, [this](const Contacto& contacto) { return guardar(std::nullopt, contacto); }, this);
+  ficha.exec();
+}
+
+void Telefonos::cambiar() {
+  const QStringList claves = clavesElegidas();
+  if (claves.size() != 1) return;
+  const Agenda vista = fichero_.agenda();
+  const auto elegido =
+      std::find_if(vista.contactos.begin(), vista.contactos.end(),
+                   [&](const Contacto& contacto) { return contacto.clave == claves.front(); });
+  if (elegido == vista.contactos.end()) return;
+  decir({});
+  const Contacto antes = *elegido;
+  FichaContacto ficha(
+      antes, [&](const Contacto& contacto) { return guardar(antes, contacto); }, this);
+  ficha.exec();
+}
+
+void Telefonos::quitar() {
+  std::vector<Contacto> vistos;
+  Agenda vista = fichero_.agenda();
+  for (const QString& clave : clavesElegidas())
+    if (const Contacto* contacto = vista.buscar(clave)) vistos.push_back(*contacto);
+  if (vistos.empty()) return;
+  const QString cuales =
+      vistos.size() == 1 ? vistos.front().datos[kNombre] : u"los %1 contactos elegidos"_qs.arg(vistos.size());
+  if (!Confirmar(u" ¿ Confirma que desea quitar %1 ? "_qs.arg(cuales), 2, this)) return;
+  std::size_t quedan = 0;
+  hacer([&](Agenda& agenda) {
+    for (const Contacto& visto : vistos)
+      if (Aplicar(agenda, {visto, std::nullopt}) == FinCambio::NoQuitado) ++quedan;
+  });
+  const std::size_t quitados = vistos.size() - quedan;
+  decir(quitados == 1 ? u"1 contacto quitado"_qs : u"%1 contactos quitados"_qs.arg(quitados));
+  if (quedan > 0)
+    Avisar(u"Otro programa ha cambiado a la vez lo que iba a quitar.;;Compruébelo: sigue en la lista."_qs,
+           this);
+}
+
+void Telefonos::importar() {
+  decir({});
+  const QString carpeta = comunes::ReadINI(comunes::RutaAjustes, u"Comunes"_qs, u"ClientesZor"_qs, {});
+  const QString ruta = comunes::DialogoFichero(true, this, carpeta, u"@*.csv;*.txt"_qs, false, {});
+  if (ruta.isEmpty()) return;
+  refrescar();
+  const ImportacionClientes importacion =
+      LeerClientes(comunes::LeerBytes(ruta, kMaximoClientes), fichero_.agenda());
+  if (!importacion.fallo.isEmpty()) return Avisar(importacion.fallo, this);
+  if (Clientes(importacion, QDir::toNativeSeparators(ruta), this).exec() != QDialog::Accepted) return;
+  int anadidos = 0;
+  hacer([&](Agenda& agenda) { anadidos = AnadirClientes(agenda, importacion); });
+  decir(anadidos == 1 ? u"1 contacto añadido"_qs : u"%1 contactos añadidos"_qs.arg(anadidos));
+}
+
+void Telefonos::imprimir() {
+  decir({});
+  // Otra rejilla: en la de la pantalla está señalada la columna por la que se ordena.
+  comunes::Rejilla visor(u"VisorTelefonos"_qs);
+  ListarContactos(visor, fichero_.agenda(), ui_->Buscado->text(), orden_, false);
+  const QString buscado = EnUnaLinea(ui_->Buscado->text());
+  const QString subtitulo = buscado.isEmpty() ? QString() : u"Buscado: "_qs + buscado;
+  const QString titulo = u"Teléfonos"_qs;
+  comunes::ListadoImprimible listado;
+  listado.padre = this;
+  listado.anchoTabla = AnchoTabla(visor);
+  listado.rotulos = [&] { return comunes::RotulosListado{titulo, titulo, titulo}; };
+  listado.imprimir = [&](comunes::TrabajoImpresion& trabajo, const comunes::AvanceImpresion& avance) {
+    return comunes::ImprimirRejilla(trabajo, visor, titulo, true, subtitulo, true, -1, -1, false, true, {},
+                                    avance);
+  };
+  const comunes::FinListado fin = comunes::ImprimirListado(listado);
+  decir(fin.mensaje, fin.documento);
+}
+
+void Telefonos::copiar() {
+  QStringList lineas;
+  const QModelIndexList elegidas = ui_->Visor->selectionModel()->selectedRows(kColumnaClave);
+  for (const QModelIndex& indice : elegidas) {
+    QStringList datos;
+    for (int columna = kColumnaClave + 1; columna < rejilla_.Cols(); ++columna)
+      datos += rejilla_.TextMatrix(modelo_.FilaRejilla(indice.row()), columna);
+    lineas += datos.join(u'\t');
+  }
+  if (!lineas.isEmpty()) QGuiApplication::clipboard()->setText(lineas.join(u'\n'));
+}
+
+}  // namespace herramientas

@@ -1,0 +1,227 @@
+// La ventana de la agenda, por sus controles.
+
+#include "comunes/herramientas/Telefonos.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QProcess>
+#include <QScrollBar>
+#include <QTableView>
+#include <QTest>
+#include <QWheelEvent>
+
+#include "Cajas.h"
+#include "Registros.h"
+#include "comunes/impresion/Impresora.h"
+#include "comunes/plataforma/Explorar.h"
+#include "comunes/plataforma/IniFiles.h"
+#include "comunes/plataforma/Texto.h"
+
+using namespace herramientas;
+
+namespace {
+
+class LaAgenda : public pruebas::Carpeta {
+ protected:
+  void SetUp() override {
+    Carpeta::SetUp();
+    ruta_ = comunes::DesdeRuta(carpeta_ / "Telefonos.csv");
+    escribir("Telefonos.csv", "Nombre;Teléfono;Fax;eMail o Código;Clave\r\n" + todos_);
+    ventana_ = std::make_unique<Telefonos>(nullptr, ruta_);
+    ventana_->show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(ventana_.get()));
+  }
+
+  template <typename Control = QPushButton>
+  Control* hijo(const char* nombre) {
+    return ventana_->findChild<Control*>(QLatin1String(nombre));
+  }
+  void pulsar(const char* boton) { QTest::mouseClick(hijo(boton), Qt::LeftButton); }
+  /// Lo que se ve en una columna, de arriba abajo.
+  QString columna(int cual) {
+    QStringList textos;
+    for (int fila = 0; fila < visor()->model()->rowCount(); ++fila)
+      textos += visor()->model()->index(fila, cual).data().toString();
+    return textos.join(u'|');
+  }
+  QTableView* visor() { return hijo<QTableView>("Visor"); }
+  QString mensaje() { return hijo<QLabel>("Mensaje")->text(); }
+  QString cuenta() { return hijo<QLabel>("Cuenta")->text(); }
+
+  /// En cuanto se abra la ventana modal `nombre`, le hace `accion`.
+  static void enModal(const QString& nombre, std::function<void(QWidget&)> accion) {
+    QTimer::singleShot(0, [nombre, accion] {
+      QWidget* modal = QApplication::activeModalWidget();
+      ASSERT_NE(modal, nullptr) << nombre.toStdString();
+      ASSERT_EQ(modal->objectName(), nombre);
+      accion(*modal);
+    });
+  }
+  static void ficha(std::initializer_list<std::pair<const char*, const char*>> datos) {
+    enModal("FichaContacto", [datos = std::vector(datos)](QWidget& modal) {
+      for (const auto& [caja, texto] : datos) {
+        auto* linea = modal.findChild<QLineEdit*>(QLatin1String(caja));
+        linea->setFocus();
+        linea->selectAll();
+        QTest::keyClicks(linea, QString::fromUtf8(texto));
+      }
+      QTest::keyClick(&modal, Qt::Key_Return);
+    });
+  }
+  static void conFichero(const std::filesystem::path& ruta) {
+    comunes::PonerSelectorFicheros([ruta](const comunes::PeticionFicheros& peticion) {
+      if (peticion.abrir) EXPECT_EQ(peticion.carpeta, comunes::DesdeRuta(ruta.parent_path()));
+      return QStringList{comunes::DesdeRuta(ruta)};
+    });
+  }
+  void TearDown() override {
+    comunes::PonerSelectorFicheros({});
+    comunes::PonerNombresImpresoras({});
+    Carpeta::TearDown();
+  }
+
+  std::string todos_ = "Zoé;3;;;k3\r\nÁlvaro Peña;600 11 22 33;9;a@x.es;k1\r\nMarta;2;;;k2\r\n";
+  QString ruta_;
+  std::unique_ptr<Telefonos> ventana_;
+};
+
+TEST_F(LaAgenda, SeBuscaSeOrdenaYSeRecorre) {
+  EXPECT_TRUE(visor()->isColumnHidden(0));
+  EXPECT_EQ(columna(1), "Álvaro Peña|Marta|Zoé");
+  EXPECT_EQ(cuenta(), "3 contactos");
+  QTest::mouseClick(visor()->horizontalHeader()->viewport(), Qt::LeftButton, {},
+                    QPoint(visor()->columnViewportPosition(2) + 5, 5));
+  EXPECT_EQ(columna(2), "2|3|600 11 22 33");
+  visor()->setColumnWidth(2, 77);
+  visor()->setFocus();
+  QTest::keyClicks(visor(), "peña 60011");
+  EXPECT_EQ(columna(1), "Álvaro Peña");
+  EXPECT_EQ(cuenta(), "1 de 3 contactos");
+  EXPECT_EQ(visor()->columnWidth(2), 77);
+  QTest::keyClick(visor(), Qt::Key_C, Qt::ControlModifier);
+  EXPECT_EQ(QGuiApplication::clipboard()->text(), "Álvaro Peña\t600 11 22 33\t9\ta@x.es");
+  QTest::keyClicks(hijo<QLineEdit>("Buscado"), "zzz");
+  EXPECT_FALSE(hijo("cmdCambiar")->isEnabled() || hijo("cmdQuitar")->isEnabled() ||
+               hijo("cmdImprimir")->isEnabled());
+  QTest::keyClick(ventana_.get(), Qt::Key_Escape);
+  EXPECT_EQ(cuenta(), "3 contactos");
+  QTest::keyClick(hijo<QLineEdit>("Buscado"), Qt::Key_Down);
+  EXPECT_EQ(visor()->selectionModel()->selectedRows().size(), 1);
+
+  // La rueda mueve la lista también desde la línea de búsqueda.
+  FicheroAgenda(ruta_).cambiar([](Agenda& agenda) {
+    for (int i = 0; i < 200; ++i)
+      agenda.contactos.push_back({ClaveNueva(), {u"Cliente %1"_qs.arg(i), {}, {}, {}}, {}});
+  });
+  EXPECT_TRUE(QTest::qWaitFor([this] { return cuenta() == "203 contactos"; }));  // lo de otro programa se ve
+  QWidget* buscado = hijo<QLineEdit>("Buscado");
+  const auto rueda = [&](int pasos) {
+    QWheelEvent suceso(QPointF(5, 5), buscado->mapToGlobal(QPointF(5, 5)), {}, {0, -120 * pasos}, {}, {},
+                       Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(buscado, &suceso);
+    return visor()->verticalScrollBar()->value();
+  };
+  visor()->verticalScrollBar()->setValue(0);
+  EXPECT_GT(rueda(2), 0);
+  EXPECT_EQ(rueda(-1000), 0);
+  QTest::keyClick(ventana_.get(), Qt::Key_Escape);
+  EXPECT_FALSE(ventana_->isVisible());
+}
+
+TEST_F(LaAgenda, SeAnadeSeCambiaYSeQuita) {
+  {
+    Cajas cajas({"Aceptar"});
+    ficha({{"Telefono", "5"}});
+    QTimer::singleShot(300, [] { ficha({{"Nombre", "Bea"}}); });
+    pulsar("cmdAnadir");
+    EXPECT_EQ(cajas.Mensaje(0), "Falta el nombre del contacto");
+  }
+  EXPECT_EQ(columna(1), "Álvaro Peña|Bea|Marta|Zoé");
+  {
+    Cajas cajas({"Si"});
+    ficha({{"Nombre", "marta"}, {"Telefono", "2"}});
+    pulsar("cmdAnadir");
+    EXPECT_TRUE(cajas.Mensaje(0).startsWith("Ya hay un contacto con ese nombre"));
+  }
+  EXPECT_EQ(cuenta(), "5 contactos");
+
+  // Mientras se cambia el correo de Bea, otro programa le cambia el correo y el fax.
+  hijo<QLineEdit>("Buscado")->setText("bea");
+  FicheroAgenda otro(ruta_);
+  {
+    Cajas cajas({"Aceptar"});
+    enModal("FichaContacto", [&](QWidget&) {
+      otro.cambiar([](Agenda& agenda) {
+        for (Contacto& contacto : agenda.contactos)
+          if (contacto.datos[kNombre] == "Bea") contacto.datos[kCorreo] = contacto.datos[kFax] = "otro";
+      });
+      ficha({{"Correo", "mío"}});
+    });
+    QTest::keyClick(hijo<QLineEdit>("Buscado"), Qt::Key_Return);
+    EXPECT_TRUE(cajas.Mensaje(0).contains("Quedan los dos contactos"));
+  }
+  EXPECT_EQ(columna(3), "otro|");
+  EXPECT_EQ(columna(4), "otro|mío");
+
+  visor()->selectAll();
+  {
+    Cajas cajas({"No", "Si"});
+    pulsar("cmdQuitar");
+    EXPECT_EQ(cuenta(), "2 de 6 contactos");
+    QTest::keyClick(visor(), Qt::Key_Delete);
+    EXPECT_EQ(cajas.Mensaje(1), " ¿ Confirma que desea quitar los 2 contactos elegidos ? ");
+  }
+  EXPECT_EQ(cuenta(), "0 de 4 contactos");
+  otro.releer();
+  EXPECT_EQ(otro.agenda().contactos.size(), 4u);
+}
+
+TEST_F(LaAgenda, SeImportanClientesYSeImprime) {
+  const auto clientes = escribir("clientes.csv", "Nombre;Fax;Teléfono\nMarta;;2\nNoé & Cía;8;7\n;1;1\n");
+  comunes::RutaAjustes =
+      comunes::DesdeRuta(escribir("Tarvo.INI", "[Comunes]\nClientesZor=" + carpeta_.string() + "\n"));
+  conFichero(clientes);
+  for (const char* boton : {"cmdCancelar", "cmdAceptar"}) {
+    enModal("Clientes", [&](QWidget& modal) {
+      EXPECT_EQ(cuenta(), "3 contactos") << "antes de aceptar no se añade nada";
+      EXPECT_EQ(
+          modal.findChild<QLabel*>("Resumen")->text(),
+          "Se añadirá 1 contacto. No se añadirán: 1 repetido, que ya está con el mismo nombre y número; "
+          "1 sin nombre.");
+      EXPECT_EQ(modal.findChild<QTableView*>("VisorClientes")->model()->rowCount(), 3);
+      QTest::mouseClick(modal.findChild<QPushButton*>(boton), Qt::LeftButton);
+    });
+    pulsar("cmdImportar");
+  }
+  EXPECT_EQ(columna(1), "Álvaro Peña|Marta|Noé & Cía|Zoé");
+  {
+    Cajas cajas({"Aceptar"});
+    conFichero(escribir("otro.csv", "uno;dos"));
+    pulsar("cmdImportar");
+    EXPECT_TRUE(cajas.Mensaje(0).startsWith("La primera línea del fichero"));
+  }
+
+  comunes::PonerNombresImpresoras([] { return QStringList(); });
+  comunes::AjustesDeImpresora() = {};
+  conFichero(carpeta_ / "listado");
+  hijo<QLineEdit>("Buscado")->setText("a");
+  enModal("Impresora", [](QWidget& modal) {
+    QTest::mouseClick(modal.findChild<QPushButton*>("cmdAceptar"), Qt::LeftButton);
+  });
+  pulsar("cmdImprimir");
+  EXPECT_TRUE(mensaje().endsWith("listado.pdf")) << mensaje().toStdString();
+  EXPECT_TRUE(hijo("AbrirListado")->isVisible());
+  QProcess pdftotext;
+  pdftotext.start("pdftotext", {"-layout", comunes::DesdeRuta(carpeta_ / "listado.pdf"), "-"});
+  ASSERT_TRUE(pdftotext.waitForFinished());
+  const QString texto = QString::fromUtf8(pdftotext.readAllStandardOutput()).simplified();
+  EXPECT_TRUE(
+      texto.contains("Buscado: a Nombre Teléfono Fax eMail o Código Álvaro Peña 600 11 22 33 9 a@x.es "
+                     "Marta 2 Noé & Cía 7 8"))
+      << texto.toStdString();
+  EXPECT_FALSE(texto.contains("Zoé"));
+}
+
+}  // namespace
