@@ -1,12 +1,14 @@
 #include "comunes/herramientas/FicheroAgenda.h"
 
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QFileInfo>
-#include <QLockFile>
 #include <QStandardPaths>
+#include <QThread>
 
 #include "comunes/plataforma/LecturaTexto.h"
 #include "comunes/plataforma/Texto.h"
+#include "remesa/Cerrojo.h"
 #include "remesa/ErrorEjecucion.h"
 #include "remesa/Guardado.h"
 
@@ -14,8 +16,8 @@ namespace herramientas {
 namespace {
 
 constexpr qint64 kMaximo = 64 * 1024 * 1024;
-constexpr int kEspera = 5'000;      // ms
-constexpr int kAbandono = 120'000;  // ms: de un equipo que se apagó con el cerrojo puesto
+constexpr int kEspera = 5'000;  // ms
+constexpr int kPausa = 10;      // ms
 constexpr int kNoEsAgenda = 321;
 
 }  // namespace
@@ -40,10 +42,12 @@ bool FicheroAgenda::releer() {
 void FicheroAgenda::cambiar(const std::function<void(Agenda&)>& cambio) {
   const std::filesystem::path ruta = comunes::ARuta(ruta_);
   if (!QDir().mkpath(QFileInfo(ruta_).path())) throw remesa::ErrorEjecucion(75, ruta);
-  // El del programa que muere con él puesto se reconoce por su número de proceso, sin esperar.
-  QLockFile cerrojo(ruta_ + u".lock"_qs);
-  cerrojo.setStaleLockTime(kAbandono);
-  if (!cerrojo.tryLock(kEspera)) throw remesa::ErrorEjecucion(70, ruta);
+  remesa::Cerrojo cerrojo(comunes::ARuta(ruta_ + u".lock"_qs));
+  const QDeadlineTimer limite(kEspera);
+  while (!cerrojo.poner()) {
+    if (limite.hasExpired()) throw remesa::ErrorEjecucion(70, ruta);
+    QThread::msleep(kPausa);
+  }
   releer();
   Agenda nueva = agenda_;
   cambio(nueva);

@@ -4,7 +4,6 @@
 #include <QFileInfo>
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QScopedValueRollback>
 
 #include "comunes/dialogos/VistaRejilla.h"
 #include "comunes/herramientas/ListaContactos.h"
@@ -75,9 +74,7 @@ void Telefonos::changeEvent(QEvent* suceso) {
 }
 
 void Telefonos::wheelEvent(QWheelEvent* suceso) {
-  // La rueda mueve la lista esté donde esté el ratón. Lo que la lista no quiere vuelve aquí.
-  if (rueda_) return;
-  const QScopedValueRollback<bool> dentro(rueda_, true);
+  // La rueda mueve la lista esté donde esté el ratón.
   QCoreApplication::sendEvent(ui_->Visor->viewport(), suceso);
 }
 

@@ -62,7 +62,6 @@ class Telefonos : public QDialog {
   QFileSystemWatcher vigia_;
   QString documento_;  ///< último listado escrito
   int orden_ = 1;      ///< columna por la que se ordena
-  bool rueda_ = false;
 };
 
 }  // namespace herramientas
