@@ -22,7 +22,6 @@ Telefonos::Telefonos(QWidget* padre, const QString& ruta)
       modelo_(rejilla_) {
   fichero_.releer();
   ui_->setupUi(this);
-  setProperty("Ayuda", u"los-teléfonos"_qs);
   comunes::FuentesVentana(*this);
   mostrar();
   comunes::PrepararVistaRejilla(*ui_->Visor, modelo_);
