@@ -1,14 +1,13 @@
 #pragma once
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <initializer_list>
 #include <iterator>
+#include <random>
 #include <string>
 #include <string_view>
 
@@ -69,29 +68,14 @@ int NumeroError(Accion&& accion) {
   return 0;
 }
 
-/// Mientras vive, el superusuario pasa por un usuario cualquiera.
-class UsuarioCorriente {
- public:
-  UsuarioCorriente() : antes_(::geteuid()) {
-    if (antes_ == 0 && ::seteuid(65534) != 0) ADD_FAILURE() << "no se puede dejar de ser superusuario";
-  }
-  ~UsuarioCorriente() {
-    if (::seteuid(antes_) != 0) std::abort();
-  }
-  UsuarioCorriente(const UsuarioCorriente&) = delete;
-  UsuarioCorriente& operator=(const UsuarioCorriente&) = delete;
-
- private:
-  uid_t antes_;
-};
-
 /// Carpeta nueva que desaparece con la prueba.
 class Carpeta : public ::testing::Test {
  protected:
   void SetUp() override {
-    std::string plantilla = (std::filesystem::temp_directory_path() / "remesa-XXXXXX").string();
-    ASSERT_NE(::mkdtemp(plantilla.data()), nullptr);
-    carpeta_ = plantilla;
+    do
+      carpeta_ =
+          std::filesystem::temp_directory_path() / ("remesa-" + std::to_string(std::random_device()()));
+    while (!std::filesystem::create_directory(carpeta_));
   }
   void TearDown() override {
     std::error_code ignorado;

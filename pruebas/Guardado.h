@@ -1,0 +1,19 @@
+#pragma once
+
+#include "Registros.h"
+#include "remesa/Guardado.h"
+
+namespace pruebas {
+
+using Nombres = std::vector<std::string>;
+
+class Guardados : public Carpeta {
+ protected:
+  static void guardar(const std::filesystem::path& destino, std::string_view bytes) {
+    remesa::EscrituraSegura salida(destino);
+    salida.escribir(bytes);
+    salida.confirmar();
+  }
+};
+
+}  // namespace pruebas

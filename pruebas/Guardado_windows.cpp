@@ -1,0 +1,138 @@
+#include <windows.h>
+// Detrás de windows.h, que declara lo que necesitan.
+#include <aclapi.h>
+#include <sddl.h>
+
+#include "Guardado.h"
+#include "remesa/Fichero.h"
+#include "remesa/RutaLarga_windows.h"
+
+// Lo que leer y guardar deben a Windows: ficheros abiertos por otro, listas de acceso, rutas largas.
+
+using namespace remesa;
+namespace fs = std::filesystem;
+using pruebas::Guardados;
+using pruebas::Nombres;
+using pruebas::NumeroError;
+
+namespace {
+
+/// Fichero abierto por otro programa, que comparte lo que se diga.
+class Abierto {
+ public:
+  Abierto(const fs::path& ruta, DWORD comparte)
+      : fichero_(::CreateFileW(ruta.c_str(), GENERIC_READ | GENERIC_WRITE, comparte, nullptr, OPEN_EXISTING,
+                               0, nullptr)) {
+    EXPECT_NE(fichero_, INVALID_HANDLE_VALUE) << ruta;
+  }
+  ~Abierto() { ::CloseHandle(fichero_); }
+  Abierto(const Abierto&) = delete;
+  Abierto& operator=(const Abierto&) = delete;
+
+ private:
+  HANDLE fichero_;
+};
+
+std::wstring ListaDeAcceso(const fs::path& ruta) {
+  PSECURITY_DESCRIPTOR descriptor = nullptr;
+  std::wstring nombre = ruta.native(), texto;
+  EXPECT_EQ(::GetNamedSecurityInfoW(nombre.data(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION, nullptr,
+                                    nullptr, nullptr, nullptr, &descriptor),
+            DWORD{ERROR_SUCCESS});
+  LPWSTR escrita = nullptr;
+  if (::ConvertSecurityDescriptorToStringSecurityDescriptorW(descriptor, SDDL_REVISION_1,
+                                                             DACL_SECURITY_INFORMATION, &escrita, nullptr))
+    texto = escrita;
+  ::LocalFree(escrita);
+  ::LocalFree(descriptor);
+  return texto;
+}
+
+TEST_F(Guardados, LoQueNoSePuedeSustituirNiLeerSeRechaza) {
+  fs::create_directory(carpeta_ / "dir");
+  const auto protegido = escribir("protegido", "viejo");
+  ASSERT_TRUE(::SetFileAttributesW(protegido.c_str(), FILE_ATTRIBUTE_READONLY));
+  const auto ajeno = escribir("ajeno", "viejo");
+  {
+    const Abierto otro(ajeno, 0);
+    const std::pair<fs::path, int> casos[] = {
+        {carpeta_ / "dir", 75},      {carpeta_ / "dir" / "", 75}, {protegido, 75}, {ajeno, 70}, {"NUL", 75},
+        {carpeta_ / "no" / "f", 76}, {carpeta_ / "a?b", 52},      {"", 75}};
+    for (const auto& [ruta, numero] : casos)
+      EXPECT_EQ(NumeroError([&, r = ruta] { guardar(r, "x"); }), numero) << ruta;
+    EXPECT_EQ(NumeroError([&] { LeerFichero(ajeno); }), 70);
+    EXPECT_EQ(NumeroError([&] { LeerFichero("NUL"); }), 75);
+  }
+  EXPECT_EQ(nombres(), (Nombres{"ajeno", "dir", "protegido"}));
+  for (const auto& ruta : {protegido, ajeno})
+    EXPECT_EQ(leer(ruta), "viejo");
+  ::SetFileAttributesW(protegido.c_str(), FILE_ATTRIBUTE_NORMAL);
+}
+
+TEST_F(Guardados, ConservaLaListaDeAcceso) {
+  const auto fichero = escribir("f", "viejo");
+  PSECURITY_DESCRIPTOR descriptor = nullptr;
+  // Solo el dueño, y sin heredar de la carpeta.
+  ASSERT_TRUE(::ConvertStringSecurityDescriptorToSecurityDescriptorW(L"D:P(A;;FA;;;OW)(A;;FA;;;BA)",
+                                                                     SDDL_REVISION_1, &descriptor, nullptr));
+  ASSERT_TRUE(::SetFileSecurityW(fichero.c_str(), DACL_SECURITY_INFORMATION, descriptor));
+  ::LocalFree(descriptor);
+  const std::wstring antes = ListaDeAcceso(fichero);
+  guardar(fichero, "nuevo");
+  EXPECT_EQ(leer(fichero), "nuevo");
+  EXPECT_EQ(ListaDeAcceso(fichero), antes);
+}
+
+TEST_F(Guardados, RutasDeMasDe260CaracteresYConCaracteresDeFuera) {
+  fs::path larga = RutaLarga(carpeta_);
+  while (larga.native().size() < 400)
+    larga /= L"carpeta del año, con € y blancos";
+  fs::create_directories(larga);
+  const fs::path destino = larga.native().substr(4) + L"\\Remesa Ñ € 日本.Q19";  // sin el prefijo
+  guardar(destino, "0119143001");
+  guardar(destino, "0119143002\r\n");
+  EXPECT_EQ(ComprobarCabeza(destino), Cabeza::Q19);
+  EXPECT_EQ(pruebas::Bytes(LeerFichero(destino)), (std::vector<std::string>{"0119143002"}));
+  EXPECT_EQ(std::distance(fs::directory_iterator(larga), {}), 1);
+}
+
+// El otro programa: este mismo, que se llama con esta prueba sola y muere a mitad.
+TEST_F(Guardados, DISABLED_GuardaSinParar) {
+  const fs::path fichero = ::_wgetenv(L"GUARDA_SIN_PARAR");
+  for (std::size_t i = 1;; ++i)
+    guardar(fichero, std::string(400'000, i % 2 ? 'b' : 'a'));
+}
+
+TEST_F(Guardados, UnaMuerteEnCualquierMomentoDejaLoViejoOLoNuevoEntero) {
+  const auto fichero = carpeta_ / "f";
+  guardar(fichero, std::string(400'000, 'a'));
+  ::_wputenv_s(L"GUARDA_SIN_PARAR", fichero.c_str());
+  wchar_t programa[MAX_PATH];
+  ASSERT_GT(::GetModuleFileNameW(nullptr, programa, MAX_PATH), 0u);
+  const std::wstring orden =
+      L"\"" + std::wstring(programa) + L"\" --gtest_also_run_disabled_tests --gtest_filter=*GuardaSinParar";
+  bool quedoTemporal = false, quedoNuevo = false;
+  for (DWORD vuelta = 0; vuelta < 12; ++vuelta) {
+    STARTUPINFOW inicio{};
+    inicio.cb = sizeof inicio;
+    PROCESS_INFORMATION hijo{};
+    std::wstring copia = orden;
+    ASSERT_TRUE(::CreateProcessW(nullptr, copia.data(), nullptr, nullptr, FALSE, CREATE_NO_WINDOW, nullptr,
+                                 nullptr, &inicio, &hijo));
+    ::Sleep(250 + vuelta * 17);
+    ::TerminateProcess(hijo.hProcess, 1);
+    ::WaitForSingleObject(hijo.hProcess, INFINITE);
+    ::CloseHandle(hijo.hThread);
+    ::CloseHandle(hijo.hProcess);
+    const std::string queda = leer(fichero);
+    ASSERT_EQ(queda.size(), 400'000u) << vuelta;
+    ASSERT_EQ(queda.find_first_not_of(queda.front()), std::string::npos) << vuelta;
+    quedoNuevo = quedoNuevo || queda.front() == 'b';
+    quedoTemporal = quedoTemporal || nombres().size() > 1;
+  }
+  EXPECT_TRUE(quedoNuevo && quedoTemporal);  // si no, no se mató a nadie a medias
+  guardar(carpeta_ / "otro", "x");
+  EXPECT_EQ(nombres(), (Nombres{"f", "otro"}));
+}
+
+}  // namespace
