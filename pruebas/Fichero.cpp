@@ -61,21 +61,6 @@ TEST_F(Ficheros, LoQueNoSePuedeLeerEsUnError) {
   }
 }
 
-TEST_F(Ficheros, UnFicheroQueCambiaMientrasSeLeeEsUnError) {
-  const std::string bytes(3 << 20, 'x');
-  const struct {
-    std::uintmax_t nuevo;
-    int numero;
-  } casos[] = {{1 << 20, 62}, {(3 << 20) + 1, 75}, {3 << 20, 0}};
-  for (const auto& caso : casos) {
-    const auto ruta = escribir("f", bytes);
-    const auto cambiar = [&](std::uintmax_t leidos, std::uintmax_t) {
-      if (leidos == 1 << 20) std::filesystem::resize_file(ruta, caso.nuevo);
-    };
-    EXPECT_EQ(NumeroError([&] { LeerFichero(ruta, cambiar); }), caso.numero) << caso.nuevo;
-  }
-}
-
 TEST_F(Ficheros, ElErrorLlevaTextoYFichero) {
   try {
     LeerFichero(carpeta_ / "falta");

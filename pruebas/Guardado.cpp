@@ -33,19 +33,6 @@ TEST_F(Guardados, MezclaTrozosGrandesYPequenosEnOrden) {
   EXPECT_EQ(leer(carpeta_ / "f"), todo);
 }
 
-TEST_F(Guardados, SigueLosEnlacesSinDeshacerlos) {
-  fs::create_directory(carpeta_ / "sub");
-  fs::create_symlink("sub/f", carpeta_ / "enlace");
-  fs::create_symlink("enlace", carpeta_ / "doble");
-  fs::create_symlink("circular", carpeta_ / "circular");
-  guardar(carpeta_ / "enlace", "nuevo");  // aún no lleva a ningún fichero
-  guardar(carpeta_ / "doble", "otro");
-  EXPECT_EQ(leer(carpeta_ / "sub" / "f"), "otro");
-  EXPECT_TRUE(fs::is_symlink(carpeta_ / "enlace"));
-  EXPECT_TRUE(fs::is_symlink(carpeta_ / "doble"));
-  EXPECT_EQ(NumeroError([&] { guardar(carpeta_ / "circular", ""); }), 75);
-}
-
 TEST_F(Guardados, SinConfirmarNoQuedaNada) {
   const auto fichero = escribir("f", "viejo");
   {

@@ -9,7 +9,7 @@
 #include "Guardado.h"
 #include "remesa/Fichero.h"
 
-// Lo que leer y guardar deben a un sistema POSIX: permisos, colas, señales.
+// Lo que leer y guardar deben a un sistema POSIX: permisos, enlaces, colas, señales.
 
 using namespace remesa;
 namespace fs = std::filesystem;
@@ -47,6 +47,34 @@ TEST_F(Guardados, NoLeeLoQueNoEsUnFicheroNiLoCerrado) {
   const auto cerrado = escribir("cerrado", "x");
   fs::permissions(cerrado, fs::perms::none);
   EXPECT_EQ(NumeroError([&] { LeerFichero(cerrado); }), 70);
+}
+
+TEST_F(Guardados, UnFicheroQueCambiaMientrasSeLeeEsUnError) {
+  const std::string bytes(3 << 20, 'x');
+  const struct {
+    std::uintmax_t nuevo;
+    int numero;
+  } casos[] = {{1 << 20, 62}, {(3 << 20) + 1, 75}, {3 << 20, 0}};
+  for (const auto& caso : casos) {
+    const auto ruta = escribir("f", bytes);
+    const auto cambiar = [&](std::uintmax_t leidos, std::uintmax_t) {
+      if (leidos == 1 << 20) fs::resize_file(ruta, caso.nuevo);
+    };
+    EXPECT_EQ(NumeroError([&] { LeerFichero(ruta, cambiar); }), caso.numero) << caso.nuevo;
+  }
+}
+
+TEST_F(Guardados, SigueLosEnlacesSinDeshacerlos) {
+  fs::create_directory(carpeta_ / "sub");
+  fs::create_symlink("sub/f", carpeta_ / "enlace");
+  fs::create_symlink("enlace", carpeta_ / "doble");
+  fs::create_symlink("circular", carpeta_ / "circular");
+  guardar(carpeta_ / "enlace", "nuevo");  // aún no lleva a ningún fichero
+  guardar(carpeta_ / "doble", "otro");
+  EXPECT_EQ(leer(carpeta_ / "sub" / "f"), "otro");
+  EXPECT_TRUE(fs::is_symlink(carpeta_ / "enlace"));
+  EXPECT_TRUE(fs::is_symlink(carpeta_ / "doble"));
+  EXPECT_EQ(NumeroError([&] { guardar(carpeta_ / "circular", ""); }), 75);
 }
 
 TEST_F(Guardados, LoQueNoSePuedeSustituirSeRechaza) {

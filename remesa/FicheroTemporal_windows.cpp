@@ -1,33 +1,16 @@
-#include <windows.h>
-
-#include <aclapi.h>
-
 #include <algorithm>
 #include <atomic>
 #include <string>
 #include <utility>
+#include <vector>
 
-#include "remesa/Enlaces.h"
 #include "remesa/ErrorEjecucion.h"
 #include "remesa/FicheroTemporal.h"
-#include "remesa/RutaLarga_windows.h"
+#include "remesa/Sistema_windows.h"
 
 namespace remesa {
 namespace fs = std::filesystem;
 namespace {
-
-[[noreturn]] void Fallar(DWORD error, const fs::path& ruta) {
-  // Estos no tienen equivalente en std::errc.
-  if (error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION || error == ERROR_USER_MAPPED_FILE ||
-      error == ERROR_WRITE_PROTECT)
-    throw ErrorEjecucion(70, ruta);
-  if (error == ERROR_DISK_FULL || error == ERROR_HANDLE_DISK_FULL) throw ErrorEjecucion(61, ruta);
-  if (error == ERROR_PATH_NOT_FOUND || error == ERROR_BAD_NETPATH || error == ERROR_BAD_NET_NAME ||
-      error == ERROR_INVALID_DRIVE)
-    throw ErrorEjecucion(76, ruta);
-  if (error == ERROR_INVALID_NAME) throw ErrorEjecucion(52, ruta);
-  throw ErrorEjecucion(std::error_code(static_cast<int>(error), std::system_category()), ruta);
-}
 
 class Fichero {
  public:
@@ -49,33 +32,46 @@ class Fichero {
   HANDLE fichero_;
 };
 
-// ¿Existe ya? Sustituirlo por otro no debe saltarse que sea de solo lectura ni que otro lo tenga abierto.
-bool ComprobarDestino(const fs::path& ruta, const fs::path& pedido) {
+// La ruta del fichero al que lleva un enlace; la misma si el sistema no la sabe.
+fs::path RutaFinal(HANDLE fichero, const fs::path& ruta) {
+  std::wstring final(32'768, L'\0');  // lo más que mide una ruta
+  const DWORD largo =
+      ::GetFinalPathNameByHandleW(fichero, final.data(), static_cast<DWORD>(final.size()), VOLUME_NAME_DOS);
+  if (largo == 0 || largo >= final.size()) return ruta;
+  final.resize(largo);
+  return final;
+}
+
+// ¿Existe ya? Sustituirlo por otro no debe saltarse que sea de solo lectura ni que otro lo tenga abierto, y
+// si es un enlace se sustituye el fichero al que lleva, que queda en `ruta`.
+bool ComprobarDestino(fs::path& ruta, const fs::path& pedido) {
   const DWORD atributos = ::GetFileAttributesW(ruta.c_str());
   if (atributos == INVALID_FILE_ATTRIBUTES) {
     const DWORD error = ::GetLastError();
     if (error == ERROR_FILE_NOT_FOUND) return false;
-    Fallar(error, pedido);
+    FallarWindows(error, pedido);
   }
   if (atributos & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_DEVICE | FILE_ATTRIBUTE_READONLY))
     throw ErrorEjecucion(75, pedido);
   const Fichero destino(::CreateFileW(ruta.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_DELETE,
                                       nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
-  if (!destino.abierto()) Fallar(::GetLastError(), pedido);
+  if (!destino.abierto()) FallarWindows(::GetLastError(), pedido);
   if (::GetFileType(*destino) != FILE_TYPE_DISK) throw ErrorEjecucion(75, pedido);
+  if (atributos & FILE_ATTRIBUTE_REPARSE_POINT) ruta = RutaFinal(*destino, ruta);
   return true;
 }
 
 // Los de programas vivos están abiertos sin compartir y no se dejan borrar.
 void BorrarAbandonados(const fs::path& carpeta) {
-  const std::wstring prefijo(FicheroTemporal::kPrefijo.begin(), FicheroTemporal::kPrefijo.end());
-  const std::wstring sufijo(FicheroTemporal::kSufijo.begin(), FicheroTemporal::kSufijo.end());
-  std::error_code error;
-  fs::directory_iterator entrada(carpeta, error);
-  for (; !error && entrada != fs::directory_iterator(); entrada.increment(error)) {
-    const std::wstring nombre = entrada->path().filename().native();
-    if (nombre.starts_with(prefijo) && nombre.ends_with(sufijo)) ::DeleteFileW(entrada->path().c_str());
-  }
+  const std::string patron =
+      std::string(FicheroTemporal::kPrefijo) + '*' + std::string(FicheroTemporal::kSufijo);
+  WIN32_FIND_DATAW hallado{};
+  const HANDLE busqueda = ::FindFirstFileW((carpeta / patron).c_str(), &hallado);
+  if (busqueda == INVALID_HANDLE_VALUE) return;
+  do
+    ::DeleteFileW((carpeta / hallado.cFileName).c_str());
+  while (::FindNextFileW(busqueda, &hallado));
+  ::FindClose(busqueda);
 }
 
 fs::path NombreTemporal(const fs::path& destino) {
@@ -88,24 +84,21 @@ fs::path NombreTemporal(const fs::path& destino) {
           destino.filename().native().substr(0, kMaximo) + std::wstring(resto.begin(), resto.end()));
 }
 
-// La lista de control de acceso del destino pasa al temporal, hasta donde el sistema deje.
+// La lista de control de acceso del destino pasa al temporal tal cual, hasta donde el sistema deje.
 void HeredarPermisos(const fs::path& temporal, const fs::path& destino) {
-  PACL lista = nullptr;
-  PSECURITY_DESCRIPTOR descriptor = nullptr;
-  std::wstring origen = destino.native();
-  std::wstring copia = temporal.native();
-  if (::GetNamedSecurityInfoW(origen.data(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION, nullptr, nullptr,
-                              &lista, nullptr, &descriptor) != ERROR_SUCCESS)
+  DWORD bytes = 0;
+  ::GetFileSecurityW(destino.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &bytes);
+  std::vector<std::byte> memoria(bytes);
+  PSECURITY_DESCRIPTOR descriptor = memoria.data();
+  if (bytes == 0 ||
+      !::GetFileSecurityW(destino.c_str(), DACL_SECURITY_INFORMATION, descriptor, bytes, &bytes))
     return;
+  // Sin pedirlo, lo heredado de la carpeta dejaría de seguirla.
   SECURITY_DESCRIPTOR_CONTROL control = 0;
   DWORD revision = 0;
-  ::GetSecurityDescriptorControl(descriptor, &control, &revision);
-  const SECURITY_INFORMATION herencia = control & SE_DACL_PROTECTED
-                                            ? static_cast<DWORD>(PROTECTED_DACL_SECURITY_INFORMATION)
-                                            : static_cast<DWORD>(UNPROTECTED_DACL_SECURITY_INFORMATION);
-  ::SetNamedSecurityInfoW(copia.data(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION | herencia, nullptr,
-                          nullptr, lista, nullptr);
-  ::LocalFree(descriptor);
+  if (::GetSecurityDescriptorControl(descriptor, &control, &revision) && (control & SE_DACL_AUTO_INHERITED))
+    ::SetSecurityDescriptorControl(descriptor, SE_DACL_AUTO_INHERIT_REQ, SE_DACL_AUTO_INHERIT_REQ);
+  ::SetFileSecurityW(temporal.c_str(), DACL_SECURITY_INFORMATION, descriptor);
 }
 
 }  // namespace
@@ -131,7 +124,7 @@ struct FicheroTemporal::Interior {
                                     FILE_ATTRIBUTE_NORMAL | FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
     creado = fichero.abierto();
     const DWORD error = ::GetLastError();
-    if (!creado && error != ERROR_FILE_EXISTS && error != ERROR_ALREADY_EXISTS) Fallar(error, pedido);
+    if (!creado && error != ERROR_FILE_EXISTS && error != ERROR_ALREADY_EXISTS) FallarWindows(error, pedido);
     return creado;
   }
 };
@@ -139,9 +132,8 @@ struct FicheroTemporal::Interior {
 FicheroTemporal::FicheroTemporal(const fs::path& destino) : interior_(std::make_unique<Interior>()) {
   Interior& i = *interior_;
   i.pedido = destino;
-  i.destino = SeguirEnlaces(destino);
-  if (!i.destino.has_filename()) throw ErrorEjecucion(75, destino);
-  i.destino = RutaLarga(i.destino);
+  if (!destino.has_filename()) throw ErrorEjecucion(75, destino);
+  i.destino = RutaLarga(destino);
   i.existe = ComprobarDestino(i.destino, destino);
   BorrarAbandonados(i.destino.parent_path());
   for (int intentos = 0; !i.crear(); ++intentos)
@@ -157,7 +149,7 @@ void FicheroTemporal::escribir(std::string_view bytes) {
     DWORD escritos = 0;
     if (!::WriteFile(*i.fichero, bytes.data(), static_cast<DWORD>(std::min(bytes.size(), kMaximo)), &escritos,
                      nullptr))
-      Fallar(::GetLastError(), i.pedido);
+      FallarWindows(::GetLastError(), i.pedido);
     if (escritos == 0) throw ErrorEjecucion(61, i.pedido);
     i.escritos += escritos;
     bytes.remove_prefix(escritos);
@@ -166,16 +158,16 @@ void FicheroTemporal::escribir(std::string_view bytes) {
 
 void FicheroTemporal::publicar() {
   Interior& i = *interior_;
-  if (!::FlushFileBuffers(*i.fichero)) Fallar(::GetLastError(), i.pedido);
+  if (!::FlushFileBuffers(*i.fichero)) FallarWindows(::GetLastError(), i.pedido);
   LARGE_INTEGER tamano{};
-  if (!::GetFileSizeEx(*i.fichero, &tamano)) Fallar(::GetLastError(), i.pedido);
+  if (!::GetFileSizeEx(*i.fichero, &tamano)) FallarWindows(::GetLastError(), i.pedido);
   if (static_cast<std::uintmax_t>(tamano.QuadPart) != i.escritos) throw ErrorEjecucion(57, i.pedido);
   // Un fichero abierto sin compartir no se deja renombrar por su nombre: se cierra antes.
-  if (!i.fichero.cerrar()) Fallar(::GetLastError(), i.pedido);
+  if (!i.fichero.cerrar()) FallarWindows(::GetLastError(), i.pedido);
   if (i.existe) HeredarPermisos(i.temporal, i.destino);
   if (!::MoveFileExW(i.temporal.c_str(), i.destino.c_str(),
                      MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
-    Fallar(::GetLastError(), i.pedido);
+    FallarWindows(::GetLastError(), i.pedido);
   i.publicado = true;
 }
 

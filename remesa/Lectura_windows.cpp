@@ -1,20 +1,10 @@
-#include <windows.h>
-
 #include <algorithm>
 
 #include "remesa/ErrorEjecucion.h"
 #include "remesa/Lectura.h"
-#include "remesa/RutaLarga_windows.h"
+#include "remesa/Sistema_windows.h"
 
 namespace remesa {
-namespace {
-
-std::error_code UltimoError() {
-  return {static_cast<int>(::GetLastError()), std::system_category()};
-}
-
-}  // namespace
-
 struct LecturaFichero::Interior {
   explicit Interior(HANDLE nuevo) : fichero(nuevo) {}
   ~Interior() {
@@ -26,16 +16,19 @@ struct LecturaFichero::Interior {
 };
 
 LecturaFichero::LecturaFichero(const std::filesystem::path& ruta) : ruta_(ruta) {
+  if (ruta.empty()) throw ErrorEjecucion(53, ruta);
   // CreateFile sobre una carpeta dice "acceso denegado": se mira antes para dar el error de ruta.
-  std::error_code ignorado;
-  if (std::filesystem::is_directory(ruta, ignorado)) throw ErrorEjecucion(75, ruta);
-  interior_ = std::make_unique<Interior>(::CreateFileW(RutaLarga(ruta).c_str(), GENERIC_READ,
+  const std::filesystem::path larga = RutaLarga(ruta);
+  const DWORD atributos = ::GetFileAttributesW(larga.c_str());
+  if (atributos != INVALID_FILE_ATTRIBUTES && (atributos & FILE_ATTRIBUTE_DIRECTORY))
+    throw ErrorEjecucion(75, ruta);
+  interior_ = std::make_unique<Interior>(::CreateFileW(larga.c_str(), GENERIC_READ,
                                                        FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr,
                                                        OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
-  if (interior_->fichero == INVALID_HANDLE_VALUE) throw ErrorEjecucion(UltimoError(), ruta);
+  if (interior_->fichero == INVALID_HANDLE_VALUE) FallarWindows(::GetLastError(), ruta);
   if (::GetFileType(interior_->fichero) != FILE_TYPE_DISK) throw ErrorEjecucion(75, ruta);
   LARGE_INTEGER tamano{};
-  if (!::GetFileSizeEx(interior_->fichero, &tamano)) throw ErrorEjecucion(UltimoError(), ruta);
+  if (!::GetFileSizeEx(interior_->fichero, &tamano)) FallarWindows(::GetLastError(), ruta);
   tamano_ = static_cast<std::uintmax_t>(tamano.QuadPart);
 }
 
@@ -46,7 +39,7 @@ std::size_t LecturaFichero::leerAlgo(std::span<char> destino) {
   DWORD leidos = 0;
   if (!::ReadFile(interior_->fichero, destino.data(), static_cast<DWORD>(std::min(destino.size(), kMaximo)),
                   &leidos, nullptr))
-    throw ErrorEjecucion(UltimoError(), ruta_);
+    FallarWindows(::GetLastError(), ruta_);
   return leidos;
 }
 

@@ -1,0 +1,50 @@
+#include "remesa/Sistema_windows.h"
+
+#include <string>
+
+#include "remesa/ErrorEjecucion.h"
+
+namespace remesa {
+namespace fs = std::filesystem;
+
+fs::path RutaLarga(const fs::path& ruta) {
+  std::wstring absoluta(MAX_PATH, L'\0');
+  for (;;) {
+    const DWORD hacenFalta =
+        ::GetFullPathNameW(ruta.c_str(), static_cast<DWORD>(absoluta.size()), absoluta.data(), nullptr);
+    if (hacenFalta == 0) return ruta;
+    const bool cabe = hacenFalta < absoluta.size();
+    absoluta.resize(hacenFalta);
+    if (cabe) break;
+  }
+  if (absoluta.starts_with(L"\\\\?\\") || absoluta.starts_with(L"\\\\.\\")) return absoluta;
+  if (absoluta.starts_with(L"\\\\")) return L"\\\\?\\UNC\\" + absoluta.substr(2);
+  return L"\\\\?\\" + absoluta;
+}
+
+void FallarWindows(DWORD error, const fs::path& ruta) {
+  switch (error) {
+    case ERROR_SHARING_VIOLATION:
+    case ERROR_LOCK_VIOLATION:
+    case ERROR_USER_MAPPED_FILE:
+    case ERROR_WRITE_PROTECT:
+      throw ErrorEjecucion(70, ruta);
+    case ERROR_DISK_FULL:
+    case ERROR_HANDLE_DISK_FULL:
+      throw ErrorEjecucion(61, ruta);
+    case ERROR_FILE_NOT_FOUND:
+      throw ErrorEjecucion(53, ruta);
+    case ERROR_PATH_NOT_FOUND:
+    case ERROR_BAD_NETPATH:
+    case ERROR_BAD_NET_NAME:
+    case ERROR_INVALID_DRIVE:
+    case ERROR_DIRECTORY:
+      throw ErrorEjecucion(76, ruta);
+    case ERROR_INVALID_NAME:
+      throw ErrorEjecucion(52, ruta);
+    default:
+      throw ErrorEjecucion(std::error_code(static_cast<int>(error), std::system_category()), ruta);
+  }
+}
+
+}  // namespace remesa
