@@ -216,10 +216,14 @@ void VisorAyuda::Seguir(const QUrl& enlace) {
   if (enlace.hasFragment()) IrASeccion(enlace.fragment(QUrl::FullyDecoded));
 }
 
-void VisorAyuda::IrASeccion(const QString& nombre) {
-  for (const Seccion& seccion : Secciones())
-    if (NombreSeccion(seccion.titulo) == nombre) return LlevarArriba(seccion.posicion);
+bool VisorAyuda::IrASeccion(const QString& nombre) {
+  for (const Seccion& seccion : Secciones()) {
+    if (NombreSeccion(seccion.titulo) != nombre) continue;
+    LlevarArriba(seccion.posicion);
+    return true;
+  }
   scrollToAnchor(nombre);
+  return false;
 }
 
 }  // namespace comunes

@@ -31,8 +31,8 @@ class VisorAyuda : public QTextBrowser {
   void Cargar(const QString& ruta);
   /// Nombre del tema: el título del documento, el que lo encabeza o el del fichero.
   QString Titulo() const;
-  /// Lleva arriba el título que se enlaza con ese nombre ("primer-uso").
-  void IrASeccion(const QString& nombre);
+  /// Lleva arriba el título que se enlaza con ese nombre ("primer-uso"); false si no lo hay.
+  bool IrASeccion(const QString& nombre);
   /// Busca desde donde se está y, llegado al final, desde el principio. false si no aparece.
   bool Buscar(const QString& texto, bool haciaAtras);
 

@@ -3,6 +3,7 @@
 #include <QAction>
 
 #include "comunes/dialogos/Ayuda.h"
+#include "comunes/dialogos/MiniHelp.h"
 #include "comunes/herramientas/Presenta.h"
 #include "comunes/herramientas/Telefonos.h"
 #include "ui_frmUnirQ19.h"
@@ -33,6 +34,7 @@ bool Herramientas::cerrarTodas() {
   const QList<QPointer<QWidget>> ventanas = abiertas_;
   for (const QPointer<QWidget>& ventana : ventanas)
     if (ventana && !ventana->isHidden() && !ventana->close()) return false;
+  if (auto* ayuda = parent()->findChild<comunes::MiniHelp*>()) ayuda->close();
   return true;
 }
 
