@@ -166,18 +166,19 @@ TEST_F(Editor, LoTecleadoLlegaASuSitioYNadaMasCambia) {
   Teclear(kFecha, "20260105");
   QTest::qWait(1);
   EXPECT_EQ(Edi(kImporte), "987,65");
-  Teclear(kNombre, "josé peña & hijos");
+  Teclear(kNombre, "josé peña & q\u0301");
   Teclear(kCuenta, "es7620770024003102575766");
   Tecla(Qt::Key_Return);
   EXPECT_TRUE(Cpo(kCuenta + 1)->hasFocus());
   EXPECT_EQ(Edi(kCuenta), "IBAN ES76 2077 0024 0031 0257 5766");
   EXPECT_TRUE(Obs(kNombre)->isVisible());
-  EXPECT_EQ(Obs(kNombre)->text(), "En el registro, «É» será «0», «Ñ» será «N», «&» será «0».");
+  EXPECT_EQ(Obs(kNombre)->text(),
+            "En el registro, «É» será «0», «Ñ» será «N», «&» será «0», el carácter U+0301 será «0».");
   Pulsar("cmdAceptar");
 
   remesa::sobrescribir(esperado, remesa::kImporteAdeudo, "00000098765");
   remesa::sobrescribir(esperado, kFechaMandato, "20260105");
-  remesa::sobrescribir(esperado, remesa::kNombreDeudor, "JOS0 PENA 0 HIJOS" + std::string(53, ' '));
+  remesa::sobrescribir(esperado, remesa::kNombreDeudor, "JOS0 PENA 0 Q0" + std::string(56, ' '));
   remesa::sobrescribir(esperado, remesa::kCuentaDeudor, "ES7620770024003102575766");
   EXPECT_EQ(Registro(1), esperado);
   EXPECT_EQ(Registro(0), Adeudo());

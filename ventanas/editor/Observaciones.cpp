@@ -10,7 +10,8 @@ QString visible(char32_t c) {
   const QString texto = QString::fromUcs4(&c, 1);
   // Uno que no se ve, o que se pega al anterior, se nombra por su número.
   if (QChar::isPrint(c) && !QChar::isMark(c)) return QStringLiteral("«") + texto + QStringLiteral("»");
-  return QStringLiteral("el carácter U+%1").arg(static_cast<uint>(c), 4, 16, QLatin1Char('0')).toUpper();
+  return QStringLiteral("el carácter U+") +
+         QStringLiteral("%1").arg(static_cast<uint>(c), 4, 16, QLatin1Char('0')).toUpper();
 }
 
 /// Los caracteres distintos que cambian, con lo que serán.
