@@ -64,9 +64,10 @@ QString TextoDeImportacion(const Observacion& o) {
                                 "Importe después otro fichero que los tenga.")
                           : QStringLiteral("Sin registros de totales: la remesa se quedará sin ellos.");
     case ClaseObservacion::SinCabeceras:
-      return QStringLiteral(
-                 "Falta la cabecera %1: la remesa empezará sin ella. Importe antes un fichero completo.")
-          .arg(comunes::DesdeWindows1252(o.antes));
+      return (o.antes.size() > 2 ? QStringLiteral("Faltan las cabeceras %1: la remesa empezará sin ellas.")
+                                 : QStringLiteral("Falta la cabecera %1: la remesa empezará sin ella."))
+                 .arg(comunes::DesdeWindows1252(o.antes)) +
+             QStringLiteral(" Importe antes un fichero completo.");
     case ClaseObservacion::Desbordamiento:
       return QStringLiteral("El total llegaría a %1 y el máximo es %2: los totales no se podrán calcular.")
           .arg(TextoEuros(o.importe), Maximo());
