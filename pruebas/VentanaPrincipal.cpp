@@ -3,6 +3,8 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QCheckBox>
+#include <QDropEvent>
+#include <QMimeData>
 #include <QTimer>
 
 #include "comunes/impresion/Impresora.h"
@@ -225,6 +227,22 @@ TEST_F(VentanaPrincipal, NombresQueSoloSeDistinguenPorLasMayusculas) {
   QTest::keyClick(v.Ficheros, Qt::Key_Down);
   EXPECT_TRUE(v.importado());
   EXPECT_TRUE(v.texto("AvisoPreview").contains(nombres[0])) << v.texto("AvisoPreview").toStdString();
+}
+
+TEST_F(VentanaPrincipal, SoltarUnFicheroEsElegirlo) {
+  Ventana v(carpeta_ / "..");
+  QMimeData datos;
+  datos.setUrls({QUrl::fromLocalFile(comunes::DesdeRuta(carpeta_ / "enero.Q19"))});
+  QDragEnterEvent entra({5, 5}, Qt::CopyAction, &datos, Qt::LeftButton, {});
+  QApplication::sendEvent(&v.frm, &entra);
+  EXPECT_TRUE(entra.isAccepted());
+  QDropEvent suelta({5, 5}, Qt::CopyAction, &datos, Qt::LeftButton, {});
+  QApplication::sendEvent(&v.frm, &suelta);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(v.texto("InfoPreview"), "enero.Q19: 7 registros");
+  EXPECT_EQ(v.Ficheros->marcado(), "enero.Q19");
+  for (const QWidget* hijo : v.frm.findChildren<QWidget*>())
+    EXPECT_FALSE(hijo->acceptDrops()) << hijo->objectName().toStdString() << " se quedaría lo soltado";
 }
 
 TEST_F(VentanaPrincipal, ControlesTeclasYOrden) {

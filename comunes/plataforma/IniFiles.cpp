@@ -82,10 +82,12 @@ class Perfil {
       const std::string_view actual = linea(pos);
       if (nombreSeccion(actual)) break;
       const auto igual = actual.find('=');
-      if (igual == std::string_view::npos) continue;
       const std::string_view nombre = recortar(actual.substr(0, igual));
-      if (!nombre.starts_with(';') && plegar(nombre) == buscada)
+      if (nombre.starts_with(';') || plegar(nombre) != buscada) continue;
+      // Una línea sin "=" es una clave sin valor, que tapa a las que la siguen; una en blanco no es nada.
+      if (igual != std::string_view::npos)
         return sinComillas(recortar(actual.substr(igual + 1))).substr(0, kLongitudMaxima);
+      if (!nombre.empty()) return {};
     }
     return {};
   }
