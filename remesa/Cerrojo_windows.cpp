@@ -1,8 +1,8 @@
-#include <windows.h>
-
 #include "remesa/Cerrojo.h"
-#include "remesa/ErrorEjecucion.h"
-#include "remesa/RutaLarga_windows.h"
+
+#include <utility>
+
+#include "remesa/Sistema_windows.h"
 
 namespace remesa {
 
@@ -27,7 +27,7 @@ bool Cerrojo::poner() {
   if (i.fichero != INVALID_HANDLE_VALUE) return true;
   const DWORD error = ::GetLastError();
   if (error == ERROR_SHARING_VIOLATION) return false;
-  throw ErrorEjecucion(std::error_code(static_cast<int>(error), std::system_category()), i.ruta);
+  FallarWindows(error, i.ruta);
 }
 
 }  // namespace remesa
