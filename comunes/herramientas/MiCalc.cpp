@@ -19,8 +19,6 @@ namespace {
 using Fallo = Sumadora::Fallo;
 using Orden = Sumadora::Orden;
 
-constexpr int kAnchoImporte = 24;
-
 QString TextoFallo(Fallo fallo, const Sumadora& maquina) {
   switch (fallo) {
     case Fallo::Ninguno:
@@ -85,10 +83,9 @@ MiCalc::MiCalc(QWidget* padre) : QWidget(padre, Qt::Window), ui_(std::make_uniqu
   const QString maximo = TextoNumero(-999'999'999'999'999'999, kMaxDecimales);
   ui_->Visor->setMinimumWidth(ui_->Visor->fontMetrics().horizontalAdvance(maximo) + 2 * ui_->Visor->margin() +
                               2 * ui_->Visor->frameWidth() + 4);
-  const int borde = 2 * ui_->Cinta->frameWidth() + qRound(2 * ui_->Cinta->document()->documentMargin());
-  ui_->Cinta->setFixedWidth(
-      ui_->Cinta->fontMetrics().horizontalAdvance(QString(kAnchoImporte + 3, QLatin1Char('0'))) + borde +
-      ui_->Cinta->verticalScrollBar()->sizeHint().width());
+  ui_->Cinta->setMinimumWidth(ui_->Cinta->fontMetrics().horizontalAdvance(QString(maximo.size() + 3, u'0')) +
+                              2 * ui_->Cinta->frameWidth() + margenCinta() +
+                              ui_->Cinta->verticalScrollBar()->sizeHint().width());
   conectar();
   mostrar();
   ui_->Visor->setFocus();
@@ -228,13 +225,20 @@ void MiCalc::mostrarCinta() {
     boton->setEnabled(hay);
 }
 
+int MiCalc::margenCinta() const {
+  return qRound(2 * ui_->Cinta->document()->documentMargin());
+}
+
 void MiCalc::escribirLinea(const Sumadora::Linea& linea) {
   const bool rojo = (linea.valor < 0) != (linea.signo == u'−');
   const bool oscuro = palette().color(QPalette::Base).lightness() < 128;
   QTextCharFormat formato;
   formato.setForeground(rojo ? QColor(oscuro ? 0xFF9090 : 0xB00000) : palette().color(QPalette::Text));
   if (linea.signo == Sumadora::kTotal) formato.setFontWeight(QFont::Bold);
-  QString texto = TextoNumero(linea.valor, linea.decimales).rightJustified(kAnchoImporte) + u' ' +
+  // Una caja de texto sin formato no sabe alinear a la derecha.
+  const int libre = ui_->Cinta->viewport()->width() - margenCinta();
+  const int columnas = libre / std::max(ui_->Cinta->fontMetrics().horizontalAdvance(u'0'), 1);
+  QString texto = TextoNumero(linea.valor, linea.decimales).rightJustified(columnas - 2) + u' ' +
                   QChar(linea.signo) + u'\n';
   if (CierraCuenta(linea)) texto += u'\n';
   QTextCursor cursor(ui_->Cinta->document());

@@ -35,6 +35,7 @@ class MiCalc : public QWidget {
   void mostrar(Sumadora::Fallo fallo = Sumadora::Fallo::Ninguno);
   void decir(const QString& texto, const QString& documento = {});
   void mostrarCinta();
+  int margenCinta() const;
   void escribirLinea(const Sumadora::Linea& linea);
   void copiar();
   void pegar();

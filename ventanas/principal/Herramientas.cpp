@@ -1,11 +1,16 @@
 #include "ventanas/principal/Herramientas.h"
 
 #include <QAction>
+#include <QFileInfo>
+#include <memory>
 
 #include "comunes/dialogos/Ayuda.h"
 #include "comunes/dialogos/MiniHelp.h"
+#include "comunes/herramientas/MiCalc.h"
 #include "comunes/herramientas/Presenta.h"
 #include "comunes/herramientas/Telefonos.h"
+#include "comunes/herramientas/frmTablas.h"
+#include "comunes/plataforma/Explorar.h"
 #include "ui_frmUnirQ19.h"
 
 // La macro no puede estar dentro de un espacio de nombres.
@@ -19,7 +24,8 @@ Herramientas::Herramientas(const Ui::frmUnirQ19& ui, QWidget& principal) : QObje
   cargarRecursoManual();
   comunes::PonerAyuda(QStringLiteral(":/manual/manual.md"));
   // Cada entrada del menú, visible en el formulario cuando su ventana existe:
-  //   connect(ui.mnuCalculadora, &QAction::triggered, this, &Herramientas::unica<herramientas::MiCalc>);
+  connect(ui.mnuTablas, &QAction::triggered, this, [this, &principal] { editarTabla(principal); });
+  connect(ui.mnuCalculadora, &QAction::triggered, this, &Herramientas::unica<herramientas::MiCalc>);
   connect(ui.mnuTelefonos, &QAction::triggered, this, &Herramientas::unica<herramientas::Telefonos>);
   connect(ui.mnuContenido, &QAction::triggered, &principal,
           [&principal] { comunes::MostrarAyuda(principal); });
@@ -28,6 +34,21 @@ Herramientas::Herramientas(const Ui::frmUnirQ19& ui, QWidget& principal) : QObje
   ui.menuHerramientas->menuAction()->setVisible(ui.mnuTextos->isVisible() || ui.mnuTablas->isVisible() ||
                                                 ui.mnuCalculadora->isVisible() ||
                                                 ui.mnuTelefonos->isVisible() || ui.mnuComprobar->isVisible());
+}
+
+void Herramientas::editarTabla(QWidget& principal) {
+  const QString elegido = comunes::DialogoFichero(
+      true, &principal, {}, QStringLiteral("|Tablas (*.txt)|*.txt|Todos los ficheros|*"), false, {});
+  if (elegido.isEmpty()) return;
+  const QFileInfo fichero(elegido);
+  for (const QPointer<QWidget>& ventana : abiertas_)
+    if (auto* suya = qobject_cast<herramientas::frmTablas*>(ventana.data());
+        suya && !suya->isHidden() && QFileInfo(suya->Ruta()) == fichero)
+      return traer(*suya);
+  auto tabla = std::make_unique<herramientas::frmTablas>();
+  tabla->PonerRuta(fichero.absoluteFilePath());
+  tabla->Dimensionar(nullptr, 0, QStringLiteral("Valor#40"), QStringLiteral("T(Z) A(I) L(255)"), true);
+  mostrar(tabla.release());
 }
 
 bool Herramientas::cerrarTodas() {

@@ -29,6 +29,8 @@ class Herramientas : public QObject {
       if (auto* suya = qobject_cast<Ventana*>(ventana.data()); suya && !suya->isHidden()) return traer(*suya);
     mostrar(new Ventana);
   }
+  /// Una ventana por fichero.
+  void editarTabla(QWidget& principal);
   void mostrar(QWidget* ventana);
   static void traer(QWidget& ventana);
 

@@ -1,0 +1,253 @@
+#include "comunes/herramientas/frmTablas.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QKeyEvent>
+#include <QScopedValueRollback>
+#include <QShortcut>
+
+#include "comunes/campos/CajaDescrita.h"
+#include "comunes/campos/Tecleo.h"
+#include "comunes/dialogos/MyBox.h"
+#include "comunes/dialogos/VistaRejilla.h"
+#include "comunes/herramientas/CargarGrabarTabla.h"
+#include "comunes/plataforma/Texto.h"
+#include "comunes/plataforma/Ventanas.h"
+#include "comunes/rejilla/MiVisor.h"
+#include "ui_frmTablas.h"
+
+namespace herramientas {
+namespace {
+
+constexpr int kIconoAviso = 1;
+constexpr int kIconoPregunta = 3;
+constexpr int kBotonesAceptarCancelar = 2;
+
+}  // namespace
+
+frmTablas::frmTablas(QWidget* padre)
+    : QDialog(padre, Qt::Window),
+      ui_(std::make_unique<Ui::frmTablas>()),
+      rejilla_(QStringLiteral("VisorTabla")),
+      modelo_(rejilla_) {
+  ui_->setupUi(this);
+  setProperty("Ayuda", QStringLiteral("el-editor-de-tablas"));
+  comunes::FuentesVentana(*this);
+  PonerRuta({});
+  conectar();
+}
+
+frmTablas::~frmTablas() = default;
+
+void frmTablas::PonerRuta(const QString& ruta) {
+  ruta_ = ruta;
+  // En el título, "[*]" es el sitio del asterisco de lo modificado.
+  const QString nombre = QFileInfo(ruta).fileName().replace(QLatin1String("[*]"), QLatin1String("[*][*]"));
+  setWindowTitle(nombre + QLatin1String("[*]") + (nombre.isEmpty() ? QString() : QStringLiteral(" - ")) +
+                 tr("Editor de Tablas de QMX"));
+}
+
+void frmTablas::conectar() {
+  connect(ui_->VisorTabla, &QTableView::clicked, this,
+          [this](const QModelIndex& celda) { editar(modelo_.FilaRejilla(celda.row())); });
+  const auto atajo = [this](const QKeySequence& tecla, QWidget* donde, Qt::ShortcutContext contexto,
+                            auto hacer) {
+    connect(new QShortcut(tecla, donde, nullptr, nullptr, contexto), &QShortcut::activated, this, hacer);
+  };
+  for (const auto tecla : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_F2})
+    atajo(tecla, ui_->VisorTabla, Qt::WidgetShortcut, [this] { editar(filaSenalada()); });
+  atajo(Qt::Key_Delete, ui_->VisorTabla, Qt::WidgetShortcut, [this] { quitar(); });
+  atajo(Qt::ALT | Qt::Key_Up, this, Qt::WindowShortcut, [this] { mover(-1); });
+  atajo(Qt::ALT | Qt::Key_Down, this, Qt::WindowShortcut, [this] { mover(1); });
+  atajo(QKeySequence::Save, this, Qt::WindowShortcut, [this] { grabar(); });
+  connect(ui_->Elemento, &QLineEdit::textChanged, this, [this] {
+    if (!poniendo_ && !comunes::Tecleo().reescribiendo) marcar(true);
+  });
+  connect(ui_->cmdAceptar, &QPushButton::clicked, this, &frmTablas::aceptar);
+  connect(ui_->cmdQuitar, &QPushButton::clicked, this, &frmTablas::quitar);
+  connect(ui_->cmdSubir, &QPushButton::clicked, this, [this] { mover(-1); });
+  connect(ui_->cmdBajar, &QPushButton::clicked, this, [this] { mover(1); });
+  connect(ui_->cmdGrabar, &QPushButton::clicked, this, &frmTablas::grabar);
+  connect(ui_->cmdSalir, &QPushButton::clicked, this, &QWidget::close);
+}
+
+void frmTablas::Dimensionar(const QWidget* Origen, int Ajuste, const QString& Columnas,
+                            const QString& Descriptor, bool Cargar) {
+  comunes::PrepararRejilla(rejilla_, Columnas);
+  const int columnas = comunes::PrepararVistaRejilla(*ui_->VisorTabla, modelo_);
+  connect(ui_->VisorTabla->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+          [this] { decir(); });
+  comunes::Describir(ui_->Elemento, Descriptor);
+  editada_ = 0;
+  sinValores_ = true;
+  if (Cargar && CargarGrabarTabla(QStringLiteral("CARGAR"), ruta_, rejilla_, ui_->VisorTabla)) {
+    sinValores_ =
+        rejilla_.Rows() == rejilla_.FixedRows() + 1 && rejilla_.TextMatrix(rejilla_.FixedRows(), 0).isEmpty();
+    PonerRuta(ruta_);
+  }
+  poner(0);
+  marcar(false);
+  ui_->Elemento->setFocus();
+
+  const int ajuste = comunes::PixelesDeTwips(Ajuste);
+  const int barra = ui_->VisorTabla->style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+  adjustSize();
+  const int resto = width() - ui_->VisorTabla->width();
+  resize(columnas + barra + 2 * ui_->VisorTabla->frameWidth() + resto + ajuste, height());
+  comunes::DisponerVentana(*this);
+  if (Origen == nullptr) return;
+  resize(Origen->width() + ajuste, height());
+  move(Origen->mapToGlobal(QPoint(0, Origen->height())));
+}
+
+void frmTablas::editar(int fila) {
+  if (fila < rejilla_.FixedRows()) return;
+  editada_ = sinValores_ ? 0 : fila;
+  poner(fila);
+  ui_->Elemento->setFocus();
+  comunes::EntrarCampo(this);
+}
+
+void frmTablas::poner(int fila) {
+  comunes::DejarCampo(this);
+  const QScopedValueRollback marca(poniendo_, true);
+  comunes::PonerTexto(ui_->Elemento, fila > 0 ? rejilla_.TextMatrix(fila, 0) : QString());
+  decir();
+}
+
+void frmTablas::aceptar() {
+  comunes::DejarCampo(this);
+  QString valor = ui_->Elemento->text();
+  valor.replace(u'\r', u' ').replace(u'\n', u' ');
+  int fila = editada_;
+  if (fila <= 0) fila = sinValores_ ? rejilla_.FixedRows() : rejilla_.Rows();
+  comunes::PonerCelda(rejilla_, fila, 0, valor);
+  sinValores_ = false;
+  editada_ = 0;
+  senalar(fila);
+  poner(0);
+  marcar(true);
+  ui_->Elemento->setFocus();
+  comunes::EntrarCampo(this);
+}
+
+void frmTablas::quitar() {
+  const int fila = filaSenalada();
+  if (fila == 0 || sinValores_) return;
+  const int primera = rejilla_.FixedRows();
+  if (rejilla_.Rows() > primera + 1) {
+    comunes::QuitarFila(rejilla_, fila);
+  } else {
+    comunes::PonerCelda(rejilla_, primera, 0, {});
+    sinValores_ = true;
+  }
+  if (editada_ == fila) {
+    editada_ = 0;
+    poner(0);
+  } else if (editada_ > fila) {
+    --editada_;
+  }
+  senalar(std::min(fila, rejilla_.Rows() - 1));
+  marcar(true);
+}
+
+void frmTablas::mover(int pasos) {
+  const int fila = filaSenalada();
+  const int destino = fila + pasos;
+  if (fila == 0 || destino < rejilla_.FixedRows() || destino >= rejilla_.Rows()) return;
+  for (int columna = 0; columna < rejilla_.Cols(); ++columna) {
+    const QString texto = rejilla_.TextMatrix(fila, columna);
+    rejilla_.PonerTextMatrix(fila, columna, rejilla_.TextMatrix(destino, columna));
+    rejilla_.PonerTextMatrix(destino, columna, texto);
+  }
+  if (editada_ == fila)
+    editada_ = destino;
+  else if (editada_ == destino)
+    editada_ = fila;
+  senalar(destino);
+  marcar(true);
+}
+
+bool frmTablas::grabar() {
+  comunes::DejarCampo(this);
+  if (avisarPerdida() || !CargarGrabarTabla(QStringLiteral("REGRABAR"), ruta_, rejilla_, ui_->VisorTabla))
+    return false;
+  PonerRuta(ruta_);
+  marcar(false);
+  const QString pendiente = ui_->Elemento->text();
+  const bool sinPasar =
+      editada_ > 0 ? pendiente != rejilla_.TextMatrix(editada_, 0) : !pendiente.trimmed().isEmpty();
+  decir(sinPasar ? tr("Tabla grabada, sin el valor que se está tecleando: falta «Aceptar»")
+                 : tr("Tabla grabada en %1").arg(QDir::toNativeSeparators(ruta_)));
+  return true;
+}
+
+bool frmTablas::avisarPerdida() {
+  for (int fila = rejilla_.FixedRows(); fila < rejilla_.Rows(); ++fila) {
+    const QString& valor = rejilla_.TextMatrix(fila, 0);
+    if (comunes::CabeEnWindows1252(valor)) continue;
+    senalar(fila);
+    QString perdidos;
+    for (const QChar c : valor)
+      if (!comunes::CabeEnWindows1252(c)) perdidos += c;
+    comunes::MyMsgBox(tr("«%1», en la fila %2, no existe en Windows-1252 y se perdería.;;Cámbielo antes de "
+                         "grabar.")
+                          .arg(perdidos)
+                          .arg(fila - rejilla_.FixedRows() + 1),
+                      {}, kIconoAviso, 1, 1, -1, -1, this);
+    return true;
+  }
+  return false;
+}
+
+void frmTablas::reject() {
+  if (!ui_->VisorTabla->property("Tag").toString().isEmpty()) {
+    raise();
+    activateWindow();
+    if (comunes::MyMsgBox(tr("Datos han sido modificados.;;¿ Desea salir sin grabar ?"), {}, kIconoPregunta,
+                          kBotonesAceptarCancelar, 2) != comunes::kAceptar)
+      return;
+  }
+  QDialog::reject();
+}
+
+void frmTablas::keyPressEvent(QKeyEvent* suceso) {
+  // Escape deja antes la fila que se corrige que la ventana.
+  if (suceso->key() != Qt::Key_Escape || editada_ == 0) return QDialog::keyPressEvent(suceso);
+  editada_ = 0;
+  poner(0);
+  comunes::EntrarCampo(this);
+}
+
+int frmTablas::filaSenalada() const {
+  const QModelIndex actual = ui_->VisorTabla->currentIndex();
+  return actual.isValid() ? modelo_.FilaRejilla(actual.row()) : 0;
+}
+
+void frmTablas::senalar(int fila) {
+  ui_->VisorTabla->selectRow(fila - rejilla_.FixedRows());
+  ui_->VisorTabla->scrollTo(modelo_.index(fila - rejilla_.FixedRows(), 0));
+  decir();
+}
+
+void frmTablas::marcar(bool modificado) {
+  ui_->VisorTabla->setProperty("Tag", modificado ? QStringLiteral("MODIFICADO") : QString());
+  setWindowModified(modificado);
+}
+
+void frmTablas::decir(const QString& texto) {
+  const int primera = rejilla_.FixedRows();
+  const int valores = sinValores_ ? 0 : rejilla_.Rows() - primera;
+  const QString cuenta = valores == 1 ? tr("1 valor") : tr("%1 valores").arg(valores);
+  ui_->Estado->setText(texto.isEmpty() ? cuenta : texto);
+  ui_->Estado->setToolTip(comunes::TextoLiteral(texto));
+  ui_->Marco->setTitle(editada_ > 0 ? tr("Cambiar la fila %1").arg(editada_ - primera + 1)
+                                    : tr("Valor nuevo"));
+  const int fila = filaSenalada();
+  const bool hay = fila > 0 && !sinValores_;
+  ui_->cmdQuitar->setEnabled(hay);
+  ui_->cmdSubir->setEnabled(hay && fila > primera);
+  ui_->cmdBajar->setEnabled(hay && fila < rejilla_.Rows() - 1);
+}
+
+}  // namespace herramientas
