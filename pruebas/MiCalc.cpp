@@ -1,0 +1,178 @@
+// La calculadora por su ventana: lo que se teclea, lo que se ve, la cinta y lo que se copia e imprime.
+
+#include "comunes/herramientas/MiCalc.h"
+
+#include <QClipboard>
+#include <QComboBox>
+#include <QPlainTextEdit>
+#include <QProcess>
+#include <QtTest>
+
+#include "comunes/impresion/Impresora.h"
+#include "comunes/plataforma/Explorar.h"
+#include "comunes/plataforma/Formatos.h"
+#include "pruebas/Cajas.h"
+
+using herramientas::MiCalc;
+
+namespace {
+
+class Calculadora : public testing::Test {
+ protected:
+  Calculadora() {
+    comunes::PonerLocaleUsuario(QLocale(QLocale::Spanish, QLocale::Spain));
+    Abrir();
+  }
+  ~Calculadora() override { comunes::PonerLocaleUsuario({}); }
+
+  void Abrir() {
+    calc_ = std::make_unique<MiCalc>();
+    calc_->show();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(calc_.get()));
+  }
+  /// "\r" es Intro; todo por el teclado numérico.
+  void Teclear(const QString& teclas) {
+    for (const QChar c : teclas) {
+      if (c == u'\r')
+        QTest::keyClick(Foco(), Qt::Key_Enter, Qt::KeypadModifier);
+      else
+        QTest::keyClick(Foco(), c.toLatin1(), Qt::KeypadModifier);
+    }
+  }
+  QWidget* Foco() const { return calc_->focusWidget() ? calc_->focusWidget() : calc_.get(); }
+  template <typename Control>
+  Control* Hijo(const char* nombre) const {
+    return calc_->findChild<Control*>(nombre);
+  }
+  QString Texto(const char* nombre) const { return Hijo<QLabel>(nombre)->text(); }
+  QStringList Cinta() const {
+    QStringList lineas;
+    for (const QString& linea : Hijo<QPlainTextEdit>("Cinta")->toPlainText().split('\n'))
+      if (!linea.isEmpty()) lineas += linea.simplified();
+    return lineas;
+  }
+  void Pulsar(const char* nombre) { QTest::mouseClick(Hijo<QPushButton>(nombre), Qt::LeftButton); }
+
+  std::unique_ptr<MiCalc> calc_;
+};
+
+}  // namespace
+
+TEST_F(Calculadora, TodoPorElTecladoNumerico) {
+  struct Caso {
+    const char* teclas;
+    const char* visor;
+    const char* suma;
+    const char* aviso;
+    QStringList cinta;
+  };
+  const Caso casos[] = {
+      {"1234.5", "1.234,5", "Suma 0,00 (0 partidas)", "", {}},
+      {"1234,50+", "1.234,50", "Suma 1.234,50 (1 partida)", "", {"1.234,50 +"}},
+      {"100+2000-\r",
+       "-1.900,00",
+       "Suma -1.900,00 (2 partidas)",
+       "",
+       {"100,00 +", "2.000,00 −", "-1.900,00 ◊"}},
+      {"5+\r\r", "5,00", "Suma 0,00 (0 partidas)", "", {"5,00 +", "5,00 ◊", "5,00 *"}},
+      {"3*4\r+", "12,00", "Suma 12,00 (1 partida)", "", {"3,00 ×", "4,00 =", "12,00 R", "12,00 +"}},
+      {"200*21//+", "42,00", "Suma 42,00 (1 partida)", "", {"200,00 ×", "21,00 %", "42,00 R", "42,00 +"}},
+      {"9+12**3+", "3,00", "Suma 12,00 (2 partidas)", "", {"9,00 +", "3,00 +"}},
+      {"9+****", "9,00", "Suma 0,00 (0 partidas)", "", {"9,00 +", "9,00 C"}},
+      {"10/0\r", "10,00", "Suma 0,00 (0 partidas)", "No se puede dividir por cero", {"10,00 ÷"}},
+      {"999999999999+1+",
+       "1",
+       "Suma 999.999.999.999,00 (1 partida)",
+       "Desbordamiento: no caben más de 12 cifras",
+       {"999.999.999.999,00 +"}},
+      {"5+3\r", "3", "Suma 5,00 (1 partida)", "Falta + o − tras el número", {"5,00 +"}},
+  };
+  for (const Caso& c : casos) {
+    SCOPED_TRACE(c.teclas);
+    Abrir();
+    Teclear(c.teclas);
+    EXPECT_EQ(c.visor, Texto("Visor"));
+    EXPECT_EQ(c.suma, Texto("Suma"));
+    EXPECT_EQ(c.aviso, Texto("Aviso"));
+    EXPECT_EQ(c.cinta, Cinta());
+  }
+}
+
+TEST_F(Calculadora, BotonesDecimalesYOtroLocale) {
+  for (const char* boton : {"tecla1", "tecla00", "teclaDecimal", "tecla5", "teclaSigno", "teclaMas", "tecla8",
+                            "tecla9", "teclaRetroceso", "teclaMenos", "teclaSubtotal", "teclaTotal"})
+    Pulsar(boton);
+  EXPECT_EQ(QStringList({"-100,50 +", "8,00 −", "-108,50 ◊", "-108,50 *"}), Cinta());
+
+  auto* decimales = Hijo<QComboBox>("Decimales");
+  QTest::keyClick(decimales, Qt::Key_Down);
+  QTest::keyClick(decimales, Qt::Key_Down);
+  EXPECT_EQ("Visor", calc_->focusWidget()->objectName());
+  Teclear("2/3\r");
+  EXPECT_EQ("0,6667", Texto("Visor"));
+
+  comunes::PonerLocaleUsuario(QLocale(QLocale::English, QLocale::UnitedKingdom));
+  Abrir();
+  EXPECT_EQ(".", Hijo<QPushButton>("teclaDecimal")->text());
+  Teclear("1234,5+");
+  EXPECT_EQ("1,234.50", Texto("Visor"));
+}
+
+TEST_F(Calculadora, CopiaPegaEImprime) {
+  QClipboard* portapapeles = QGuiApplication::clipboard();
+  Teclear("1234.5+2-\r");
+  QTest::keyClick(Foco(), Qt::Key_C, Qt::ControlModifier);
+  EXPECT_EQ("1232,50", portapapeles->text());
+  Pulsar("cmdCopiarCinta");
+  EXPECT_EQ("1.234,50\t+\n2,00\t−\n1.232,50\t◊\n", portapapeles->text());
+
+  const std::pair<const char*, const char*> pegados[] = {
+      {"1.234,50", "1.234,5"},
+      {"1234.50", "1.234,5"},
+      {"-0,05 €", "-0,05"},
+      {"1.234", "1.234"},
+      {"0,0000005", "0,000001"},
+      {"x1", nullptr},
+      {"1 2", nullptr},
+      {"1000000000000", nullptr},
+      {"", nullptr},
+      {"-12", "-12"},
+      {"99999999999999999999", nullptr},
+  };
+  for (const auto& [texto, visto] : pegados) {
+    Pulsar("teclaBorrar");
+    const QString antes = Texto("Visor");
+    portapapeles->setText(texto);
+    QTest::keyClick(Foco(), Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(visto ? QString(visto) : antes, Texto("Visor")) << texto;
+    EXPECT_EQ(visto == nullptr, !Texto("Aviso").isEmpty()) << texto;
+  }
+
+  QTemporaryDir carpeta;
+  const QString pdf = carpeta.filePath("cinta.pdf");
+  const auto anterior =
+      comunes::PonerSelectorFicheros([&](const comunes::PeticionFicheros&) { return QStringList(pdf); });
+  comunes::PonerNombresImpresoras([] { return QStringList(); });
+  QTimer::singleShot(100, [] { Cajas::Pulsar(*QApplication::activeModalWidget(), "Aceptar"); });
+  Pulsar("cmdImprimir");
+  comunes::PonerSelectorFicheros(anterior);
+  comunes::PonerNombresImpresoras({});
+  EXPECT_TRUE(Texto("Aviso").endsWith("cinta.pdf")) << Texto("Aviso").toStdString();
+  QProcess lector;
+  lector.start("pdftotext", {"-layout", pdf, "-"});
+  ASSERT_TRUE(lector.waitForFinished());
+  const QString listado = QString::fromUtf8(lector.readAllStandardOutput()).simplified();
+  EXPECT_TRUE(listado.contains("Importe Signo 1.234,50 + 2,00 − 1.232,50 ◊")) << listado.toStdString();
+}
+
+TEST_F(Calculadora, LaCintaNuevaSePregunta) {
+  Teclear("7+");
+  for (const char* respuesta : {"No", "Si"}) {
+    Cajas cajas({respuesta});
+    Pulsar("cmdCintaNueva");
+    EXPECT_TRUE(cajas.Mensaje(0).contains("cinta nueva"));
+    EXPECT_EQ(QString(respuesta) == "Si", Cinta().isEmpty());
+  }
+  EXPECT_EQ("Suma 0,00 (0 partidas)", Texto("Suma"));
+  EXPECT_FALSE(Hijo<QPushButton>("cmdImprimir")->isEnabled());
+}
