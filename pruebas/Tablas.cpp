@@ -66,7 +66,7 @@ TEST_F(Tablas, IdaYVueltaDeLosFicheros) {
       {"uno\r\ndos\r\ntres\r\n", "uno|dos|tres", "uno\r\ndos\r\ntres\r\n"},
       {"uno\n   \n\rcuatro", "uno|   ||cuatro", "uno\r\ncuatro\r\n"},
       {"A\xD1O \x80\r\n\xA0\r\n\t\r\n", u"AÑO €|\u00A0|\t"_qs, "A\xD1O \x80\r\n\xA0\r\n\t\r\n"},
-      {QByteArray("a\0b\r\n", 5), QString(u"a\0b", 3), QByteArray("a\0b\r\n", 5)},
+      {QByteArray("a\0b\r\n", 5), QString::fromUtf16(u"a\0b", 3), QByteArray("a\0b\r\n", 5)},
       {"", "", ""},
   };
   comunes::Rejilla rejilla;

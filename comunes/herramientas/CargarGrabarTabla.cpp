@@ -3,6 +3,7 @@
 #include <QFileInfo>
 #include <algorithm>
 
+#include "comunes/campos/Blancos.h"
 #include "comunes/herramientas/CargarGrabar.h"
 #include "comunes/plataforma/LecturaTexto.h"
 #include "comunes/plataforma/Texto.h"

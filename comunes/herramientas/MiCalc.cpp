@@ -142,6 +142,7 @@ void MiCalc::pulsar(char tecla) {
   const bool doble = tecla == ultima_ && (tecla == '/' || tecla == '*');
   if (doble) {
     maquina_ = antes_;
+    enCinta_ = 0;  // la cinta vuelve atrás
     tecla = tecla == '/' ? '%' : 'C';
     ultima_ = 0;
   } else {
@@ -214,7 +215,6 @@ void MiCalc::decir(const QString& texto, const QString& documento) {
 
 void MiCalc::mostrarCinta() {
   const auto& cinta = maquina_.cinta();
-  // Al deshacer una tecla la cinta encoge.
   if (cinta.size() < enCinta_) enCinta_ = 0;
   if (enCinta_ == 0) ui_->Cinta->clear();
   for (; enCinta_ < cinta.size(); ++enCinta_)
