@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <utility>
 
 #include "comunes/plataforma/Texto.h"
 
@@ -37,9 +38,7 @@ QString Mostrable(const std::filesystem::path& ruta) {
 }
 
 QString Mostrable(QString texto) {
-  for (QChar& c : texto)
-    if (c.category() == QChar::Other_Control) c = QChar::ReplacementCharacter;
-  return texto;
+  return comunes::SinControles(std::move(texto));
 }
 
 QString Explicar(const remesa::ErrorEjecucion& error, const std::filesystem::path& fichero) {

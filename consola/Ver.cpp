@@ -91,8 +91,9 @@ class Visor {
                       : QStringLiteral("el tipo «%1» no tiene descripción en Tarvo.INI")
                             .arg(Mostrable(diseno.seccion.trimmed()));
     if (linea.longitud != remesa::kLongitudRegistro)
-      texto += QStringLiteral(" (%1 caracteres en lugar de %2)")
+      texto += QStringLiteral(" (%1 %2 en lugar de %3)")
                    .arg(linea.longitud)
+                   .arg(linea.longitud == 1 ? QStringLiteral("carácter") : QStringLiteral("caracteres"))
                    .arg(remesa::kLongitudRegistro);
     if (!descrito) texto += QStringLiteral("\n  ") + Mostrable(comunes::DesdeWindows1252(linea.bytes));
     qsizetype ancho = 0;

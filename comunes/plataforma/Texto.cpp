@@ -48,6 +48,12 @@ std::string AWindows1252(const QString& texto) {
   return bytes;
 }
 
+QString SinControles(QString texto) {
+  for (QChar& c : texto)
+    if (c.category() == QChar::Other_Control) c = QChar::ReplacementCharacter;
+  return texto;
+}
+
 bool CabeEnWindows1252(const QString& texto) {
   return std::all_of(texto.begin(), texto.end(), [](QChar c) { return byteDe(c.unicode()) >= 0; });
 }

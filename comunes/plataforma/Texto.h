@@ -17,6 +17,9 @@ std::string AWindows1252(const QString& texto);
 /// true si todos los caracteres de `texto` existen en Windows-1252.
 bool CabeEnWindows1252(const QString& texto);
 
+/// El texto con sus caracteres de control cambiados por U+FFFD, para enseñarlo en una línea.
+QString SinControles(QString texto);
+
 QString DesdeRuta(const std::filesystem::path& ruta);
 std::filesystem::path ARuta(const QString& ruta);
 

@@ -14,6 +14,7 @@
 #include "comunes/dialogos/MyBox.h"
 #include "comunes/plataforma/Formatos.h"
 #include "comunes/plataforma/IniFiles.h"
+#include "comunes/plataforma/Texto.h"
 #include "comunes/plataforma/Ventanas.h"
 #include "remesa/Registro.h"
 #include "ui_EdiSEPA.h"
@@ -139,7 +140,7 @@ void EdiSEPA::mostrarAviso() {
         QStringLiteral(
             "El registro de tipo «%1» no tiene descripción en Tarvo.INI y no se puede mostrar por campos. "
             "Con «Aceptar» quedaría vacío. Pulse «Salir» para dejarlo como está.")
-            .arg(descripcion_.seccion.trimmed());
+            .arg(comunes::SinControles(descripcion_.seccion.trimmed()));
   } else {
     const auto longitud = EscribirRegistro(descripcion_.campos, textos()).size();
     if (longitud != remesa::kLongitudRegistro)
