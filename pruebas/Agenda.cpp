@@ -1,15 +1,12 @@
-// La agenda sin ventana: su fichero, la importación de clientes y varios programas a la vez.
+// La agenda sin ventana: su fichero, la importación de clientes y los cambios de varios programas.
 
-#include <signal.h>
-#include <sys/wait.h>
+#include <gtest/gtest.h>
 
-#include <QDir>
+#include <QSet>
 
-#include "Registros.h"
+#include "comunes/herramientas/Agenda.h"
 #include "comunes/herramientas/Csv.h"
-#include "comunes/herramientas/FicheroAgenda.h"
 #include "comunes/herramientas/ImportacionClientes.h"
-#include "comunes/plataforma/Texto.h"
 
 using namespace herramientas;
 
@@ -195,93 +192,6 @@ TEST(AgendaSinVentana, ImportaFicherosDeClientes) {
     EXPECT_EQ(AnadirClientes(dosVeces, importacion), importacion.cuantos(EstadoCliente::Nuevo));
     EXPECT_EQ(AnadirClientes(dosVeces, importacion), 0);
   }
-}
-
-class FicheroDeAgenda : public pruebas::Carpeta {
- protected:
-  QString ruta() const { return comunes::DesdeRuta(carpeta_ / "datos" / "Telefonos.csv"); }
-  Agenda leida() const {
-    FicheroAgenda fichero(ruta());
-    fichero.releer();
-    return fichero.agenda();
-  }
-  static void anadir(FicheroAgenda& fichero, const QString& nombre) {
-    fichero.cambiar([&](Agenda& agenda) { Aplicar(agenda, {std::nullopt, Uno(nombre)}); });
-  }
-  /// Otro programa que añade contactos "letra 0", "letra 1"… hasta `cuantos`.
-  pid_t otroPrograma(QChar letra, int cuantos) const {
-    const pid_t hijo = ::fork();
-    if (hijo != 0) return hijo;
-    int fallo = 1;
-    try {
-      FicheroAgenda fichero(ruta());
-      for (int i = 0; i < cuantos; ++i)
-        anadir(fichero, u"%1 %2"_qs.arg(letra).arg(i));
-      fallo = 0;
-    } catch (...) {
-    }
-    ::_exit(fallo);
-  }
-};
-
-TEST_F(FicheroDeAgenda, DosProgramasALaVezNoPierdenNada) {
-  constexpr int kCuantos = 20;
-  const pid_t hijo = otroPrograma(u'a', kCuantos);
-  FicheroAgenda propio(ruta());
-  for (int i = 0; i < kCuantos; ++i)
-    anadir(propio, u"c %1"_qs.arg(i));
-  int estado = -1;
-  ASSERT_EQ(::waitpid(hijo, &estado, 0), hijo);
-  EXPECT_EQ(estado, 0);
-  QSet<QString> nombres;
-  for (const Contacto& contacto : leida().contactos)
-    nombres += contacto.datos[kNombre];
-  EXPECT_EQ(nombres.size(), 2 * kCuantos);
-  EXPECT_EQ(leida().contactos.size(), 2u * kCuantos);
-  EXPECT_TRUE(propio.releer() || propio.agenda().contactos.size() == 2u * kCuantos);
-}
-
-TEST_F(FicheroDeAgenda, UnaMuerteAlGuardarDejaLoViejoOLoNuevo) {
-  FicheroAgenda propio(ruta());
-  anadir(propio, "primero");
-  std::size_t contactos = 1;
-  bool aMedias = false;
-  for (unsigned vuelta = 0; vuelta < 20; ++vuelta) {
-    const pid_t hijo = otroPrograma(u'x', 1'000'000);
-    ::usleep(3000 + vuelta * 707);
-    ::kill(hijo, SIGKILL);
-    ASSERT_EQ(::waitpid(hijo, nullptr, 0), hijo);
-    aMedias = aMedias || QDir(QFileInfo(ruta()).path()).entryList(QDir::Files | QDir::Hidden).size() > 2;
-    const Agenda queda = leida();
-    // Cada contacto se guarda por separado: han de estar, enteros y en orden, los que le dio tiempo.
-    for (std::size_t i = contactos; i < queda.contactos.size(); ++i)
-      ASSERT_EQ(Datos(queda.contactos[i]), u"x %1|||"_qs.arg(i - contactos));
-    ASSERT_GE(queda.contactos.size(), contactos);
-    anadir(propio, "después");  // el cerrojo del muerto no estorba
-    contactos = leida().contactos.size();
-    ASSERT_EQ(contactos, queda.contactos.size() + 1);
-  }
-  EXPECT_TRUE(aMedias);  // si no, no se mató a nadie guardando
-  EXPECT_EQ(QDir(QFileInfo(ruta()).path()).entryList(QDir::Files | QDir::Hidden),
-            QStringList({"Telefonos.csv", "Telefonos.csv.lock"}));
-}
-
-TEST_F(FicheroDeAgenda, LoQueNoSePuedeGuardarNoCambiaNada) {
-  FicheroAgenda fichero(ruta());
-  anadir(fichero, "Ana");
-  std::filesystem::permissions(carpeta_, std::filesystem::perms::all);
-  std::filesystem::permissions(carpeta_ / "datos", std::filesystem::perms(0555));
-  {
-    const pruebas::UsuarioCorriente usuario;
-    EXPECT_EQ(pruebas::NumeroError([&] { anadir(fichero, "Eva"); }), 70);
-  }
-  std::filesystem::permissions(carpeta_ / "datos", std::filesystem::perms::owner_all);
-  EXPECT_EQ(Datos(fichero.agenda()), "Ana|||");
-  EXPECT_EQ(Datos(leida()), "Ana|||");
-  escribir("datos/Telefonos.csv", "no es una agenda");
-  EXPECT_EQ(pruebas::NumeroError([&] { anadir(fichero, "Eva"); }), 321);
-  EXPECT_EQ(leer(carpeta_ / "datos" / "Telefonos.csv"), "no es una agenda");
-  EXPECT_EQ(Datos(fichero.agenda()), "Ana|||");
 }
 
 }  // namespace
