@@ -1,0 +1,23 @@
+# Terminación de q19 en bash.
+_q19() {
+  local actual=${COMP_WORDS[COMP_CWORD]} anterior=${COMP_WORDS[COMP_CWORD - 1]} orden=${COMP_WORDS[1]} opciones
+  COMPREPLY=()
+  if ((COMP_CWORD == 1)); then
+    mapfile -t COMPREPLY < <(compgen -W 'unir comprobar listar ver iban nif --help --version' -- "$actual")
+    return
+  fi
+  case $orden in
+    unir) opciones='--salida --help' ;;
+    listar) opciones='--salida --referencia --horizontal --help' ;;
+    ver) opciones='--registro --help' ;;
+    comprobar) opciones='--json --fecha --help' ;;
+    *) opciones='--help' ;;
+  esac
+  if [[ $actual == -* ]]; then
+    mapfile -t COMPREPLY < <(compgen -W "$opciones" -- "$actual")
+  elif [[ $orden == @(unir|comprobar|listar|ver) && $anterior != --registro ]]; then
+    compopt -o filenames
+    mapfile -t COMPREPLY < <(compgen -f -X '!*.[qQ]19' -- "$actual"; compgen -d -- "$actual")
+  fi
+}
+complete -F _q19 q19
