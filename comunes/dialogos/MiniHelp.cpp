@@ -13,24 +13,17 @@ MiniHelp::MiniHelp(QWidget* padre)
                          Qt::WindowMaximizeButtonHint),
       ui_(std::make_unique<Ui::MiniHelp>()) {
   ui_->setupUi(this);
-  ui_->Busqueda->hide();
+  ui_->Busqueda->Conectar(ui_->Tema);
   FuentesVentana(*this);
   DisponerVentana(*this);
   const auto tecla = [this](const QKeySequence& cual, auto accion) {
     connect(new QShortcut(cual, this), &QShortcut::activated, this, accion);
   };
-  tecla(QKeySequence::Find, [this] { AbrirBusqueda(); });
-  tecla(QKeySequence(Qt::Key_F3), [this] { Buscar(false); });
-  tecla(QKeySequence(Qt::SHIFT | Qt::Key_F3), [this] { Buscar(true); });
   tecla(QKeySequence(Qt::CTRL | Qt::Key_Plus), [this] { Ampliar(1); });
   tecla(QKeySequence(Qt::CTRL | Qt::Key_Equal), [this] { Ampliar(1); });
   tecla(QKeySequence(Qt::CTRL | Qt::Key_Minus), [this] { Ampliar(-1); });
   tecla(QKeySequence(Qt::CTRL | Qt::Key_0), [this] { Ampliar(-ampliado_); });
-  connect(ui_->Siguiente, &QPushButton::clicked, this, [this] { Buscar(false); });
-  connect(ui_->Anterior, &QPushButton::clicked, this, [this] { Buscar(true); });
-  connect(ui_->Buscado, &QLineEdit::returnPressed, this, [this] { Buscar(false); });
-  connect(ui_->Buscado, &QLineEdit::textEdited, ui_->Hallazgo, &QLabel::clear);
-  connect(ui_->cmdBuscar, &QPushButton::clicked, this, &MiniHelp::AbrirBusqueda);
+  connect(ui_->cmdBuscar, &QPushButton::clicked, ui_->Busqueda, &BarraBusqueda::Abrir);
   connect(ui_->cmdCerrar, &QPushButton::clicked, this, &QDialog::accept);
   connect(ui_->cmdAtras, &QPushButton::clicked, ui_->Tema, &VisorAyuda::Atras);
   tecla(QKeySequence(Qt::ALT | Qt::Key_Left), [this] { ui_->cmdAtras->click(); });
@@ -91,26 +84,13 @@ void MiniHelp::IrASeccion(const QString& nombre) {
 
 /// Escape cierra antes la búsqueda que la ventana.
 void MiniHelp::reject() {
-  if (ui_->Busqueda->isHidden()) return QDialog::reject();
-  ui_->Busqueda->hide();
-  ui_->Tema->setFocus();
+  if (!ui_->Busqueda->Cerrar()) QDialog::reject();
 }
 
 void MiniHelp::Ampliar(int pasos) {
   pasos = std::clamp(ampliado_ + pasos, -5, 20) - ampliado_;
   ampliado_ += pasos;
   ui_->Tema->zoomIn(pasos);
-}
-
-void MiniHelp::AbrirBusqueda() {
-  ui_->Busqueda->show();
-  ui_->Buscado->setFocus();
-  ui_->Buscado->selectAll();
-}
-
-void MiniHelp::Buscar(bool haciaAtras) {
-  if (ui_->Buscado->text().isEmpty()) return AbrirBusqueda();
-  ui_->Hallazgo->setText(ui_->Tema->Buscar(ui_->Buscado->text(), haciaAtras) ? "" : "No aparece");
 }
 
 }  // namespace comunes

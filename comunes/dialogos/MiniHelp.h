@@ -30,11 +30,9 @@ class MiniHelp : public QDialog {
 
  private:
   void Ampliar(int pasos);
-  void AbrirBusqueda();
   void LlenarIndice();
   void MarcarIndice();
   void IrAlElegido(QTreeWidgetItem* entrada);
-  void Buscar(bool haciaAtras);
 
   std::unique_ptr<Ui::MiniHelp> ui_;
   int ampliado_ = 0;

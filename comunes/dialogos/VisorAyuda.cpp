@@ -138,18 +138,6 @@ void VisorAyuda::Atras() {
   emit movido();
 }
 
-bool VisorAyuda::Buscar(const QString& texto, bool haciaAtras) {
-  if (texto.isEmpty()) return true;
-  const QTextDocument::FindFlags sentido =
-      haciaAtras ? QTextDocument::FindBackward : QTextDocument::FindFlags();
-  if (find(texto, sentido)) return true;
-  const QTextCursor donde = textCursor();
-  moveCursor(haciaAtras ? QTextCursor::End : QTextCursor::Start);
-  if (find(texto, sentido)) return true;
-  setTextCursor(donde);
-  return false;
-}
-
 /// La ruta de lo enlazado si está en la carpeta del tema o por debajo; "" si no.
 QString VisorAyuda::RutaPermitida(const QUrl& enlace) const {
   // Un servidor (file://servidor/…) no se llega a consultar.

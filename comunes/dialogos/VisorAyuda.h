@@ -33,8 +33,6 @@ class VisorAyuda : public QTextBrowser {
   QString Titulo() const;
   /// Lleva arriba el título que se enlaza con ese nombre ("primer-uso"); false si no lo hay.
   bool IrASeccion(const QString& nombre);
-  /// Busca desde donde se está y, llegado al final, desde el principio. false si no aparece.
-  bool Buscar(const QString& texto, bool haciaAtras);
 
   /// Vuelve a donde se estaba antes del último enlace o título seguido; si no lo hay, no hace nada.
   void Atras();

@@ -1,0 +1,51 @@
+#include "comunes/dialogos/BarraBusqueda.h"
+
+#include <QShortcut>
+
+#include "ui_BarraBusqueda.h"
+
+namespace comunes {
+
+BarraBusqueda::BarraBusqueda(QWidget* padre) : QWidget(padre), ui_(std::make_unique<Ui::BarraBusqueda>()) {
+  ui_->setupUi(this);
+  hide();
+  const auto siguiente = [this] { Buscar({}); };
+  const auto anterior = [this] { Buscar(QTextDocument::FindBackward); };
+  // De la ventana entera: oculta, la barra no recibiría sus teclas.
+  const auto tecla = [this](const QKeySequence& cual, auto accion) {
+    connect(new QShortcut(cual, parentWidget(), nullptr, nullptr, Qt::WindowShortcut), &QShortcut::activated,
+            this, accion);
+  };
+  tecla(QKeySequence::Find, [this] { Abrir(); });
+  tecla(QKeySequence(Qt::Key_F3), siguiente);
+  tecla(QKeySequence(Qt::SHIFT | Qt::Key_F3), anterior);
+  connect(ui_->Siguiente, &QPushButton::clicked, this, siguiente);
+  connect(ui_->Anterior, &QPushButton::clicked, this, anterior);
+  connect(ui_->Buscado, &QLineEdit::returnPressed, this, siguiente);
+  connect(ui_->Buscado, &QLineEdit::textEdited, ui_->Hallazgo, &QLabel::clear);
+}
+
+BarraBusqueda::~BarraBusqueda() = default;
+
+void BarraBusqueda::Abrir() {
+  show();
+  ui_->Buscado->setFocus();
+  ui_->Buscado->selectAll();
+}
+
+bool BarraBusqueda::Cerrar() {
+  if (isHidden()) return false;
+  hide();
+  caja_->setFocus();
+  return true;
+}
+
+void BarraBusqueda::Buscar(QTextDocument::FindFlags sentido) {
+  if (ui_->Buscado->text().isEmpty()) return Abrir();
+  const bool hallado = buscar_(ui_->Buscado->text(), sentido);
+  ui_->Hallazgo->setText(hallado ? "" : "No aparece");
+  // Buscando con F3 y la barra cerrada, no se vería.
+  if (!hallado) show();
+}
+
+}  // namespace comunes
