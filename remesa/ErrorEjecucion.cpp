@@ -16,6 +16,7 @@ constexpr std::array kTextos{
     TextoError{6, "Desbordamiento"},
     TextoError{7, "Memoria insuficiente"},
     TextoError{9, "El subíndice está fuera del intervalo"},
+    TextoError{11, "División por cero"},
     TextoError{13, "No coinciden los tipos"},
     TextoError{52, "Nombre o número de archivo incorrecto"},
     TextoError{53, "No se encontró el archivo"},

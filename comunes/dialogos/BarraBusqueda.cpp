@@ -8,17 +8,23 @@ namespace comunes {
 
 BarraBusqueda::BarraBusqueda(QWidget* padre) : QWidget(padre), ui_(std::make_unique<Ui::BarraBusqueda>()) {
   ui_->setupUi(this);
-  hide();
   const auto siguiente = [this] { Buscar({}); };
   const auto anterior = [this] { Buscar(QTextDocument::FindBackward); };
   // De la ventana entera: oculta, la barra no recibiría sus teclas.
   const auto tecla = [this](const QKeySequence& cual, auto accion) {
-    connect(new QShortcut(cual, parentWidget(), nullptr, nullptr, Qt::WindowShortcut), &QShortcut::activated,
-            this, accion);
+    auto* atajo = new QShortcut(cual, parentWidget());
+    connect(atajo, &QShortcut::activated, this, accion);
+    return atajo;
   };
   tecla(QKeySequence::Find, [this] { Abrir(); });
   tecla(QKeySequence(Qt::Key_F3), siguiente);
   tecla(QKeySequence(Qt::SHIFT | Qt::Key_F3), anterior);
+  escape_ = tecla(QKeySequence(Qt::Key_Escape), [this] {
+    hide();
+    caja_->setFocus();
+  });
+  hide();
+  escape_->setEnabled(false);
   connect(ui_->Siguiente, &QPushButton::clicked, this, siguiente);
   connect(ui_->Anterior, &QPushButton::clicked, this, anterior);
   connect(ui_->Buscado, &QLineEdit::returnPressed, this, siguiente);
@@ -33,11 +39,13 @@ void BarraBusqueda::Abrir() {
   ui_->Buscado->selectAll();
 }
 
-bool BarraBusqueda::Cerrar() {
-  if (isHidden()) return false;
-  hide();
-  caja_->setFocus();
-  return true;
+// Cerrada la barra, Escape es de la ventana.
+void BarraBusqueda::showEvent(QShowEvent*) {
+  escape_->setEnabled(true);
+}
+
+void BarraBusqueda::hideEvent(QHideEvent*) {
+  escape_->setEnabled(false);
 }
 
 void BarraBusqueda::Buscar(QTextDocument::FindFlags sentido) {

@@ -6,6 +6,8 @@
 #include <functional>
 #include <memory>
 
+class QShortcut;
+
 namespace comunes {
 
 namespace Ui {
@@ -13,7 +15,7 @@ class BarraBusqueda;
 }
 
 /// Barra para buscar en la caja de texto de su ventana: Ctrl+F la abre, Entrar o F3 buscan hacia delante y
-/// Mayús+F3 hacia atrás; al llegar a un extremo se sigue por el otro. Nace oculta.
+/// Mayús+F3 hacia atrás; al llegar a un extremo se sigue por el otro. Escape la cierra. Nace oculta.
 class BarraBusqueda : public QWidget {
   Q_OBJECT
 
@@ -36,13 +38,16 @@ class BarraBusqueda : public QWidget {
   }
 
   void Abrir();
-  /// false si ya estaba cerrada.
-  bool Cerrar();
+
+ protected:
+  void showEvent(QShowEvent* suceso) override;
+  void hideEvent(QHideEvent* suceso) override;
 
  private:
   void Buscar(QTextDocument::FindFlags sentido);
 
   std::unique_ptr<Ui::BarraBusqueda> ui_;
+  QShortcut* escape_;
   QWidget* caja_ = nullptr;
   std::function<bool(const QString&, QTextDocument::FindFlags)> buscar_;
 };

@@ -82,11 +82,6 @@ void MiniHelp::IrASeccion(const QString& nombre) {
   ui_->Tema->IrASeccion(nombre);
 }
 
-/// Escape cierra antes la búsqueda que la ventana.
-void MiniHelp::reject() {
-  if (!ui_->Busqueda->Cerrar()) QDialog::reject();
-}
-
 void MiniHelp::Ampliar(int pasos) {
   pasos = std::clamp(ampliado_ + pasos, -5, 20) - ampliado_;
   ampliado_ += pasos;

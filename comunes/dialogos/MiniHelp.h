@@ -26,8 +26,6 @@ class MiniHelp : public QDialog {
   /// Va al título cuyo nombre de enlace es ese ("primer-uso"); si no lo hay, se queda.
   void IrASeccion(const QString& nombre);
 
-  void reject() override;
-
  private:
   void Ampliar(int pasos);
   void LlenarIndice();

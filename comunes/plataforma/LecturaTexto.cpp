@@ -2,6 +2,7 @@
 
 #include <QFile>
 #include <QStringDecoder>
+#include <algorithm>
 
 #include "comunes/plataforma/Texto.h"
 #include "remesa/ErrorEjecucion.h"
@@ -35,11 +36,16 @@ QString DecodificarTexto(const QByteArray& bytes) {
   return lector.hasError() ? DesdeWindows1252({bytes.data(), static_cast<std::size_t>(bytes.size())}) : texto;
 }
 
-QStringList PartirLineas(QString texto) {
-  texto.replace("\r\n", "\n").replace(u'\r', u'\n');
-  if (texto.isEmpty()) return {};
-  if (texto.endsWith(u'\n')) texto.chop(1);
-  return texto.split(u'\n');
+QStringList PartirLineas(const QString& texto) {
+  QStringList lineas;
+  for (qsizetype desde = 0; desde < texto.size();) {
+    const auto* salto =
+        std::find_if(texto.begin() + desde, texto.end(), [](QChar c) { return c == u'\r' || c == u'\n'; });
+    const qsizetype fin = salto - texto.begin();
+    lineas.append(texto.sliced(desde, fin - desde));
+    desde = fin + (QStringView(texto).mid(fin, 2) == u"\r\n" ? 2 : 1);
+  }
+  return lineas;
 }
 
 }  // namespace comunes

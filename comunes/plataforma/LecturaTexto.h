@@ -15,6 +15,6 @@ QString DecodificarTexto(const QByteArray& bytes);
 
 /// Las líneas de un texto: cada una acaba en CR LF, CR o LF, y el final de la última no abre otra. Ninguna,
 /// si está vacío.
-QStringList PartirLineas(QString texto);
+QStringList PartirLineas(const QString& texto);
 
 }  // namespace comunes

@@ -54,8 +54,14 @@ QString SinControles(QString texto) {
   return texto;
 }
 
+qsizetype PrimeroFueraDeWindows1252(const QString& texto) {
+  const auto* primero =
+      std::find_if(texto.begin(), texto.end(), [](QChar c) { return byteDe(c.unicode()) < 0; });
+  return primero == texto.end() ? -1 : primero - texto.begin();
+}
+
 bool CabeEnWindows1252(const QString& texto) {
-  return std::all_of(texto.begin(), texto.end(), [](QChar c) { return byteDe(c.unicode()) >= 0; });
+  return PrimeroFueraDeWindows1252(texto) < 0;
 }
 
 }  // namespace comunes

@@ -14,6 +14,8 @@ QString DesdeWindows1252(std::string_view bytes);
 /// Unicode a Windows-1252, un byte por carácter; lo que la página no tiene pasa a '?'.
 std::string AWindows1252(const QString& texto);
 
+/// Posición (desde 0) del primer carácter de `texto` que Windows-1252 no tiene, o -1.
+qsizetype PrimeroFueraDeWindows1252(const QString& texto);
 /// true si todos los caracteres de `texto` existen en Windows-1252.
 bool CabeEnWindows1252(const QString& texto);
 

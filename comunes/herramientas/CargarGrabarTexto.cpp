@@ -1,0 +1,70 @@
+#include "comunes/herramientas/CargarGrabarTexto.h"
+
+#include <QPlainTextEdit>
+#include <algorithm>
+#include <optional>
+
+#include "comunes/herramientas/CargarGrabar.h"
+#include "comunes/plataforma/LecturaTexto.h"
+#include "comunes/plataforma/Texto.h"
+
+namespace herramientas {
+namespace {
+
+constexpr const char* kUtf8 = "Utf8";
+constexpr const char* kMarca = "\xEF\xBB\xBF";
+
+/// Lo que sigue a la marca, si es UTF-8 y una caja de texto lo devolvería igual.
+std::optional<QString> textoUtf8(const QByteArray& bytes) {
+  if (!bytes.startsWith(kMarca)) return {};
+  const QByteArray resto = bytes.sliced(3);
+  const QString texto = QString::fromUtf8(resto);
+  // Para un documento de Qt, estos tres son finales de párrafo.
+  const bool entero = std::none_of(texto.begin(), texto.end(), [](QChar c) {
+    return c == QChar(0x2029) || c == QChar(0xFDD0) || c == QChar(0xFDD1);
+  });
+  return entero && texto.toUtf8() == resto ? std::optional(texto) : std::nullopt;
+}
+
+void poner(const QByteArray& bytes, QPlainTextEdit& caja) {
+  const std::optional<QString> utf8 = textoUtf8(bytes);
+  caja.setProperty(kUtf8, utf8.has_value());
+  const QString texto =
+      utf8 ? *utf8 : comunes::DesdeWindows1252({bytes.data(), static_cast<std::size_t>(bytes.size())});
+  caja.setPlainText(comunes::PartirLineas(texto).join(u'\n'));
+}
+
+std::string bytesDe(const QPlainTextEdit& caja) {
+  const QString texto = TextoDe(caja);
+  const std::string lineas = EsUtf8(caja) ? kMarca + texto.toStdString() : comunes::AWindows1252(texto);
+  std::string bytes;
+  bytes.reserve(lineas.size() + lineas.size() / 16);
+  for (const char c : lineas) {
+    if (c == '\n') bytes += '\r';
+    bytes += c;
+  }
+  return bytes += "\r\n";
+}
+
+}  // namespace
+
+bool CargarGrabarTexto(const QString& Accion, QString& Ruta, QPlainTextEdit& Caja) {
+  return CargarGrabar(
+      Accion, Ruta,
+      {"El MicroEditor de QMX", &Caja, [&Caja](const QByteArray& bytes) { poner(bytes, Caja); },
+       [&Caja] { return bytesDe(Caja); }});
+}
+
+QString TextoDe(const QPlainTextEdit& caja) {
+  return caja.document()->toRawText().replace(QChar::ParagraphSeparator, u'\n');
+}
+
+bool EsUtf8(const QPlainTextEdit& caja) {
+  return caja.property(kUtf8).toBool();
+}
+
+qsizetype PrimeroSinGrabar(const QPlainTextEdit& caja) {
+  return EsUtf8(caja) ? -1 : comunes::PrimeroFueraDeWindows1252(TextoDe(caja));
+}
+
+}  // namespace herramientas
