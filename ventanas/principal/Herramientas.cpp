@@ -1,16 +1,18 @@
 #include "ventanas/principal/Herramientas.h"
 
 #include <QAction>
-#include <QFileInfo>
 #include <memory>
 
 #include "comunes/dialogos/Ayuda.h"
 #include "comunes/dialogos/MiniHelp.h"
+#include "comunes/herramientas/LineasAjustes.h"
 #include "comunes/herramientas/MiCalc.h"
 #include "comunes/herramientas/Presenta.h"
 #include "comunes/herramientas/Telefonos.h"
+#include "comunes/herramientas/frmEditor.h"
 #include "comunes/herramientas/frmTablas.h"
 #include "comunes/plataforma/Explorar.h"
+#include "comunes/plataforma/IniFiles.h"
 #include "ui_frmUnirQ19.h"
 
 // La macro no puede estar dentro de un espacio de nombres.
@@ -23,7 +25,7 @@ namespace principal {
 Herramientas::Herramientas(const Ui::frmUnirQ19& ui, QWidget& principal) : QObject(&principal) {
   cargarRecursoManual();
   comunes::PonerAyuda(QStringLiteral(":/manual/manual.md"));
-  // Cada entrada del menú, visible en el formulario cuando su ventana existe:
+  connect(ui.mnuTextos, &QAction::triggered, this, [this, &principal] { editarTexto(principal); });
   connect(ui.mnuTablas, &QAction::triggered, this, [this, &principal] { editarTabla(principal); });
   connect(ui.mnuCalculadora, &QAction::triggered, this, &Herramientas::unica<herramientas::MiCalc>);
   connect(ui.mnuTelefonos, &QAction::triggered, this, &Herramientas::unica<herramientas::Telefonos>);
@@ -39,16 +41,21 @@ Herramientas::Herramientas(const Ui::frmUnirQ19& ui, QWidget& principal) : QObje
 void Herramientas::editarTabla(QWidget& principal) {
   const QString elegido = comunes::DialogoFichero(
       true, &principal, {}, QStringLiteral("|Tablas (*.txt)|*.txt|Todos los ficheros|*"), false, {});
-  if (elegido.isEmpty()) return;
-  const QFileInfo fichero(elegido);
-  for (const QPointer<QWidget>& ventana : abiertas_)
-    if (auto* suya = qobject_cast<herramientas::frmTablas*>(ventana.data());
-        suya && !suya->isHidden() && QFileInfo(suya->Ruta()) == fichero)
-      return traer(*suya);
+  if (elegido.isEmpty() || traerLaDe<herramientas::frmTablas>(elegido)) return;
   auto tabla = std::make_unique<herramientas::frmTablas>();
-  tabla->PonerRuta(fichero.absoluteFilePath());
+  tabla->PonerRuta(QFileInfo(elegido).absoluteFilePath());
   tabla->Dimensionar(nullptr, 0, QStringLiteral("Valor#40"), QStringLiteral("T(Z) A(I) L(255)"), true);
   mostrar(tabla.release());
+}
+
+void Herramientas::editarTexto(QWidget& principal) {
+  const QString ruta = comunes::DialogoFichero(
+      true, &principal, QFileInfo(comunes::RutaAjustes).path(),
+      QStringLiteral("|Textos y ajustes|*.INI;*.TXT|Todos los ficheros|*.*"), false, {});
+  if (ruta.isEmpty() || traerLaDe<herramientas::frmEditor>(ruta)) return;
+  auto editor = std::make_unique<herramientas::frmEditor>();
+  editor->Cargar(ruta, herramientas::LineasAjustes(ruta));
+  mostrar(editor.release());
 }
 
 bool Herramientas::cerrarTodas() {

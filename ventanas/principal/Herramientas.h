@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QFileInfo>
 #include <QObject>
 #include <QPointer>
 #include <QWidget>
@@ -29,8 +30,21 @@ class Herramientas : public QObject {
       if (auto* suya = qobject_cast<Ventana*>(ventana.data()); suya && !suya->isHidden()) return traer(*suya);
     mostrar(new Ventana);
   }
+  /// Trae la ventana de ese tipo que ya edita `ruta`; false si no la hay.
+  template <typename Ventana>
+  bool traerLaDe(const QString& ruta) {
+    for (const QPointer<QWidget>& ventana : abiertas_)
+      if (auto* suya = qobject_cast<Ventana*>(ventana.data());
+          suya && !suya->isHidden() && QFileInfo(suya->Ruta()) == QFileInfo(ruta)) {
+        traer(*suya);
+        return true;
+      }
+    return false;
+  }
   /// Una ventana por fichero.
   void editarTabla(QWidget& principal);
+  /// Una ventana por fichero; la del de ajustes trae sus líneas preparadas.
+  void editarTexto(QWidget& principal);
   void mostrar(QWidget* ventana);
   static void traer(QWidget& ventana);
 
