@@ -15,7 +15,11 @@ QMimeData* CajaEditor::createMimeDataFromSelection() const {
 /// El cambio de línea dentro de un párrafo, de otros programas, es aquí un final de línea.
 void CajaEditor::insertFromMimeData(const QMimeData* datos) {
   if (!datos->hasText()) return;
-  textCursor().insertText(datos->text().replace(QChar::LineSeparator, u'\n'));
+  QTextCursor cursor = textCursor();
+  // Aparte de lo tecleado, para que se deshaga por separado.
+  cursor.beginEditBlock();
+  cursor.insertText(datos->text().replace(QChar::LineSeparator, u'\n'));
+  cursor.endEditBlock();
   ensureCursorVisible();
 }
 

@@ -99,13 +99,14 @@ void frmEditor::AvisarPerdida(qsizetype posicion) {
   const int columna = cursor.anchor() - cursor.block().position() + 1;
   ui_->txtEditor->setTextCursor(cursor);
   const QString caracter = cursor.selectedText();
-  comunes::MyMsgBox(QString("El carácter «%1» (U+%2), en la línea %3, columna %4, no existe en Windows-1252 "
-                            "y se perdería.;;Cámbielo antes de seguir.")
-                        .arg(caracter)
-                        .arg(caracter.toUcs4().value(0), 4, 16, QChar(u'0'))
-                        .arg(cursor.blockNumber() + 1)
-                        .arg(columna),
-                    "", kIconoAviso, 1, 1);
+  const QString codigo = QString("%1").arg(caracter.toUcs4().value(0), 4, 16, QChar(u'0')).toUpper();
+  comunes::MyMsgBox(
+      QString("El carácter «%1» (U+%2), en la línea %3, columna %4, no existe en Windows-1252 y se "
+              "perdería.;;Cámbielo antes de seguir.")
+          .arg(caracter, codigo)
+          .arg(cursor.blockNumber() + 1)
+          .arg(columna),
+      "", kIconoAviso, 1, 1);
   ui_->txtEditor->setFocus();
 }
 
