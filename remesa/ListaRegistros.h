@@ -59,11 +59,14 @@ class ListaRegistros {
 
 inline void ListaRegistros::anticipar(std::size_t i) const noexcept {
   constexpr std::size_t kPasos = 12;
-  constexpr std::size_t kLinea =
-      64;  // bytes de una línea de caché: código, referencias e importe caben en dos
+  // El código y las referencias están en las dos primeras líneas de caché, y el importe puede caer en la
+  // tercera.
+  constexpr std::size_t kLinea = 64;
+  constexpr std::size_t kFinImporte = 98;
   if (i + kPasos >= registros_.size()) return;
   __builtin_prefetch(registros_[i + kPasos].data());
   __builtin_prefetch(registros_[i + kPasos].data() + kLinea);
+  __builtin_prefetch(registros_[i + kPasos].data() + kFinImporte);
 }
 
 }  // namespace remesa

@@ -135,6 +135,16 @@ void VistaRegistros::updateGeometries() {
   horizontalScrollBar()->setSingleStep(columnas_.ancho());
 }
 
+void VistaRegistros::dataChanged(const QModelIndex& desde, const QModelIndex& hasta,
+                                 const QList<int>& papeles) {
+  // QListView recolocaría todas las filas y su base mediría una a una las del intervalo; aquí miden siempre
+  // lo mismo.
+  if (desde == hasta)
+    QAbstractItemView::dataChanged(desde, hasta, papeles);
+  else
+    viewport()->update();
+}
+
 void VistaRegistros::currentChanged(const QModelIndex& actual, const QModelIndex& anterior) {
   QListView::currentChanged(actual, anterior);
   // La marca de la fila actual es cosa del delegado: hay que repintar la que deja de serlo.

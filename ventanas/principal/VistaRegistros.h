@@ -55,6 +55,7 @@ class VistaRegistros : public QListView {
   void scrollContentsBy(int dx, int dy) override;
   void updateGeometries() override;
   QRegion visualRegionForSelection(const QItemSelection&) const override { return viewport()->rect(); }
+  void dataChanged(const QModelIndex& desde, const QModelIndex& hasta, const QList<int>& papeles) override;
   void currentChanged(const QModelIndex& actual, const QModelIndex& anterior) override;
   void selectionChanged(const QItemSelection& nueva, const QItemSelection& anterior) override;
 
