@@ -17,6 +17,10 @@ using pruebas::Ventana;
 
 namespace {
 
+/// El apartado de una ventana, en su formulario o en su código.
+constexpr auto kApartado =
+    R"((?:name="Ayuda" stdset="0"><string[^>]*>|setProperty\("Ayuda", QStringLiteral\(")([^<"]+))";
+
 QString Leer(const QString& ruta) {
   QFile fichero(ruta);
   EXPECT_TRUE(fichero.open(QIODevice::ReadOnly)) << ruta.toStdString();
@@ -58,9 +62,10 @@ TEST(Manual, EnlacesImagenesYApartadosDeCadaVentanaExisten) {
   QStringList apartados = Capturas(texto, R"(\]\(#([^)]+)\))");
   EXPECT_FALSE(apartados.isEmpty());
   for (const char* raiz : {"/comunes", "/ventanas"})
-    for (QDirIterator i(DIR_PROYECTO + QString(raiz), {"*.ui"}, QDir::Files, QDirIterator::Subdirectories);
+    for (QDirIterator i(DIR_PROYECTO + QString(raiz), {"*.ui", "*.cpp"}, QDir::Files,
+                        QDirIterator::Subdirectories);
          i.hasNext();)
-      apartados += Capturas(Leer(i.next()), R"(name="Ayuda"[^>]*><string[^>]*>([^<]+))");
+      apartados += Capturas(Leer(i.next()), kApartado);
   EXPECT_GT(apartados.size(), 5);
   for (const QString& apartado : apartados)
     EXPECT_TRUE(visor.IrASeccion(apartado)) << apartado.toStdString();

@@ -23,6 +23,7 @@ class VistaPrevia : public QDialog {
       : QDialog(padre), visor_(new QPrintPreviewWidget(&impresora, this)) {
     setObjectName("VistaPrevia");
     setWindowTitle("Vista previa");
+    setProperty("Ayuda", QStringLiteral("imprimir"));
     setWindowFlag(Qt::WindowMaximizeButtonHint, true);
     auto* columna = new QVBoxLayout(this);
     columna->addLayout(filaBotones());
