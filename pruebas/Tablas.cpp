@@ -85,13 +85,15 @@ TEST_F(Tablas, IdaYVueltaDeLosFicheros) {
   comunes::PonerCelda(rejilla, 3, 0, "nuevo");
   QString ruta = carpeta_.filePath("tabla.txt");
   EXPECT_FALSE(CargarGrabarTabla("OTRA", ruta, rejilla, nullptr));
-  {
-    Cajas cajas({"Cancelar", "Aceptar"});
-    EXPECT_FALSE(CargarGrabarTabla("GRABAR", ruta, rejilla, nullptr));
-    EXPECT_EQ("", Leer());
-    EXPECT_TRUE(CargarGrabarTabla("GRABAR", ruta, rejilla, nullptr));
-    EXPECT_EQ("nuevo\r\n", Leer());
-    EXPECT_EQ("Fichero " + ruta + " existe en disco. Se Sobreescribirá.", cajas.Mensaje(0));
+  for (const auto boton : {QMessageBox::Cancel, QMessageBox::Ok}) {
+    QTimer::singleShot(50, [&] {
+      auto* pregunta = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      ASSERT_TRUE(pregunta);
+      EXPECT_EQ("Fichero " + ruta + " existe en disco. Se Sobreescribirá.", pregunta->text());
+      pregunta->button(boton)->click();
+    });
+    EXPECT_EQ(boton == QMessageBox::Ok, CargarGrabarTabla("GRABAR", ruta, rejilla, nullptr));
+    EXPECT_EQ(boton == QMessageBox::Ok ? "nuevo\r\n" : "", Leer());
   }
   QString nueva = carpeta_.filePath("no-existe.txt");
   EXPECT_TRUE(CargarGrabarTabla("CARGAR", nueva, rejilla, nullptr));
@@ -180,6 +182,7 @@ TEST_F(Tablas, SeAnadeSeCambiaSeMueveYSeQuita) {
   QTest::keyClick(Elemento(), Qt::Key_Down, Qt::AltModifier);
   EXPECT_EQ("tres|dos|uno|cuatro", Valores());
   EXPECT_EQ("MODIFICADO", Marca());
+  Visor()->setFocus();
   QTest::keyClick(Visor(), Qt::Key_Down);
   QTest::keyClick(Visor(), Qt::Key_Up, Qt::AltModifier);
   EXPECT_EQ("tres|dos|cuatro|uno", Valores());
@@ -199,6 +202,7 @@ TEST_F(Tablas, SeAnadeSeCambiaSeMueveYSeQuita) {
   Pulsar("cmdQuitar");
   Anadir("cinco");
   EXPECT_EQ("cuatro|UNO|cinco", Valores());
+  Visor()->setFocus();
   for (int i = 0; i < 4; ++i)
     QTest::keyClick(Visor(), Qt::Key_Delete);
   EXPECT_EQ("", Valores());
@@ -224,7 +228,8 @@ TEST_F(Tablas, ElementoSigueSuDescriptor) {
 
 TEST_F(Tablas, SalirYGrabarNoPierdenNada) {
   Abrir("uno\r\n");
-  Anadir(u"5 → 6"_qs);
+  Elemento()->insert("5 → 6");
+  Pulsar("cmdAceptar");
   {
     Cajas cajas({"Aceptar", "Cancelar", "Aceptar"});
     Pulsar("cmdGrabar");
@@ -233,7 +238,7 @@ TEST_F(Tablas, SalirYGrabarNoPierdenNada) {
     EXPECT_EQ("MODIFICADO", Marca());
     tablas_->close();
     EXPECT_TRUE(tablas_->isVisible());
-    EXPECT_EQ("Datos han sido modificados.\r\n\r\n¿ Desea salir sin grabar ?", cajas.Mensaje(1));
+    EXPECT_EQ("Datos han sido modificados.\n\n¿ Desea salir sin grabar ?", cajas.Mensaje(1));
     EXPECT_EQ("Cancelar", cajas.Vistas()[1].enfocado);
     Pulsar("cmdSalir");
     EXPECT_FALSE(tablas_->isVisible());

@@ -83,7 +83,7 @@ MiCalc::MiCalc(QWidget* padre) : QWidget(padre, Qt::Window), ui_(std::make_uniqu
   const QString maximo = TextoNumero(-999'999'999'999'999'999, kMaxDecimales);
   ui_->Visor->setMinimumWidth(ui_->Visor->fontMetrics().horizontalAdvance(maximo) + 2 * ui_->Visor->margin() +
                               2 * ui_->Visor->frameWidth() + 4);
-  ui_->Cinta->setMinimumWidth(ui_->Cinta->fontMetrics().horizontalAdvance(QString(maximo.size() + 3, u'0')) +
+  ui_->Cinta->setMinimumWidth(ui_->Cinta->fontMetrics().horizontalAdvance(QString(maximo.size() + 4, u'0')) +
                               2 * ui_->Cinta->frameWidth() + margenCinta() +
                               ui_->Cinta->verticalScrollBar()->sizeHint().width());
   conectar();
@@ -238,7 +238,7 @@ void MiCalc::escribirLinea(const Sumadora::Linea& linea) {
   // Una caja de texto sin formato no sabe alinear a la derecha.
   const int libre = ui_->Cinta->viewport()->width() - margenCinta();
   const int columnas = libre / std::max(ui_->Cinta->fontMetrics().horizontalAdvance(u'0'), 1);
-  QString texto = TextoNumero(linea.valor, linea.decimales).rightJustified(columnas - 2) + u' ' +
+  QString texto = TextoNumero(linea.valor, linea.decimales).rightJustified(columnas - 3) + u' ' +
                   QChar(linea.signo) + u'\n';
   if (CierraCuenta(linea)) texto += u'\n';
   QTextCursor cursor(ui_->Cinta->document());

@@ -91,9 +91,11 @@ void frmTablas::Dimensionar(const QWidget* Origen, int Ajuste, const QString& Co
 
   const int ajuste = comunes::PixelesDeTwips(Ajuste);
   const int barra = ui_->VisorTabla->style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+  constexpr int kAnchoMaximo = 640;
+  const int ancho = columnas + barra + 2 * ui_->VisorTabla->frameWidth();
+  ui_->VisorTabla->setMinimumWidth(std::min(ancho, kAnchoMaximo));
   adjustSize();
-  const int resto = width() - ui_->VisorTabla->width();
-  resize(columnas + barra + 2 * ui_->VisorTabla->frameWidth() + resto + ajuste, height());
+  resize(width() + ajuste, height());
   comunes::DisponerVentana(*this);
   if (Origen == nullptr) return;
   resize(Origen->width() + ajuste, height());
