@@ -1,4 +1,3 @@
-#include <QDate>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <memory>
@@ -23,9 +22,7 @@ struct Peticion {
 
 remesa::Dia Hoy(const std::string& fecha) {
   if (const auto dada = remesa::LeerFecha(fecha)) return *dada;
-  const QDate hoy = comunes::FechaActual();
-  return {std::chrono::year(hoy.year()), std::chrono::month(static_cast<unsigned>(hoy.month())),
-          std::chrono::day(static_cast<unsigned>(hoy.day()))};
+  return comunes::Hoy();
 }
 
 QString EnJson(const remesa::Hallazgo& h, const QString& fichero) {
@@ -71,13 +68,17 @@ Salida Comprobar(const Peticion& peticion) {
     const std::filesystem::path ruta = RutaDe(nombre);
     const QString fichero = comunes::DesdeRuta(ruta);
     try {
-      const auto resultado = remesa::ComprobarFichero(ruta, hoy, [&](remesa::Hallazgo&& hallazgo) {
-        Decir(peticion.json ? EnJson(hallazgo, fichero) : EnLinea(hallazgo, fichero));
-      });
+      bool escrito = true;
+      const auto decir = [&](const QString& linea) { escrito = escrito && Decir(linea); };
+      const auto resultado = remesa::ComprobarFichero(
+          ruta, hoy,
+          [&](remesa::Hallazgo&& h) { decir(peticion.json ? EnJson(h, fichero) : EnLinea(h, fichero)); },
+          [&](std::uintmax_t, std::uintmax_t) { return escrito; });
       if (resultado.errores > 0) salida = Salida::Fallo;
       if (!peticion.json)
-        Decir(QStringLiteral("%1: %2").arg(Mostrable(ruta),
+        decir(QStringLiteral("%1: %2").arg(Mostrable(ruta),
                                            principal::TextoRecuento(resultado.errores, resultado.avisos)));
+      if (!escrito) return Salida::Fallo;
     } catch (const remesa::ErrorEjecucion& error) {
       Avisar(Explicar(error, ruta));
       salida = Salida::Fallo;

@@ -88,7 +88,7 @@ TEST_F(VentanaPrincipal, UnirCorregirYGuardar) {
   const ConDestino destino(carpeta_ / "unida.txt");
   v.pulsar("Guardar");
   EXPECT_EQ(leer(carpeta_ / "unida.Q19"), Fichero(Recalculada(esperado)));
-  EXPECT_EQ(v.texto("EstadoMensaje"), "Guardado en " + comunes::DesdeRuta(carpeta_ / "unida.Q19"));
+  EXPECT_EQ(v.texto("EstadoMensaje"), "Guardado con 53 errores en " + comunes::DesdeRuta(carpeta_ / "unida.Q19"));
   EXPECT_TRUE(v.acumulado().empty());
   EXPECT_FALSE(v.importado()) << "lo previsualizado puede volver a importarse";
   v.pulsar("Importar");

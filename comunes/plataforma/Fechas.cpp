@@ -75,6 +75,12 @@ QDate FechaActual() {
   return fechaPuesta.value_or(QDate::currentDate());
 }
 
+std::chrono::year_month_day Hoy() {
+  const QDate hoy = FechaActual();
+  return {std::chrono::year(hoy.year()), std::chrono::month(static_cast<unsigned>(hoy.month())),
+          std::chrono::day(static_cast<unsigned>(hoy.day()))};
+}
+
 void PonerFechaActual(const std::optional<QDate>& fecha) {
   fechaPuesta = fecha;
 }

@@ -3,6 +3,7 @@
 #include <QDate>
 #include <QLocale>
 #include <QString>
+#include <chrono>
 #include <optional>
 #include <string>
 
@@ -61,6 +62,8 @@ std::optional<QDate> LeerFecha(const QString& texto);
 
 /// La fecha del sistema en cada uso, o la que ponga una prueba.
 QDate FechaActual();
+/// La misma, como la pide el núcleo.
+std::chrono::year_month_day Hoy();
 void PonerFechaActual(const std::optional<QDate>& fecha);
 
 }  // namespace comunes

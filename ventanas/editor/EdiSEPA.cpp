@@ -67,7 +67,7 @@ EdiSEPA::EdiSEPA(ListaAcumulado& lista, int tipo, QWidget* propietario)
   conectar();
   cargar();
   comunes::DisponerVentana(*this);
-  enfocarPrimero();
+  enfocarPosicion(lista.posicion);
 }
 
 EdiSEPA::~EdiSEPA() = default;
@@ -201,6 +201,16 @@ void EdiSEPA::enfocarPrimero() {
   const auto primera =
       std::find_if(filas_.begin(), filas_.end(), [](FilaCampo* fila) { return fila->Usable(); });
   if (primera != filas_.end()) (*primera)->Caja()->setFocus(Qt::OtherFocusReason);
+}
+
+void EdiSEPA::enfocarPosicion(int posicion) {
+  for (FilaCampo* fila : filas_) {
+    const int desde = fila->Campo().desde;
+    if (!fila->Usable() || posicion < desde || posicion >= desde + fila->Campo().longitud) continue;
+    fila->Caja()->setFocus(Qt::OtherFocusReason);
+    return;
+  }
+  enfocarPrimero();
 }
 
 void EdiSEPA::pedir(FilaCampo* fila) {

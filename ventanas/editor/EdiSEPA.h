@@ -49,6 +49,8 @@ class EdiSEPA : public QDialog {
   bool mostrarErroneas();
   void avisarSinAceptar();
   void enfocarPrimero();
+  /// El campo que tiene esa posición del registro, si se puede editar; si no, el primero.
+  void enfocarPosicion(int posicion);
   FilaCampo* filaConFoco() const;
   std::vector<QString> textos() const;
 

@@ -82,6 +82,7 @@ void frmUnirQ19::mostrarPosicion(const VistaRegistros& lista, int fila, int posi
 void frmUnirQ19::decir(const QString& texto) {
   ui_->EstadoMensaje->setText(texto);
   ui_->AbrirListado->hide();
+  ui_->VerComprobacion->hide();
 }
 
 void frmUnirQ19::ajustarColores() {

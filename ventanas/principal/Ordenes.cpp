@@ -2,19 +2,24 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QScopeGuard>
+#include <atomic>
+#include <future>
 
 #include "comunes/dialogos/MyBox.h"
 #include "comunes/impresion/Progreso.h"
 #include "comunes/plataforma/Explorar.h"
+#include "comunes/plataforma/Formatos.h"
 #include "comunes/plataforma/IniFiles.h"
 #include "comunes/plataforma/Texto.h"
 #include "comunes/plataforma/Ventanas.h"
 #include "remesa/Adeudos.h"
+#include "remesa/Comprobacion.h"
 #include "remesa/Fusion.h"
 #include "remesa/Guardado.h"
 #include "ui_frmUnirQ19.h"
 #include "ventanas/editor/EditarSEPA.h"
 #include "ventanas/principal/Navegador.h"
+#include "ventanas/principal/TextosComprobacion.h"
 #include "ventanas/principal/frmUnirQ19.h"
 
 namespace principal {
@@ -90,8 +95,17 @@ void frmUnirQ19::guardar() {
       comunes::DialogoFichero(false, this, carpeta, QStringLiteral("q19"), false, QString(), nombreFinal);
   if (elegido.isEmpty()) return;
   const QString ruta = nombreFinal(elegido);
+  remesa::ResultadoComprobacion resultado;
   try {
     const comunes::Reloj reloj;
+    // A la vez que se escribe: guardar no espera por la comprobación.
+    std::atomic<bool> sigue = true;
+    auto comprobacion =
+        std::async(std::launch::async, [&sigue, &lista = ui_->Acumulado->lista(), hoy = comunes::Hoy()] {
+          return remesa::ComprobarLista(
+              lista, hoy, [](remesa::Hallazgo&&) {}, true, [&](auto, auto) { return sigue.load(); });
+        });
+    const auto alSalir = qScopeGuard([&] { sigue = false; });
     comunes::Avance avance(tr("Guardando %1…").arg(QFileInfo(ruta).fileName()));
     remesa::GuardarRemesa(
         comunes::ARuta(ruta), ui_->Acumulado->lista(), [&](std::size_t escritos, std::size_t total) {
@@ -99,12 +113,18 @@ void frmUnirQ19::guardar() {
           if (escritos < total)
             avance.avanzarODetener(static_cast<double>(escritos), static_cast<double>(total));
         });
+    resultado = comprobacion.get();
   } catch (const comunes::TrabajoDetenido&) {
     return decir(tr("Guardado detenido: el fichero no se ha escrito y la remesa sigue aquí."));
   }
   ui_->Empezar->click();
   navegador_->refrescar();
-  decir(tr("Guardado en %1").arg(QDir::toNativeSeparators(QFileInfo(ruta).absoluteFilePath())));
+  guardado_ = QDir::toNativeSeparators(QFileInfo(ruta).absoluteFilePath());
+  // El resultado, delante: una ruta larga se recorta.
+  const QString recuento = TextoRecuento(resultado.errores, resultado.avisos);
+  decir((resultado.errores == 0 ? tr("Guardado %1 en %2") : tr("Guardado con %1 en %2"))
+            .arg(recuento, guardado_));
+  ui_->VerComprobacion->setVisible(resultado.errores + resultado.avisos > 0);
 }
 
 void frmUnirQ19::insertar() {
@@ -136,7 +156,7 @@ void frmUnirQ19::eliminar() {
   RecalcularTotales();
 }
 
-void frmUnirQ19::editar(int fila) {
+void frmUnirQ19::editar(int fila, int posicion) {
   const QWidgetList ventanas = QApplication::topLevelWidgets();
   for (const QWidget* ventana : ventanas)
     if (ventana->isVisible() &&
@@ -152,6 +172,7 @@ void frmUnirQ19::editar(int fila) {
       .cambiado = [&](int cual) { acumulado.modelo().avisarCambio(cual); },
       .movido = [&](int cual) { acumulado.seleccionarSolo(cual); },
       .aviso = [this](const QString& texto) { decir(texto); },
+      .posicion = posicion,
   };
   if (editor::EditarSEPA(lista, kCuaderno19, this)) mirarAcumulado();
 }

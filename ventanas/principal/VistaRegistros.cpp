@@ -50,6 +50,13 @@ void VistaRegistros::seleccionarSolo(int fila) {
   selectionModel()->setCurrentIndex(modelo_->index(fila), QItemSelectionModel::ClearAndSelect);
 }
 
+void VistaRegistros::mostrarPosicion(int posicion) {
+  const int x = columnas_.x(posicion);
+  const int ancho = viewport()->width();
+  if (x < desplazamiento() || x + columnas_.ancho() > desplazamiento() + ancho)
+    horizontalScrollBar()->setValue(x - ancho / 3);
+}
+
 std::vector<std::size_t> VistaRegistros::seleccion() const {
   std::vector<std::size_t> filas;
   const QItemSelection intervalos = selectionModel()->selection();

@@ -34,6 +34,8 @@ class VistaRegistros : public QListView {
   void ponerActual(int fila);
   /// Hace actual una fila y deja seleccionada solo esa.
   void seleccionarSolo(int fila);
+  /// Desplaza la lista a los lados para que se vea una posición (desde 1).
+  void mostrarPosicion(int posicion);
   /// Índices seleccionados, ascendentes. Lineal en intervalos y filas.
   std::vector<std::size_t> seleccion() const;
   /// Sustituye la selección por `filas`, ascendentes.

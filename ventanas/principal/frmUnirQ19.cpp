@@ -81,6 +81,8 @@ void frmUnirQ19::prepararControles() {
   ui_->Estado->addWidget(ui_->EstadoMensaje, 1);
   ui_->Estado->addWidget(ui_->AbrirListado);
   ui_->AbrirListado->hide();
+  ui_->Estado->addWidget(ui_->VerComprobacion);
+  ui_->VerComprobacion->hide();
   ui_->Estado->addPermanentWidget(ui_->EstadoPosicion);
   ajustarColores();
 }
@@ -96,8 +98,10 @@ void frmUnirQ19::conectar() {
   connect(ui_->cmdEliminar, &QPushButton::clicked, this, &frmUnirQ19::eliminar);
   connect(ui_->cmdImprimir, &QPushButton::clicked, this, &frmUnirQ19::imprimir);
   connect(ui_->AbrirListado, &QPushButton::clicked, this, &frmUnirQ19::abrirListado);
+  connect(ui_->VerComprobacion, &QPushButton::clicked, this, &frmUnirQ19::comprobarGuardado);
+  connect(ui_->mnuComprobar, &QAction::triggered, this, &frmUnirQ19::comprobar);
   connect(ui_->Salir, &QPushButton::clicked, this, &QWidget::close);
-  connect(ui_->Acumulado, &VistaRegistros::dobleClic, this, &frmUnirQ19::editar);
+  connect(ui_->Acumulado, &VistaRegistros::dobleClic, this, [this](int fila) { editar(fila); });
   for (VistaRegistros* lista : {ui_->Preview, ui_->Acumulado})
     connect(lista, &VistaRegistros::bajoRaton, this,
             [this, lista](int fila, int posicion) { mostrarPosicion(*lista, fila, posicion); });

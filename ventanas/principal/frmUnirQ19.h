@@ -2,6 +2,7 @@
 
 #include <QHash>
 #include <QMainWindow>
+#include <QPointer>
 #include <memory>
 
 #include "remesa/Observaciones.h"
@@ -10,8 +11,14 @@ namespace Ui {
 class frmUnirQ19;
 }
 
+namespace remesa {
+struct Hallazgo;
+}
+
 namespace principal {
 
+class Comprobaciones;
+struct Comprobada;
 class Herramientas;
 class Navegador;
 class VistaRegistros;
@@ -52,8 +59,17 @@ class frmUnirQ19 : public QMainWindow {
   void guardar();
   void insertar();
   void eliminar();
-  void editar(int fila);
+  /// Con `posicion` (desde 1), el editor empieza en el campo que la tiene.
+  void editar(int fila, int posicion = 0);
   void RecalcularTotales();
+
+  // Comprobar.cpp
+  void comprobar();
+  void comprobarAcumulado();
+  void comprobarPreview();
+  void comprobarGuardado();
+  bool irEnPreview(const remesa::Hallazgo& hallazgo);
+  void mostrarComprobaciones(Comprobada comprobada, const VistaRegistros* lista);
 
   // Imprimir.cpp
   void imprimir();
@@ -75,7 +91,9 @@ class frmUnirQ19 : public QMainWindow {
   QString FicherosImportados;  ///< "[RUTA]" de cada fichero importado, en mayúsculas.
   QString FicheroActual;       ///< Ruta del último fichero cargado, en mayúsculas.
 
-  QString rutaActual_;                       ///< La misma, tal como se escribe.
+  QString rutaActual_;  ///< La misma, tal como se escribe.
+  QPointer<Comprobaciones> comprobaciones_;
+  QString guardado_;                         ///< Último fichero guardado.
   QString listado_;                          ///< Último listado escrito en un fichero.
   QString rutaPreview_;                      ///< Ruta de lo que muestra `Preview`.
   QHash<QString, QString> rutasImportadas_;  ///< De la ruta en mayúsculas a la ruta.

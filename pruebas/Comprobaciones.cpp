@@ -1,0 +1,127 @@
+#include "ventanas/principal/Comprobaciones.h"
+
+#include <QAction>
+#include <QTableView>
+#include <QTimer>
+
+#include "VentanaPrincipal.h"
+#include "comunes/plataforma/Formatos.h"
+#include "ventanas/editor/EdiSEPA.h"
+
+using namespace pruebas;
+
+namespace {
+
+class PruebaComprobaciones : public Carpeta {
+ protected:
+  void SetUp() override {
+    Carpeta::SetUp();
+    comunes::PonerFechaActual(QDate(2026, 1, 5));
+    std::filesystem::copy(DIR_PROYECTO "/app/Tarvo.INI", carpeta_ / "Tarvo.INI");
+    std::string bytes = leer(DIR_EJEMPLOS "/gimnasio-acuario.Q19");
+    bytes.replace(kDanado * 602 + 80, 4, "RCRU");
+    escribir("mala.Q19", bytes);
+  }
+  void TearDown() override {
+    comunes::PonerFechaActual({});
+    Carpeta::TearDown();
+  }
+
+  static constexpr std::size_t kDanado = 5;  // índice del registro
+};
+
+struct Lista {
+  explicit Lista(Ventana& v) : dialogo(v.frm.findChild<principal::Comprobaciones*>()) {
+    if (dialogo == nullptr) return;
+    visor = dialogo->findChild<QTableView*>("Visor");
+    QTest::qWait(0);
+  }
+  QString resumen() const { return dialogo->findChild<QLabel*>("Resumen")->text(); }
+  /// Fila del primer hallazgo con ese código; -1 si no lo hay.
+  int fila(const char* codigo) const {
+    const QModelIndexList halladas =
+        visor->model()->match(visor->model()->index(0, 1), Qt::DisplayRole, codigo, 1, Qt::MatchExactly);
+    return halladas.isEmpty() ? -1 : halladas.first().row();
+  }
+  void ir(const char* codigo) const {
+    ASSERT_GE(fila(codigo), 0) << codigo;
+    visor->setCurrentIndex(visor->model()->index(fila(codigo), 0));
+    visor->setFocus();
+    QTest::keyClick(visor, Qt::Key_Return);
+  }
+
+  principal::Comprobaciones* dialogo;
+  QTableView* visor = nullptr;
+};
+
+TEST_F(PruebaComprobaciones, DeLoPrevisualizadoAlRegistro) {
+  Ventana v(carpeta_);
+  Cajas cajas{"Aceptar"};
+  v.hijo<QAction>("mnuComprobar")->trigger();
+  EXPECT_TRUE(cajas.Mensaje(0).contains("No hay ninguna remesa que comprobar"));
+
+  v.elegir("mala.Q19");
+  v.hijo<QAction>("mnuComprobar")->trigger();
+  const Lista lista(v);
+  ASSERT_NE(lista.dialogo, nullptr);
+  EXPECT_TRUE(lista.resumen().startsWith("Previsualizado, mala.Q19: ")) << lista.resumen().toStdString();
+  EXPECT_TRUE(lista.resumen().contains(" 1 error y "));
+  lista.ir("E308");
+  EXPECT_EQ(v.Preview->seleccion(), std::vector<std::size_t>{kDanado});
+  EXPECT_EQ(v.Preview->actual(), static_cast<int>(kDanado));
+}
+
+// Del hallazgo al campo en el editor; al aceptar se comprueba otra vez y ya no está.
+TEST_F(PruebaComprobaciones, DeLaAcumulacionAlCampo) {
+  Ventana v(carpeta_);
+  v.importar("mala.Q19");
+  v.hijo<QAction>("mnuComprobar")->trigger();
+  const Lista lista(v);
+  ASSERT_NE(lista.dialogo, nullptr);
+  EXPECT_TRUE(lista.resumen().startsWith("Remesa acumulada: ")) << lista.resumen().toStdString();
+  QString campo;
+  QTimer::singleShot(0, [&] {
+    auto* editor = qobject_cast<editor::EdiSEPA*>(QApplication::activeModalWidget());
+    ASSERT_NE(editor, nullptr);
+    auto* caja = qobject_cast<QLineEdit*>(editor->focusWidget());
+    ASSERT_NE(caja, nullptr);
+    campo = caja->text();
+    caja->setText("RCUR");
+    QTest::mouseClick(editor->findChild<QPushButton*>("cmdAceptar"), Qt::LeftButton);
+  });
+  lista.ir("E308");
+  EXPECT_EQ(campo, "RCRU");
+  EXPECT_EQ(v.Acumulado->lista()[kDanado].substr(80, 4), "RCUR");
+  EXPECT_EQ(lista.fila("E308"), -1);
+  EXPECT_TRUE(lista.resumen().contains(": 50 registros, sin errores")) << lista.resumen().toStdString();
+
+  // Lo que cambia por otro lado deja anticuada la lista: antes de ir se comprueba.
+  v.Acumulado->seleccionarSolo(2);
+  v.pulsar("cmdInsertar");
+  EXPECT_TRUE(lista.resumen().endsWith("Ha cambiado desde entonces."));
+  v.Acumulado->seleccionarSolo(0);
+  lista.ir("A301");
+  EXPECT_TRUE(lista.resumen().contains(" 51 registros")) << lista.resumen().toStdString();
+  EXPECT_GE(lista.fila("A402"), 0);
+  EXPECT_EQ(v.Acumulado->actual(), 0);
+}
+
+TEST_F(PruebaComprobaciones, AlGuardarSeDiceYSeVe) {
+  Ventana v(carpeta_);
+  v.importar("mala.Q19");
+  const ConDestino destino(carpeta_ / "salida.Q19");
+  v.pulsar("Guardar");
+  EXPECT_TRUE(v.texto("EstadoMensaje").startsWith("Guardado con 1 error y "))
+      << v.texto("EstadoMensaje").toStdString();
+  ASSERT_TRUE(v.hijo("VerComprobacion")->isVisible());
+  v.pulsar("VerComprobacion");
+  const Lista lista(v);
+  ASSERT_NE(lista.dialogo, nullptr);
+  EXPECT_TRUE(lista.resumen().startsWith("Guardado, salida.Q19: "));
+  lista.ir("E308");
+  EXPECT_TRUE(v.texto("InfoPreview").startsWith("salida.Q19"));
+  EXPECT_EQ(v.Preview->seleccion(), std::vector<std::size_t>{kDanado});
+  EXPECT_FALSE(v.hijo("VerComprobacion")->isVisible());
+}
+
+}  // namespace

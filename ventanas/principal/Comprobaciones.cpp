@@ -1,0 +1,191 @@
+#include "ventanas/principal/Comprobaciones.h"
+
+#include <QHeaderView>
+#include <QPushButton>
+#include <QShortcut>
+#include <algorithm>
+
+#include "comunes/impresion/Progreso.h"
+#include "comunes/plataforma/Texto.h"
+#include "comunes/plataforma/Ventanas.h"
+#include "comunes/rejilla/MiVisor.h"
+#include "comunes/rejilla/ModeloRejilla.h"
+#include "ui_Comprobaciones.h"
+#include "ventanas/principal/TextosComprobacion.h"
+#include "ventanas/principal/TextosObservacion.h"
+
+namespace principal {
+namespace {
+
+/// Más no los lee nadie, y una remesa enorme puede tener millones.
+constexpr std::size_t kMaximo = 5000;
+
+constexpr const char* kColumnas =
+    "<Nivel#7;<Código#7;>Registro#9>;<Posiciones#11;<Campo#28;<Valor#24;<Se esperaba#30;<Deudor#24;"
+    "<Referencia#18;<Qué pasa y qué hacer#60;Hallazgo#0";
+/// El tipo de cada columna, para ordenarla.
+constexpr const char* kTipos = "TT#TTTTTTT#";
+
+QString Posiciones(const remesa::Hallazgo& h) {
+  if (h.donde.desde == 0) return {};
+  return h.donde.desde == h.donde.hasta ? QString::number(h.donde.desde)
+                                        : QStringLiteral("%1-%2").arg(h.donde.desde).arg(h.donde.hasta);
+}
+
+}  // namespace
+
+Comprobaciones::Comprobaciones(Comprobada comprobada, QWidget* padre)
+    : QDialog(padre),
+      ui_(std::make_unique<Ui::Comprobaciones>()),
+      comprobada_(std::move(comprobada)),
+      rejilla_(QStringLiteral("Visor")) {
+  ui_->setupUi(this);
+  preparar();
+  comunes::FuentesVentana(*this);
+  comunes::DisponerVentana(*this);
+  conectar();
+}
+
+Comprobaciones::~Comprobaciones() {
+  ui_->Visor->setModel(nullptr);
+}
+
+void Comprobaciones::preparar() {
+  comunes::PrepararRejilla(rejilla_, QString::fromUtf8(kColumnas));
+  rejilla_.PonerTag(QLatin1String(kTipos));
+  rejilla_.PonerRows(rejilla_.FixedRows());
+  modelo_ = std::make_unique<comunes::ModeloRejilla>(rejilla_);
+  QTableView& visor = *ui_->Visor;
+  visor.setModel(modelo_.get());
+  visor.verticalHeader()->hide();
+  visor.verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+  visor.verticalHeader()->setDefaultSectionSize(visor.fontMetrics().height() + 6);
+  visor.horizontalHeader()->setHighlightSections(false);
+  visor.horizontalHeader()->setSectionsClickable(true);
+  for (int columna = 0; columna < rejilla_.Cols(); ++columna) {
+    const int ancho = modelo_->AnchoColumna(columna);
+    visor.setColumnHidden(columna, ancho <= 0);
+    if (ancho > 0) visor.setColumnWidth(columna, ancho);
+  }
+}
+
+void Comprobaciones::conectar() {
+  connect(ui_->Visor->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+          &Comprobaciones::detallar);
+  connect(ui_->Visor, &QTableView::doubleClicked, this, &Comprobaciones::ir);
+  for (const int tecla : {Qt::Key_Return, Qt::Key_Enter})
+    connect(new QShortcut(tecla, ui_->Visor, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated,
+            this, &Comprobaciones::ir);
+  connect(ui_->Visor->horizontalHeader(), &QHeaderView::sectionClicked, this, &Comprobaciones::ordenar);
+  connect(ui_->cmdIr, &QPushButton::clicked, this, &Comprobaciones::ir);
+  connect(ui_->cmdRepetir, &QPushButton::clicked, this, &Comprobaciones::comprobar);
+  connect(ui_->cmdCerrar, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+void Comprobaciones::comprobar() {
+  const int fila = ui_->Visor->currentIndex().row();
+  hallazgos_.clear();
+  errores_ = avisos_ = 0;
+  caducada_ = false;
+  remesa::ResultadoComprobacion resultado;
+  {
+    const comunes::Reloj reloj;
+    comunes::Avance avance(tr("Comprobando…"));
+    resultado = comprobada_.comprobar([this](remesa::Hallazgo&& hallazgo) { recoger(std::move(hallazgo)); },
+                                      [&](std::uintmax_t mirados, std::uintmax_t total) {
+                                        return avance.avanzar(static_cast<double>(mirados),
+                                                              static_cast<double>(total));
+                                      });
+  }
+  // Lo del fichero entero, delante; lo demás ya viene en orden.
+  std::ranges::stable_sort(hallazgos_, {}, &remesa::Hallazgo::registro);
+  llenar(resultado);
+  const int filas = modelo_->rowCount();
+  if (filas > 0) ui_->Visor->setCurrentIndex(modelo_->index(std::clamp(fila, 0, filas - 1), 0));
+  detallar();
+}
+
+void Comprobaciones::recoger(remesa::Hallazgo&& hallazgo) {
+  std::size_t& cuantos = remesa::EsError(hallazgo.codigo) ? errores_ : avisos_;
+  if (cuantos == kMaximo) return;
+  ++cuantos;
+  hallazgos_.push_back(std::move(hallazgo));
+}
+
+void Comprobaciones::llenar(const remesa::ResultadoComprobacion& resultado) {
+  {
+    const comunes::SinRedibujo quieta(rejilla_);
+    rejilla_.PonerRows(rejilla_.FixedRows());
+    rejilla_.PonerRows(rejilla_.FixedRows() + static_cast<int>(hallazgos_.size()));
+    int fila = rejilla_.FixedRows();
+    for (const remesa::Hallazgo& h : hallazgos_) {
+      const QString celdas[] = {TextoNivel(h.codigo),
+                                QString::fromUtf8(remesa::TextoCodigo(h.codigo).data()),
+                                h.registro == 0 ? QString() : QString::number(h.registro),
+                                Posiciones(h),
+                                TextoCampo(h),
+                                TextoValor(h),
+                                TextoEsperado(h),
+                                comunes::DesdeWindows1252(h.deudor),
+                                comunes::DesdeWindows1252(h.referencia),
+                                TextoHallazgo(h),
+                                QString::number(fila - rejilla_.FixedRows())};
+      int columna = 0;
+      for (const QString& celda : celdas)
+        rejilla_.PonerTextMatrix(fila, columna++, celda);
+      if (remesa::EsError(h.codigo)) rejilla_.PonerEstilo(fila, 0, {.Negrita = true});
+      ++fila;
+    }
+  }
+  QString resumen =
+      tr("%1: %2, %3.")
+          .arg(comprobada_.titulo(), TextoCuenta(resultado.registros, tr("registro"), tr("registros")),
+               TextoRecuento(resultado.errores, resultado.avisos));
+  if (resultado.errores + resultado.avisos > hallazgos_.size())
+    resumen += tr(" Se muestran los primeros %1 de cada nivel.").arg(kMaximo);
+  if (!resultado.completa) resumen += tr(" Comprobación detenida antes de acabar.");
+  ui_->Resumen->setText(resumen);
+}
+
+void Comprobaciones::ordenar(int columna) {
+  const comunes::SinRedibujo quieta(rejilla_);
+  for (int otra = 0; otra < rejilla_.Cols(); ++otra)
+    rejilla_.PonerEstilo(0, otra, {});
+  comunes::OrdenarColumna(rejilla_, columna, true);
+}
+
+const remesa::Hallazgo* Comprobaciones::actual() const {
+  const QModelIndex indice = ui_->Visor->currentIndex();
+  if (!indice.isValid()) return nullptr;
+  const QString cual = rejilla_.TextMatrix(modelo_->FilaRejilla(indice.row()), rejilla_.Cols() - 1);
+  return &hallazgos_[cual.toUInt()];
+}
+
+void Comprobaciones::detallar() {
+  const remesa::Hallazgo* hallazgo = actual();
+  ui_->cmdIr->setEnabled(hallazgo != nullptr && hallazgo->registro > 0);
+  ui_->Detalle->setText(hallazgo == nullptr ? QString() : TextoHallazgo(*hallazgo));
+}
+
+void Comprobaciones::caducar() {
+  if (caducada_) return;
+  caducada_ = true;
+  ui_->Resumen->setText(ui_->Resumen->text() + tr(" Ha cambiado desde entonces."));
+}
+
+void Comprobaciones::ir() {
+  if (caducada_) {
+    comprobar();
+    ui_->Resumen->setText(ui_->Resumen->text() + tr(" Había cambiado y se ha comprobado otra vez."));
+    return;
+  }
+  const remesa::Hallazgo* hallazgo = actual();
+  if (hallazgo == nullptr || hallazgo->registro == 0) return;
+  if (!comprobada_.ir(*hallazgo)) {
+    ui_->Detalle->setText(tr("Ese registro ya no está: el fichero ha cambiado. Compruébelo de nuevo."));
+    return;
+  }
+  if (caducada_) comprobar();
+}
+
+}  // namespace principal

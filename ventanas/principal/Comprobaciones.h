@@ -1,0 +1,66 @@
+#pragma once
+
+#include <QDialog>
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "comunes/rejilla/Rejilla.h"
+#include "remesa/Comprobacion.h"
+
+namespace comunes {
+class ModeloRejilla;
+}
+
+namespace Ui {
+class Comprobaciones;
+}
+
+namespace principal {
+
+/// Lo que una ventana de comprobaciones comprueba.
+struct Comprobada {
+  /// Cómo se llama, para el operador.
+  std::function<QString()> titulo;
+  /// La comprueba. Lanza ErrorEjecucion.
+  std::function<remesa::ResultadoComprobacion(const remesa::ReceptorHallazgos&,
+                                              const remesa::AvanceComprobacion&)>
+      comprobar;
+  /// Lleva al operador al registro y, si puede, al campo. false si ya no está.
+  std::function<bool(const remesa::Hallazgo&)> ir;
+};
+
+/// Los hallazgos de una comprobación, en una rejilla; una doble pulsación o Intro van al registro. De los
+/// muchos se enseñan los primeros. Si lo comprobado cambia, se vuelve a comprobar antes de ir a ningún sitio.
+class Comprobaciones : public QDialog {
+  Q_OBJECT
+
+ public:
+  Comprobaciones(Comprobada comprobada, QWidget* padre);
+  ~Comprobaciones() override;
+
+  void comprobar();
+  /// Lo comprobado ha cambiado.
+  void caducar();
+
+ private:
+  void preparar();
+  void conectar();
+  void recoger(remesa::Hallazgo&& hallazgo);
+  void llenar(const remesa::ResultadoComprobacion& resultado);
+  void ordenar(int columna);
+  void detallar();
+  void ir();
+  /// El hallazgo de la fila actual; nullptr si no hay ninguna.
+  const remesa::Hallazgo* actual() const;
+
+  std::unique_ptr<Ui::Comprobaciones> ui_;
+  Comprobada comprobada_;
+  std::vector<remesa::Hallazgo> hallazgos_;
+  comunes::Rejilla rejilla_;
+  std::unique_ptr<comunes::ModeloRejilla> modelo_;  // se va antes que su rejilla
+  std::size_t errores_ = 0, avisos_ = 0;            // recogidos
+  bool caducada_ = false;
+};
+
+}  // namespace principal

@@ -1,0 +1,92 @@
+#include <QDir>
+#include <QFileInfo>
+
+#include "comunes/dialogos/MyBox.h"
+#include "comunes/plataforma/Formatos.h"
+#include "comunes/plataforma/Texto.h"
+#include "comunes/plataforma/Ventanas.h"
+#include "ui_frmUnirQ19.h"
+#include "ventanas/principal/Comprobaciones.h"
+#include "ventanas/principal/TextosComprobacion.h"
+#include "ventanas/principal/frmUnirQ19.h"
+
+namespace principal {
+
+// Se comprueba la lista en que se está; desde otro sitio, la acumulación, que es lo que se va a guardar, y si
+// está vacía, lo previsualizado. La ventana dice cuál.
+void frmUnirQ19::comprobar() {
+  const bool hayPreview = !rutaPreview_.isEmpty();
+  const bool hayAcumulado = !ui_->Acumulado->lista().empty();
+  if (hayPreview && (ui_->Preview == focusWidget() || !hayAcumulado))
+    comprobarPreview();
+  else if (hayAcumulado)
+    comprobarAcumulado();
+  else
+    comunes::MyMsgBox(tr("No hay ninguna remesa que comprobar: elija un fichero o importe alguno."), {}, 1, 1,
+                      1);
+}
+
+void frmUnirQ19::comprobarAcumulado() {
+  mostrarComprobaciones({[] { return tr("Remesa acumulada"); },
+                         [this](const auto& recibir, const auto& avance) {
+                           return remesa::ComprobarLista(ui_->Acumulado->lista(), comunes::Hoy(), recibir,
+                                                         false, avance);
+                         },
+                         [this](const remesa::Hallazgo& h) {
+                           if (h.fila > ui_->Acumulado->lista().size()) return false;
+                           editar(static_cast<int>(h.fila) - 1, h.donde.desde);
+                           return true;
+                         }},
+                        ui_->Acumulado);
+}
+
+// El fichero y no la lista, que ya no tiene sus fines de línea.
+void frmUnirQ19::comprobarPreview() {
+  mostrarComprobaciones({[this] { return tr("Previsualizado, %1").arg(QFileInfo(rutaPreview_).fileName()); },
+                         [this](const auto& recibir, const auto& avance) {
+                           return remesa::ComprobarFichero(comunes::ARuta(rutaPreview_), comunes::Hoy(),
+                                                           recibir, avance);
+                         },
+                         [this](const remesa::Hallazgo& h) { return irEnPreview(h); }},
+                        ui_->Preview);
+}
+
+void frmUnirQ19::comprobarGuardado() {
+  const QString ruta = guardado_;
+  mostrarComprobaciones({[ruta] { return tr("Guardado, %1").arg(QFileInfo(ruta).fileName()); },
+                         [ruta](const auto& recibir, const auto& avance) {
+                           return remesa::ComprobarFichero(comunes::ARuta(ruta), comunes::Hoy(), recibir,
+                                                           avance);
+                         },
+                         [this, ruta](const remesa::Hallazgo& h) {
+                           // La acumulación está ya vacía: se lee arriba.
+                           if (rutaPreview_ != ruta) elegir(ruta);
+                           return rutaPreview_ == ruta && irEnPreview(h);
+                         }},
+                        nullptr);
+}
+
+bool frmUnirQ19::irEnPreview(const remesa::Hallazgo& hallazgo) {
+  if (hallazgo.fila > ui_->Preview->lista().size()) return false;
+  ui_->Preview->seleccionarSolo(static_cast<int>(hallazgo.fila) - 1);
+  ui_->Preview->mostrarPosicion(hallazgo.donde.desde);
+  ui_->Preview->setFocus();
+  return true;
+}
+
+/// Una sola ventana: la nueva sustituye a la que hubiera. `lista`, la que la deja anticuada al cambiar.
+void frmUnirQ19::mostrarComprobaciones(Comprobada comprobada, const VistaRegistros* lista) {
+  delete comprobaciones_;
+  auto ventana = std::make_unique<Comprobaciones>(std::move(comprobada), this);
+  ventana->comprobar();
+  if (lista != nullptr) {
+    const QAbstractItemModel* modelo = lista->model();
+    connect(modelo, &QAbstractItemModel::modelReset, ventana.get(), &Comprobaciones::caducar);
+    connect(modelo, &QAbstractItemModel::dataChanged, ventana.get(), &Comprobaciones::caducar);
+  }
+  comprobaciones_ = ventana.release();
+  comprobaciones_->setAttribute(Qt::WA_DeleteOnClose);
+  comprobaciones_->show();
+}
+
+}  // namespace principal
