@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "remesa/Registro.h"
+#include "remesa/Validez.h"
 
 namespace remesa {
 namespace {
@@ -21,9 +22,7 @@ int Numero(std::string_view cifras) {
 }  // namespace
 
 std::optional<Dia> LeerFecha(std::string_view texto) {
-  if (texto.size() != static_cast<std::size_t>(kDia.hasta) ||
-      texto.find_first_not_of("0123456789") != texto.npos)
-    return {};
+  if (texto.size() != static_cast<std::size_t>(kDia.hasta) || !SonCifras(texto)) return {};
   const Dia fecha{year(Numero(campo(texto, kAno))), month(static_cast<unsigned>(Numero(campo(texto, kMes)))),
                   day(static_cast<unsigned>(Numero(campo(texto, kDia))))};
   return fecha.ok() ? std::optional(fecha) : std::nullopt;

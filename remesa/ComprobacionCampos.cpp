@@ -80,7 +80,8 @@ class Comprobacion {
     else
       conValor(campo, valor);
     const bool limpio = antes == anotador_.errores() + anotador_.avisos();
-    if (limpio && campo.tipo == TipoCampo::A && !campo.libre()) mirarCaracteres(campo, bytes);
+    if (limpio && campo.tipo == TipoCampo::A && !campo.libre() && !valor.empty())
+      mirarCaracteres(campo, bytes);
   }
 
  private:
@@ -201,11 +202,12 @@ class Comprobacion {
 
   /// Un aviso por cada tramo de caracteres de fuera del juego.
   void mirarCaracteres(const Campo& campo, std::string_view bytes) {
-    auto mirado = bytes.begin();
-    while ((mirado = std::find_if_not(mirado, bytes.end(), EsCaracterSEPA)) != bytes.end()) {
-      const auto fin = std::find_if(mirado, bytes.end(), EsCaracterSEPA);
-      const auto desde = campo.donde.desde + static_cast<int>(mirado - bytes.begin());
-      anotador_.parte(C::Caracteres, campo, {desde, desde + static_cast<int>(fin - mirado) - 1});
+    std::size_t mirado = 0;
+    while ((mirado = BuscarCaracter(bytes, mirado)) < bytes.size()) {
+      const std::size_t fin = BuscarCaracter(bytes, mirado, false);
+      anotador_.parte(
+          C::Caracteres, campo,
+          {campo.donde.desde + static_cast<int>(mirado), campo.donde.desde + static_cast<int>(fin) - 1});
       mirado = fin;
     }
   }

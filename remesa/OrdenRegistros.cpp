@@ -2,7 +2,7 @@
 
 namespace remesa {
 /// Códigos, separados por blancos, que pueden seguir.
-std::string OrdenRegistros::Admitidos(Estado estado) {
+std::string_view OrdenRegistros::Admitidos(Estado estado) {
   switch (estado) {
     case Estado::Inicio:
       return "01";
@@ -39,9 +39,9 @@ void OrdenRegistros::dar() {
     siguiente = Estado::Final;
   else
     return;
-  const std::string admitidos = Admitidos(estado_);
+  const std::string_view admitidos = Admitidos(estado_);
   if (admitidos.find(codigo) == admitidos.npos)
-    anotador_.posiciones(CodigoHallazgo::FueraDeOrden, kCodigo, std::string(codigo), admitidos);
+    anotador_.posiciones(CodigoHallazgo::FueraDeOrden, kCodigo, std::string(codigo), std::string(admitidos));
   else if (siguiente == Estado::Cabecera && estado_ == Estado::Bloque)
     mirarAcreedor();
   else if (siguiente == Estado::Adeudos)
@@ -71,10 +71,10 @@ void OrdenRegistros::mirarAcreedor() {
 
 void OrdenRegistros::terminar() {
   constexpr std::string_view kCadena[] = {"01", "02", "03", "04", "05", "99"};
-  const std::string siguiente = Admitidos(estado_);
+  const std::string_view siguiente = Admitidos(estado_);
   if (siguiente.empty()) return;
   // De los que pueden seguir, el que lleva al final.
-  const std::string_view ultimo = std::string_view(siguiente).substr(siguiente.size() - 2);
+  const std::string_view ultimo = siguiente.substr(siguiente.size() - 2);
   std::string faltan;
   for (const std::string_view codigo : kCadena)
     if (codigo >= ultimo) faltan.append(faltan.empty() ? "" : " ").append(codigo);

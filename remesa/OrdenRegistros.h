@@ -19,7 +19,7 @@ class OrdenRegistros {
 
  private:
   enum class Estado { Inicio, Presentador, Cabecera, Adeudos, Bloque, Acreedor, Final };
-  static std::string Admitidos(Estado estado);
+  static std::string_view Admitidos(Estado estado);
   void mirarDato();
   void mirarAcreedor();
 

@@ -15,9 +15,15 @@ std::string_view campo(std::string_view registro, Posiciones donde) {
 }
 
 std::string_view Recortar(std::string_view texto) {
-  const std::size_t desde = texto.find_first_not_of(' ');
-  if (desde == texto.npos) return {};
-  return texto.substr(desde, texto.find_last_not_of(' ') - desde + 1);
+  // De ocho en ocho: casi todo un registro son blancos.
+  constexpr std::string_view kOcho = "        ";
+  while (texto.ends_with(kOcho))
+    texto.remove_suffix(kOcho.size());
+  while (texto.ends_with(' '))
+    texto.remove_suffix(1);
+  while (texto.starts_with(' '))
+    texto.remove_prefix(1);
+  return texto;
 }
 
 void sobrescribir(std::string& registro, Posiciones donde, std::string_view texto) {

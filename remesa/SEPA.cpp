@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <cstring>
 
 #include "remesa/ErrorEjecucion.h"
 #include "remesa/Registro.h"
@@ -22,6 +23,17 @@ constexpr auto kPermitidos = [] {
     permitidos[static_cast<std::uint8_t>(c)] = true;
   return permitidos;
 }();
+
+bool EsCaracterSEPA(char c) {
+  return kPermitidos[static_cast<std::uint8_t>(c)];
+}
+
+// Casi todo un registro son blancos: se saltan de ocho en ocho.
+constexpr std::size_t kAncho = 8;
+
+bool SonBlancos(std::string_view ocho) {
+  return ocho.size() == kAncho && std::memcmp(ocho.data(), "        ", kAncho) == 0;
+}
 
 char CaracterSEPA(char c) {
   switch (c) {  // Windows-1252
@@ -76,15 +88,22 @@ int Modulo97(std::string_view cifras) {
 }
 
 std::string DigitosControl(std::string_view cuerpo, std::string_view pais) {
-  std::string cifras;
-  for (const std::string_view parte : {cuerpo, pais})
-    for (const char& c : parte)
-      cifras += ValorIBAN({&c, 1});
-  return Ceros(98 - Modulo97(cifras += "00"), 2);
+  int resto = 0;
+  const auto anadir = [&resto](std::string_view parte) {
+    for (const char c : parte)
+      resto = EsCifra(c) ? (resto * 10 + (c - '0')) % 97 : (resto * 100 + (c - 'A' + 10)) % 97;
+  };
+  anadir(cuerpo);
+  anadir(pais);
+  anadir("00");
+  return Ceros(98 - resto, 2);
 }
 
-bool EsCaracterSEPA(char c) {
-  return kPermitidos[static_cast<std::uint8_t>(c)];
+std::size_t BuscarCaracter(std::string_view texto, std::size_t desde, bool fuera) {
+  std::size_t i = desde;
+  while (i < texto.size() && EsCaracterSEPA(texto[i]) == fuera)
+    i = fuera && SonBlancos(texto.substr(i, kAncho)) ? i + kAncho : i + 1;
+  return std::min(i, texto.size());
 }
 
 std::string TextoSEPA(std::string_view texto) {

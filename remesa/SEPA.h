@@ -22,8 +22,9 @@ int Modulo97(std::string_view cifras);
 /// de un IBAN por su cuenta nacional y los de un identificador de acreedor por su número fiscal. Dos cifras.
 std::string DigitosControl(std::string_view cuerpo, std::string_view pais);
 
-/// ¿Está el byte (Windows-1252) en el juego de caracteres de SEPA?
-bool EsCaracterSEPA(char c);
+/// Índice del primer byte (Windows-1252), desde el de índice `desde`, que no está en el juego de caracteres
+/// de SEPA, o el primero que sí con `fuera` en false; el tamaño del texto si no hay ninguno.
+std::size_t BuscarCaracter(std::string_view texto, std::size_t desde, bool fuera = true);
 
 /// Texto reducido al juego de caracteres de SEPA (Windows-1252): Ñ y Ç pierden su signo, lo demás que no esté
 /// en el juego pasa a "0". La longitud no cambia.
