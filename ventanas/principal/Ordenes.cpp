@@ -100,11 +100,12 @@ void frmUnirQ19::guardar() {
     const comunes::Reloj reloj;
     // A la vez que se escribe: guardar no espera por la comprobación.
     std::atomic<bool> sigue = true;
-    auto comprobacion =
-        std::async(std::launch::async, [&sigue, &lista = ui_->Acumulado->lista(), hoy = comunes::Hoy()] {
-          return remesa::ComprobarLista(
-              lista, hoy, [](remesa::Hallazgo&&) {}, true, [&](auto, auto) { return sigue.load(); });
-        });
+    auto comprobacion = std::async(std::launch::async | std::launch::deferred,
+                                   [&sigue, &lista = ui_->Acumulado->lista(), hoy = comunes::Hoy()] {
+                                     return remesa::ComprobarLista(
+                                         lista, hoy, [](remesa::Hallazgo&&) {}, true,
+                                         [&](auto, auto) { return sigue.load(); });
+                                   });
     const auto alSalir = qScopeGuard([&] { sigue = false; });
     comunes::Avance avance(tr("Guardando %1…").arg(QFileInfo(ruta).fileName()));
     remesa::GuardarRemesa(
