@@ -88,7 +88,9 @@ TEST_F(VentanaPrincipal, UnirCorregirYGuardar) {
   const ConDestino destino(carpeta_ / "unida.txt");
   v.pulsar("Guardar");
   EXPECT_EQ(leer(carpeta_ / "unida.Q19"), Fichero(Recalculada(esperado)));
-  EXPECT_EQ(v.texto("EstadoMensaje"), "Guardado con 53 errores en " + comunes::DesdeRuta(carpeta_ / "unida.Q19"));
+  // Los avisos dependen del día en que se prueba.
+  EXPECT_TRUE(v.texto("EstadoMensaje").startsWith("Guardado con 29 errores y "));
+  EXPECT_TRUE(v.texto("EstadoMensaje").endsWith(" en " + comunes::DesdeRuta(carpeta_ / "unida.Q19")));
   EXPECT_TRUE(v.acumulado().empty());
   EXPECT_FALSE(v.importado()) << "lo previsualizado puede volver a importarse";
   v.pulsar("Importar");
