@@ -261,7 +261,7 @@ TEST_F(PreguntasCaja, LaAyudaSoloSeVeConUnTemaQueExisteYNoCierraLaCaja) {
     });
     QTest::keyClick(Campo(caja), Qt::Key_F1);
     EXPECT_TRUE(QTest::qWaitFor([&] { return !titulo.isEmpty(); }));
-    EXPECT_EQ("Ayuda: tema", titulo);
+    EXPECT_EQ("Ayuda: Título", titulo);
     EXPECT_EQ(Campo(caja), caja.focusWidget());
     caja.Boton(1)->click();
   };
