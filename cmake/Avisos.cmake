@@ -6,12 +6,11 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
   target_compile_options(avisos INTERFACE -Wno-restrict)
 endif()
 
-# biblioteca(NOMBRE FUENTES… [ENLAZA…] [PORTADORA…]): biblioteca estática que ve su carpeta y lo que enlaza. La
-# portadora de sus cabeceras precompiladas, si no es la que corresponde a lo que enlaza.
+# biblioteca(NOMBRE FUENTES… [ENLAZA…]): biblioteca estática que ve su carpeta y lo que enlaza.
 function(biblioteca nombre)
-  cmake_parse_arguments(B "" "PORTADORA" "FUENTES;ENLAZA" ${ARGN})
+  cmake_parse_arguments(B "" "" "FUENTES;ENLAZA" ${ARGN})
   add_library(${nombre} STATIC ${B_FUENTES})
   target_include_directories(${nombre} PUBLIC ${PROJECT_SOURCE_DIR})
   target_link_libraries(${nombre} PUBLIC ${B_ENLAZA} PRIVATE avisos)
-  precompilar(${nombre} "${B_PORTADORA}" ${B_ENLAZA})
+  agrupar(${nombre})
 endfunction()

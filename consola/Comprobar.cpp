@@ -14,7 +14,7 @@ namespace consola {
 
 namespace {
 
-struct Peticion {
+struct PeticionComprobar {
   std::vector<std::string> ficheros;
   bool json = false;
   std::string fecha;
@@ -61,7 +61,7 @@ QString EnLinea(const remesa::Hallazgo& h, const QString& fichero) {
                    QLatin1Char('.'));
 }
 
-Salida Comprobar(const Peticion& peticion) {
+Salida Comprobar(const PeticionComprobar& peticion) {
   const remesa::Dia hoy = Hoy(peticion.fecha);
   Salida salida = Salida::Hecho;
   for (const std::string& nombre : peticion.ficheros) {
@@ -91,7 +91,7 @@ Salida Comprobar(const Peticion& peticion) {
 
 void OrdenComprobar(CLI::App& q19, Accion& accion) {
   CLI::App* orden = q19.add_subcommand("comprobar", "Busca en una remesa lo que no cumple la norma");
-  auto peticion = std::make_shared<Peticion>();
+  auto peticion = std::make_shared<PeticionComprobar>();
   orden->add_option("FICHERO", peticion->ficheros, "Remesas que se comprueban")->type_name("")->required();
   orden->add_flag("--json", peticion->json, "Un objeto JSON por línea y hallazgo, y nada más");
   orden->add_option("--fecha", peticion->fecha, "El día que se toma por hoy (AAAAMMDD)")

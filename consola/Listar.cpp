@@ -15,7 +15,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct Peticion {
+struct PeticionListar {
   std::string fichero;
   std::string destino;
   bool referencia = false;
@@ -28,7 +28,7 @@ bool EsElMismo(const fs::path& uno, const fs::path& otro) {
   return fs::equivalent(uno, otro, noExiste);
 }
 
-Salida Listar(const Peticion& peticion) {
+Salida Listar(const PeticionListar& peticion) {
   const fs::path fichero = RutaDe(peticion.fichero);
   const fs::path destino = RutaDe(peticion.destino);
   if (EsElMismo(fichero, destino)) {
@@ -65,7 +65,7 @@ Salida Listar(const Peticion& peticion) {
 
 void OrdenListar(CLI::App& q19, Accion& accion) {
   CLI::App* orden = q19.add_subcommand("listar", "Escribe en PDF el listado de una remesa");
-  auto peticion = std::make_shared<Peticion>();
+  auto peticion = std::make_shared<PeticionListar>();
   orden->add_option("FICHERO", peticion->fichero, "Remesa que se lista")->type_name("")->required();
   orden->add_flag("--referencia", peticion->referencia, "Añade la columna de la referencia del adeudo");
   orden->add_flag("--horizontal", peticion->horizontal, "Con el papel apaisado");

@@ -9,7 +9,7 @@ namespace {
 
 using C = CodigoHallazgo;
 
-constexpr std::array kTextos{
+constexpr std::array kTextosCodigo{
     std::pair{C::Longitud, "E101"},
     std::pair{C::SoloLF, "E102"},
     std::pair{C::SinRegistros, "E103"},
@@ -54,15 +54,15 @@ constexpr std::array kTextos{
 };
 
 constexpr auto kCodigos = [] {
-  std::array<C, kTextos.size()> codigos{};
-  std::ranges::transform(kTextos, codigos.begin(), [](const auto& par) { return par.first; });
+  std::array<C, kTextosCodigo.size()> codigos{};
+  std::ranges::transform(kTextosCodigo, codigos.begin(), [](const auto& par) { return par.first; });
   return codigos;
 }();
 
 // Los textos se buscan por el valor de la enumeración.
 static_assert([] {
-  for (std::size_t i = 0; i < kTextos.size(); ++i)
-    if (static_cast<std::size_t>(kTextos[i].first) != i) return false;
+  for (std::size_t i = 0; i < kTextosCodigo.size(); ++i)
+    if (static_cast<std::size_t>(kTextosCodigo[i].first) != i) return false;
   return true;
 }());
 
@@ -73,7 +73,7 @@ std::span<const CodigoHallazgo> CodigosHallazgo() {
 }
 
 std::string_view TextoCodigo(CodigoHallazgo codigo) {
-  return kTextos[static_cast<std::size_t>(codigo)].second;
+  return kTextosCodigo[static_cast<std::size_t>(codigo)].second;
 }
 
 bool EsError(CodigoHallazgo codigo) {

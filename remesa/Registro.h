@@ -20,6 +20,10 @@ struct Posiciones {
 /// El trozo del registro que ocupa el campo. Un registro corto da lo que tenga, quizá nada.
 std::string_view campo(std::string_view registro, Posiciones donde);
 
+constexpr bool EsCifra(char c) {
+  return c >= '0' && c <= '9';
+}
+
 /// El texto sin los blancos (solo espacios) de los lados.
 std::string_view Recortar(std::string_view texto);
 

@@ -11,10 +11,6 @@
 namespace remesa {
 namespace {
 
-bool EsCifra(char c) {
-  return c >= '0' && c <= '9';
-}
-
 // Una consulta por byte: las comprobaciones recorren con ella remesas enteras.
 constexpr auto kPermitidos = [] {
   std::array<bool, 256> permitidos{};

@@ -18,10 +18,6 @@ constexpr std::string_view kPaises =
 
 constexpr std::string_view kEspana = "ES";
 
-bool EsCifra(char c) {
-  return c >= '0' && c <= '9';
-}
-
 bool EsMayuscula(char c) {
   return c >= 'A' && c <= 'Z';
 }

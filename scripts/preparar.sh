@@ -36,5 +36,5 @@ configurar() {
     decir "El proyecto ha cambiado de carpeta: se construye de nuevo build/$preset"
     rm -rf "$dir"
   fi
-  (cd "$raiz" && cmake --preset "$preset" -DPRECOMPILADOS=ON "$@")
+  (cd "$raiz" && cmake --preset "$preset" -DAGRUPAR=ON "$@")
 }

@@ -16,6 +16,10 @@ namespace comunes {
 /// Códigos de resultado, según el texto del botón que se pulsó.
 enum ResultadoCaja { kAceptar = 1, kCancelar, kAbortar, kReintentar, kIgnorar, kSi, kNo };
 
+/// Iconos de uso corriente.
+inline constexpr int kIconoAviso = 1;
+inline constexpr int kIconoPregunta = 16;
+
 /// Caja de mensajes del sistema. ";" en `Texto` es un cambio de línea. `Icono`: 1 aviso, 16 pregunta.
 /// `Botones`: 1 Aceptar; 2 Aceptar, Cancelar; 3 Si, No; 4 Si, No, Cancelar; 5 Abortar, Reintentar, Ignorar; 6
 /// Reintentar, Cancelar. `Defecto`, desde 1. `Top` y `Left` en twips, -1 centra en la pantalla. `Sobre`

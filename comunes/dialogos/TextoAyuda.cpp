@@ -8,7 +8,7 @@
 namespace comunes {
 namespace {
 
-constexpr qint64 kMaximo = 4 * 1024 * 1024;
+constexpr qint64 kMaximoAyuda = 4 * 1024 * 1024;
 constexpr int kDemasiado = 7;  // "Memoria insuficiente"
 
 TextoAyuda::Formato FormatoDe(const QString& ruta, const QString& texto) {
@@ -27,7 +27,7 @@ TextoAyuda::Formato FormatoDe(const QString& ruta, const QString& texto) {
 TextoAyuda LeerAyuda(const QString& ruta) {
   TextoAyuda ayuda;
   try {
-    ayuda.texto = DecodificarTexto(LeerBytes(ruta, kMaximo));
+    ayuda.texto = DecodificarTexto(LeerBytes(ruta, kMaximoAyuda));
     ayuda.formato = FormatoDe(ruta, ayuda.texto);
     if (ayuda.texto.contains(QChar(u'\0'))) ayuda.fallo = u"El tema de ayuda no es un fichero de texto:\n"_qs;
   } catch (const remesa::ErrorEjecucion& error) {

@@ -13,8 +13,6 @@
 namespace herramientas {
 namespace {
 
-constexpr qint64 kMaximo = 256 * 1024 * 1024;
-
 /// "" si se cancela.
 QString pedirRuta(const QString& accion, const Contenido& contenido) {
   QInputDialog peticion(contenido.caja);
@@ -51,7 +49,7 @@ bool CargarGrabar(const QString& Accion, QString& Ruta, const Contenido& conteni
   const bool existe = QFileInfo::exists(ruta);
   if (cargar) {
     const comunes::Reloj reloj;
-    contenido.poner(existe ? comunes::LeerBytes(ruta, kMaximo) : QByteArray());
+    contenido.poner(existe ? comunes::LeerBytes(ruta, kMaximoTexto) : QByteArray());
   } else {
     if (Accion == "GRABAR" && existe && !sustituir(ruta, contenido.caja)) return false;
     grabar(ruta, contenido);

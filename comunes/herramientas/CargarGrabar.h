@@ -9,6 +9,9 @@ class QWidget;
 
 namespace herramientas {
 
+/// Bytes que un editor llega a cargar: más sería otra clase de fichero.
+inline constexpr qint64 kMaximoTexto = 256 * 1024 * 1024;
+
 /// Lo que cambia de un editor a otro al cargar y grabar su fichero.
 struct Contenido {
   QString titulo;                                      ///< de la petición de la ruta

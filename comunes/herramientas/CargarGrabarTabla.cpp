@@ -12,7 +12,6 @@
 namespace herramientas {
 namespace {
 
-constexpr qint64 kMaximo = 256 * 1024 * 1024;
 constexpr std::size_t kTanda = 100;
 
 QStringList lineasDe(const QByteArray& bytes) {
@@ -54,7 +53,7 @@ void LeerLineas(const QString& Ruta, std::vector<QString>& Lineas, int Maximo, b
   if (!Ok) return;
   if (Maximo != -1) Lineas.assign(kTanda + 1, {});
   std::size_t leidas = 0;
-  for (const QString& linea : lineasDe(comunes::LeerBytes(Ruta, kMaximo))) {
+  for (const QString& linea : lineasDe(comunes::LeerBytes(Ruta, kMaximoTexto))) {
     ++leidas;
     while (leidas >= Lineas.size())
       Lineas.resize(std::max<std::size_t>(Lineas.size(), 1) + kTanda);

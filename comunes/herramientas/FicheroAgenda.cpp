@@ -15,7 +15,7 @@
 namespace herramientas {
 namespace {
 
-constexpr qint64 kMaximo = 64 * 1024 * 1024;
+constexpr qint64 kMaximoAgenda = 64 * 1024 * 1024;
 constexpr int kEspera = 5'000;  // ms
 constexpr int kPausa = 10;      // ms
 constexpr int kNoEsAgenda = 321;
@@ -30,7 +30,7 @@ QString RutaAgenda() {
 FicheroAgenda::FicheroAgenda(QString ruta) : ruta_(std::move(ruta)) {}
 
 bool FicheroAgenda::releer() {
-  const QByteArray bytes = QFileInfo::exists(ruta_) ? comunes::LeerBytes(ruta_, kMaximo) : QByteArray();
+  const QByteArray bytes = QFileInfo::exists(ruta_) ? comunes::LeerBytes(ruta_, kMaximoAgenda) : QByteArray();
   if (bytes == bytes_) return false;
   const std::optional<Agenda> leida = LeerAgenda(bytes);
   if (!leida) throw remesa::ErrorEjecucion(kNoEsAgenda, comunes::ARuta(ruta_));

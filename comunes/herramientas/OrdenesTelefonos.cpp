@@ -20,17 +20,16 @@
 namespace herramientas {
 namespace {
 
-constexpr int kIconoAviso = 1;
-constexpr int kIconoPregunta = 16;
 constexpr int kBotonesSiNo = 3;
 constexpr qint64 kMaximoClientes = 64 * 1024 * 1024;
 
 void Avisar(const QString& texto, QWidget* sobre) {
-  comunes::MyMsgBox(texto, {}, kIconoAviso, 1, 1, -1, -1, sobre);
+  comunes::MyMsgBox(texto, {}, comunes::kIconoAviso, 1, 1, -1, -1, sobre);
 }
 
 bool Confirmar(const QString& texto, int defecto, QWidget* sobre) {
-  return comunes::MyMsgBox(texto, {}, kIconoPregunta, kBotonesSiNo, defecto, -1, -1, sobre) == comunes::kSi;
+  return comunes::MyMsgBox(texto, {}, comunes::kIconoPregunta, kBotonesSiNo, defecto, -1, -1, sobre) ==
+         comunes::kSi;
 }
 
 QString TextoFin(FinCambio fin) {

@@ -16,8 +16,6 @@
 namespace herramientas {
 namespace {
 
-constexpr int kIconoAviso = 1;
-constexpr int kIconoPregunta = 16;
 constexpr int kIconoCifrado = 17;
 constexpr const char* kModificado = "MODIFICADO";
 constexpr const char* kClave = "VELMAR";
@@ -106,7 +104,7 @@ void frmEditor::AvisarPerdida(qsizetype posicion) {
           .arg(caracter, codigo)
           .arg(cursor.blockNumber() + 1)
           .arg(columna),
-      "", kIconoAviso, 1, 1);
+      "", comunes::kIconoAviso, 1, 1);
   ui_->txtEditor->setFocus();
 }
 
@@ -114,8 +112,8 @@ void frmEditor::reject() {
   if (!ui_->txtEditor->property("Tag").toString().isEmpty()) {
     raise();
     activateWindow();
-    if (comunes::MyMsgBox("Datos han sido modificados. ¿ Desea salir sin grabar ?", "", kIconoPregunta, 2,
-                          2) != comunes::kAceptar)
+    if (comunes::MyMsgBox("Datos han sido modificados. ¿ Desea salir sin grabar ?", "",
+                          comunes::kIconoPregunta, 2, 2) != comunes::kAceptar)
       return;
   }
   QDialog::reject();

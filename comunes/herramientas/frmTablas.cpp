@@ -19,8 +19,7 @@
 namespace herramientas {
 namespace {
 
-constexpr int kIconoAviso = 1;
-constexpr int kIconoPregunta = 3;
+constexpr int kIconoSalir = 3;
 constexpr int kBotonesAceptarCancelar = 2;
 
 }  // namespace
@@ -196,7 +195,7 @@ bool frmTablas::avisarPerdida() {
                          "grabar.")
                           .arg(perdidos)
                           .arg(fila - rejilla_.FixedRows() + 1),
-                      {}, kIconoAviso, 1, 1, -1, -1, this);
+                      {}, comunes::kIconoAviso, 1, 1, -1, -1, this);
     return true;
   }
   return false;
@@ -206,7 +205,7 @@ void frmTablas::reject() {
   if (!ui_->VisorTabla->property("Tag").toString().isEmpty()) {
     raise();
     activateWindow();
-    if (comunes::MyMsgBox(tr("Datos han sido modificados.;;¿ Desea salir sin grabar ?"), {}, kIconoPregunta,
+    if (comunes::MyMsgBox(tr("Datos han sido modificados.;;¿ Desea salir sin grabar ?"), {}, kIconoSalir,
                           kBotonesAceptarCancelar, 2) != comunes::kAceptar)
       return;
   }

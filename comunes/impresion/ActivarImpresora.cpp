@@ -23,7 +23,7 @@ struct {
   QString nombre;
   QPageLayout::Orientation orientacion = QPageLayout::Portrait;
   int copias = 1;
-} actual;
+} enVigor;
 
 void ponerOrientacion(QPrinter& impresora, QPageLayout::Orientation orientacion) {
   if (!impresora.setPageOrientation(orientacion)) {
@@ -71,7 +71,7 @@ void PonerNombresImpresoras(NombresImpresoras nombres) {
 }
 
 QString NombreImpresoraActual() {
-  if (!actual.nombre.isEmpty()) return actual.nombre;
+  if (!enVigor.nombre.isEmpty()) return enVigor.nombre;
   const QString delSistema = nombresPuestos ? QString() : QPrinterInfo::defaultPrinterName();
   return delSistema.isEmpty() ? kDocumentoPDF : delSistema;
 }
@@ -86,7 +86,7 @@ bool ActivarImpresora(bool showDialog, const PeticionImpresora& peticion) {
     const auto orientacion =
         ajustes.orientacion == "Horizontal" ? QPageLayout::Landscape : QPageLayout::Portrait;
     ponerOrientacion(*crear(nombre), orientacion);
-    actual = {nombre, orientacion, ajustes.copias};
+    enVigor = {nombre, orientacion, ajustes.copias};
     return true;
   } catch (const std::exception& error) {
     QMessageBox caja(QMessageBox::Critical, "Activación Impresora " + ajustes.elegida,
@@ -110,7 +110,7 @@ std::unique_ptr<QPrinter> CrearImpresora(const QString& nombre, QPageLayout::Ori
 }
 
 std::unique_ptr<QPrinter> CrearImpresora() {
-  return CrearImpresora(NombreImpresoraActual(), actual.orientacion, actual.copias);
+  return CrearImpresora(NombreImpresoraActual(), enVigor.orientacion, enVigor.copias);
 }
 
 }  // namespace comunes

@@ -7,10 +7,8 @@ namespace comunes {
 
 namespace {
 
-constexpr double kMargen = 567;
 constexpr double kSeparacion = 40;
 constexpr double kTope = 1134;
-constexpr int kTamano = 160;
 
 /// Solo blancos: un tabulador al final separa una etiqueta de su valor vacío.
 QString sinBlancos(QString texto) {

@@ -5,13 +5,13 @@
 #include <exception>
 #include <string_view>
 
+#include "comunes/impresion/Trabajo.h"
 #include "remesa/Guardado.h"
 
 namespace comunes {
 
 namespace {
 
-constexpr double kTwipsPunto = 20;
 const QMarginsF kMargenes(73 / kTwipsPunto, 567 / kTwipsPunto, 73 / kTwipsPunto, 567 / kTwipsPunto);
 
 /// Escribe en una EscrituraSegura. El toolkit no deja pasar excepciones: se guarda la primera.

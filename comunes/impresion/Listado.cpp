@@ -9,11 +9,9 @@ namespace comunes {
 
 namespace {
 
-constexpr double kMargen = 567;
 constexpr double kLineaCabeza = 40;
 constexpr double kLineaSubtitulo = 240;
-/// Cuerpo de 8 puntos y el de la cabeza, 1,2 veces mayor.
-constexpr int kTamano = 160;
+/// El cuerpo de la cabeza es 1,2 veces mayor.
 constexpr int kTamanoCabeza = kTamano * 12 / 10;
 /// Aire entre el borde de una celda y su texto, y entre el título y lo que tiene a los lados.
 constexpr double kAireCelda = 30;

@@ -8,6 +8,10 @@
 
 namespace comunes {
 
+/// Margen de un centímetro y cuerpo de 8 puntos, en twips.
+inline constexpr double kMargen = 567;
+inline constexpr int kTamano = 160;
+
 /// Un listado mientras se imprime: dónde va cada columna y por dónde va la página. Medidas en twips.
 class Listado {
  public:

@@ -12,7 +12,6 @@ namespace {
 
 constexpr int kErrorImpresora = 482;
 constexpr double kTwipsPulgada = 1440;
-constexpr double kTwipsPunto = 20;
 constexpr double kTwipsMilimetro = kTwipsPulgada / 25.4;
 constexpr double kGrosorBorde = 8;
 

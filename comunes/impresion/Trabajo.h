@@ -9,6 +9,8 @@
 
 namespace comunes {
 
+inline constexpr double kTwipsPunto = 20;
+
 /// Ancho y alto, en twips, de la zona en que se puede imprimir una página.
 QSizeF ZonaImprimible(const QPageLayout& pagina);
 

@@ -24,10 +24,8 @@ namespace editor {
 
 namespace {
 
-constexpr int kIconoAviso = 1;
-
 void avisar(const QString& mensaje) {
-  comunes::MyMsgBox(mensaje, {}, kIconoAviso, 1, 1);
+  comunes::MyMsgBox(mensaje, {}, comunes::kIconoAviso, 1, 1);
 }
 
 void ponerIcono(QPushButton* boton, QStyle::StandardPixmap icono) {

@@ -191,7 +191,7 @@ class AccesibleLista : public QAccessibleWidget, public QAccessibleTableInterfac
   mutable QHash<int, QAccessible::Id> filas_;
 };
 
-QAccessibleInterface* Fabrica(const QString& clase, QObject* objeto) {
+QAccessibleInterface* FabricaLista(const QString& clase, QObject* objeto) {
   for (const QMetaObject* suya : {&ListaCarpetas::staticMetaObject, &ListaFicheros::staticMetaObject,
                                   &VistaRegistros::staticMetaObject})
     if (clase == QLatin1String(suya->className())) return new AccesibleLista(static_cast<QWidget*>(objeto));
@@ -201,7 +201,7 @@ QAccessibleInterface* Fabrica(const QString& clase, QObject* objeto) {
 }  // namespace
 
 void PrepararAccesibilidadListas() {
-  QAccessible::installFactory(&Fabrica);
+  QAccessible::installFactory(&FabricaLista);
 }
 
 }  // namespace principal
