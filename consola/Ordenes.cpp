@@ -1,5 +1,6 @@
 #include "consola/Ordenes.h"
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
 
 #include "consola/Terminal.h"

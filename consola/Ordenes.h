@@ -1,9 +1,13 @@
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <functional>
 #include <string>
 #include <vector>
+
+// Su cabecera es la que más tarda en compilarse de todo el programa: solo donde haga falta.
+namespace CLI {
+class App;
+}
 
 namespace consola {
 

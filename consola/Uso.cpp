@@ -1,5 +1,6 @@
 #include "consola/Uso.h"
 
+#include <CLI/CLI.hpp>
 #include <string>
 
 #include "consola/Terminal.h"

@@ -1,3 +1,4 @@
+#include <CLI/CLI.hpp>
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <algorithm>
