@@ -17,7 +17,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct Opciones {
+struct OpcionesUnir {
   std::string salida;
   std::vector<std::string> ficheros;
 };
@@ -95,7 +95,7 @@ bool Importar(UnionFlujo& flujo, const fs::path& fichero, bool ultimo) {
   return true;
 }
 
-Salida Unir(const Opciones& opciones) {
+Salida Unir(const OpcionesUnir& opciones) {
   const std::vector<fs::path> ficheros = SinRepetir(opciones.ficheros);
   if (!CabezasValidas(ficheros)) return Salida::Fallo;
 
@@ -122,7 +122,7 @@ Salida Unir(const Opciones& opciones) {
 
 void OrdenUnir(CLI::App& q19, Accion& accion) {
   CLI::App* orden = q19.add_subcommand("unir", "Une varias remesas en una");
-  auto opciones = std::make_shared<Opciones>();
+  auto opciones = std::make_shared<OpcionesUnir>();
   orden->add_option("-o,--salida", opciones->salida, "Fichero que se escribe; su extensión pasa a ser .Q19")
       ->type_name("SALIDA")
       ->required()

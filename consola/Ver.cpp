@@ -26,7 +26,7 @@ namespace {
 
 constexpr int kTipoFichero = 19;
 
-struct Opciones {
+struct OpcionesVer {
   std::string fichero;
   std::optional<std::uint64_t> registro;
 };
@@ -132,7 +132,7 @@ bool Ajustes() {
   return false;
 }
 
-Salida Ver(const Opciones& opciones) {
+Salida Ver(const OpcionesVer& opciones) {
   const std::filesystem::path fichero = RutaDe(opciones.fichero);
   try {
     const QString problema = ProblemaCabeza(remesa::ComprobarCabeza(fichero));
@@ -165,7 +165,7 @@ Salida Ver(const Opciones& opciones) {
 
 void OrdenVer(CLI::App& q19, Accion& accion) {
   CLI::App* orden = q19.add_subcommand("ver", "Muestra los registros de una remesa campo por campo");
-  auto opciones = std::make_shared<Opciones>();
+  auto opciones = std::make_shared<OpcionesVer>();
   orden->add_option("FICHERO", opciones->fichero, "La remesa")->type_name("")->required();
   orden->add_option("--registro", opciones->registro, "Solo el registro de ese número, desde 1")
       ->type_name("N")
