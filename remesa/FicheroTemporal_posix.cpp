@@ -55,6 +55,10 @@ std::optional<struct stat> EstadoDestino(const fs::path& ruta, const fs::path& p
   return estado;
 }
 
+// Cada cuántos bytes escritos se manda al disco lo que hay: el disco trabaja mientras se prepara lo demás, y el
+// volcado del final solo espera por lo último.
+constexpr std::uintmax_t kTramoDisco = std::uintmax_t{4} << 20;
+
 bool EsTemporal(const std::string& nombre) {
   return nombre.starts_with(FicheroTemporal::kPrefijo) && nombre.ends_with(FicheroTemporal::kSufijo);
 }
@@ -105,10 +109,19 @@ struct FicheroTemporal::Interior {
   std::optional<struct stat> anterior;
   Descriptor fd;
   std::uintmax_t escritos = 0;
+  std::uintmax_t enviados = 0;  // de los escritos, los que ya van camino del disco
   bool publicado = false;
 
   ~Interior() {
     if (fd.abierto() && !publicado) ::unlink(temporal.c_str());
+  }
+
+  // Solo un adelanto, que no espera ni da por bueno nada: si no se puede, o si el disco falla, lo dirá fsync.
+  void adelantarVolcado() {
+    if (escritos - enviados < kTramoDisco) return;
+    ::sync_file_range(*fd, static_cast<off_t>(enviados), static_cast<off_t>(escritos - enviados),
+                      SYNC_FILE_RANGE_WRITE);
+    enviados = escritos;
   }
 
   // Falso si entre crearlo y bloquearlo otro programa lo tomó por abandonado.
@@ -148,6 +161,7 @@ void FicheroTemporal::escribir(std::string_view bytes) {
     i.escritos += static_cast<std::uintmax_t>(escritos);
     bytes.remove_prefix(static_cast<std::size_t>(escritos));
   }
+  i.adelantarVolcado();
 }
 
 void FicheroTemporal::publicar() {
