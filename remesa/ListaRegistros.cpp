@@ -69,8 +69,8 @@ void ListaRegistros::soltarBloquesMuertos() {
   const std::less<const char*> antes;
   const auto inicio = [](const Bloque& bloque) { return bloque.datos.get(); };
   std::ranges::sort(bloques_, antes, inicio);
-  const auto repetidos = std::ranges::unique(bloques_, {}, inicio);
-  bloques_.erase(repetidos.begin(), repetidos.end());
+  const auto mismo = [&](const Bloque& a, const Bloque& b) { return inicio(a) == inicio(b); };
+  bloques_.erase(std::unique(bloques_.begin(), bloques_.end(), mismo), bloques_.end());
 
   std::vector<bool> vivo(bloques_.size());
   const char* desde = nullptr;
