@@ -62,25 +62,49 @@ QString EnLinea(const remesa::Hallazgo& h, const QString& fichero) {
                    QLatin1Char('.'));
 }
 
+/// Las líneas que se dicen, de muchas en muchas: escribirlas una a una cuesta más que hallarlas.
+class Lineas {
+ public:
+  void dar(const QString& linea) {
+    if (!texto_.isEmpty()) texto_ += QLatin1Char('\n');
+    texto_ += linea;
+    if (texto_.size() >= kTrozo) vaciar();
+  }
+  /// false si ya no se pueden escribir; entonces no se intenta más.
+  bool vaciar() {
+    if (!texto_.isEmpty()) escrito_ = escrito_ && Decir(texto_);
+    texto_.resize(0);
+    return escrito_;
+  }
+  bool escrito() const { return escrito_; }
+
+ private:
+  static constexpr qsizetype kTrozo = 1 << 16;
+  QString texto_;
+  bool escrito_ = true;
+};
+
 Salida Comprobar(const PeticionComprobar& peticion) {
   const remesa::Dia hoy = Hoy(peticion.fecha);
   Salida salida = Salida::Hecho;
   for (const std::string& nombre : peticion.ficheros) {
     const std::filesystem::path ruta = RutaDe(nombre);
     const QString fichero = comunes::DesdeRuta(ruta);
+    Lineas lineas;
     try {
-      bool escrito = true;
-      const auto decir = [&](const QString& linea) { escrito = escrito && Decir(linea); };
       const auto resultado = remesa::ComprobarFichero(
           ruta, hoy,
-          [&](remesa::Hallazgo&& h) { decir(peticion.json ? EnJson(h, fichero) : EnLinea(h, fichero)); },
-          [&](std::uintmax_t, std::uintmax_t) { return escrito; });
+          [&](remesa::Hallazgo&& h) {
+            lineas.dar(peticion.json ? EnJson(h, fichero) : EnLinea(h, fichero));
+          },
+          [&](std::uintmax_t, std::uintmax_t) { return lineas.escrito(); });
       if (resultado.errores > 0) salida = Salida::Fallo;
       if (!peticion.json)
-        decir(QStringLiteral("%1: %2").arg(Mostrable(ruta),
-                                           principal::TextoRecuento(resultado.errores, resultado.avisos)));
-      if (!escrito) return Salida::Fallo;
+        lineas.dar(QStringLiteral("%1: %2").arg(
+            Mostrable(ruta), principal::TextoRecuento(resultado.errores, resultado.avisos)));
+      if (!lineas.vaciar()) return Salida::Fallo;
     } catch (const remesa::ErrorEjecucion& error) {
+      lineas.vaciar();
       Avisar(Explicar(error, ruta));
       salida = Salida::Fallo;
     }

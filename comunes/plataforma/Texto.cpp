@@ -50,7 +50,8 @@ std::string AWindows1252(const QString& texto) {
 
 QString SinControles(QString texto) {
   for (QChar& c : texto)
-    if (c.category() == QChar::Other_Control) c = QChar::ReplacementCharacter;
+    if ((c.unicode() < 0x20 || c.unicode() >= 0x7F) && c.category() == QChar::Other_Control)
+      c = QChar::ReplacementCharacter;
   return texto;
 }
 

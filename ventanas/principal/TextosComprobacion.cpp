@@ -266,8 +266,11 @@ QString Esperado(const Hallazgo& h) {
 QString Completar(const char* plantilla, const Hallazgo& h) {
   const QString texto = QString::fromUtf8(plantilla);
   QString completo;
-  for (qsizetype i = 0; i < texto.size(); ++i) {
-    const QChar letra = texto[i] == QLatin1Char('%') && i + 1 < texto.size() ? texto[i + 1] : QChar();
+  qsizetype hecho = 0;
+  for (qsizetype i = texto.indexOf(QLatin1Char('%')); i >= 0; i = texto.indexOf(QLatin1Char('%'), i + 1)) {
+    completo += QStringView(texto).mid(hecho, i - hecho);
+    hecho = i;
+    const QChar letra = i + 1 < texto.size() ? texto[i + 1] : QChar();
     if (letra == QLatin1Char('v'))
       completo += EnFrase(h, h.valor);
     else if (letra == QLatin1Char('e'))
@@ -276,12 +279,11 @@ QString Completar(const char* plantilla, const Hallazgo& h) {
       completo += QString::number(h.otro);
     else if (letra == QLatin1Char('p'))
       completo += QString::number(h.donde.desde);
-    else {
-      completo += texto[i];
+    else
       continue;
-    }
-    ++i;
+    hecho += 2;
   }
+  completo += QStringView(texto).mid(hecho);
   return completo;
 }
 
