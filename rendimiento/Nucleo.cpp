@@ -1,5 +1,4 @@
 #include <benchmark/benchmark.h>
-#include <fcntl.h>
 #include <unistd.h>
 
 #include <filesystem>
@@ -12,6 +11,7 @@
 #include "remesa/Fichero.h"
 #include "remesa/Fusion.h"
 #include "remesa/Guardado.h"
+#include "remesa/Lectura.h"
 #include "remesa/Observaciones.h"
 
 // Medidas del núcleo. Los datos se hacen aquí y se borran al acabar.
@@ -57,40 +57,37 @@ ListaRegistros Leida(std::size_t adeudos) {
   return LeerFichero(Datos(adeudos).ruta());
 }
 
+std::size_t Registros(const benchmark::State& estado) {
+  return static_cast<std::size_t>(estado.range(0));
+}
+
 /// Leer el fichero entero en memoria nueva, sin más: con lo que se compara la carga.
 void LecturaCruda(benchmark::State& estado) {
-  const Datos datos(static_cast<std::size_t>(estado.range(0)));
+  const Datos datos(Registros(estado));
   const auto total = std::filesystem::file_size(datos.ruta());
   for (auto _ : estado) {
+    LecturaFichero fichero(datos.ruta());
     const auto memoria = std::make_unique_for_overwrite<char[]>(total);
-    const int fd = ::open(datos.ruta().c_str(), O_RDONLY | O_CLOEXEC);
-    std::size_t leidos = 0;
-    for (ssize_t n = 1; n > 0 && leidos < total; leidos += static_cast<std::size_t>(n))
-      n = ::read(fd, memoria.get() + leidos, total - leidos);
-    ::close(fd);
-    benchmark::DoNotOptimize(memoria.get());
+    benchmark::DoNotOptimize(fichero.leer({memoria.get(), total}));
   }
 }
-BENCHMARK(LecturaCruda)->Arg(100'000)->Unit(benchmark::kMillisecond);
 
 void Carga(benchmark::State& estado) {
-  const Datos datos(static_cast<std::size_t>(estado.range(0)));
+  const Datos datos(Registros(estado));
   for (auto _ : estado)
     benchmark::DoNotOptimize(LeerFichero(datos.ruta()));
 }
-BENCHMARK(Carga)->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
 
 void ResumenDeLoPrevisto(benchmark::State& estado) {
-  const ListaRegistros lista = Leida(static_cast<std::size_t>(estado.range(0)));
+  const ListaRegistros lista = Leida(Registros(estado));
   for (auto _ : estado)
     benchmark::DoNotOptimize(Resumir(lista, true));
 }
-BENCHMARK(ResumenDeLoPrevisto)->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
 
-/// Importar 100 000 adeudos en la acumulación, con el recálculo y el resumen.
+/// Importar otros tantos registros en una acumulación, con el recálculo y el resumen.
 void Importacion(benchmark::State& estado) {
-  const ListaRegistros inicial = Leida(static_cast<std::size_t>(estado.range(0)));
-  const ListaRegistros previo = Leida(100'000);
+  const ListaRegistros inicial = Leida(Registros(estado));
+  const ListaRegistros previo = Leida(Registros(estado));
   for (auto _ : estado) {
     estado.PauseTiming();
     ListaRegistros acumulado = inicial;
@@ -101,10 +98,9 @@ void Importacion(benchmark::State& estado) {
     benchmark::DoNotOptimize(resumen);
   }
 }
-BENCHMARK(Importacion)->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
 
 void Insercion(benchmark::State& estado) {
-  ListaRegistros acumulado = Leida(static_cast<std::size_t>(estado.range(0)));
+  ListaRegistros acumulado = Leida(Registros(estado));
   for (auto _ : estado) {
     Resumen resumen;
     InsertarCopia(acumulado, 2);
@@ -112,11 +108,10 @@ void Insercion(benchmark::State& estado) {
     benchmark::DoNotOptimize(resumen);
   }
 }
-BENCHMARK(Insercion)->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
 
-/// Eliminar uno de cada cien adeudos, dispersos: diez mil en un millón.
+/// Eliminar uno de cada cien adeudos, dispersos.
 void Eliminacion(benchmark::State& estado) {
-  const ListaRegistros inicial = Leida(static_cast<std::size_t>(estado.range(0)));
+  const ListaRegistros inicial = Leida(Registros(estado));
   std::vector<std::size_t> seleccion;
   for (std::size_t i = 2; i + 3 < inicial.size(); i += 100)
     seleccion.push_back(i);
@@ -131,14 +126,24 @@ void Eliminacion(benchmark::State& estado) {
     benchmark::DoNotOptimize(resumen);
   }
 }
-BENCHMARK(Eliminacion)->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
 
-void Guardar(benchmark::State& estado) {
-  const ListaRegistros lista = Leida(static_cast<std::size_t>(estado.range(0)));
+void Guardado(benchmark::State& estado) {
+  const ListaRegistros lista = Leida(Registros(estado));
   const Datos destino(0);
   for (auto _ : estado)
     GuardarRemesa(destino.ruta(), lista);
 }
-BENCHMARK(Guardar)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMillisecond);
+
+void Tamanos(benchmark::internal::Benchmark* medida) {
+  medida->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->UseRealTime()->MinTime(0.3)->Unit(benchmark::kMillisecond);
+}
+
+BENCHMARK(LecturaCruda)->Name("Leer un fichero, sin más")->Apply(Tamanos);
+BENCHMARK(Carga)->Name("Cargar un fichero")->Apply(Tamanos);
+BENCHMARK(ResumenDeLoPrevisto)->Name("Resumir lo cargado")->Apply(Tamanos);
+BENCHMARK(Importacion)->Name("Importar otros tantos")->Apply(Tamanos);
+BENCHMARK(Insercion)->Name("Insertar uno y recalcular")->Apply(Tamanos);
+BENCHMARK(Eliminacion)->Name("Eliminar uno de cada cien y recalcular")->Apply(Tamanos);
+BENCHMARK(Guardado)->Name("Guardar")->Apply(Tamanos);
 
 }  // namespace

@@ -1,4 +1,4 @@
-// Lo que el operador espera en la ventana, con un millón de registros y con ficheros de 60 MB.
+// Lo que el operador espera en la ventana, con remesas de diez mil a un millón de adeudos.
 #include <benchmark/benchmark.h>
 
 #include <QApplication>
@@ -10,8 +10,6 @@
 
 #include "comunes/dialogos/MyBox.h"
 #include "comunes/plataforma/Aplicacion.h"
-#include "comunes/plataforma/Texto.h"
-#include "remesa/Lectura.h"
 #include "ventanas/principal/ListaCarpetas.h"
 #include "ventanas/principal/ListaFicheros.h"
 #include "ventanas/principal/VistaRegistros.h"
@@ -26,21 +24,26 @@ std::string Registro(std::string cabeza) {
   return cabeza + "\r\n";
 }
 
-/// Datos propios: uno de un millón de adeudos, uno de cien mil (60 MB) y una sola línea de 60 MB.
+constexpr int kTamanos[] = {10'000, 100'000, 1'000'000};
+
+QString Nombre(std::int64_t adeudos) {
+  return QStringLiteral("%1.Q19").arg(adeudos);
+}
+/// Los mismos bytes en una sola línea.
+QString NombreLinea(std::int64_t adeudos) {
+  return QStringLiteral("linea-%1.Q19").arg(adeudos);
+}
+
 class Banco {
  public:
   Banco() {
-    escribir("millon.Q19", 1'000'000);
-    escribir("sesenta.Q19", 100'000);
-    std::ofstream(ruta("linea.Q19"), std::ios::binary) << "0119143001" << std::string(60'000'000, 'x');
+    for (const int adeudos : kTamanos)
+      escribir(adeudos);
     ventana_.show();
     hijo<principal::ListaCarpetas>("Carpetas")->ponerRuta(carpeta_.path());
     pintar();
   }
 
-  std::string ruta(const char* nombre) const {
-    return carpeta_.filePath(QString::fromUtf8(nombre)).toStdString();
-  }
   template <typename Control>
   Control* hijo(const char* nombre) {
     return ventana_.findChild<Control*>(QLatin1String(nombre));
@@ -50,13 +53,13 @@ class Banco {
     hijo<QPushButton>(boton)->click();
     pintar();
   }
-  void elegir(const char* nombre) {
-    emit hijo<principal::ListaFicheros>("Ficheros")->elegido(QString::fromUtf8(nombre));
+  void elegir(const QString& nombre) {
+    emit hijo<principal::ListaFicheros>("Ficheros")->elegido(nombre);
     pintar();
   }
-  void llenar() {
+  void llenar(std::int64_t adeudos) {
     pulsar("Empezar");
-    elegir("millon.Q19");
+    elegir(Nombre(adeudos));
     pulsar("Importar");
   }
   void pintar() {
@@ -64,17 +67,25 @@ class Banco {
     ventana_.repaint();
     QApplication::processEvents();
   }
+  /// Uno de cada cien adeudos de la acumulación, dispersos.
+  std::vector<std::size_t> dispersos() {
+    std::vector<std::size_t> filas;
+    for (std::size_t i = 2; i + 3 < acumulado().lista().size(); i += 100)
+      filas.push_back(i);
+    return filas;
+  }
 
  private:
-  void escribir(const char* nombre, int adeudos) {
-    std::ofstream fichero(ruta(nombre), std::ios::binary);
+  void escribir(int adeudos) {
+    std::ofstream fichero(carpeta_.filePath(Nombre(adeudos)).toStdString(), std::ios::binary);
     fichero << Registro("0119143001") << Registro("0219143002");
-    std::string adeudo = "0319143003" + std::string(78, ' ') + "00000000100";
-    const std::string entero = Registro(adeudo);
+    const std::string entero = Registro("0319143003" + std::string(78, ' ') + "00000000100");
     for (int i = 0; i < adeudos; ++i)
       fichero << entero;
     for (const char* codigo : {"04", "05", "99"})
       fichero << Registro(codigo);
+    std::ofstream linea(carpeta_.filePath(NombreLinea(adeudos)).toStdString(), std::ios::binary);
+    linea << "0119143001" << std::string(kRegistro * static_cast<std::size_t>(adeudos), 'x');
   }
 
   QTemporaryDir carpeta_;
@@ -86,63 +97,66 @@ Banco& banco() {
   return unico;
 }
 
-void LecturaEntera(benchmark::State& estado) {
-  const std::string ruta = banco().ruta("sesenta.Q19");
-  for (auto _ : estado) {
-    remesa::LecturaFichero fichero(ruta);
-    const auto bytes = std::make_unique_for_overwrite<char[]>(fichero.tamano());
-    benchmark::DoNotOptimize(fichero.leer({bytes.get(), static_cast<std::size_t>(fichero.tamano())}));
+/// Contesta en cuanto se abre: que sí a las preguntas, y cierra el editor.
+class Contesta {
+ public:
+  Contesta() {
+    QObject::connect(&reloj_, &QTimer::timeout, [] {
+      QWidget* modal = QApplication::activeModalWidget();
+      if (auto* caja = qobject_cast<comunes::MyBox*>(modal))
+        caja->Boton(1)->click();
+      else if (modal != nullptr && modal->isVisible())
+        modal->close();
+    });
+    reloj_.start(1);
   }
+
+ private:
+  QTimer reloj_;
+};
+
+void Elegir(benchmark::State& estado) {
+  for (auto _ : estado)
+    banco().elegir(Nombre(estado.range(0)));
 }
 
-void Elegir(benchmark::State& estado, const char* nombre) {
+void ElegirLinea(benchmark::State& estado) {
   for (auto _ : estado)
-    banco().elegir(nombre);
+    banco().elegir(NombreLinea(estado.range(0)));
 }
 
 void Importar(benchmark::State& estado) {
   for (auto _ : estado) {
     estado.PauseTiming();
-    banco().llenar();
-    banco().elegir("sesenta.Q19");
+    banco().pulsar("Empezar");
+    banco().elegir(Nombre(estado.range(0)));
     estado.ResumeTiming();
     banco().pulsar("Importar");
   }
 }
 
 void Insertar(benchmark::State& estado) {
-  banco().llenar();
-  banco().acumulado().seleccionarSolo(500'000);
+  banco().llenar(estado.range(0));
+  banco().acumulado().seleccionarSolo(static_cast<int>(estado.range(0) / 2));
   for (auto _ : estado)
     banco().pulsar("cmdInsertar");
 }
 
-void EliminarDiezMil(benchmark::State& estado) {
-  // La confirmación se contesta en cuanto se abre.
-  QTimer contesta;
-  QObject::connect(&contesta, &QTimer::timeout, [] {
-    if (auto* caja = qobject_cast<comunes::MyBox*>(QApplication::activeModalWidget()))
-      caja->Boton(1)->click();
-  });
-  contesta.start(1);
-  banco().llenar();
-  std::vector<std::size_t> dispersos;
-  for (std::size_t i = 2; dispersos.size() < 10'000; i += 97)
-    dispersos.push_back(i);
+void Eliminar(benchmark::State& estado) {
+  const Contesta contesta;
   for (auto _ : estado) {
     estado.PauseTiming();
-    banco().acumulado().seleccionar(dispersos);
+    banco().llenar(estado.range(0));
+    banco().acumulado().seleccionar(banco().dispersos());
     banco().pintar();
     estado.ResumeTiming();
     banco().pulsar("cmdEliminar");
   }
 }
 
-void SeleccionarDiezMil(benchmark::State& estado) {
-  banco().llenar();
-  std::vector<std::size_t> dispersos;
-  for (std::size_t i = 2; dispersos.size() < 10'000; i += 97)
-    dispersos.push_back(i);
+void Seleccionar(benchmark::State& estado) {
+  banco().llenar(estado.range(0));
+  const std::vector<std::size_t> dispersos = banco().dispersos();
   for (auto _ : estado) {
     banco().acumulado().seleccionar(dispersos);
     banco().pintar();
@@ -150,7 +164,7 @@ void SeleccionarDiezMil(benchmark::State& estado) {
 }
 
 void Desplazar(benchmark::State& estado) {
-  banco().llenar();
+  banco().llenar(estado.range(0));
   QScrollBar* barra = banco().acumulado().verticalScrollBar();
   int paso = 0;
   for (auto _ : estado) {
@@ -159,16 +173,32 @@ void Desplazar(benchmark::State& estado) {
   }
 }
 
+/// Abrir y cerrar el editor en un registro del medio.
+void AbrirEditor(benchmark::State& estado) {
+  const Contesta contesta;
+  banco().llenar(estado.range(0));
+  for (auto _ : estado) {
+    emit banco().acumulado().dobleClic(static_cast<int>(estado.range(0) / 2));
+    banco().pintar();
+  }
+}
+
+void Tamanos(benchmark::internal::Benchmark* medida) {
+  for (const int adeudos : kTamanos)
+    medida->Arg(adeudos);
+  medida->UseRealTime()->Unit(benchmark::kMillisecond);
+}
+
 }  // namespace
 
-BENCHMARK(LecturaEntera)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(Elegir, sesenta_MB, "sesenta.Q19")->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(Elegir, una_linea_de_60_MB, "linea.Q19")->Unit(benchmark::kMillisecond);
-BENCHMARK(Importar)->Unit(benchmark::kMillisecond)->Iterations(5);
-BENCHMARK(Insertar)->Unit(benchmark::kMillisecond);
-BENCHMARK(EliminarDiezMil)->Unit(benchmark::kMillisecond)->Iterations(5);
-BENCHMARK(SeleccionarDiezMil)->Unit(benchmark::kMillisecond);
-BENCHMARK(Desplazar)->Unit(benchmark::kMillisecond);
+BENCHMARK(Elegir)->Name("Ventana: elegir un fichero y verlo")->Apply(Tamanos);
+BENCHMARK(ElegirLinea)->Name("Ventana: los mismos bytes en una sola línea")->Apply(Tamanos);
+BENCHMARK(Importar)->Name("Ventana: importar")->Apply(Tamanos)->Iterations(5);
+BENCHMARK(Insertar)->Name("Ventana: insertar")->Apply(Tamanos);
+BENCHMARK(Eliminar)->Name("Ventana: eliminar uno de cada cien")->Apply(Tamanos)->Iterations(3);
+BENCHMARK(Seleccionar)->Name("Ventana: seleccionar uno de cada cien")->Apply(Tamanos);
+BENCHMARK(Desplazar)->Name("Ventana: desplazar la lista")->Apply(Tamanos);
+BENCHMARK(AbrirEditor)->Name("Ventana: abrir y cerrar el editor")->Apply(Tamanos);
 
 int main(int argc, char** argv) {
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");

@@ -1,0 +1,41 @@
+"""Remesas de medida: válidas, sin nada que decir de ellas y siempre iguales."""
+
+ACREEDOR = "ES08000E77846772"
+CUENTA = "ES9121000418450200051332"
+
+
+def linea(texto):
+    return texto.ljust(600).encode("cp1252") + b"\r\n"
+
+
+def importe(n):
+    """En céntimos; diez millones de adeudos aún caben en los contadores de 32 bits."""
+    return n % 200 + 1
+
+
+def hacer_remesa(ruta, adeudos, desde=0, nombre="DEUDOR"):
+    """`adeudos` adeudos, numerados desde `desde`. Con acentos en `nombre`, un aviso por letra al comprobarla."""
+    cola = (f"A{CUENTA}".ljust(39) + "CUOTA MENSUAL DE MANTENIMIENTO").ljust(198).encode() + b"\r\n"
+    medio = "20200101".ljust(19)
+    with open(ruta, "wb") as f:
+        f.write(linea(f"0119143001{ACREEDOR}".ljust(45) + "PRESENTADOR".ljust(70) + "20261101" + "PRE".ljust(35)
+                      + "21000418"))
+        f.write(linea((f"0219143002{ACREEDOR}".ljust(45) + "20991201" + "ACREEDOR").ljust(265) + CUENTA))
+        for base in range(desde, desde + adeudos, 10000):
+            f.write(b"".join(
+                f"0319143003{n:035d}MANDATO{n:<28d}RCUR    {importe(n):011d}{medio}{f'{nombre} {n}':<284}"
+                .encode("cp1252") + cola
+                for n in range(base, min(base + 10000, desde + adeudos))))
+        total = sum(importe(n) for n in range(desde, desde + adeudos))
+        for codigo, fecha, mas in (("04", "20991201", 2), ("05", "", 3)):
+            f.write(linea((codigo + ACREEDOR).ljust(37) + fecha + f"{total:017d}{adeudos:08d}{adeudos + mas:010d}"))
+        f.write(linea(f"99{total:017d}{adeudos:08d}{adeudos + 5:010d}"))
+
+
+def hacer_tabla(ruta, filas):
+    """Las filas del listado de esa remesa, en CSV, para quien no lee remesas."""
+    cuenta = " ".join(CUENTA[i:i + 4] for i in range(0, 24, 4))
+    with open(ruta, "w", encoding="ascii") as f:
+        f.write("Nombre,Importe,IBAN,Concepto,Referencia\n")
+        for n in range(filas):
+            f.write(f"DEUDOR {n},{importe(n) / 100:.2f},IBAN {cuenta},CUOTA MENSUAL DE MANTENIMIENTO,R{n:034d}\n")
