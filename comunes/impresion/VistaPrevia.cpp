@@ -1,6 +1,7 @@
 #include "comunes/impresion/VistaPrevia.h"
 
 #include <QDialog>
+#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPrintPreviewWidget>
@@ -26,7 +27,9 @@ class VistaPrevia : public QDialog {
     setProperty("Ayuda", QStringLiteral("imprimir"));
     setWindowFlag(Qt::WindowMaximizeButtonHint, true);
     auto* columna = new QVBoxLayout(this);
-    columna->addLayout(filaBotones());
+    columna->addLayout(botones_);
+    columna->setSizeConstraint(QLayout::SetNoConstraint);
+    prepararBotones();
     columna->addWidget(visor_, 1);
     aviso_->setObjectName("Aviso");
     aviso_->setVisible(false);
@@ -58,8 +61,10 @@ class VistaPrevia : public QDialog {
     return b;
   }
 
-  QHBoxLayout* filaBotones() {
+  // Las páginas a la izquierda y el tamaño a la derecha o, si no caben, debajo.
+  void prepararBotones() {
     auto* fila = new QHBoxLayout;
+    botones_->addLayout(fila, 0, 0, Qt::AlignLeft);
     anterior_ = boton(fila, "cmdAnterior", "&Anterior", {Qt::CTRL | Qt::Key_PageUp},
                       [this] { visor_->setCurrentPage(visor_->currentPage() - 1); });
     pagina_->setObjectName("Pagina");
@@ -70,16 +75,26 @@ class VistaPrevia : public QDialog {
     fila->addWidget(de_);
     siguiente_ = boton(fila, "cmdSiguiente", "&Siguiente", {Qt::CTRL | Qt::Key_PageDown},
                        [this] { visor_->setCurrentPage(visor_->currentPage() + 1); });
-    fila->addStretch();
+    fila = tamano_ = new QHBoxLayout;
     boton(fila, "cmdMas", "A&umentar", QKeySequence::keyBindings(QKeySequence::ZoomIn),
           [this] { visor_->zoomIn(); });
     boton(fila, "cmdMenos", "&Reducir", QKeySequence::keyBindings(QKeySequence::ZoomOut),
           [this] { visor_->zoomOut(); });
     boton(fila, "cmdPagina", "&Página entera", {}, [this] { visor_->fitInView(); });
     boton(fila, "cmdAncho", "An&cho de página", {}, [this] { visor_->fitToWidth(); });
-    fila->addStretch();
     boton(fila, "cmdCerrar", "&Cerrar", {}, [this] { accept(); });
-    return fila;
+    botones_->addLayout(tamano_, 0, 1, Qt::AlignRight);
+  }
+
+  void resizeEvent(QResizeEvent* suceso) override {
+    QDialog::resizeEvent(suceso);
+    const int cabe = botones_->itemAtPosition(0, 0)->sizeHint().width() + tamano_->sizeHint().width() +
+                     botones_->horizontalSpacing();
+    const bool debajo = cabe > contentsRect().width() - layout()->contentsMargins().left() * 2;
+    if (debajo == (botones_->itemAtPosition(1, 0) != nullptr)) return;
+    botones_->removeItem(tamano_);
+    tamano_->setParent(nullptr);
+    botones_->addLayout(tamano_, debajo ? 1 : 0, debajo ? 0 : 1, debajo ? Qt::AlignLeft : Qt::AlignRight);
   }
 
   void actualizar() {
@@ -94,6 +109,8 @@ class VistaPrevia : public QDialog {
   }
 
   QPrintPreviewWidget* visor_;
+  QGridLayout* botones_ = new QGridLayout;
+  QHBoxLayout* tamano_ = nullptr;
   QSpinBox* pagina_ = new QSpinBox(this);
   QLabel* de_ = new QLabel(this);
   QLabel* aviso_ = new QLabel(this);

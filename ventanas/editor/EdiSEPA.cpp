@@ -13,6 +13,7 @@
 #include "comunes/campos/CajaDescrita.h"
 #include "comunes/dialogos/MyBox.h"
 #include "comunes/plataforma/Formatos.h"
+#include "comunes/plataforma/Iconos.h"
 #include "comunes/plataforma/IniFiles.h"
 #include "comunes/plataforma/Texto.h"
 #include "comunes/plataforma/Ventanas.h"
@@ -28,19 +29,15 @@ void avisar(const QString& mensaje) {
   comunes::MyMsgBox(mensaje, {}, comunes::kIconoAviso, 1, 1);
 }
 
-void ponerIcono(QPushButton* boton, QStyle::StandardPixmap icono) {
-  boton->setIcon(boton->style()->standardIcon(icono));
-}
-
 }  // namespace
 
 EdiSEPA::EdiSEPA(ListaAcumulado& lista, int tipo, QWidget* propietario)
     : QDialog(propietario), ui_(std::make_unique<Ui::EdiSEPA>()), lista_(lista), tipo_(tipo) {
   ui_->setupUi(this);
-  ponerIcono(ui_->cmdAnterior, QStyle::SP_ArrowBack);
-  ponerIcono(ui_->cmdSiguiente, QStyle::SP_ArrowForward);
-  ponerIcono(ui_->cmdAceptar, QStyle::SP_DialogApplyButton);
-  ponerIcono(ui_->cmdSalir, QStyle::SP_DialogCloseButton);
+  ui_->cmdAnterior->setIcon(comunes::Icono(comunes::Pictograma::Anterior));
+  ui_->cmdSiguiente->setIcon(comunes::Icono(comunes::Pictograma::Siguiente));
+  ui_->cmdAceptar->setIcon(comunes::Icono(comunes::Pictograma::Aceptar));
+  ui_->cmdSalir->setIcon(comunes::Icono(comunes::Pictograma::Descartar));
   const int lado = style()->pixelMetric(QStyle::PM_LargeIconSize);
   ui_->IconoAviso->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(lado, lado));
 

@@ -6,9 +6,11 @@
 #include <QScrollBar>
 #include <QStyledItemDelegate>
 
-#include "ventanas/principal/Iconos.h"
+#include "comunes/plataforma/Iconos.h"
 
 namespace principal {
+
+using comunes::Pictograma;
 namespace {
 
 constexpr int kRuta = Qt::UserRole;
@@ -78,7 +80,7 @@ void ListaCarpetas::llenar() {
   clear();
   int nivel = 0;
   const auto poner = [&](const QString& texto, const QString& ruta, Pictograma icono) {
-    auto* elemento = new QListWidgetItem(Icono(icono), texto, this);
+    auto* elemento = new QListWidgetItem(comunes::Icono(icono), texto, this);
     elemento->setData(kRuta, ruta);
     elemento->setData(kNivel, nivel);
     return elemento;

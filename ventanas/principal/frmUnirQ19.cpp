@@ -9,13 +9,13 @@
 #include <QShortcut>
 #include <QSplitter>
 
+#include "comunes/plataforma/Iconos.h"
 #include "comunes/plataforma/IniFiles.h"
 #include "comunes/plataforma/Ventanas.h"
 #include "ui_frmUnirQ19.h"
 #include "ventanas/principal/AccesibleDisco.h"
 #include "ventanas/principal/AccesibleLista.h"
 #include "ventanas/principal/Herramientas.h"
-#include "ventanas/principal/Iconos.h"
 #include "ventanas/principal/Navegador.h"
 
 namespace principal {
@@ -53,6 +53,7 @@ frmUnirQ19::frmUnirQ19(const QString& lineaOrdenes, QWidget* padre)
 frmUnirQ19::~frmUnirQ19() = default;
 
 void frmUnirQ19::prepararControles() {
+  using comunes::Pictograma;
   const std::pair<QPushButton*, Pictograma> botones[] = {
       {ui_->Importar, Pictograma::Importar},    {ui_->Empezar, Pictograma::Empezar},
       {ui_->Guardar, Pictograma::Guardar},      {ui_->cmdInsertar, Pictograma::Insertar},
@@ -60,7 +61,7 @@ void frmUnirQ19::prepararControles() {
       {ui_->Salir, Pictograma::Salir},
   };
   for (const auto& [boton, pictograma] : botones) {
-    boton->setIcon(Icono(pictograma));
+    boton->setIcon(comunes::Icono(pictograma));
     boton->setIconSize({20, 20});
   }
   // "IMPORTADO" aparece y desaparece sin mover lo de alrededor.

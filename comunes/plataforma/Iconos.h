@@ -2,7 +2,7 @@
 
 #include <QIcon>
 
-namespace principal {
+namespace comunes {
 
 enum class Pictograma {
   Importar,
@@ -12,6 +12,10 @@ enum class Pictograma {
   Eliminar,
   Imprimir,
   Salir,
+  Anterior,
+  Siguiente,
+  Aceptar,
+  Descartar,
   Carpeta,
   CarpetaAbierta,
 };
@@ -20,4 +24,4 @@ enum class Pictograma {
 /// nítido al 200 % y sobre fondo claro u oscuro.
 QIcon Icono(Pictograma pictograma);
 
-}  // namespace principal
+}  // namespace comunes

@@ -1,4 +1,4 @@
-#include "ventanas/principal/Iconos.h"
+#include "comunes/plataforma/Iconos.h"
 
 #include <QGuiApplication>
 #include <QIconEngine>
@@ -6,7 +6,7 @@
 #include <QPainterPath>
 #include <QPalette>
 
-namespace principal {
+namespace comunes {
 namespace {
 
 /// Todos se dibujan sobre una cuadrícula de 24 x 24 con el mismo grueso de trazo.
@@ -28,6 +28,10 @@ Colores ColoresPara(QIcon::Mode modo) {
   colores.acento = oscuro ? QColor(0x7A, 0xB8, 0xFF) : QColor(0x1F, 0x5F, 0xB8);
   if (modo == QIcon::Disabled) colores.acento = colores.trazo;
   return colores;
+}
+
+QColor Peligro(const Colores& c) {
+  return c.trazo.lightness() > 128 ? QColor(0xFF, 0x8A, 0x80) : QColor(0xB3, 0x26, 0x1E);
 }
 
 QPolygonF Lineas(std::initializer_list<QPointF> puntos) {
@@ -108,7 +112,7 @@ void Dibujar(QPainter& p, Pictograma que, const Colores& c) {
       break;
     case Pictograma::Eliminar:
       Renglones(p, c);
-      p.setPen(Pluma(QColor(c.trazo.lightness() > 128 ? 0xFF8A80 : 0xB3261E), 2.1));
+      p.setPen(Pluma(Peligro(c), 2.1));
       p.drawLine(QPointF(14, 16), QPointF(20, 22));
       p.drawLine(QPointF(20, 16), QPointF(14, 22));
       break;
@@ -122,6 +126,23 @@ void Dibujar(QPainter& p, Pictograma que, const Colores& c) {
       p.drawPolyline(Lineas({{13, 3.5}, {4, 3.5}, {4, 20.5}, {13, 20.5}}));
       p.setPen(Pluma(c.acento, 2.1));
       Flecha(p, {9.5, 12}, {20.5, 12});
+      break;
+    case Pictograma::Anterior:
+      p.setPen(Pluma(c.acento, 2.1));
+      Flecha(p, {20, 12}, {4, 12});
+      break;
+    case Pictograma::Siguiente:
+      p.setPen(Pluma(c.acento, 2.1));
+      Flecha(p, {4, 12}, {20, 12});
+      break;
+    case Pictograma::Aceptar:
+      p.setPen(Pluma(c.acento, 2.4));
+      p.drawPolyline(Lineas({{4, 12.5}, {10, 18.5}, {20.5, 6}}));
+      break;
+    case Pictograma::Descartar:
+      p.setPen(Pluma(Peligro(c), 2.1));
+      p.drawLine(QPointF(6, 6), QPointF(18, 18));
+      p.drawLine(QPointF(18, 6), QPointF(6, 18));
       break;
     case Pictograma::Carpeta:
     case Pictograma::CarpetaAbierta:
@@ -170,4 +191,4 @@ QIcon Icono(Pictograma pictograma) {
   return QIcon(new MotorIcono(pictograma));
 }
 
-}  // namespace principal
+}  // namespace comunes
