@@ -97,8 +97,10 @@ void Comprobaciones::comprobar() {
                                                               static_cast<double>(total));
                                       });
   }
-  // Lo del fichero entero, delante; lo demás ya viene en orden.
-  std::ranges::stable_sort(hallazgos_, {}, &remesa::Hallazgo::registro);
+  // Los errores, delante; en cada nivel, primero lo del fichero entero y luego por registros.
+  std::ranges::stable_sort(hallazgos_, {}, [](const remesa::Hallazgo& h) {
+    return std::pair(!remesa::EsError(h.codigo), h.registro);
+  });
   llenar(resultado);
   const int filas = modelo_->rowCount();
   if (filas > 0) ui_->Visor->setCurrentIndex(modelo_->index(std::clamp(fila, 0, filas - 1), 0));
