@@ -171,18 +171,22 @@ void Comprobador::mirarOpcional() {
   for (const Posiciones donde : {kReferenciaAdeudo, kReferenciaMandato}) {
     const Posiciones suya{donde.desde - kReferencias.desde + 1, donde.hasta - kReferencias.desde + 1};
     const std::string_view debida = campo(referencias_, suya);
-    if (campo(registro, donde) != debida)
-      anotador_.campo(C::ReferenciasDistintas, campoDe(donde), std::string(Recortar(debida)));
+    const std::string_view esperada = Recortar(debida);
+    // Si al adeudo le falta, lo que está mal es el adeudo.
+    if (!esperada.empty() && campo(registro, donde) != debida)
+      anotador_.campo(C::ReferenciasDistintas, campoDe(donde), std::string(esperada));
   }
 }
 
-/// Un 04 y un 05 repiten el acreedor de su cabecera; el 04, además, la fecha de cobro.
+/// Un 04 y un 05 repiten el acreedor de su cabecera; el 04, además, la fecha de cobro. Si ella no los dice,
+/// la que está mal es ella.
 void Comprobador::mirarCabecera(Posiciones acreedor) {
   if (!hayCabecera_) return;
-  const auto comparar = [&](Posiciones donde, std::string_view debido) {
+  const auto comparar = [&](Posiciones donde, std::string_view deCabecera) {
     const std::string_view dicho = Recortar(campo(anotador_.registro(), donde));
-    if (!dicho.empty() && dicho != Recortar(debido))
-      anotador_.campo(C::OtraCabecera, campoDe(donde), std::string(Recortar(debido)));
+    const std::string_view debido = Recortar(deCabecera);
+    if (!dicho.empty() && !debido.empty() && dicho != debido)
+      anotador_.campo(C::OtraCabecera, campoDe(donde), std::string(debido));
   };
   comparar(acreedor, acreedor_);
   if (anotador_.clase() == ClaseRegistro::TotalesFecha) comparar(kFecha04, fechaCobro_);
