@@ -13,6 +13,8 @@ namespace comunes {
 namespace {
 
 constexpr int kTwipsCaracter = 120;
+/// Ninguna columna pasa de aquí, ni ningún ancho se dice con más caracteres.
+constexpr double kMaximo = 32767;
 
 void crecerHasta(Rejilla& rejilla, int fila, int columna) {
   if (fila >= rejilla.Rows()) rejilla.PonerRows(fila + 1);
@@ -53,7 +55,7 @@ void DefinirColumna(Rejilla& rejilla, int fila, int columna, const QString& camp
   }
   double caracteres = titulo == u"?" ? 0 : static_cast<double>(titulo.size());
   if (const auto almohadilla = titulo.indexOf(u'#'); almohadilla >= 0) {
-    caracteres = Val(titulo.mid(almohadilla + 1));
+    caracteres = std::clamp(Val(titulo.mid(almohadilla + 1)), -kMaximo, kMaximo);
     titulo.truncate(almohadilla);
   }
   const int ancho = static_cast<int>(std::lrint(caracteres * kTwipsCaracter * FactorHorizontal()));
@@ -87,7 +89,7 @@ void QuitarFila(Rejilla& rejilla, int fila) {
 }
 
 int BuscarColumna(const Rejilla& rejilla, const QString& titulo, bool silencio, int fila) {
-  if (titulo.startsWith(u'#')) return static_cast<int>(Val(titulo.mid(1)));
+  if (titulo.startsWith(u'#')) return static_cast<int>(std::clamp(Val(titulo.mid(1)), -kMaximo, kMaximo));
   for (int c = 0; c < rejilla.Cols(); ++c) {
     if (rejilla.TextMatrix(fila, c) == titulo) return c;
   }

@@ -197,15 +197,16 @@ void OrdenarColumna(Rejilla& rejilla, int columna, bool marcar, int nuevaColumna
   if (columna != -1) rejilla.PonerCol(columna);
   const int ordenada = rejilla.Col();
   const QChar letra = ordenada < rejilla.Tag().size() ? rejilla.Tag()[ordenada] : QChar(u' ');
-  rejilla.PonerVisible(false);
-  if (letra == u'F') {
-    OrdenarFechas(rejilla, ordenada, QStringLiteral("dd/mm/yyyy"));
-  } else if (letra == u'I') {
-    ordenarImportes(rejilla, ordenada);
-  } else {
-    rejilla.Sort(letra == u'#' ? 2 : 5);
+  {
+    const Oculta oculta(rejilla);
+    if (letra == u'F') {
+      OrdenarFechas(rejilla, ordenada, QStringLiteral("dd/mm/yyyy"));
+    } else if (letra == u'I') {
+      ordenarImportes(rejilla, ordenada);
+    } else {
+      rejilla.Sort(letra == u'#' ? 2 : 5);
+    }
   }
-  rejilla.PonerVisible(true);
   rejilla.PonerCol(nuevaColumna != -1 ? nuevaColumna : columnaAnterior);
   if (marcar) marcarTitulo(rejilla, ordenada);
 }

@@ -156,4 +156,16 @@ class SinRedibujo {
   bool anterior_;
 };
 
+/// Oculta la rejilla mientras vive; después se ve, también si algo se lanzó.
+class Oculta {
+ public:
+  explicit Oculta(Rejilla& rejilla) : rejilla_(rejilla) { rejilla_.PonerVisible(false); }
+  ~Oculta() { rejilla_.PonerVisible(true); }
+  Oculta(const Oculta&) = delete;
+  Oculta& operator=(const Oculta&) = delete;
+
+ private:
+  Rejilla& rejilla_;
+};
+
 }  // namespace comunes

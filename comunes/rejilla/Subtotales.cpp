@@ -74,7 +74,7 @@ void sumarGrupos(Rejilla& rejilla, int columna) {
 void Subtotales(const QString& tituloGrupo, Rejilla& rejilla, const QString& plantilla,
                 const QString& tituloEtiqueta, const QString& opcion, const QStringList& titulosTotal) {
   const Reloj reloj;
-  rejilla.PonerVisible(false);
+  const Oculta oculta(rejilla);
   const SinRedibujo sinRedibujo(rejilla);
   rejilla.QuitarMarcadas();
 
@@ -108,7 +108,6 @@ void Subtotales(const QString& tituloGrupo, Rejilla& rejilla, const QString& pla
     const QString suma = SumarColumna(rejilla, columna, 1, total);
     EscribirCelda(rejilla, total, columna, suma, -1, kGrisTotales, QStringLiteral("D"));
   }
-  rejilla.PonerVisible(true);
 }
 
 }  // namespace comunes
