@@ -8,7 +8,7 @@ function(agrupar biblioteca)
   if(AGRUPAR)
     set_target_properties(${biblioteca} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 8)
     # Visto desde un grupo, lo anónimo de un fuente parece venir de una cabecera.
-    target_compile_options(${biblioteca} PRIVATE -Wno-subobject-linkage)
+    target_compile_options(${biblioteca} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
   endif()
 endfunction()
 

@@ -16,7 +16,7 @@ using namespace pruebas;
 
 namespace {
 
-constexpr unsigned kSemillas = 200;
+constexpr unsigned kSemillas = 100;
 
 using Registros = std::vector<std::string>;
 

@@ -1,9 +1,10 @@
-# Lo común a ./ejecutar y ./probar; se incluye con ".". Espera en `raiz` la carpeta del proyecto.
+# Lo común a ./ejecutar, ./probar y pruebas/fuzzear; se incluye con ".". Espera en `raiz` la carpeta del proyecto.
 
-# Lo que hace falta para construir el programa y, además, para sus pruebas.
+# Lo que hace falta para construir el programa y, además, para sus pruebas y para buscar fallos con libFuzzer.
 paquetes_programa=(g++ cmake ninja-build qt6-base-dev qt6-base-dev-tools qt6-translations-l10n libcli11-dev
                    libgl-dev fonts-liberation)
 paquetes_pruebas=(libgtest-dev libgmock-dev poppler-utils python3)
+paquetes_fuzz=(clang libclang-rt-14-dev)
 
 decir() { printf '%s\n' "$*" >&2; }
 
