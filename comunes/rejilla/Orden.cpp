@@ -90,8 +90,11 @@ std::optional<QDate> leerConFormato(const QString& texto, const QString& formato
       return std::nullopt;
     }
   }
+  // Como en LeerFecha, un año de menos de tres cifras no lo es; sin ninguna, tampoco.
+  constexpr int kPrimerAno = 100;
   const QDate fecha(ano, mes, dia);
-  return resto.isEmpty() && fecha.isValid() ? std::optional(fecha) : std::nullopt;
+  if (!resto.isEmpty() || ano < kPrimerAno || !fecha.isValid()) return std::nullopt;
+  return fecha;
 }
 
 /// La fecha de una celda, también si ya está escrita con el formato en que se va a dejar: ordenar dos veces
