@@ -33,7 +33,14 @@ void MirarFiltro(const QString& descriptor, const QString& valor) {
   const Filtro filtro(descriptor);
   const QString escrito = filtro.Texto({}, valor);
   Exigir(escrito.size() <= filtro.longitud(), "no se escribe más que la longitud");
-  Exigir(filtro.Texto({}, escrito) == escrito, "lo que se dejó escribir se deja escribir");
+  // Pegado otra vez podría ser otro: «1, 468» deja «1.468», que es como se escribe 1468. El "?" tecleado pide
+  // letra.
+  EstadoCaja tecleado;
+  for (const char32_t c : escrito.toUcs4()) {
+    Exigir(c == U'?' || filtro.Tecla(tecleado, c) == c, "lo que se dejó escribir se puede teclear");
+    tecleado.texto += QString::fromUcs4(&c, 1);
+    tecleado.cursor = tecleado.texto.size();
+  }
   EstadoCaja caja{escrito, escrito.size() / 2, escrito.size() / 4};
   const QString entra = filtro.Texto(caja, valor);
   caja.texto.remove(caja.cursor, caja.seleccion);
