@@ -42,7 +42,7 @@ class Pantalla:
         with open(pathlib.Path(carpeta) / "Xvfb_screen0", "rb") as f:
             self.imagen = mmap.mmap(f.fileno(), 0, access=mmap.ACCESS_READ)
         self.raiz = self.conexion.screen().root
-        self.raiz.change_attributes(event_mask=X.SubstructureNotifyMask)
+        self.raiz.change_attributes(event_mask=X.SubstructureNotifyMask | X.StructureNotifyMask)
         self.procesos.append(subprocess.Popen(["openbox"], env=self.entorno, stderr=subprocess.DEVNULL))
         while not self.lista():
             time.sleep(0.02)
