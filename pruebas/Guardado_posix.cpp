@@ -3,10 +3,12 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <csignal>
-#include <cstdlib>
+#include <functional>
 
 #include "Guardado.h"
+#include "UsuarioCorriente.h"
 #include "remesa/Fichero.h"
 
 // Lo que leer y guardar deben a un sistema POSIX: permisos, enlaces, colas, señales.
@@ -17,24 +19,9 @@ using pruebas::Guardados;
 using pruebas::Lista;
 using pruebas::Nombres;
 using pruebas::NumeroError;
+using pruebas::UsuarioCorriente;
 
 namespace {
-
-/// Mientras vive, el superusuario pasa por un usuario cualquiera.
-class UsuarioCorriente {
- public:
-  UsuarioCorriente() : antes_(::geteuid()) {
-    if (antes_ == 0 && ::seteuid(65534) != 0) ADD_FAILURE() << "no se puede dejar de ser superusuario";
-  }
-  ~UsuarioCorriente() {
-    if (::seteuid(antes_) != 0) std::abort();
-  }
-  UsuarioCorriente(const UsuarioCorriente&) = delete;
-  UsuarioCorriente& operator=(const UsuarioCorriente&) = delete;
-
- private:
-  uid_t antes_;
-};
 
 TEST_F(Guardados, NoLeeLoQueNoEsUnFicheroNiLoCerrado) {
   ASSERT_EQ(::mkfifo((carpeta_ / "cola").c_str(), 0600), 0);
@@ -52,15 +39,25 @@ TEST_F(Guardados, NoLeeLoQueNoEsUnFicheroNiLoCerrado) {
 TEST_F(Guardados, UnFicheroQueCambiaMientrasSeLeeEsUnError) {
   const std::string bytes(3 << 20, 'x');
   const struct {
-    std::uintmax_t nuevo;
+    const char* que;
+    std::function<void(const fs::path&)> cambio;
     int numero;
-  } casos[] = {{1 << 20, 62}, {(3 << 20) + 1, 75}, {3 << 20, 0}};
+  } casos[] = {
+      {"nada", [](const fs::path&) {}, 0},
+      {"cortado", [](const fs::path& ruta) { fs::resize_file(ruta, 1 << 20); }, 62},
+      {"crecido", [](const fs::path& ruta) { std::ofstream(ruta, std::ios::app) << "más"; }, 75},
+      {"reescrito", [](const fs::path& ruta) { std::fstream(ruta, std::ios::in | std::ios::out) << "y"; },
+       75},
+      {"sustituido", [](const fs::path& ruta) { guardar(ruta, "otro"); }, 0},
+  };
   for (const auto& caso : casos) {
     const auto ruta = escribir("f", bytes);
+    // Como mucho, la fecha de un fichero se mueve con el reloj del sistema.
+    fs::last_write_time(ruta, fs::file_time_type::clock::now() - std::chrono::hours(1));
     const auto cambiar = [&](std::uintmax_t leidos, std::uintmax_t) {
-      if (leidos == 1 << 20) fs::resize_file(ruta, caso.nuevo);
+      if (leidos == 1 << 20) caso.cambio(ruta);
     };
-    EXPECT_EQ(NumeroError([&] { LeerFichero(ruta, cambiar); }), caso.numero) << caso.nuevo;
+    EXPECT_EQ(NumeroError([&] { LeerFichero(ruta, cambiar); }), caso.numero) << caso.que;
   }
 }
 

@@ -77,8 +77,10 @@ int NumeroDe(const std::error_code& causa, const std::filesystem::path& fichero)
 
 }  // namespace
 
-ErrorEjecucion::ErrorEjecucion(int numero, std::filesystem::path fichero)
-    : numero_(numero), texto_(TextoDe(numero)), fichero_(std::move(fichero)) {}
+ErrorEjecucion::ErrorEjecucion(int numero, std::filesystem::path fichero, const std::string& causa)
+    : numero_(numero), texto_(TextoDe(numero)), fichero_(std::move(fichero)) {
+  if (!causa.empty()) texto_ += ": " + causa;
+}
 
 ErrorEjecucion::ErrorEjecucion(const std::error_code& causa, std::filesystem::path fichero)
     : ErrorEjecucion(NumeroDe(causa, fichero), fichero) {}

@@ -11,7 +11,8 @@ namespace remesa {
 /// válida", 6 "Desbordamiento", 13, 53, 61, 70, 75, 76…). `what()` y `texto()` son UTF-8.
 class ErrorEjecucion : public std::exception {
  public:
-  explicit ErrorEjecucion(int numero, std::filesystem::path fichero = {});
+  /// `causa`: lo que el texto del número no dice, en minúscula y sin punto; se le añade tras dos puntos.
+  explicit ErrorEjecucion(int numero, std::filesystem::path fichero = {}, const std::string& causa = {});
   /// El error de la plataforma que corresponde a un fallo del sistema de ficheros.
   ErrorEjecucion(const std::error_code& causa, std::filesystem::path fichero);
 

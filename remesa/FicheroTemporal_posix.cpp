@@ -50,7 +50,8 @@ std::optional<struct stat> EstadoDestino(const fs::path& ruta, const fs::path& p
     if (errno == ENOENT) return std::nullopt;
     Fallar(errno, pedido);
   }
-  if (!S_ISREG(estado.st_mode)) throw ErrorEjecucion(75, pedido);
+  if (S_ISDIR(estado.st_mode)) throw ErrorEjecucion(75, pedido, "es una carpeta");
+  if (!S_ISREG(estado.st_mode)) throw ErrorEjecucion(75, pedido, "no es un fichero corriente");
   if (::faccessat(AT_FDCWD, ruta.c_str(), W_OK, AT_EACCESS) != 0) Fallar(errno, pedido);
   return estado;
 }
@@ -63,17 +64,26 @@ bool EsTemporal(const std::string& nombre) {
   return nombre.starts_with(FicheroTemporal::kPrefijo) && nombre.ends_with(FicheroTemporal::kSufijo);
 }
 
-// Un temporal sin bloquear es de un programa muerto: los vivos lo tienen bloqueado desde que lo crean.
+// Para bloquearlo basta cualquiera de los dos; uno al que se le dieron ya los permisos de su destino puede no
+// dejarse leer.
+int AbrirAbandonado(const fs::path& ruta) {
+  constexpr int kModo = O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK;
+  const int fd = ::open(ruta.c_str(), O_RDONLY | kModo);
+  return fd >= 0 ? fd : ::open(ruta.c_str(), O_WRONLY | kModo);
+}
+
+// Un temporal sin bloquear es de un programa muerto: los vivos lo tienen bloqueado desde que lo crean. Si
+// otro lo ha borrado mientras tanto, con su nombre puede haber ya uno vivo.
 void BorrarAbandonados(const fs::path& carpeta) {
   std::error_code error;
   fs::directory_iterator entrada(carpeta, error);
   for (; !error && entrada != fs::directory_iterator(); entrada.increment(error)) {
     const fs::path& ruta = entrada->path();
     if (!EsTemporal(ruta.filename().string())) continue;
-    const Descriptor fd(::open(ruta.c_str(), O_RDWR | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
+    const Descriptor fd(AbrirAbandonado(ruta));
     struct stat estado {};
-    if (fd.abierto() && ::fstat(*fd, &estado) == 0 && S_ISREG(estado.st_mode) &&
-        ::flock(*fd, LOCK_EX | LOCK_NB) == 0)
+    if (fd.abierto() && ::flock(*fd, LOCK_EX | LOCK_NB) == 0 && ::fstat(*fd, &estado) == 0 &&
+        S_ISREG(estado.st_mode) && estado.st_nlink > 0)
       ::unlink(ruta.c_str());
   }
 }
@@ -131,6 +141,8 @@ struct FicheroTemporal::Interior {
     fd = Descriptor(::open(temporal.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, modo));
     if (!fd.abierto()) {
       if (errno == EEXIST) return false;
+      // El fichero iba a crearse: lo que falta es su carpeta, aunque sea la actual.
+      if (errno == ENOENT) throw ErrorEjecucion(76, pedido);
       Fallar(errno, pedido);
     }
     if (::flock(*fd, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) return false;

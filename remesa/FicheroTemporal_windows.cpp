@@ -51,12 +51,13 @@ bool ComprobarDestino(fs::path& ruta, const fs::path& pedido) {
     if (error == ERROR_FILE_NOT_FOUND) return false;
     FallarWindows(error, pedido);
   }
-  if (atributos & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_DEVICE | FILE_ATTRIBUTE_READONLY))
-    throw ErrorEjecucion(75, pedido);
+  if (atributos & FILE_ATTRIBUTE_DIRECTORY) throw ErrorEjecucion(75, pedido, "es una carpeta");
+  if (atributos & (FILE_ATTRIBUTE_DEVICE | FILE_ATTRIBUTE_READONLY)) throw ErrorEjecucion(75, pedido);
   const Fichero destino(::CreateFileW(ruta.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_DELETE,
                                       nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
   if (!destino.abierto()) FallarWindows(::GetLastError(), pedido);
-  if (::GetFileType(*destino) != FILE_TYPE_DISK) throw ErrorEjecucion(75, pedido);
+  if (::GetFileType(*destino) != FILE_TYPE_DISK)
+    throw ErrorEjecucion(75, pedido, "no es un fichero corriente");
   if (atributos & FILE_ATTRIBUTE_REPARSE_POINT) ruta = RutaFinal(*destino, ruta);
   return true;
 }

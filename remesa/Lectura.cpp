@@ -5,6 +5,11 @@
 #include "remesa/ErrorEjecucion.h"
 
 namespace remesa {
+namespace {
+
+constexpr const char* kCambia = "otro programa lo está cambiando";
+
+}  // namespace
 
 std::size_t LecturaFichero::leer(std::span<char> destino) {
   std::size_t total = 0;
@@ -14,8 +19,10 @@ std::size_t LecturaFichero::leer(std::span<char> destino) {
     total += leidos;
   }
   leidos_ += total;
-  if (leidos_ > tamano_) throw ErrorEjecucion(75, ruta_);
-  if (total < destino.size() && leidos_ < tamano_) throw ErrorEjecucion(62, ruta_);
+  if (leidos_ > tamano_ || (total < destino.size() && leidos_ == tamano_ && reescrito()))
+    throw ErrorEjecucion(75, ruta_, kCambia);
+  if (total < destino.size() && leidos_ < tamano_)
+    throw ErrorEjecucion(62, ruta_, "otro programa lo ha cortado");
   return total;
 }
 

@@ -19,7 +19,8 @@ class LecturaFichero {
   /// Bytes que tenía al abrirlo.
   std::uintmax_t tamano() const noexcept { return tamano_; }
   /// Llena `destino` y da los bytes leídos: menos de los pedidos solo al final del fichero. Error 62 si acaba
-  /// antes de los bytes que tenía al abrirlo y 75 si tiene más: alguien lo está cambiando.
+  /// antes de los bytes que tenía al abrirlo y 75 si tiene más o se ha vuelto a escribir: alguien lo está
+  /// cambiando.
   std::size_t leer(std::span<char> destino);
   /// Tras leer tamano() bytes justos: error 75 si hay más.
   void comprobarFinal();
@@ -27,6 +28,8 @@ class LecturaFichero {
  private:
   struct Interior;
   std::size_t leerAlgo(std::span<char> destino);
+  /// Alguien ha escrito en él desde que se abrió.
+  bool reescrito() const;
 
   std::unique_ptr<Interior> interior_;
   std::filesystem::path ruta_;

@@ -18,6 +18,7 @@ struct LecturaFichero::Interior {
   Interior(const Interior&) = delete;
   Interior& operator=(const Interior&) = delete;
   int fd;
+  struct timespec escrito {};  // última escritura, al abrirlo
 };
 
 // O_NONBLOCK: abrir una cola sin nadie al otro lado no debe esperar.
@@ -28,7 +29,9 @@ LecturaFichero::LecturaFichero(const std::filesystem::path& ruta)
   struct stat estado {};
   if (interior_->fd < 0 || ::fstat(interior_->fd, &estado) != 0)
     throw ErrorEjecucion(std::error_code(errno, std::generic_category()), ruta);
-  if (!S_ISREG(estado.st_mode)) throw ErrorEjecucion(75, ruta);
+  if (S_ISDIR(estado.st_mode)) throw ErrorEjecucion(75, ruta, "es una carpeta");
+  if (!S_ISREG(estado.st_mode)) throw ErrorEjecucion(75, ruta, "no es un fichero corriente");
+  interior_->escrito = estado.st_mtim;
   tamano_ = static_cast<std::uintmax_t>(estado.st_size);
 }
 
@@ -42,6 +45,13 @@ std::size_t LecturaFichero::leerAlgo(std::span<char> destino) {
   while (leidos < 0 && errno == EINTR);
   if (leidos < 0) throw ErrorEjecucion(std::error_code(errno, std::generic_category()), ruta_);
   return static_cast<std::size_t>(leidos);
+}
+
+bool LecturaFichero::reescrito() const {
+  struct stat estado {};
+  const struct timespec& antes = interior_->escrito;
+  return ::fstat(interior_->fd, &estado) == 0 &&
+         (estado.st_mtim.tv_sec != antes.tv_sec || estado.st_mtim.tv_nsec != antes.tv_nsec);
 }
 
 }  // namespace remesa
