@@ -1,5 +1,7 @@
 #include "remesa/Guardado.h"
 
+#include <chrono>
+#include <future>
 #include <string>
 
 #include "remesa/FicheroTemporal.h"
@@ -10,6 +12,7 @@ namespace {
 
 constexpr std::size_t kReserva = 1 << 20;
 constexpr std::size_t kCadaAvance = 4096;
+constexpr std::chrono::milliseconds kCadaEspera{50};
 
 }  // namespace
 
@@ -52,8 +55,13 @@ void GuardarRemesa(const std::filesystem::path& destino, const ListaRegistros& l
     salida.escribir(linea.append("\r\n"));
     if (avance && (i + 1) % kCadaAvance == 0) avance(i + 1, lista.size());
   }
-  salida.confirmar();
-  if (avance) avance(lista.size(), lista.size());
+  if (!avance) return salida.confirmar();
+  // Llevarlo al disco puede durar más que escribirlo: mientras, quien espera puede atender a lo suyo.
+  auto fin = std::async(std::launch::async | std::launch::deferred, [&salida] { salida.confirmar(); });
+  while (fin.wait_for(kCadaEspera) == std::future_status::timeout)
+    avance(lista.size(), lista.size());
+  fin.get();
+  avance(lista.size(), lista.size());
 }
 
 }  // namespace remesa

@@ -27,7 +27,8 @@ class EscrituraSegura {
   std::unique_ptr<Interior> interior_;
 };
 
-/// Recibe registros escritos y registros en total.
+/// Recibe registros escritos y registros en total. Escritos todos, se le llama también mientras llegan al
+/// disco, y ya no puede lanzar.
 using AvanceGuardado = std::function<void(std::size_t escritos, std::size_t total)>;
 
 /// Escribe cada registro cortado o completado con blancos a 600 bytes, seguido de CR LF.

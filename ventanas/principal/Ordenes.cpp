@@ -110,9 +110,11 @@ void frmUnirQ19::guardar() {
     comunes::Avance avance(tr("Guardando %1…").arg(QFileInfo(ruta).fileName()));
     remesa::GuardarRemesa(
         comunes::ARuta(ruta), ui_->Acumulado->lista(), [&](std::size_t escritos, std::size_t total) {
-          // Escrito todo, el fichero ya está en su sitio y no hay qué detener.
+          // Escrito todo, ya no hay qué detener: solo se espera a que llegue al disco.
           if (escritos < total)
             avance.avanzarODetener(static_cast<double>(escritos), static_cast<double>(total));
+          else
+            avance.avanzar(static_cast<double>(escritos), static_cast<double>(total));
         });
     resultado = comprobacion.get();
   } catch (const comunes::TrabajoDetenido&) {
