@@ -3,6 +3,7 @@
 
 #include "app/LineaOrdenes.h"
 #include "comunes/plataforma/Aplicacion.h"
+#include "comunes/plataforma/Proceso.h"
 #include "ventanas/principal/frmUnirQ19.h"
 
 namespace {
@@ -17,6 +18,7 @@ QIcon iconoAplicacion() {
 }  // namespace
 
 int main(int argc, char** argv) {
+  comunes::PrepararProceso();
   comunes::Aplicacion aplicacion(argc, argv);
   // Sin applicationDisplayName: Qt lo añadiría al título de cada ventana.
   QCoreApplication::setApplicationName(QStringLiteral("UnirQ19"));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -7,6 +8,9 @@ namespace consola {
 
 /// Prepara la terminal para UTF-8 donde haga falta.
 void PrepararTerminal();
+
+/// ¿Lo lee una persona según sale?
+bool EsTerminal(std::FILE* salida);
 
 /// Los argumentos del programa sin el primero, que es su nombre. En UTF-8 donde el sistema los da en otra
 /// forma; donde son bytes, los mismos bytes.

@@ -1,13 +1,13 @@
-#include <csignal>
+#include <unistd.h>
 
 #include "consola/Sistema.h"
 
 namespace consola {
 
-// Quien lee el resumen puede irse antes de que se escriba; la remesa ya está guardada y hay que decirlo con
-// el código de salida.
-void PrepararTerminal() {
-  std::signal(SIGPIPE, SIG_IGN);
+void PrepararTerminal() {}
+
+bool EsTerminal(std::FILE* salida) {
+  return ::isatty(::fileno(salida)) != 0;
 }
 
 std::vector<std::string> Argumentos(int argc, char** argv) {

@@ -1,5 +1,6 @@
 #include <windows.h>
 // Detrás de windows.h, que declara lo que necesita.
+#include <io.h>
 #include <shellapi.h>
 
 #include <memory>
@@ -23,6 +24,10 @@ std::string AUtf8(const wchar_t* texto) {
 
 void PrepararTerminal() {
   SetConsoleOutputCP(CP_UTF8);
+}
+
+bool EsTerminal(std::FILE* salida) {
+  return _isatty(_fileno(salida)) != 0;
 }
 
 // `argv` llega en la página de códigos del sistema y pierde los nombres que no caben en ella.

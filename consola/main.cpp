@@ -1,15 +1,23 @@
 #include <exception>
+#include <filesystem>
+#include <new>
 
+#include "comunes/plataforma/Proceso.h"
 #include "consola/Ordenes.h"
 #include "consola/Sistema.h"
 #include "consola/Terminal.h"
 
 int main(int argc, char** argv) {
   try {
+    comunes::PrepararProceso();
     consola::PrepararTerminal();
     return static_cast<int>(consola::Ejecutar(consola::Argumentos(argc, argv)));
   } catch (const remesa::ErrorEjecucion& error) {
     consola::Avisar(consola::Explicar(error, {}));
+  } catch (const std::filesystem::filesystem_error& error) {
+    consola::Avisar(consola::Explicar(remesa::ErrorEjecucion(error.code(), error.path1()), {}));
+  } catch (const std::bad_alloc&) {
+    consola::Avisar(QStringLiteral("memoria insuficiente (error 7)"));
   } catch (const std::exception& error) {
     consola::Avisar(QStringLiteral("error inesperado: %1").arg(QString::fromUtf8(error.what())));
   }
