@@ -22,6 +22,9 @@ QString RutaAjustes;
 namespace {
 
 constexpr std::size_t kLongitudMaxima = 2047;
+/// El que viene con el programa no llega a 20 KB: uno mayor que esto no es de ajustes, y leerlo pararía la
+/// ventana.
+constexpr qint64 kTamanoMaximo = qint64{4} << 20;
 constexpr std::string_view kBlancos = " \t\v\f";
 
 /// Sin distinguir mayúsculas en toda la página 1252, las letras con acento incluidas.
@@ -137,6 +140,17 @@ const Perfil& perfilDe(const QFileInfo& datos) {
   return perfil;
 }
 
+/// Una sola vez por fichero.
+void avisarGrande(const QString& ruta) {
+  static QString avisado;
+  if (avisado == ruta) return;
+  avisado = ruta;
+  AvisarPlataforma(
+      GradoAviso::Exclamacion,
+      QStringLiteral("%1: no se ha leído porque pasa de 4 MB: no es un fichero de ajustes.").arg(ruta),
+      QCoreApplication::applicationName());
+}
+
 }  // namespace
 
 QString ReadINI(const QString& Fichero, const QString& Seccion, const QString& Clave,
@@ -149,6 +163,10 @@ QString ReadINI(const QString& Fichero, const QString& Seccion, const QString& C
   const QFileInfo datos(Fichero);
   // Abrir una tubería o un dispositivo podría no volver nunca.
   if (!datos.isFile()) return Defecto;
+  if (datos.size() > kTamanoMaximo) {
+    avisarGrande(datos.absoluteFilePath());
+    return Defecto;
+  }
   const std::string_view valor = perfilDe(datos).valor(AWindows1252(Seccion), AWindows1252(Clave));
   return valor.empty() ? Defecto : DesdeWindows1252(valor);
 }
