@@ -92,12 +92,16 @@ Salida Comprobar(const PeticionComprobar& peticion) {
     const QString fichero = comunes::DesdeRuta(ruta);
     Lineas lineas;
     try {
+      Avance avance(QStringLiteral("Comprobando"), ruta);
       const auto resultado = remesa::ComprobarFichero(
           ruta, hoy,
           [&](remesa::Hallazgo&& h) {
             lineas.dar(peticion.json ? EnJson(h, fichero) : EnLinea(h, fichero));
           },
-          [&](std::uintmax_t, std::uintmax_t) { return lineas.escrito(); });
+          [&](std::uintmax_t leidos, std::uintmax_t total) {
+            avance.poner(leidos, total);
+            return lineas.escrito();
+          });
       if (resultado.errores > 0) salida = Salida::Fallo;
       if (!peticion.json)
         lineas.dar(QStringLiteral("%1: %2").arg(

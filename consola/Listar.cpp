@@ -43,13 +43,18 @@ Salida Listar(const PeticionListar& peticion) {
       Avisar(QStringLiteral("%1: %2").arg(Mostrable(fichero), problema));
       return Salida::Fallo;
     }
-    const remesa::ListaRegistros lista = remesa::LeerFichero(fichero);
+    Avance lectura(QStringLiteral("Leyendo"), fichero);
+    const remesa::ListaRegistros lista = remesa::LeerFichero(
+        fichero, [&](std::uintmax_t leidos, std::uintmax_t total) { lectura.poner(leidos, total); });
+    Avance escritura(QStringLiteral("Listando"), fichero);
+    escritura.poner(0, 0);
     comunes::Rejilla visor(QStringLiteral("VisorPrt"));
     const principal::Informe informe =
         principal::PrepararInforme(visor, lista, comunes::DesdeRuta(fichero), peticion.referencia);
     enCurso = &destino;
     comunes::DocumentoPdf pdf(destino, peticion.horizontal, informe.titulo);
-    principal::ImprimirInforme(pdf.trabajo(), visor, informe, [&pdf](int, int, int) {
+    principal::ImprimirInforme(pdf.trabajo(), visor, informe, [&](int hechas, int total, int) {
+      escritura.poner(static_cast<std::uintmax_t>(hechas), static_cast<std::uintmax_t>(total));
       pdf.comprobar();
       return true;
     });

@@ -20,8 +20,7 @@ QString Elegida(const CLI::App& q19) {
 Salida Ayudar(const CLI::App& q19) {
   const auto ordenes = q19.get_subcommands();
   const std::string ayuda = ordenes.empty() ? q19.help() : ordenes.front()->help("q19");
-  Decir(QString::fromStdString(ayuda).trimmed());
-  return Salida::Hecho;
+  return Decir(QString::fromStdString(ayuda).trimmed()) ? Salida::Hecho : Salida::Fallo;
 }
 
 }  // namespace
@@ -56,8 +55,7 @@ Salida Ejecutar(std::vector<std::string> argumentos) {
   } catch (const CLI::CallForHelp&) {
     return Ayudar(q19);
   } catch (const CLI::CallForVersion& version) {
-    Decir(QString::fromUtf8(version.what()));
-    return Salida::Hecho;
+    return Decir(QString::fromUtf8(version.what())) ? Salida::Hecho : Salida::Fallo;
   } catch (const CLI::ParseError& error) {
     Avisar(ErrorDeUso(error, q19.remaining(true)));
     Avisar(QStringLiteral("véase «%1 --help»").arg(Elegida(q19)));

@@ -5,12 +5,28 @@
 #include <utility>
 
 #include "comunes/plataforma/Texto.h"
+#include "consola/Sistema.h"
 
 namespace consola {
 
 namespace {
 
+constexpr std::chrono::milliseconds kCadaAvance{500};
+
+/// Columnas que ocupa ahora la línea de avance.
+qsizetype anchoAvance = 0;
+
+void PonerLineaAvance(const QString& linea) {
+  // Lo que sobra de la anterior se tapa con blancos, que vale en cualquier terminal.
+  const QString puesta =
+      u'\r' + linea.leftJustified(anchoAvance) + (linea.isEmpty() ? QStringLiteral("\r") : QString());
+  std::fputs(puesta.toUtf8().constData(), stderr);
+  std::fflush(stderr);
+  anchoAvance = linea.size();
+}
+
 bool Escribir(std::FILE* donde, const QString& linea) {
+  if (anchoAvance > 0 && EsTerminal(donde)) PonerLineaAvance({});
   const QByteArray utf8 = linea.toUtf8() + '\n';
   const auto bytes = static_cast<std::size_t>(utf8.size());
   const bool escrito = std::fwrite(utf8.constData(), 1, bytes, donde) == bytes;
@@ -27,6 +43,22 @@ bool Decir(const QString& linea) {
 
 void Avisar(const QString& linea) {
   Escribir(stderr, QStringLiteral("q19: ") + linea);
+}
+
+Avance::Avance(const QString& verbo, const std::filesystem::path& fichero)
+    : titulo_(verbo + u' ' + Mostrable(fichero.filename()).left(40)), visible_(EsTerminal(stderr)) {}
+
+Avance::~Avance() {
+  if (anchoAvance > 0) PonerLineaAvance({});
+}
+
+void Avance::poner(std::uintmax_t hecho, std::uintmax_t total) {
+  if (!visible_) return;
+  const auto ahora = std::chrono::steady_clock::now();
+  if (total > 0 && ahora - ultima_ < kCadaAvance) return;
+  ultima_ = ahora;
+  PonerLineaAvance(total > 0 ? QStringLiteral("%1: %2 %").arg(titulo_, QString::number(hecho * 100 / total))
+                             : titulo_ + u'…');
 }
 
 std::filesystem::path RutaDe(const std::string& argumento) {

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QString>
+#include <chrono>
+#include <cstdint>
 #include <filesystem>
 #include <string>
 
@@ -13,6 +15,25 @@ namespace consola {
 /// disco se llenó, o quien la leía se fue.
 bool Decir(const QString& linea);
 void Avisar(const QString& linea);
+
+/// Señal de vida de un trabajo largo, si la salida de errores es una terminal: una línea "título: 45 %" que
+/// se rehace cada medio segundo y desaparece con lo que se diga después o con el objeto.
+class Avance {
+ public:
+  /// `verbo` y el nombre de `fichero`: "Uniendo enero.Q19".
+  Avance(const QString& verbo, const std::filesystem::path& fichero);
+  ~Avance();
+  Avance(const Avance&) = delete;
+  Avance& operator=(const Avance&) = delete;
+
+  /// `hecho` de `total`, en la unidad que sea. Con el total a 0 sale enseguida, sin tanto por ciento.
+  void poner(std::uintmax_t hecho, std::uintmax_t total);
+
+ private:
+  QString titulo_;
+  bool visible_;
+  std::chrono::steady_clock::time_point ultima_ = std::chrono::steady_clock::now();
+};
 
 /// La ruta de un argumento, tal como la dio el sistema (aunque no sea UTF-8).
 std::filesystem::path RutaDe(const std::string& argumento);

@@ -18,12 +18,14 @@ constexpr std::size_t kRegistroConFin = remesa::kLongitudRegistro + kFinLinea.si
 UnionFlujo::UnionFlujo(remesa::EscrituraSegura& salida, std::size_t bufer)
     : salida_(salida), bufer_(std::max(bufer, kBuferMinimo)) {}
 
-void UnionFlujo::unir(const std::filesystem::path& fichero, bool ultimo) {
+void UnionFlujo::unir(const std::filesystem::path& fichero, bool ultimo,
+                      const remesa::AvanceLectura& avance) {
   remesa::LecturaFichero lectura(fichero);
   remesa::Resumidor resumidor(true);
   reglas_.empezarFichero(ultimo);
   registro_ = 0;
 
+  std::uintmax_t total = 0;
   std::size_t quedan = 0;    // bytes del registro a medias, al principio del búfer
   bool saltarLinea = false;  // el registro ya se trató: lo que sigue, hasta CR, sobra
   bool saltarLF = false;     // un LF aquí es el del CR anterior
@@ -31,6 +33,8 @@ void UnionFlujo::unir(const std::filesystem::path& fichero, bool ultimo) {
     const std::size_t pedidos = bufer_.size() - quedan;
     const std::size_t leidos = lectura.leer({bufer_.data() + quedan, pedidos});
     fin = leidos < pedidos;
+    total += leidos;
+    if (avance) avance(total, lectura.tamano());
     const char* p = bufer_.data();
     const char* const tope = p + quedan + leidos;
     while (p < tope) {

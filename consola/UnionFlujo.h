@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "remesa/Fichero.h"
 #include "remesa/Fusion.h"
 #include "remesa/Guardado.h"
 #include "remesa/Observaciones.h"
@@ -26,7 +27,7 @@ class UnionFlujo {
 
   /// Importa un fichero; `ultimo` si ningún otro le sigue. Lanza ErrorEjecucion: con fichero si falló leer o
   /// escribir, sin él si lo que falla es el recálculo en el registro `registroActual()`.
-  void unir(const std::filesystem::path& fichero, bool ultimo);
+  void unir(const std::filesystem::path& fichero, bool ultimo, const remesa::AvanceLectura& avance = {});
 
   const remesa::Totales& totales() const noexcept { return reglas_.totales(); }
   /// Número, desde 1, del último registro visto del fichero.

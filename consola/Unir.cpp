@@ -29,17 +29,24 @@ QString ComoBytes(const fs::path& ruta) {
                              static_cast<qsizetype>(bytes.size()));
 }
 
+/// La ruta absoluta y sin rodeos; si la carpeta actual ya no existe, como estaba.
+fs::path Absoluta(const fs::path& ruta) {
+  std::error_code error;
+  const fs::path absoluta = fs::absolute(ruta, error);
+  return (error ? ruta : absoluta).lexically_normal();
+}
+
 /// La salida con la extensión forzada como al guardar. Los "." y ".." que solo nombran carpetas se resuelven
 /// antes, para que no pasen por el punto de una extensión.
 fs::path ConExtension(const fs::path& salida) {
   fs::path ruta = salida.lexically_normal();
-  if (*ruta.begin() == "..") ruta = fs::absolute(salida).lexically_normal();
+  if (*ruta.begin() == "..") ruta = Absoluta(salida);
   return RutaDe(comunes::QuitarExtension(ComoBytes(ruta)).toLatin1().toStdString() + ".Q19");
 }
 
 /// Con qué se reconoce un fichero ya importado: la ruta absoluta en mayúsculas, sin resolver enlaces.
 QString Clave(const fs::path& ruta) {
-  const fs::path absoluta = fs::absolute(ruta).lexically_normal();
+  const fs::path absoluta = Absoluta(ruta);
   const QString texto = comunes::DesdeRuta(absoluta);
   return comunes::ARuta(texto) == absoluta ? texto.toUpper() : ComoBytes(absoluta);
 }
@@ -84,7 +91,9 @@ void AvisarObservaciones(const fs::path& fichero, const std::vector<remesa::Obse
 
 bool Importar(UnionFlujo& flujo, const fs::path& fichero, bool ultimo) {
   try {
-    flujo.unir(fichero, ultimo);
+    Avance avance(QStringLiteral("Uniendo"), fichero);
+    flujo.unir(fichero, ultimo,
+               [&](std::uintmax_t leidos, std::uintmax_t total) { avance.poner(leidos, total); });
   } catch (const remesa::ErrorEjecucion& error) {
     const bool delRegistro = error.fichero().empty();
     Avisar(Explicar(error, fichero) +
@@ -99,18 +108,22 @@ Salida Unir(const OpcionesUnir& opciones) {
   const std::vector<fs::path> ficheros = SinRepetir(opciones.ficheros);
   if (!CabezasValidas(ficheros)) return Salida::Fallo;
 
-  const fs::path salida = fs::absolute(ConExtension(RutaDe(opciones.salida))).lexically_normal();
+  const fs::path salida = Absoluta(ConExtension(RutaDe(opciones.salida)));
   try {
     remesa::EscrituraSegura escritura(salida);
     UnionFlujo flujo(escritura);
     for (std::size_t i = 0; i < ficheros.size(); ++i)
       if (!Importar(flujo, ficheros[i], i + 1 == ficheros.size())) return Salida::Fallo;
-    escritura.confirmar();
+    {
+      Avance avance(QStringLiteral("Llevando al disco"), salida);
+      avance.poner(0, 0);
+      escritura.confirmar();
+    }
     AvisarObservaciones(salida, flujo.observacionesFinales());
-    Decir(QStringLiteral("Ficheros: %1").arg(ficheros.size()));
-    Decir(QStringLiteral("Adeudos: %1").arg(comunes::FormatoNumero(flujo.totales().adeudos, 0)));
-    Decir(QStringLiteral("Total: %1").arg(principal::TextoEuros(flujo.totales().importe)));
-    Decir(QStringLiteral("Escrito: %1").arg(Mostrable(salida)));
+    // Aunque no se pueda decir, la remesa está escrita.
+    Decir(QStringLiteral("Ficheros: %1\nAdeudos: %2\nTotal: %3\nEscrito: %4")
+              .arg(QString::number(ficheros.size()), comunes::FormatoNumero(flujo.totales().adeudos, 0),
+                   principal::TextoEuros(flujo.totales().importe), Mostrable(salida)));
   } catch (const remesa::ErrorEjecucion& error) {
     Avisar(Explicar(error, salida));
     return Salida::Fallo;

@@ -47,12 +47,15 @@ struct Linea {
 void RecorrerLineas(const std::filesystem::path& ruta, const std::function<bool(const Linea&)>& alLeer) {
   constexpr std::size_t kBufer = std::size_t{1} << 20;
   remesa::LecturaFichero lectura(ruta);
+  Avance avance(QStringLiteral("Leyendo"), ruta);
+  std::uintmax_t total = 0;
   std::vector<char> bufer(kBufer);
   Linea linea;
   bool abierta = false;  // hay una línea empezada
   bool trasCR = false;
   while (const std::size_t leidos = lectura.leer(bufer)) {
     std::string_view resto(bufer.data(), leidos);
+    avance.poner(total += leidos, lectura.tamano());
     while (!resto.empty()) {
       if (trasCR && resto.front() == '\n') resto.remove_prefix(1);
       trasCR = false;
