@@ -49,7 +49,8 @@ QString ListaCarpetas::ruta() const {
 
 bool ListaCarpetas::ponerRuta(const QString& ruta) {
   if (ruta.isEmpty()) return false;
-  const QString nueva = QDir::cleanPath(QDir(ruta).absolutePath());
+  // De QFileInfo y no de QDir, que deja "C:" como está.
+  const QString nueva = QDir::cleanPath(QFileInfo(ruta).absoluteFilePath());
   if (!SePuedeAbrir(nueva)) return false;
   if (nueva == ruta_) return true;
   ruta_ = nueva;

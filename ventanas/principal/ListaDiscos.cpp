@@ -1,6 +1,7 @@
 #include "ventanas/principal/ListaDiscos.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QSet>
 #include <QSignalBlocker>
 #include <QStorageInfo>
@@ -32,7 +33,7 @@ QString Texto(const QStorageInfo& volumen) {
 
 QString CarpetaDeUnidad(const QString& raiz) {
   const bool letra = raiz.size() >= 2 && raiz.at(0).isLetter() && raiz.at(1) == QLatin1Char(':');
-  return letra ? QDir(raiz.left(2)).absolutePath() : raiz;
+  return letra ? QFileInfo(raiz.left(2)).absoluteFilePath() : raiz;
 }
 
 QString UnidadPorLetra(const QString& letra) {
