@@ -99,6 +99,17 @@ TEST(EditorTextos, CargarYGrabarSoloCambiaLosFinalesDeLinea) {
   EXPECT_EQ("", caja.toPlainText());
 }
 
+TEST(EditorTextos, UnaLineaEnormeSePreguntaAntesDeCargarla) {
+  QTemporaryDir carpeta;
+  QString ruta = Escribir(carpeta.filePath("a.txt"), "corta\r\n" + QByteArray(1'000'001, 'x') + "\r\n");
+  QPlainTextEdit caja("lo anterior");
+  const Cajas cajas{"Cancelar", "Aceptar"};
+  EXPECT_FALSE(CargarGrabarTexto("CARGAR", ruta, caja));
+  EXPECT_EQ("lo anterior", caja.toPlainText());
+  EXPECT_TRUE(CargarGrabarTexto("CARGAR", ruta, caja));
+  EXPECT_EQ(1'000'007, caja.toPlainText().size());
+}
+
 TEST(EditorTextos, GrabarPreguntaAntesDeSustituir) {
   QTemporaryDir carpeta;
   QString ruta = Escribir(carpeta.filePath("a.txt"), "antes");

@@ -48,8 +48,7 @@ bool CargarGrabar(const QString& Accion, QString& Ruta, const Contenido& conteni
   if (ruta.isEmpty()) return false;
   const bool existe = QFileInfo::exists(ruta);
   if (cargar) {
-    const comunes::Reloj reloj;
-    contenido.poner(existe ? comunes::LeerBytes(ruta, kMaximoTexto) : QByteArray());
+    if (!contenido.poner(existe ? comunes::LeerBytes(ruta, kMaximoTexto) : QByteArray())) return false;
   } else {
     if (Accion == "GRABAR" && existe && !sustituir(ruta, contenido.caja)) return false;
     grabar(ruta, contenido);

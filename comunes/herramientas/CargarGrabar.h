@@ -16,7 +16,7 @@ inline constexpr qint64 kMaximoTexto = 256 * 1024 * 1024;
 struct Contenido {
   QString titulo;                                      ///< de la petición de la ruta
   QWidget* caja;                                       ///< lo que se edita: la petición sale en su esquina
-  std::function<void(const QByteArray& bytes)> poner;  ///< recibe todo lo leído; nada, si no hay fichero
+  std::function<bool(const QByteArray& bytes)> poner;  ///< recibe todo lo leído; false si no se quiere
   std::function<std::string()> bytes;                  ///< da todo lo que se escribe
 };
 

@@ -7,6 +7,7 @@
 #include "comunes/herramientas/CargarGrabar.h"
 #include "comunes/plataforma/LecturaTexto.h"
 #include "comunes/plataforma/Texto.h"
+#include "comunes/plataforma/Ventanas.h"
 #include "comunes/rejilla/MiVisor.h"
 
 namespace herramientas {
@@ -44,7 +45,11 @@ std::string bytesDe(const comunes::Rejilla& rejilla) {
 bool CargarGrabarTabla(const QString& Accion, QString& Ruta, comunes::Rejilla& rejilla, QWidget* visor) {
   return CargarGrabar(Accion, Ruta,
                       {QStringLiteral("Editor de Tablas de QMX"), visor,
-                       [&rejilla](const QByteArray& bytes) { poner(bytes, rejilla); },
+                       [&rejilla](const QByteArray& bytes) {
+                         const comunes::Reloj reloj;
+                         poner(bytes, rejilla);
+                         return true;
+                       },
                        [&rejilla] { return bytesDe(rejilla); }});
 }
 

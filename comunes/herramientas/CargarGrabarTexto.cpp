@@ -4,9 +4,12 @@
 #include <algorithm>
 #include <optional>
 
+#include "comunes/dialogos/MyBox.h"
 #include "comunes/herramientas/CargarGrabar.h"
+#include "comunes/plataforma/Formatos.h"
 #include "comunes/plataforma/LecturaTexto.h"
 #include "comunes/plataforma/Texto.h"
+#include "comunes/plataforma/Ventanas.h"
 
 namespace herramientas {
 namespace {
@@ -26,12 +29,30 @@ std::optional<QString> textoUtf8(const QByteArray& bytes) {
   return entero && texto.toUtf8() == resto ? std::optional(texto) : std::nullopt;
 }
 
-void poner(const QByteArray& bytes, QPlainTextEdit& caja) {
+/// Una línea se maqueta entera cada vez que cambia algo de ella: con un millón de caracteres, la caja tarda del
+/// orden de un segundo en cada tecla.
+bool Desiste(const QStringList& lineas) {
+  constexpr qsizetype kLineaEnorme = 1'000'000;
+  qsizetype mayor = 0;
+  for (const QString& linea : lineas)
+    mayor = std::max(mayor, linea.size());
+  return mayor > kLineaEnorme &&
+         comunes::MyMsgBox(QString("El fichero tiene una línea de %1 caracteres: tardará en verse y en "
+                                   "responder a cada tecla.;;¿ Desea abrirlo ?")
+                               .arg(comunes::FormatoNumero(static_cast<double>(mayor), 0)),
+                           "", comunes::kIconoPregunta, 2, 2) != comunes::kAceptar;
+}
+
+bool poner(const QByteArray& bytes, QPlainTextEdit& caja) {
   const std::optional<QString> utf8 = textoUtf8(bytes);
-  caja.setProperty(kUtf8, utf8.has_value());
   const QString texto =
       utf8 ? *utf8 : comunes::DesdeWindows1252({bytes.data(), static_cast<std::size_t>(bytes.size())});
-  caja.setPlainText(comunes::PartirLineas(texto).join(u'\n'));
+  const QStringList lineas = comunes::PartirLineas(texto);
+  if (Desiste(lineas)) return false;
+  const comunes::Reloj reloj;
+  caja.setProperty(kUtf8, utf8.has_value());
+  caja.setPlainText(lineas.join(u'\n'));
+  return true;
 }
 
 std::string bytesDe(const QPlainTextEdit& caja) {
@@ -51,7 +72,7 @@ std::string bytesDe(const QPlainTextEdit& caja) {
 bool CargarGrabarTexto(const QString& Accion, QString& Ruta, QPlainTextEdit& Caja) {
   return CargarGrabar(
       Accion, Ruta,
-      {"El MicroEditor de QMX", &Caja, [&Caja](const QByteArray& bytes) { poner(bytes, Caja); },
+      {"El MicroEditor de QMX", &Caja, [&Caja](const QByteArray& bytes) { return poner(bytes, Caja); },
        [&Caja] { return bytesDe(Caja); }});
 }
 

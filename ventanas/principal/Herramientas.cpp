@@ -54,8 +54,7 @@ void Herramientas::editarTexto(QWidget& principal) {
       QStringLiteral("|Textos y ajustes|*.INI;*.TXT|Todos los ficheros|*.*"), false, {});
   if (ruta.isEmpty() || traerLaDe<herramientas::frmEditor>(ruta)) return;
   auto editor = std::make_unique<herramientas::frmEditor>();
-  editor->Cargar(ruta, herramientas::LineasAjustes(ruta));
-  mostrar(editor.release());
+  if (editor->Cargar(ruta, herramientas::LineasAjustes(ruta))) mostrar(editor.release());
 }
 
 bool Herramientas::cerrarTodas() {
