@@ -121,6 +121,16 @@ class Editor : public testing::Test {
 
 }  // namespace
 
+// Se cierra antes de que la plataforma la active, y el foco le llega cuando ya se está deshaciendo.
+TEST_F(Editor, SePuedeCerrarNadaMasAbrirse) {
+  lista_.anadir(Adeudo());
+  for (int vez = 0; vez < 20; ++vez) {
+    QTimer::singleShot(1, [] { QApplication::activeModalWidget()->close(); });
+    EXPECT_FALSE(editor::EditarSEPA(acumulado_, 19, nullptr));
+  }
+  EXPECT_EQ(Registro(), Adeudo());
+}
+
 TEST_F(Editor, RecorrerTodosLosCamposNoCambiaElRegistro) {
   std::mt19937 azar(1914);
   std::vector<std::string> registros;

@@ -65,7 +65,11 @@ EdiSEPA::EdiSEPA(ListaAcumulado& lista, int tipo, QWidget* propietario)
   enfocarPosicion(lista.posicion);
 }
 
-EdiSEPA::~EdiSEPA() = default;
+EdiSEPA::~EdiSEPA() {
+  // Antes que sus controles: una caja que muere con el foco dentro avisa de la salida cuando los demás ya no
+  // están.
+  qDeleteAll(filas_);
+}
 
 void EdiSEPA::conectar() {
   for (FilaCampo* fila : filas_) {
