@@ -1,6 +1,7 @@
 #include "ventanas/principal/Comprobaciones.h"
 
 #include <QAction>
+#include <QHeaderView>
 #include <QLineEdit>
 #include <QTableView>
 #include <QTimer>
@@ -107,6 +108,36 @@ TEST_F(PruebaComprobaciones, DeLaAcumulacionAlCampo) {
   EXPECT_TRUE(lista.resumen().contains(" 51 registros")) << lista.resumen().toStdString();
   EXPECT_GE(lista.fila("A402"), 0);
   EXPECT_EQ(v.Acumulado->actual(), 0);
+}
+
+// Ordenar no pierde el hallazgo en que se estaba; y si el fichero ya no está, se sigue viendo lo de antes.
+TEST_F(PruebaComprobaciones, ElHallazgoActualNoSePierde) {
+  Ventana v(carpeta_);
+  v.elegir("mala.Q19");
+  v.hijo<QAction>("mnuComprobar")->trigger();
+  const Lista lista(v);
+  ASSERT_NE(lista.dialogo, nullptr);
+  auto* detalle = lista.dialogo->findChild<QLabel*>("Detalle");
+  lista.visor->setCurrentIndex(lista.visor->model()->index(lista.fila("E308"), 0));
+  const QString texto = detalle->text();
+  const int fila = lista.fila("E308");
+  for (const int columna : {1, 2}) {
+    auto* titulos = lista.visor->horizontalHeader();
+    QTest::mouseClick(titulos->viewport(), Qt::LeftButton, {},
+                      {titulos->sectionViewportPosition(columna) + 5, titulos->height() / 2});
+    EXPECT_EQ(lista.visor->currentIndex().row(), lista.fila("E308")) << columna;
+    EXPECT_EQ(detalle->text(), texto) << columna;
+  }
+  EXPECT_NE(lista.fila("E308"), fila) << "no se ha ordenado";
+
+  std::filesystem::remove(carpeta_ / "mala.Q19");
+  Cajas cajas{"Aceptar", "Aceptar"};
+  for (const char* boton : {"cmdRepetir", "cmdIr"}) {
+    QTest::mouseClick(lista.dialogo->findChild<QPushButton*>(boton), Qt::LeftButton);
+    EXPECT_EQ(detalle->text(), texto) << boton;
+  }
+  EXPECT_TRUE(cajas.Mensaje(1).startsWith("Error 53:")) << cajas.Mensaje(1).toStdString();
+  EXPECT_EQ(lista.resumen().count("Ha cambiado desde entonces."), 1) << lista.resumen().toStdString();
 }
 
 TEST_F(PruebaComprobaciones, AlGuardarSeDiceYSeVe) {

@@ -84,34 +84,33 @@ void Comprobaciones::conectar() {
 
 void Comprobaciones::comprobar() {
   const int fila = ui_->Visor->currentIndex().row();
-  hallazgos_.clear();
-  errores_ = avisos_ = 0;
-  caducada_ = false;
+  caducar();  // si no se puede comprobar, lo que se ve sigue siendo lo de antes
+  std::vector<remesa::Hallazgo> nuevos;
+  std::size_t errores = 0, avisos = 0;
+  const auto recoger = [&](remesa::Hallazgo&& hallazgo) {
+    std::size_t& cuantos = remesa::EsError(hallazgo.codigo) ? errores : avisos;
+    if (cuantos == kMaximo) return;
+    ++cuantos;
+    nuevos.push_back(std::move(hallazgo));
+  };
   remesa::ResultadoComprobacion resultado;
   {
     const comunes::Reloj reloj;
     comunes::Avance avance(tr("Comprobando…"));
-    resultado = comprobada_.comprobar([this](remesa::Hallazgo&& hallazgo) { recoger(std::move(hallazgo)); },
-                                      [&](std::uintmax_t mirados, std::uintmax_t total) {
-                                        return avance.avanzar(static_cast<double>(mirados),
-                                                              static_cast<double>(total));
-                                      });
+    resultado = comprobada_.comprobar(recoger, [&](std::uintmax_t mirados, std::uintmax_t total) {
+      return avance.avanzar(static_cast<double>(mirados), static_cast<double>(total));
+    });
   }
   // Los errores, delante; en cada nivel, primero lo del fichero entero y luego por registros.
-  std::ranges::stable_sort(hallazgos_, {}, [](const remesa::Hallazgo& h) {
+  std::ranges::stable_sort(nuevos, {}, [](const remesa::Hallazgo& h) {
     return std::pair(!remesa::EsError(h.codigo), h.registro);
   });
+  hallazgos_ = std::move(nuevos);
+  caducada_ = false;
   llenar(resultado);
   const int filas = modelo_->rowCount();
   if (filas > 0) ui_->Visor->setCurrentIndex(modelo_->index(std::clamp(fila, 0, filas - 1), 0));
   detallar();
-}
-
-void Comprobaciones::recoger(remesa::Hallazgo&& hallazgo) {
-  std::size_t& cuantos = remesa::EsError(hallazgo.codigo) ? errores_ : avisos_;
-  if (cuantos == kMaximo) return;
-  ++cuantos;
-  hallazgos_.push_back(std::move(hallazgo));
 }
 
 void Comprobaciones::llenar(const remesa::ResultadoComprobacion& resultado) {
@@ -150,17 +149,27 @@ void Comprobaciones::llenar(const remesa::ResultadoComprobacion& resultado) {
 }
 
 void Comprobaciones::ordenar(int columna) {
-  const comunes::SinRedibujo quieta(rejilla_);
-  for (int otra = 0; otra < rejilla_.Cols(); ++otra)
-    rejilla_.PonerEstilo(0, otra, {});
-  comunes::OrdenarColumna(rejilla_, columna, true);
+  const remesa::Hallazgo* senalado = actual();
+  {
+    const comunes::SinRedibujo quieta(rejilla_);
+    for (int otra = 0; otra < rejilla_.Cols(); ++otra)
+      rejilla_.PonerEstilo(0, otra, {});
+    comunes::OrdenarColumna(rejilla_, columna, true);
+  }
+  // Ordenar no deja ninguna fila actual: lo es la del mismo hallazgo, esté ahora donde esté.
+  for (int fila = 0; senalado != nullptr && fila < modelo_->rowCount(); ++fila)
+    if (hallazgoDe(fila) == senalado) ui_->Visor->setCurrentIndex(modelo_->index(fila, 0));
+  detallar();
+}
+
+const remesa::Hallazgo* Comprobaciones::hallazgoDe(int fila) const {
+  const std::size_t cual = rejilla_.TextMatrix(modelo_->FilaRejilla(fila), rejilla_.Cols() - 1).toUInt();
+  return cual < hallazgos_.size() ? &hallazgos_[cual] : nullptr;
 }
 
 const remesa::Hallazgo* Comprobaciones::actual() const {
   const QModelIndex indice = ui_->Visor->currentIndex();
-  if (!indice.isValid()) return nullptr;
-  const QString cual = rejilla_.TextMatrix(modelo_->FilaRejilla(indice.row()), rejilla_.Cols() - 1);
-  return &hallazgos_[cual.toUInt()];
+  return indice.isValid() ? hallazgoDe(indice.row()) : nullptr;
 }
 
 void Comprobaciones::detallar() {

@@ -46,20 +46,20 @@ class Comprobaciones : public QDialog {
  private:
   void preparar();
   void conectar();
-  void recoger(remesa::Hallazgo&& hallazgo);
   void llenar(const remesa::ResultadoComprobacion& resultado);
   void ordenar(int columna);
   void detallar();
   void ir();
   /// El hallazgo de la fila actual; nullptr si no hay ninguna.
   const remesa::Hallazgo* actual() const;
+  /// El de una fila del modelo.
+  const remesa::Hallazgo* hallazgoDe(int fila) const;
 
   std::unique_ptr<Ui::Comprobaciones> ui_;
   Comprobada comprobada_;
   std::vector<remesa::Hallazgo> hallazgos_;
   comunes::Rejilla rejilla_;
   std::unique_ptr<comunes::ModeloRejilla> modelo_;  // se va antes que su rejilla
-  std::size_t errores_ = 0, avisos_ = 0;            // recogidos
   bool caducada_ = false;
 };
 
