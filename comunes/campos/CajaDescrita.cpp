@@ -137,7 +137,8 @@ bool CajaDescrita::eventFilter(QObject* objeto, QEvent* evento) {
       Entrar();
       return false;
     case QEvent::FocusOut:
-      if (mueveElFoco(static_cast<QFocusEvent*>(evento)->reason())) Salir();
+      // La que ya no se ve puede estar destruyéndose, y lo que la rodea no estar ya: ni comprueba ni avisa.
+      if (mueveElFoco(static_cast<QFocusEvent*>(evento)->reason()) && caja_->isVisible()) Salir();
       return false;
     case QEvent::Hide:
       // Con la ventana, o ella sola, la caja se cierra sin que nadie compruebe lo escrito.

@@ -44,17 +44,19 @@ EntradaFiltrada::EntradaFiltrada(QLineEdit* linea)
 }
 
 bool EntradaFiltrada::Atender(QEvent* evento) {
-  if (linea_->isReadOnly()) return false;
+  // Solo se le pregunta por lo que hace el operador: mientras se destruye le llegan aún otros sucesos.
+  const auto escribible = [this] { return !linea_->isReadOnly(); };
   switch (evento->type()) {
     case QEvent::KeyPress:
-      return tecla(static_cast<QKeyEvent*>(evento));
+      return escribible() && tecla(static_cast<QKeyEvent*>(evento));
     case QEvent::InputMethod:
-      return metodoDeEntrada(static_cast<QInputMethodEvent*>(evento));
+      return escribible() && metodoDeEntrada(static_cast<QInputMethodEvent*>(evento));
     case QEvent::Drop:
-      return soltar(static_cast<QDropEvent*>(evento));
+      return escribible() && soltar(static_cast<QDropEvent*>(evento));
     case QEvent::MouseButtonRelease:
-      return botonCentral(static_cast<QMouseEvent*>(evento));
+      return escribible() && botonCentral(static_cast<QMouseEvent*>(evento));
     case QEvent::ContextMenu:
+      if (!escribible()) return false;
       menu(static_cast<QContextMenuEvent*>(evento)->globalPos());
       return true;
     default:
