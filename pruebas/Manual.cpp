@@ -102,6 +102,24 @@ TEST(Manual, F1AbreElApartadoDeLaVentanaEnQueSeEsta) {
   EXPECT_FALSE(general) << "no hay más que una";
 }
 
+// La caja es de la ayuda, que estaba activa: abrir otra no puede llevársela.
+TEST(Manual, F1EnUnaCajaAbiertaSobreLaAyuda) {
+  QTemporaryDir carpeta;
+  Ventana ventana(carpeta.path().toStdString());
+  QTest::keyClick(&ventana.frm, Qt::Key_F1);
+  const QPointer<comunes::MiniHelp> general = AyudaAbierta();
+  ASSERT_TRUE(general);
+  QTRY_VERIFY(QApplication::activeWindow() == general);
+  Cajas cajas;
+  cajas.Hacer([&](comunes::MyBox& caja) {
+    EXPECT_EQ(caja.parentWidget(), general);
+    QTest::keyClick(&caja, Qt::Key_F1);
+    Cajas::Pulsar(caja, "Aceptar");
+  });
+  EXPECT_EQ(comunes::MyMsgBox("Aviso", {}, 1, 1, 1), comunes::kAceptar);
+  EXPECT_TRUE(general);
+}
+
 TEST(Manual, CadaEntradaDelMenuAbreUnaVentanaYSoloUna) {
   QTemporaryDir carpeta;
   qputenv("XDG_DATA_HOME", carpeta.path().toUtf8());

@@ -31,6 +31,13 @@ QString& Manual() {
   return manual;
 }
 
+bool EsDuena(const QWidget& duena, const QWidget& ventana) {
+  const QWidget* w = &ventana;
+  while (w != nullptr && w != &duena)
+    w = w->parentWidget();
+  return w != nullptr;
+}
+
 }  // namespace
 
 void PonerAyuda(const QString& manual) {
@@ -45,7 +52,13 @@ void MostrarAyuda(QWidget& ventana) {
   static QPointer<MiniHelp> abierta;
   if (Manual().isEmpty() || &ventana == abierta) return;
   // Con otra dueña, una ventana modal la dejaría sin responder.
-  if (abierta && abierta->parentWidget() != &ventana) delete abierta;
+  if (abierta && abierta->parentWidget() != &ventana) {
+    // Una caja abierta sobre la ayuda es suya: quitarla se la llevaría.
+    if (EsDuena(*abierta, ventana))
+      abierta.clear();
+    else
+      delete abierta;
+  }
   const bool nueva = !abierta;
   if (nueva) {
     abierta = new MiniHelp(&ventana);
