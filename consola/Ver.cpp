@@ -62,7 +62,7 @@ void RecorrerLineas(const std::filesystem::path& ruta, const std::function<bool(
       if (resto.empty()) break;
       const std::size_t fin = resto.find('\r');
       linea.anadir(resto.substr(0, fin));
-      abierta = fin == resto.npos;
+      abierta = fin == std::string::npos;
       if (abierta) break;
       resto.remove_prefix(fin + 1);
       trasCR = true;
@@ -125,10 +125,12 @@ class Visor {
 bool Ajustes() {
   // La carpeta del programa solo se sabe con una aplicación creada.
   std::unique_ptr<QCoreApplication> aplicacion;
-  int argumentos = 1;
-  char nombre[] = "q19";
-  char* lista[] = {nombre, nullptr};
-  if (!QCoreApplication::instance()) aplicacion = std::make_unique<QCoreApplication>(argumentos, lista);
+  if (!QCoreApplication::instance()) {
+    static int argumentos = 1;
+    static char nombre[] = "q19";
+    static char* lista[] = {nombre, nullptr};
+    aplicacion = std::make_unique<QCoreApplication>(argumentos, lista);
+  }
   comunes::RutaAjustes = QCoreApplication::applicationDirPath() + QStringLiteral("/Tarvo.INI");
   if (QFileInfo(comunes::RutaAjustes).isFile()) return true;
   Avisar(Explicar(remesa::ErrorEjecucion(53), comunes::ARuta(comunes::RutaAjustes)));
@@ -174,8 +176,8 @@ void OrdenVer(CLI::App& q19, Accion& accion) {
       ->type_name("N")
       ->check(
           [](const std::string& numero) {
-            const bool cifras = numero.size() <= 18 && numero.find_first_not_of("0123456789") == numero.npos;
-            const bool cero = numero.find_first_not_of('0') == numero.npos;
+            const bool cifras = numero.size() <= 18 && numero.find_first_not_of("0123456789") == std::string::npos;
+            const bool cero = numero.find_first_not_of('0') == std::string::npos;
             return cifras && !cero ? std::string() : "ha de ser un número desde 1";
           },
           "");

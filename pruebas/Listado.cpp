@@ -147,7 +147,7 @@ TEST_F(ElListado, SaleEnteroYEnOrdenConSusCabezas) {
             .toStdString());
   }
   const int total = static_cast<int>(todas.indexOf("Total 123.542.024,16"));
-  ASSERT_GE(total, 0);
+  ASSERT_GT(total, 0);
   EXPECT_EQ(todas[total - 1], "GRANDE 123.456.789,01");
   EXPECT_EQ(
       todas.mid(total + 1).join(u'|').toStdString(),

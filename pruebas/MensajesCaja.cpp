@@ -98,7 +98,7 @@ TEST(MensajesCaja, SinModalVuelveConCeroYLaCajaViveHastaQueSePulsa) {
 
 TEST(MensajesCaja, SoloCuentaLaPrimeraPulsacionYCadaBotonTieneSuTecla) {
   EXPECT_EQ(kAbortar, ConTecla(5, 3, Qt::Key_B, Qt::AltModifier));
-  EXPECT_EQ(kSi, Preguntar(3, 1, [](MyBox& caja) {
+  EXPECT_EQ(kSi, Preguntar(3, 1, [](const MyBox& caja) {
               caja.Boton(1)->click();
               caja.Boton(0)->click();
             }));

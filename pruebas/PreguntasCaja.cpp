@@ -70,7 +70,7 @@ class PreguntasCaja : public testing::Test {
 TEST_F(PreguntasCaja, UnValorSeTecleaSeDejaYVuelveEnSuFormaDeEdicion) {
   struct Caso {
     const char *tipo, *defecto, *teclas;
-    const char* enseñado;  // al dejar el campo
+    const char* ensena;  // al dejar el campo
     const char* devuelto;
   };
   const Caso casos[] = {{"T(N) A(D) L(12)", "", "1234,5\r", "1.234,50", "1234.50"},
@@ -84,7 +84,7 @@ TEST_F(PreguntasCaja, UnValorSeTecleaSeDejaYVuelveEnSuFormaDeEdicion) {
                 EXPECT_TRUE(Campo(caja)->hasFocus());
                 Teclear(caja, c.teclas);
                 EXPECT_TRUE(caja.Boton(1)->hasFocus());
-                EXPECT_EQ(QString::fromUtf8(c.enseñado), Campo(caja)->text());
+                EXPECT_EQ(QString::fromUtf8(c.ensena), Campo(caja)->text());
                 Teclear(caja, "\r");
               }));
   }

@@ -47,9 +47,9 @@ std::string_view Lista(ValorCampo valor) {
 }
 
 bool EstaEn(std::string_view lista, std::string_view palabra) {
-  if (palabra.find(' ') != palabra.npos) return false;
+  if (palabra.find(' ') != std::string_view::npos) return false;
   const std::size_t donde = lista.find(palabra);
-  if (donde == lista.npos) return false;
+  if (donde == std::string_view::npos) return false;
   const std::size_t tras = donde + palabra.size();
   return (donde == 0 || lista[donde - 1] == ' ') && (tras == lista.size() || lista[tras] == ' ');
 }
@@ -71,11 +71,10 @@ class Comprobacion {
     const std::uint64_t antes = anotador_.errores() + anotador_.avisos();
     if (campo.valor == ValorCampo::TipoIdentificacion) identificacion_ = {};
     // Un registro sin versión o sin número de dato los tiene equivocados.
-    if (campo.valor == ValorCampo::Version || campo.valor == ValorCampo::NumeroDato)
-      conValor(campo, valor);
-    else if (EstaVacio(campo, valor))
+    const bool deTipo = campo.valor == ValorCampo::Version || campo.valor == ValorCampo::NumeroDato;
+    if (!deTipo && EstaVacio(campo, valor))
       vacio(campo);
-    else if (campo.tipo == TipoCampo::N && !SonCifras(bytes))
+    else if (!deTipo && campo.tipo == TipoCampo::N && !SonCifras(bytes))
       anotador_.campo(C::NoNumerico, campo);
     else
       conValor(campo, valor);
@@ -88,7 +87,7 @@ class Comprobacion {
   /// Un campo numérico que no es obligatorio puede venir con los ceros que lo rellenan.
   static bool EstaVacio(const Campo& campo, std::string_view valor) {
     if (valor.empty()) return true;
-    return campo.tipo == TipoCampo::N && !campo.obligatorio && valor.find_first_not_of('0') == valor.npos;
+    return campo.tipo == TipoCampo::N && !campo.obligatorio && valor.find_first_not_of('0') == std::string_view::npos;
   }
 
   void vacio(const Campo& campo) {
@@ -117,7 +116,7 @@ class Comprobacion {
           anotador_.campo(C::FechaInexistente, campo);
         break;
       case ValorCampo::Importe:
-        if (anotador_.clase() == ClaseRegistro::Adeudo && valor.find_first_not_of('0') == valor.npos)
+        if (anotador_.clase() == ClaseRegistro::Adeudo && valor.find_first_not_of('0') == std::string_view::npos)
           anotador_.campo(C::ImporteCero, campo);
         break;
       case ValorCampo::Identificador:

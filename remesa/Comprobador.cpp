@@ -17,7 +17,7 @@ constexpr Dia kFrstSobra{2016y, std::chrono::November, 1d};
 /// Blancos y la marca de fin de fichero de otros sistemas: no es un registro, sino una línea que sobra.
 bool EnBlanco(std::string_view bytes) {
   using namespace std::string_view_literals;
-  return bytes.find_first_not_of(" \t\x1A\0"sv) == bytes.npos;
+  return bytes.find_first_not_of(" \t\x1A\0"sv) == std::string_view::npos;
 }
 
 Posiciones Desde(std::uint64_t desde, std::uint64_t hasta) {

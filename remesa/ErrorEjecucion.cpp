@@ -82,7 +82,7 @@ ErrorEjecucion::ErrorEjecucion(int numero, std::filesystem::path fichero, const 
   if (!causa.empty()) texto_ += ": " + causa;
 }
 
-ErrorEjecucion::ErrorEjecucion(const std::error_code& causa, std::filesystem::path fichero)
+ErrorEjecucion::ErrorEjecucion(const std::error_code& causa, const std::filesystem::path& fichero)
     : ErrorEjecucion(NumeroDe(causa, fichero), fichero) {}
 
 }  // namespace remesa

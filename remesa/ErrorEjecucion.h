@@ -14,7 +14,7 @@ class ErrorEjecucion : public std::exception {
   /// `causa`: lo que el texto del número no dice, en minúscula y sin punto; se le añade tras dos puntos.
   explicit ErrorEjecucion(int numero, std::filesystem::path fichero = {}, const std::string& causa = {});
   /// El error de la plataforma que corresponde a un fallo del sistema de ficheros.
-  ErrorEjecucion(const std::error_code& causa, std::filesystem::path fichero);
+  ErrorEjecucion(const std::error_code& causa, const std::filesystem::path& fichero);
 
   int numero() const noexcept { return numero_; }
   const std::string& texto() const noexcept { return texto_; }

@@ -42,7 +42,7 @@ void QuitarTotales(ListaRegistros& acumulado) {
 Totales RecalcularTotales(ListaRegistros& acumulado, Resumen* resumen) {
   Recuento recuento;
   Resumidor resumidor;
-  std::string nuevo;
+  std::string nuevo;  // cppcheck-suppress variableScope ; fuera del bucle, aprovecha su memoria
   std::size_t i = 0;
   try {
     for (; i < acumulado.size(); ++i) {

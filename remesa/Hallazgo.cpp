@@ -60,11 +60,12 @@ constexpr auto kCodigos = [] {
 }();
 
 // Los textos se buscan por el valor de la enumeración.
-static_assert([] {
+constexpr bool EnOrden() {
   for (std::size_t i = 0; i < kTextosCodigo.size(); ++i)
     if (static_cast<std::size_t>(kTextosCodigo[i].first) != i) return false;
   return true;
-}());
+}
+static_assert(EnOrden());
 
 }  // namespace
 

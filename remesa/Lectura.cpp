@@ -27,7 +27,7 @@ std::size_t LecturaFichero::leer(std::span<char> destino) {
 }
 
 void LecturaFichero::comprobarFinal() {
-  std::array<char, 1> sobra;
+  std::array<char, 1> sobra{};
   leer(sobra);
 }
 

@@ -66,7 +66,7 @@ void ListaRegistros::guardarBloque(Bloque bloque) {
 // Un bloque no sabe quién lo mira: se averigua en un recorrido. Registros seguidos suelen estar en el mismo
 // bloque, así que casi siempre basta con mirar el último encontrado.
 void ListaRegistros::soltarBloquesMuertos() {
-  const std::less<const char*> antes;
+  const std::less<> antes;
   const auto inicio = [](const Bloque& bloque) { return bloque.datos.get(); };
   std::ranges::sort(bloques_, antes, inicio);
   const auto mismo = [&](const Bloque& a, const Bloque& b) { return inicio(a) == inicio(b); };

@@ -40,7 +40,7 @@ void OrdenRegistros::dar() {
   else
     return;
   const std::string_view admitidos = Admitidos(estado_);
-  if (admitidos.find(codigo) == admitidos.npos)
+  if (admitidos.find(codigo) == std::string_view::npos)
     anotador_.posiciones(CodigoHallazgo::FueraDeOrden, kCodigo, std::string(codigo), std::string(admitidos));
   else if (siguiente == Estado::Cabecera && estado_ == Estado::Bloque)
     mirarAcreedor();

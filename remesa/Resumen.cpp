@@ -10,7 +10,7 @@ namespace {
 
 bool Vacia(std::string_view linea) {
   using namespace std::string_view_literals;
-  return linea.find_first_not_of(" \t\n\x1A\0"sv) == linea.npos;
+  return linea.find_first_not_of(" \t\n\x1A\0"sv) == std::string_view::npos;
 }
 
 bool Dice(std::string_view registro, Posiciones donde, std::int64_t valor) {
@@ -75,7 +75,7 @@ void Resumidor::dar(std::string_view registro) {
 }
 
 void Resumidor::mirarForma(std::string_view registro) {
-  if (mirarLF_ && registro.find('\n') != registro.npos) apuntar(resumen_.conLF);
+  if (mirarLF_ && registro.find('\n') != std::string_view::npos) apuntar(resumen_.conLF);
   if (registro.size() == kLongitudRegistro) return;
   if (registro.size() > kLongitudRegistro)
     apuntar(resumen_.largos);

@@ -76,7 +76,7 @@ Control ComprobarIdentificador(std::string_view texto) {
   constexpr std::string_view kSignos = "/-?:().,'+ ";
   std::string limpio;
   std::ranges::copy_if(texto, std::back_inserter(limpio),
-                       [&](char c) { return kSignos.find(c) == kSignos.npos; });
+                       [&](char c) { return kSignos.find(c) == std::string_view::npos; });
   if (!TieneForma(limpio, kMinimo, kMaximo)) return {};
   if (limpio.starts_with(kEspana) && (limpio.size() != kEspanol || !SonCifras(campo(limpio, kSufijo))))
     return {};

@@ -26,7 +26,7 @@ class Filtro {
   qsizetype longitud() const { return longitud_; }
 
  private:
-  char32_t numero(const EstadoCaja& caja, char32_t tecla) const;
+  char32_t numero(const EstadoCaja& caja, char32_t c) const;
   bool esTipo(const char* letras) const;
 
   QString tipo_;

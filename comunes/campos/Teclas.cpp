@@ -36,7 +36,7 @@ QString textoDe(int tecla, Qt::KeyboardModifiers modificadores) {
   if (tecla == Qt::Key_Backspace) return QStringLiteral("\b");
   if (tecla < Qt::Key_Space || tecla > Qt::Key_Z) return {};
   const QString letra = QChar(static_cast<char16_t>(tecla));
-  return modificadores & Qt::ShiftModifier ? letra : letra.toLower();
+  return (modificadores & Qt::ShiftModifier) ? letra : letra.toLower();
 }
 
 }  // namespace

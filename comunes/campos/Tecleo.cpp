@@ -25,7 +25,7 @@ constexpr char kRelleno[] = "RellenoSinFoco";
 constexpr int kFondoFoco = 0xFFFFC0;  // azul, verde y rojo: un cian pálido
 
 QColor desdeBgr(int bgr) {
-  return QColor(bgr & 0xFF, (bgr >> 8) & 0xFF, (bgr >> 16) & 0xFF);
+  return {bgr & 0xFF, (bgr >> 8) & 0xFF, (bgr >> 16) & 0xFF};
 }
 
 int haciaBgr(const QColor& color) {

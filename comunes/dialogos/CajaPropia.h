@@ -28,7 +28,7 @@ class CajaPropia {
     caja_->setWindowModality(Qt::ApplicationModal);
     caja_->exec();
     QCoreApplication::processEvents();
-    return caja_ ? caja_->Resultado() : 0;
+    return caja_.isNull() ? 0 : caja_->Resultado();
   }
 
  private:

@@ -104,7 +104,7 @@ void Cifrado(QPainter& p) {
 }  // namespace
 
 ImagenCaja::ImagenCaja(QWidget* padre) : QWidget(padre) {
-  setFixedSize(sizeHint());
+  setFixedSize(ImagenCaja::sizeHint());
 }
 
 void ImagenCaja::PonerIcono(int indice) {

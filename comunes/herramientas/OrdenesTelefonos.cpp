@@ -106,7 +106,8 @@ void Telefonos::cambiar() {
                    [&](const Contacto& contacto) { return contacto.clave == claves.front(); });
   if (elegido == vista.contactos.end()) return;
   decir({});
-  const Contacto antes = *elegido;
+  // Una copia: la lista cambia con la ficha abierta.
+  const Contacto antes = *elegido;  // NOLINT(performance-unnecessary-copy-initialization)
   FichaContacto ficha(
       antes, [&](const Contacto& contacto) { return guardar(antes, contacto); }, this);
   ficha.exec();

@@ -10,7 +10,7 @@ namespace {
 using Fallo = Sumadora::Fallo;
 
 // Un valor no llega a 10^18: el producto de dos y un dividendo con seis decimales más caben en 128 bits.
-__extension__ typedef __int128 Ancho;
+__extension__ typedef __int128 Ancho;  // NOLINT(modernize-use-using): -Wpedantic solo lo admite así
 constexpr Millonesimas kLimite = 1'000'000'000'000'000'000;
 constexpr Millonesimas kUno = 1'000'000;
 

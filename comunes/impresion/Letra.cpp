@@ -34,10 +34,11 @@ const QString& familia() {
 }  // namespace
 
 Letra::Letra(bool negrita)
-    : negrita_(negrita), cruda_(QRawFont::fromFont(Fuente(kCuerpo))), avances_(0x10000, kSinMedir) {
-  ascenso_ = cruda_.ascent() / kCuerpo;
-  descenso_ = cruda_.descent() / kCuerpo;
-}
+    : negrita_(negrita),
+      cruda_(QRawFont::fromFont(Fuente(kCuerpo))),
+      ascenso_(cruda_.ascent() / kCuerpo),
+      descenso_(cruda_.descent() / kCuerpo),
+      avances_(0x10000, kSinMedir) {}
 
 QFont Letra::Fuente(int tamano) const {
   QFont fuente(familia());

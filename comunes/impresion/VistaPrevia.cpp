@@ -50,7 +50,7 @@ class VistaPrevia : public QDialog {
 
  private:
   QPushButton* boton(QHBoxLayout* fila, const char* nombre, const QString& titulo,
-                     const QList<QKeySequence>& teclas, std::function<void()> accion) {
+                     const QList<QKeySequence>& teclas, const std::function<void()>& accion) {
     auto* b = new QPushButton(titulo, this);
     b->setObjectName(nombre);
     b->setAutoDefault(false);

@@ -17,12 +17,13 @@ std::optional<QLocale> localePuesto;
 /// Suma uno a la última cifra de `c`, con las llevadas.
 void sumarUno(Cifras& c) {
   for (std::string* parte : {&c.decimales, &c.enteras}) {
-    for (auto cifra = parte->rbegin(); cifra != parte->rend(); ++cifra) {
-      if (*cifra != '9') {
-        ++*cifra;
+    for (std::size_t i = parte->size(); i-- > 0;) {
+      char& cifra = (*parte)[i];
+      if (cifra != '9') {
+        ++cifra;
         return;
       }
-      *cifra = '0';
+      cifra = '0';
     }
   }
   c.enteras.insert(c.enteras.begin(), '1');

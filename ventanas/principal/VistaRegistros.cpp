@@ -106,7 +106,7 @@ void VistaRegistros::keyPressEvent(QKeyEvent* evento) {
       return;
     case Qt::Key_Left:
     case Qt::Key_Right: {
-      const int paso = (evento->modifiers() & Qt::ControlModifier ? 50 : 10) * columnas_.ancho();
+      const int paso = ((evento->modifiers() & Qt::ControlModifier) ? 50 : 10) * columnas_.ancho();
       QScrollBar* barra = horizontalScrollBar();
       barra->setValue(barra->value() + (evento->key() == Qt::Key_Left ? -paso : paso));
       return;
@@ -147,7 +147,7 @@ void VistaRegistros::dataChanged(const QModelIndex& desde, const QModelIndex& ha
   // QListView recolocaría todas las filas y su base mediría una a una las del intervalo; aquí miden siempre
   // lo mismo.
   if (desde == hasta)
-    QAbstractItemView::dataChanged(desde, hasta, papeles);
+    QAbstractItemView::dataChanged(desde, hasta, papeles);  // NOLINT(bugprone-parent-virtual-call)
   else
     viewport()->update();
 }
