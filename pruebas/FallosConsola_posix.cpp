@@ -221,13 +221,13 @@ class Detenida {
       proceso_.setWorkingDirectory(carpeta);
       proceso_.start(PROGRAMA_Q19, {"unir", "-o", salida, nombre});
       EXPECT_TRUE(proceso_.waitForStarted());
-      while (proceso_.state() == QProcess::Running && leidos(nombre) == 0)
+      while (proceso_.state() == QProcess::Running && leidos(nombre) <= kCabeza)
         proceso_.waitForFinished(0);
       if (proceso_.state() != QProcess::Running) continue;
       ::kill(static_cast<pid_t>(proceso_.processId()), SIGSTOP);
       QThread::msleep(20);
       const qint64 van = leidos(nombre);
-      detenida_ = van > 0 && van < QFileInfo(carpeta + '/' + nombre).size() / 2;
+      detenida_ = van > kCabeza && van < QFileInfo(carpeta + '/' + nombre).size() / 2;
       if (!detenida_) ::kill(static_cast<pid_t>(proceso_.processId()), SIGCONT);
     }
     EXPECT_TRUE(detenida_);
@@ -242,6 +242,9 @@ class Detenida {
   }
 
  private:
+  // Más de lo que se lee, antes de unir, para saber si es una remesa: cambiado entonces, se une lo cambiado.
+  static constexpr qint64 kCabeza = qint64{8} << 20;
+
   /// Bytes que lleva leídos del fichero; 0 si no lo tiene abierto.
   qint64 leidos(const QString& nombre) const {
     const QString procesos = QStringLiteral("/proc/%1/").arg(proceso_.processId());
