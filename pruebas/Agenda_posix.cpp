@@ -1,9 +1,9 @@
 // El fichero de la agenda con varios programas a la vez, y con uno que muere al guardar.
 
-#include <signal.h>
 #include <sys/wait.h>
 
 #include <QDir>
+#include <csignal>
 
 #include "Registros.h"
 #include "comunes/herramientas/FicheroAgenda.h"

@@ -181,7 +181,7 @@ TEST_F(PruebaComprobacion, RegistrosDeMasDeMenosYFueraDeSitio) {
   const auto quitar = [](std::size_t cual) {
     return [cual](Registros& r) { r.erase(r.begin() + static_cast<std::ptrdiff_t>(cual)); };
   };
-  const auto poner = [](std::size_t donde, std::string registro) {
+  const auto poner = [](std::size_t donde, const std::string& registro) {
     return [=](Registros& r) { r.insert(r.begin() + static_cast<std::ptrdiff_t>(donde), registro); };
   };
   const Registros buena = Buena();

@@ -3,7 +3,6 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
-#include <signal.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -16,6 +15,7 @@
 #include <QTemporaryDir>
 #include <QThread>
 #include <algorithm>
+#include <csignal>
 #include <random>
 
 namespace {
@@ -343,7 +343,7 @@ TEST_F(FallosConsola, UnaMuerteAlUnirDejaLoViejoOLoNuevo) {
     ASSERT_TRUE(ahora == queda || ahora == bien[i % 2]) << "muerte " << i << ": " << ahora.size() << " bytes";
     cambios += ahora != queda;
     queda = ahora;
-    aMedias += temporales().size() > 0;
+    aMedias += !temporales().empty();
     ASSERT_LE(temporales().size(), 1) << "los quita el siguiente que guarda";
   }
   EXPECT_GT(aMedias, muertes / 20) << "apenas se ha matado a nadie guardando";

@@ -2,7 +2,6 @@
 #include "Guardado.h"
 
 using namespace remesa;
-namespace fs = std::filesystem;
 using pruebas::Guardados;
 using pruebas::Lista;
 using pruebas::Nombres;

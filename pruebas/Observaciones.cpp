@@ -22,6 +22,7 @@ Registros Remesa(const Registros& adeudos, const std::string& acreedor = kA) {
 
 std::vector<C> Clases(const std::vector<Observacion>& observaciones) {
   std::vector<C> clases;
+  clases.reserve(observaciones.size());
   for (const Observacion& o : observaciones)
     clases.push_back(o.clase);
   return clases;

@@ -52,7 +52,7 @@ class LaAgenda : public pruebas::Carpeta {
   QString cuenta() { return hijo<QLabel>("Cuenta")->text(); }
 
   /// En cuanto se abra la ventana modal `nombre`, le hace `accion`.
-  static void enModal(const QString& nombre, std::function<void(QWidget&)> accion) {
+  static void enModal(const QString& nombre, const std::function<void(QWidget&)>& accion) {
     QTimer::singleShot(0, [nombre, accion] {
       QWidget* modal = QApplication::activeModalWidget();
       ASSERT_NE(modal, nullptr) << nombre.toStdString();

@@ -34,7 +34,7 @@ std::string Totales04(const std::vector<std::string>& lista) {
          std::string(remesa::campo(total, remesa::kRegistros04));
 }
 
-std::vector<std::string> Recalculada(std::vector<std::string> registros) {
+std::vector<std::string> Recalculada(const std::vector<std::string>& registros) {
   remesa::ListaRegistros lista = Lista(registros);
   remesa::RecalcularTotales(lista);
   return Bytes(lista);

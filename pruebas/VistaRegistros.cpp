@@ -12,7 +12,7 @@ using namespace principal;
 
 TEST(VistaRegistros, SoloSeiscientasPosicionesYLoInvisibleConSuSigno) {
   VistaRegistros vista;
-  std::string larga(60'000'000, 'x');
+  std::string larga(60'000'000, 'x');  // NOLINT(bugprone-string-constructor)
   larga[0] = '\0';
   larga[1] = '\n';
   larga[2] = '\x81';
