@@ -95,9 +95,7 @@ Salida Comprobar(const PeticionComprobar& peticion) {
       Avance avance(QStringLiteral("Comprobando"), ruta);
       const auto resultado = remesa::ComprobarFichero(
           ruta, hoy,
-          [&](remesa::Hallazgo&& h) {
-            lineas.dar(peticion.json ? EnJson(h, fichero) : EnLinea(h, fichero));
-          },
+          [&](remesa::Hallazgo&& h) { lineas.dar(peticion.json ? EnJson(h, fichero) : EnLinea(h, fichero)); },
           [&](std::uintmax_t leidos, std::uintmax_t total) {
             avance.poner(leidos, total);
             return lineas.escrito();

@@ -176,7 +176,8 @@ void OrdenVer(CLI::App& q19, Accion& accion) {
       ->type_name("N")
       ->check(
           [](const std::string& numero) {
-            const bool cifras = numero.size() <= 18 && numero.find_first_not_of("0123456789") == std::string::npos;
+            const bool cifras =
+                numero.size() <= 18 && numero.find_first_not_of("0123456789") == std::string::npos;
             const bool cero = numero.find_first_not_of('0') == std::string::npos;
             return cifras && !cero ? std::string() : "ha de ser un número desde 1";
           },

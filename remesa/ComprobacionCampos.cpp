@@ -87,7 +87,8 @@ class Comprobacion {
   /// Un campo numérico que no es obligatorio puede venir con los ceros que lo rellenan.
   static bool EstaVacio(const Campo& campo, std::string_view valor) {
     if (valor.empty()) return true;
-    return campo.tipo == TipoCampo::N && !campo.obligatorio && valor.find_first_not_of('0') == std::string_view::npos;
+    return campo.tipo == TipoCampo::N && !campo.obligatorio &&
+           valor.find_first_not_of('0') == std::string_view::npos;
   }
 
   void vacio(const Campo& campo) {
@@ -116,7 +117,8 @@ class Comprobacion {
           anotador_.campo(C::FechaInexistente, campo);
         break;
       case ValorCampo::Importe:
-        if (anotador_.clase() == ClaseRegistro::Adeudo && valor.find_first_not_of('0') == std::string_view::npos)
+        if (anotador_.clase() == ClaseRegistro::Adeudo &&
+            valor.find_first_not_of('0') == std::string_view::npos)
           anotador_.campo(C::ImporteCero, campo);
         break;
       case ValorCampo::Identificador:

@@ -4,8 +4,8 @@
 
 namespace remesa {
 
-/// El fichero al que llevan los enlaces simbólicos de `pedido`; también si aún no existe. Lanza ErrorEjecucion
-/// 75 si dan vueltas.
+/// El fichero al que llevan los enlaces simbólicos de `pedido`; también si aún no existe. Lanza
+/// ErrorEjecucion 75 si dan vueltas.
 std::filesystem::path SeguirEnlaces(const std::filesystem::path& pedido);
 
 }  // namespace remesa

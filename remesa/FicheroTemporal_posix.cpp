@@ -56,8 +56,8 @@ std::optional<struct stat> EstadoDestino(const fs::path& ruta, const fs::path& p
   return estado;
 }
 
-// Cada cuántos bytes escritos se manda al disco lo que hay: el disco trabaja mientras se prepara lo demás, y el
-// volcado del final solo espera por lo último.
+// Cada cuántos bytes escritos se manda al disco lo que hay: el disco trabaja mientras se prepara lo demás, y
+// el volcado del final solo espera por lo último.
 constexpr std::uintmax_t kTramoDisco = std::uintmax_t{4} << 20;
 
 bool EsTemporal(const std::string& nombre) {

@@ -135,7 +135,8 @@ void Guardado(benchmark::State& estado) {
 }
 
 void Tamanos(benchmark::internal::Benchmark* medida) {
-  medida->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->UseRealTime()->MinTime(0.3)->Unit(benchmark::kMillisecond);
+  medida->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->UseRealTime()->MinTime(0.3)->Unit(
+      benchmark::kMillisecond);
 }
 
 BENCHMARK(LecturaCruda)->Name("Leer un fichero, sin más")->Apply(Tamanos);

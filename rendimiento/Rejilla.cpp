@@ -1,5 +1,5 @@
-// La rejilla: cada operación ha de quedar muy por debajo de un segundo con 100.000 filas y crecer con ellas, no con
-// su cuadrado.
+// La rejilla: cada operación ha de quedar muy por debajo de un segundo con 100.000 filas y crecer con ellas,
+// no con su cuadrado.
 #include "comunes/rejilla/Rejilla.h"
 
 #include <benchmark/benchmark.h>
@@ -68,7 +68,8 @@ void SumarImportes(benchmark::State& estado) {
 }
 
 void Tamanos(benchmark::internal::Benchmark* medida) {
-  medida->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->UseRealTime()->MinTime(0.3)->Unit(benchmark::kMillisecond);
+  medida->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->UseRealTime()->MinTime(0.3)->Unit(
+      benchmark::kMillisecond);
 }
 
 }  // namespace

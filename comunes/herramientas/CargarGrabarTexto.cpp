@@ -29,8 +29,8 @@ std::optional<QString> textoUtf8(const QByteArray& bytes) {
   return entero && texto.toUtf8() == resto ? std::optional(texto) : std::nullopt;
 }
 
-/// Una línea se maqueta entera cada vez que cambia algo de ella: con un millón de caracteres, la caja tarda del
-/// orden de un segundo en cada tecla.
+/// Una línea se maqueta entera cada vez que cambia algo de ella: con un millón de caracteres, la caja tarda
+/// del orden de un segundo en cada tecla.
 bool Desiste(const QStringList& lineas) {
   constexpr qsizetype kLineaEnorme = 1'000'000;
   qsizetype mayor = 0;
