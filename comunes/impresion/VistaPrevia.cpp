@@ -43,6 +43,8 @@ class VistaPrevia : public QDialog {
     connect(visor_, &QPrintPreviewWidget::previewChanged, this, &VistaPrevia::actualizar);
     resize(900, 800);
     FuentesVentana(*this);
+    const QMargins bordes = columna->contentsMargins();
+    setMinimumWidth(tamano_->sizeHint().width() + bordes.left() + bordes.right());
     DisponerVentana(*this);
     visor_->fitInView();
     visor_->updatePreview();
@@ -88,9 +90,10 @@ class VistaPrevia : public QDialog {
 
   void resizeEvent(QResizeEvent* suceso) override {
     QDialog::resizeEvent(suceso);
-    const int cabe = botones_->itemAtPosition(0, 0)->sizeHint().width() + tamano_->sizeHint().width() +
-                     botones_->horizontalSpacing();
-    const bool debajo = cabe > contentsRect().width() - layout()->contentsMargins().left() * 2;
+    const QMargins bordes = layout()->contentsMargins();
+    const int sitio = width() - bordes.left() - bordes.right();
+    const int paginas = botones_->itemAtPosition(0, 0)->sizeHint().width();
+    const bool debajo = paginas + botones_->horizontalSpacing() + tamano_->sizeHint().width() > sitio;
     if (debajo == (botones_->itemAtPosition(1, 0) != nullptr)) return;
     botones_->removeItem(tamano_);
     tamano_->setParent(nullptr);
