@@ -271,7 +271,7 @@ class Mono : public QObject {
     pulsar(control, vez(90) ? Qt::LeftButton : Qt::RightButton);
   }
 
-  void pulsar(QPointer<QWidget> w, Qt::MouseButton boton) {
+  void pulsar(const QPointer<QWidget>& w, Qt::MouseButton boton) {
     static constexpr Qt::KeyboardModifier kTeclas[] = {Qt::NoModifier, Qt::NoModifier, Qt::ShiftModifier,
                                                        Qt::ControlModifier};
     const QPoint donde(hasta(std::max(1, w->width())), hasta(std::max(1, w->height())));
