@@ -4,7 +4,8 @@ add_compile_options("$<$<CONFIG:Release>:-fstack-protector-strong;-U_FORTIFY_SOU
 add_compile_definitions($<$<CONFIG:Release>:_GLIBCXX_ASSERTIONS>)
 if(WIN32)
   # De la mingw-w64 de Debian: ASLR de 64 bits y DEP, que el enlazador pone también por su cuenta.
-  add_link_options($<$<CONFIG:Release>:LINKER:--dynamicbase,--high-entropy-va,--nxcompat>)
+  # La protección de la pila está allí en una biblioteca, que se enlaza si se pide también al enlazar.
+  add_link_options("$<$<CONFIG:Release>:-fstack-protector-strong;LINKER:--dynamicbase,--high-entropy-va,--nxcompat>")
 else()
   add_compile_options("$<$<CONFIG:Release>:-fPIE;-fstack-clash-protection;-fcf-protection>")
   add_link_options("$<$<CONFIG:Release>:-pie;LINKER:-z,relro,-z,now>")
