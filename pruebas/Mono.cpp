@@ -412,7 +412,7 @@ class PruebaMono : public Carpeta {
  protected:
   void SetUp() override {
     Carpeta::SetUp();
-    qputenv("XDG_DATA_HOME", carpeta_.c_str());
+    qputenv("XDG_DATA_HOME", carpeta_.string().c_str());
     std::filesystem::create_directories(carpeta_ / "carpeta.Q19");
     std::filesystem::create_directory(carpeta_ / "entradas");
     std::filesystem::copy(DIR_PROYECTO "/app/Tarvo.INI", carpeta_ / "Tarvo.INI");
