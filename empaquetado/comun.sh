@@ -18,4 +18,4 @@ cache_windows=${XDG_CACHE_HOME:-$HOME/.cache}/unirq19/windows
 paquetes_toolkit=(g++-mingw-w64-x86-64-posix cmake ninja-build qt6-base-dev qt6-base-dev-tools dpkg-dev
                   googletest libcli11-dev)
 paquetes_windows=(nsis cmark-gfm qt6-translations-l10n fonts-liberation)
-paquetes_wine=(wine wine64 locales fonts-wine xvfb xauth openbox xdotool imagemagick poppler-utils)
+paquetes_wine=(wine wine64 locales fonts-wine fonts-dejavu-core xvfb xauth openbox xdotool imagemagick poppler-utils)
