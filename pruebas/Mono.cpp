@@ -285,8 +285,10 @@ class Mono : public QObject {
     if (w && vez(10))
       QTest::mouseMove(w, QPoint(hasta(std::max(1, w->width())), hasta(std::max(1, w->height()))));
     if (w) QTest::mouseRelease(w, boton, tecla, donde);
-    if (w && doble) QTest::mouseDClick(w, boton, tecla, donde);
-    if (w && doble) QTest::mouseRelease(w, boton, tecla, donde);
+    if (w && doble) {
+      QTest::mouseDClick(w, boton, tecla, donde);
+      if (w) QTest::mouseRelease(w, boton, tecla, donde);
+    }
     if (w && boton == Qt::RightButton) {
       QContextMenuEvent menu(QContextMenuEvent::Mouse, donde, w->mapToGlobal(donde));
       QApplication::sendEvent(w, &menu);
