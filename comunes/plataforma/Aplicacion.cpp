@@ -1,5 +1,7 @@
 #include "comunes/plataforma/Aplicacion.h"
 
+#include <QAbstractButton>
+#include <QAction>
 #include <QMessageBox>
 
 #include "comunes/plataforma/Aviso.h"
@@ -7,6 +9,23 @@
 #include "comunes/plataforma/Ventanas.h"
 
 namespace comunes {
+
+namespace {
+
+/// Calla las órdenes de una ventana mientras otra modal la tapa: el ratón y el teclado no le llegan, pero una
+/// ayuda técnica pulsa sus botones sin pasar por ellos. La que tapa puede ser hija suya.
+void callarOrdenes(QWidget& ventana, bool tapada) {
+  const auto suya = [&ventana](const QObject* control) {
+    const auto* w = qobject_cast<const QWidget*>(control);
+    return w != nullptr && w->window() == &ventana;
+  };
+  for (auto* boton : ventana.findChildren<QAbstractButton*>())
+    if (suya(boton)) boton->blockSignals(tapada);
+  for (auto* accion : ventana.findChildren<QAction*>())
+    if (suya(accion->parent())) accion->blockSignals(tapada);
+}
+
+}  // namespace
 
 Aplicacion::Aplicacion(int& argc, char** argv) : QApplication(argc, argv) {
   PonerIdioma(*this);
@@ -16,6 +35,9 @@ Aplicacion::Aplicacion(int& argc, char** argv) : QApplication(argc, argv) {
 
 bool Aplicacion::notify(QObject* receptor, QEvent* evento) {
   bool atendido = true;
+  if (receptor->isWidgetType() &&
+      (evento->type() == QEvent::WindowBlocked || evento->type() == QEvent::WindowUnblocked))
+    callarOrdenes(static_cast<QWidget&>(*receptor), evento->type() == QEvent::WindowBlocked);
   Proteger([&] { atendido = QApplication::notify(receptor, evento); });
   return atendido;
 }
