@@ -245,11 +245,18 @@ TEST_F(Tecleando, NadaEntraSinFiltrarYTodoSeDeshace) {
   auto* ayuda = QAccessible::queryAccessibleInterface(caja)->editableTextInterface();
   ayuda->replaceText(0, 3, "x7y");
   EXPECT_EQ("7", caja->text().toStdString());
+  // Un número entero sobre otro no se lee por partes.
+  for (const char* antes : {"1000.00", "1234.50", "1500"}) {
+    Entra("T(n) A(D) L(11)");
+    PonerTexto(caja, antes);
+    QAccessible::queryAccessibleInterface(caja)->setText(QAccessible::Value, "1.500,00");
+    EXPECT_EQ("1500.00", caja->text().toStdString()) << antes;
+  }
   // Sin entrar en ella, queda como al dejarla; una deshabilitada no cambia.
   otra->setFocus();
   CajaDescrita* descrita = Describir(caja, "T(N) A(D) L(9)");
   QSignalSpy salidas(descrita, &CajaDescrita::haSalido);
-  QAccessible::queryAccessibleInterface(caja)->setText(QAccessible::Value, "a1.234,567");
+  QAccessible::queryAccessibleInterface(caja)->setText(QAccessible::Value, "a1.23,567");
   EXPECT_EQ("1,23", caja->text().toStdString());
   ayuda->replaceText(0, 4, "1.234,5");
   EXPECT_EQ("1.234,50", caja->text().toStdString());
@@ -257,6 +264,22 @@ TEST_F(Tecleando, NadaEntraSinFiltrarYTodoSeDeshace) {
   caja->setEnabled(false);
   ayuda->replaceText(0, 1, "9");
   EXPECT_EQ("1.234,50", caja->text().toStdString());
+}
+
+TEST_F(Tecleando, LoQueComponeUnaTeclaMuertaEsUnaTecla) {
+  const auto compone = [this](const char* texto) {
+    QInputMethodEvent evento;
+    evento.setCommitString(QString::fromUtf8(texto));
+    QApplication::sendEvent(caja, &evento);
+  };
+  Entra("T(M) A(I) L(3) +[x]", "AB");
+  compone("é");
+  EXPECT_EQ("É", caja->text().toStdString());  // todo estaba seleccionado
+  EXPECT_FALSE(SeHaMovido());
+  compone("à");
+  compone("ê");
+  EXPECT_EQ("ÉÀÊ", caja->text().toStdString());
+  EXPECT_TRUE(SeHaMovido());
 }
 
 TEST_F(Tecleando, ElRatonQueEntraSeleccionaTodoYLuegoPoneElCursor) {

@@ -15,6 +15,7 @@
 #include "comunes/campos/CajaDescrita.h"
 #include "comunes/campos/Filtro.h"
 #include "comunes/campos/Tecleo.h"
+#include "comunes/plataforma/Formatos.h"
 
 namespace comunes {
 
@@ -86,15 +87,27 @@ bool EntradaFiltrada::tecla(QKeyEvent* evento) {
     evento->ignore();
     return true;
   }
-  for (char32_t c : evento->text().toUcs4()) {
-    TagKeyPress(linea_, c);
-    if (c != 0) escribir(QString::fromUcs4(&c, 1));
-  }
+  for (const char32_t c : evento->text().toUcs4())
+    escribirTecla(c);
   return true;
+}
+
+void EntradaFiltrada::escribirTecla(char32_t tecla) {
+  TagKeyPress(linea_, tecla);
+  if (tecla != 0) escribir(QString::fromUcs4(&tecla, 1));
 }
 
 bool EntradaFiltrada::metodoDeEntrada(QInputMethodEvent* evento) {
   if (evento->commitString().isEmpty()) return false;
+  // Lo que compone una tecla muerta ("´" y "e") es una tecla más.
+  const auto puntos = evento->commitString().toUcs4();
+  if (puntos.size() == 1 && evento->replacementLength() == 0) {
+    QInputMethodEvent compuesto(evento->preeditString(), evento->attributes());
+    linea_->event(&compuesto);
+    escribirTecla(puntos.first());
+    evento->accept();
+    return true;
+  }
   EstadoCaja estado = estadoDe(linea_);
   if (evento->replacementLength() > 0) {
     estado.texto.remove(estado.cursor, estado.seleccion);
@@ -212,8 +225,16 @@ void EntradaFiltrada::filtrarLoNuevo(QString& texto, int& cursor) const {
     ++fin;
   const qsizetype entra = texto.size() - inicio - fin;
   if (entra == 0) return;
+  const Filtro filtro(Descriptor(linea_));
+  // Un número con grupos se lee entero: en su parte nueva, el separador sería el signo decimal. Un solo
+  // carácter es una tecla, salvo que sea ese separador.
+  if ((entra > 1 || texto.mid(inicio, 1) == SignoGrupo()) && filtro.EsNumeroConGrupos(texto)) {
+    texto = filtro.Texto({}, texto);
+    cursor = static_cast<int>(texto.size());
+    return;
+  }
   const EstadoCaja estado{texto.left(inicio) + texto.right(fin), inicio, 0};
-  const QString filtrado = Filtro(Descriptor(linea_)).Texto(estado, texto.mid(inicio, entra));
+  const QString filtrado = filtro.Texto(estado, texto.mid(inicio, entra));
   if (filtrado == texto.mid(inicio, entra)) return;
   texto = texto.left(inicio) + filtrado + texto.right(fin);
   cursor = static_cast<int>(inicio + filtrado.size());

@@ -31,6 +31,7 @@ class EntradaFiltrada : public QValidator {
   void menu(const QPoint& lugar);
   void pegar(const QString& texto);
   void escribir(const QString& filtrado);
+  void escribirTecla(char32_t tecla);
   void deshacer();
   void rehacer();
   void filtrarLoNuevo(QString& texto, int& cursor) const;

@@ -37,17 +37,25 @@ char32_t letraNif(const EstadoCaja& caja) {
   return puntos.isEmpty() ? 0 : puntos.last();
 }
 
-/// Un número con grupos de tres bien puestos ("1.234,50"), en su forma de edición: carácter a carácter, el
-/// primer punto sería el decimal y el importe, otro. Lo demás queda igual.
+/// Un número con grupos de tres bien puestos ("1.234,50", y lo que lleve alrededor: "€ 1.234,50"), en su
+/// forma de edición: carácter a carácter, el primer punto sería el decimal y el importe, otro. Con los signos
+/// cambiados
+/// ("1,234.50") no cabe duda si están los dos. Lo demás queda igual.
 QString sinGrupos(const QString& texto) {
-  const QRegularExpression forma(
-      QStringLiteral("\\A\\s*(-?[0-9]{1,3}(?:%1[0-9]{3})+)(?:%2([0-9]*))?\\s*\\z")
-          .arg(QRegularExpression::escape(SignoGrupo()), QRegularExpression::escape(SignoDecimal())));
-  const auto partes = forma.match(texto);
-  if (!partes.hasMatch()) return texto;
-  QString numero = partes.captured(1).remove(SignoGrupo());
-  if (partes.capturedStart(2) >= 0) numero += QLatin1Char('.') + partes.captured(2);
-  return numero;
+  const auto leer = [&texto](const QString& grupo, const QString& decimal, QLatin1String veces) -> QString {
+    const QRegularExpression forma(
+        QStringLiteral("\\A(\\D*)([0-9]{1,3}(?:%1[0-9]{3})+)(?:%2([0-9]*))%3(\\D*)\\z")
+            .arg(QRegularExpression::escape(grupo), QRegularExpression::escape(decimal), veces));
+    const auto partes = forma.match(texto);
+    if (!partes.hasMatch()) return {};
+    const QLatin1Char menos('-');
+    QString numero = partes.captured(2).remove(grupo);
+    if (partes.captured(1).contains(menos) || partes.captured(4).contains(menos)) numero.prepend(menos);
+    return partes.capturedStart(3) < 0 ? numero : numero + QLatin1Char('.') + partes.captured(3);
+  };
+  QString numero = leer(SignoGrupo(), SignoDecimal(), QLatin1String("?"));
+  if (numero.isNull()) numero = leer(SignoDecimal(), SignoGrupo(), QLatin1String());
+  return numero.isNull() ? texto : numero;
 }
 
 }  // namespace
@@ -90,6 +98,10 @@ char32_t Filtro::Tecla(const EstadoCaja& caja, char32_t tecla) const {
   if (esTipo("X") && tecla == U'?') return letraNif(caja);
   if (esTipo("MXI")) return QChar::toUpper(tecla);
   return tecla;
+}
+
+bool Filtro::EsNumeroConGrupos(const QString& texto) const {
+  return esTipo("Nn") && sinGrupos(texto) != texto;
 }
 
 QString Filtro::Texto(const EstadoCaja& caja, const QString& texto) const {

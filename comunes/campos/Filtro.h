@@ -23,6 +23,9 @@ class Filtro {
   /// Lo que se escribe, cortado en L, por un texto que llega de una vez (pegado, soltado, método de entrada).
   QString Texto(const EstadoCaja& caja, const QString& texto) const;
 
+  /// true si la caja es de un número y `texto` es uno con separadores de grupo ("1.234,50").
+  bool EsNumeroConGrupos(const QString& texto) const;
+
   qsizetype longitud() const { return longitud_; }
 
  private:

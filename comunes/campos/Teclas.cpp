@@ -41,12 +41,13 @@ QString textoDe(int tecla, Qt::KeyboardModifiers modificadores) {
 
 }  // namespace
 
-void PressTab() {
-  PressKey(9, {});
+void PressTab(QWidget* sinFoco) {
+  PressKey(9, {}, sinFoco);
 }
 
-void PressKey(int tecla, const QString& modificador) {
+void PressKey(int tecla, const QString& modificador, QWidget* sinFoco) {
   QWidget* foco = QApplication::focusWidget();
+  if (!foco) foco = sinFoco;
   int clave = teclaDe(tecla);
   if (!foco || clave == 0) return;
   int sujeta = 0;

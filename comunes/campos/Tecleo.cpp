@@ -126,7 +126,7 @@ void TagKeyPress(QWidget* caja, char32_t& tecla) {
   if (tecla == kIntro || tecla == U'+') {
     if (tecla == U'+') ponerDefecto(caja);
     tecla = 0;
-    PressTab();
+    PressTab(caja);
     return;
   }
   const auto* linea = qobject_cast<QLineEdit*>(caja);
@@ -140,7 +140,7 @@ void TagKeyPress(QWidget* caja, char32_t& tecla) {
   if (tecla == 0 || seleccionado) return;
   const qsizetype resultado = texto.size() + (QChar::requiresSurrogates(tecla) ? 2 : 1);
   if (resultado > filtro.longitud()) tecla = 0;
-  if (resultado >= filtro.longitud()) PressTab();
+  if (resultado >= filtro.longitud()) PressTab(caja);
 }
 
 QString FormaEdicion(const QLineEdit* linea) {
