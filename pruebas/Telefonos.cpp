@@ -137,12 +137,13 @@ TEST_F(LaAgenda, SeBuscaSeOrdenaYSeRecorre) {
 TEST_F(LaAgenda, SeAnadeSeCambiaYSeQuita) {
   {
     Cajas cajas({"Aceptar"});
-    ficha({{"Telefono", "5"}});
+    ficha({{"Telefono", "+5"}});
     QTimer::singleShot(300, [] { ficha({{"Nombre", "Bea"}}); });
     pulsar("cmdAnadir");
     EXPECT_EQ(cajas.Mensaje(0), "Falta el nombre del contacto");
   }
   EXPECT_EQ(columna(1), "Álvaro Peña|Bea|Marta|Zoé");
+  EXPECT_EQ(columna(2), "600 11 22 33|+5|2|3");
   {
     Cajas cajas({"Si"});
     ficha({{"Nombre", "marta"}, {"Telefono", "2"}});

@@ -1,5 +1,7 @@
 #include "comunes/herramientas/FichaContacto.h"
 
+#include <QKeyEvent>
+
 #include "comunes/campos/CajaDescrita.h"
 #include "comunes/campos/Tecleo.h"
 #include "comunes/dialogos/MyBox.h"
@@ -19,6 +21,7 @@ FichaContacto::FichaContacto(const Contacto& contacto, Guardar guardar, QWidget*
   for (std::size_t i = 0; i < cajas_.size(); ++i) {
     comunes::Describir(cajas_[i]);
     comunes::PonerTexto(cajas_[i], contacto.datos[i]);
+    cajas_[i]->installEventFilter(this);
   }
   connect(ui_->cmdAceptar, &QPushButton::clicked, this, &QDialog::accept);
   connect(ui_->cmdCancelar, &QPushButton::clicked, this, &QDialog::reject);
@@ -38,6 +41,16 @@ void FichaContacto::accept() {
     return;
   }
   if (guardar_(tecleado)) QDialog::accept();
+}
+
+// En una caja descrita, "+" pone el valor por defecto; aquí no lo hay, y es parte de un teléfono ("+34") o un
+// correo.
+bool FichaContacto::eventFilter(QObject* objeto, QEvent* evento) {
+  auto* caja = qobject_cast<QLineEdit*>(objeto);
+  if (!caja || evento->type() != QEvent::KeyPress || static_cast<QKeyEvent*>(evento)->text() != u"+"_qs)
+    return QDialog::eventFilter(objeto, evento);
+  caja->insert(u"+"_qs);
+  return true;
 }
 
 }  // namespace herramientas

@@ -27,6 +27,9 @@ class FichaContacto : public QDialog {
 
   void accept() override;
 
+ protected:
+  bool eventFilter(QObject* objeto, QEvent* evento) override;
+
  private:
   std::unique_ptr<Ui::FichaContacto> ui_;
   std::array<QLineEdit*, kDatosContacto> cajas_;
