@@ -9,6 +9,7 @@
 #include <QTemporaryDir>
 
 #include "comunes/impresion/DocumentoPdf.h"
+#include "comunes/impresion/Listado.h"
 #include "comunes/plataforma/Formatos.h"
 #include "comunes/plataforma/Texto.h"
 #include "comunes/rejilla/MiVisor.h"
@@ -203,6 +204,16 @@ TEST_F(ElListado, SinTotalesNiAdeudosDejaLosHuecos) {
   EXPECT_EQ(informe.lineas.toStdString(),
             ";Emisor:\t ;Fichero:\t ;Envío:  \t ;Emisión:\t ;Cuenta:\t ;;Total:\t  €   ( recibos)");
   EXPECT_EQ(visor.ColWidth(4), 1200);
+
+  // Un registro corto se lee como si acabara en blancos.
+  remesa::ListaRegistros cortos;
+  cortos.anadir("01" + std::string(113, ' ') + "202401");
+  cortos.anadir("02" + std::string(43, ' ') + "20240");
+  cortos.anadir("04" + std::string(60, ' ') + "1234567X");
+  informe = principal::PrepararInforme(visor, cortos, "", true);
+  EXPECT_EQ(informe.lineas.toStdString(),
+            ";Emisor:\t ;Fichero:\t ;Envío:  \t   /01/2024;Emisión:\t   /0 /2024;Cuenta:\t ;;"
+            "Total:\t  €   (1234567 recibos)");
 }
 
 class ElMotor : public ElListado {
@@ -295,6 +306,20 @@ TEST_F(ElMotor, LoLargoSeDoblaOSeEncogePeroNoSePierde) {
             QString("Fichero:" + ruta1).remove(u' ').toStdString());
   for (const Palabra& p : palabras(ruta))
     EXPECT_LE(p.derecha, 70 + 11760 + 6) << p.texto.toStdString();
+
+  // Una etiqueta más ancha que el papel también se dobla.
+  const QStringList etiqueta =
+      imprimirRejilla("", true, -1, -1, false, QString(150, u'@') + "\tvalor").mid(3);
+  EXPECT_GT(etiqueta.size(), 2);
+  EXPECT_TRUE(etiqueta.last().endsWith("valor")) << etiqueta.last().toStdString();
+  EXPECT_EQ(etiqueta.join(QString()).count(u'@'), 150);
+
+  // El aire de la celda cede antes que el texto.
+  QString justo(20, u'A');
+  while (Letra(false).Ancho(justo, kTamano) > 1200)
+    justo.chop(1);
+  PonerCelda(visor, 1, 0, justo);
+  EXPECT_TRUE(imprimirRejilla("", true, -1, -1, false, "").at(2).startsWith(justo));
 }
 
 TEST_F(ElMotor, SinConfirmarElDestinoQuedaComoEstaba) {

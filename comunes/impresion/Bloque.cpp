@@ -39,16 +39,20 @@ QStringList doblar(const QString& texto, const Letra& letra, double ancho) {
 
 std::vector<Listado::LineaBloque> Listado::partir(const QString& lineas) const {
   const double final = std::max(impresora_.ScaleWidth() - kMargen, kMargen + kTope + kTope);
+  const double sangria = kMargen + kTope;
   std::vector<LineaBloque> trozos;
   for (const QString& pieza : lineas.split(u';')) {
     double x = kMargen;
     bool nueva = true;
     QString texto = sinBlancos(pieza);
     if (const auto tab = texto.indexOf(u'\t'); tab >= 0) {
-      const QString etiqueta = texto.left(tab);
-      trozos.push_back({x, etiqueta, true});
-      nueva = false;
-      x += std::max(kTope, normal_.Ancho(etiqueta + u' ', kTamano));
+      const QStringList etiqueta = doblar(texto.left(tab), normal_, final - x);
+      for (const QString& linea : etiqueta)
+        trozos.push_back({x, linea, true});
+      x = std::max(sangria, x + normal_.Ancho(etiqueta.last() + u' ', kTamano));
+      // Tras una etiqueta que no le deja sitio, el valor va debajo.
+      nueva = final - x < kTope;
+      if (nueva) x = sangria;
       texto = texto.mid(tab + 1).replace(u'\t', u' ');
     }
     for (const QString& linea : doblar(texto, normal_, final - x)) {

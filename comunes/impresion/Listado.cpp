@@ -53,9 +53,8 @@ bool Listado::empezar() {
 }
 
 bool Listado::pagina() {
-  if (avance_ && !avance_(hechas_, total_, pagina_ + 1)) return false;
+  if (avance_ && !avance_(hechas_, total_, impresora_.Pagina() + 1)) return false;
   impresora_.NuevaPagina();
-  ++pagina_;
   cabeza();
   return true;
 }
@@ -63,7 +62,7 @@ bool Listado::pagina() {
 void Listado::cabeza() {
   const double ancho = impresora_.ScaleWidth();
   const auto medir = [&](const QString& texto) { return normal_.Ancho(texto, kTamanoCabeza); };
-  const QString numero = QStringLiteral("Página %1").arg(pagina_);
+  const QString numero = QStringLiteral("Página %1").arg(impresora_.Pagina());
   const double xNumero = ancho - medir(numero);
   double finFecha = 0;
   if (cabeza_.conFecha) {
@@ -105,7 +104,7 @@ void Listado::titulos() {
 bool Listado::filas(int desde, int hasta) {
   total_ = std::max(hasta - desde + 1, 0);
   for (int f = desde; f <= hasta; ++f, ++hechas_) {
-    if (avance_ && !avance_(hechas_, total_, pagina_)) return false;
+    if (avance_ && !avance_(hechas_, total_, impresora_.Pagina())) return false;
     if (rejilla_.RowHeight(f) < 1) continue;
     // Una fila más alta que la página se imprime igual: saltar otra vez no le haría sitio.
     if (!cabe(rejilla_.RowHeight(f)) && y_ > yTrasCabeza_ && !pagina()) return false;
@@ -139,10 +138,12 @@ void Listado::celda(int fila, const Columna& columna, double alto, bool titulo) 
   const int alineacion = titulo                   ? rejilla_.FixedAlignment(columna.numero)
                          : estilo.Alineacion != 0 ? estilo.Alineacion
                                                   : rejilla_.ColAlignment(columna.numero);
-  const double hueco = columna.ancho - 2 * kAireCelda;
   int tamano = kTamano;
   QString texto = entero;
   double ancho = letra.Ancho(texto, tamano);
+  // Antes de cortar cede el aire; lo que ni así cabe, y se corta, no toca la columna de al lado.
+  const double aire = ancho > columna.ancho ? kAireCelda : std::min((columna.ancho - ancho) / 2, kAireCelda);
+  const double hueco = columna.ancho - 2 * aire;
   if (ancho > hueco) {
     // Una cifra cortada sería otra cantidad.
     const bool importe = alineacion == kDerecha && !titulo && NumeroEntero(texto, signos_).has_value();
@@ -153,7 +154,7 @@ void Listado::celda(int fila, const Columna& columna, double alto, bool titulo) 
     }
     ancho = letra.Ancho(texto, tamano);
   }
-  double x = columna.izquierda + kAireCelda;
+  double x = columna.izquierda + aire;
   if (alineacion == kCentro) x += (hueco - ancho) / 2;
   if (alineacion == kDerecha) x += hueco - ancho;
   const QColor color = marco_ && estilo.ForeColor >= 0 ? ColorDe(estilo.ForeColor) : QColor(Qt::black);

@@ -60,7 +60,6 @@ class Listado {
   std::vector<Columna> columnas_;
   double y_ = 0;
   double yTrasCabeza_ = 0;
-  int pagina_ = 1;
   int hechas_ = 0;
   int total_ = 0;
 };

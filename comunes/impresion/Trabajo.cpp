@@ -55,6 +55,7 @@ TrabajoImpresion::TrabajoImpresion(QPagedPaintDevice& dispositivo)
 void TrabajoImpresion::NuevaPagina() {
   if (!dispositivo_.newPage()) throw remesa::ErrorEjecucion(kErrorImpresora);
   empezada_ = false;
+  ++pagina_;
 }
 
 void TrabajoImpresion::Terminar() {

@@ -28,6 +28,8 @@ class TrabajoImpresion {
   double ScaleHeight() const { return zona_.height(); }
   /// La página en curso tiene ya algo dibujado.
   bool Empezada() const { return empezada_; }
+  /// Número de la página en curso, desde 1.
+  int Pagina() const { return pagina_; }
 
   void NuevaPagina();
   /// Acaba el documento; no añade ninguna página.
@@ -46,6 +48,7 @@ class TrabajoImpresion {
   QPainter pintor_;
   QSizeF zona_;
   bool empezada_ = false;
+  int pagina_ = 1;
   // Cambiar de letra o de color cuesta más que escribir: solo se hace cuando toca.
   const Letra* letra_ = nullptr;
   int tamano_ = 0;

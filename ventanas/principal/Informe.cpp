@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <cmath>
+#include <string>
 
 #include "comunes/plataforma/Escala.h"
 #include "comunes/plataforma/Formatos.h"
@@ -58,7 +59,7 @@ QString importe(std::string_view registro, remesa::Posiciones donde) {
 QString numero(std::string_view registro, remesa::Posiciones donde) {
   const std::string_view valor = recortado(campo(registro, donde));
   if (const auto entero = cifras(valor)) return QString::number(*entero);
-  return QString::number(remesa::ValorNumerico(valor));
+  return QString::number(remesa::ValorNumerico(valor), 'f', QLocale::FloatingPointShortest);
 }
 
 void anadirAdeudo(comunes::Rejilla& visor, int fila, std::string_view registro) {
@@ -96,7 +97,12 @@ Informe PrepararInforme(comunes::Rejilla& visor, const remesa::ListaRegistros& a
   const comunes::SinRedibujo sinRedibujo(visor);
   comunes::PrepararRejilla(visor, QString::fromLatin1(kColumnas));
   int fila = visor.FixedRows();
+  std::string completo;
   for (std::string_view registro : acumulado) {
+    if (registro.size() < remesa::kLongitudRegistro) {
+      completo.assign(registro).resize(remesa::kLongitudRegistro, ' ');
+      registro = completo;
+    }
     registro = registro.substr(0, remesa::kLongitudRegistro);
     const std::string_view codigo = campo(registro, remesa::kCodigo);
     if (codigo == "03" && campo(registro, remesa::kMarcaAdeudo) == "300") {
