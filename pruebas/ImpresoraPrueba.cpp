@@ -112,8 +112,10 @@ TEST_F(PruebaImpresora, UnaImpresoraQueDesapareceSeDice) {
     titulo = QApplication::activeModalWidget()->windowTitle();
     QApplication::activeModalWidget()->close();
   });
+  AjustesDeImpresora().orientacion = "Horizontal";
   EXPECT_FALSE(ActivarImpresora(false));
   EXPECT_EQ(titulo.left(21), "Activación Impresora ");
+  EXPECT_EQ(AjustesDeImpresora().orientacion, "Vertical") << "la que sigue en vigor";
 }
 
 TEST_F(PruebaImpresora, AvisaSiNoCabenLasColumnasYOfreceGirar) {

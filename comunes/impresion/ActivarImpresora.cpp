@@ -89,6 +89,8 @@ bool ActivarImpresora(bool showDialog, const PeticionImpresora& peticion) {
     enVigor = {nombre, orientacion, ajustes.copias};
     return true;
   } catch (const std::exception& error) {
+    // Sigue en vigor la que había, y su orientación es la que se propone después.
+    ajustes.orientacion = enVigor.orientacion == QPageLayout::Landscape ? "Horizontal" : "Vertical";
     QMessageBox caja(QMessageBox::Critical, "Activación Impresora " + ajustes.elegida,
                      QString::fromUtf8(error.what()), QMessageBox::Ok, peticion.padre);
     caja.setTextFormat(Qt::PlainText);

@@ -47,7 +47,7 @@ Impresora::Impresora(const PeticionImpresora& peticion)
   connect(ui_->cmdVistaPrevia, &QAbstractButton::clicked, this, &Impresora::vistaPrevia);
   connect(ui_->cmdAceptar, &QAbstractButton::clicked, this, &Impresora::accept);
   connect(ui_->cmdCancelar, &QAbstractButton::clicked, this, &Impresora::reject);
-  connect(ui_->ListaImpresoras, &QListWidget::currentRowChanged, this, &Impresora::comprobarAncho);
+  connect(ui_->ListaImpresoras, &QListWidget::itemSelectionChanged, this, &Impresora::comprobarAncho);
   connect(ui_->ListaImpresoras, &QListWidget::itemDoubleClicked, this, &Impresora::accept);
 
   llenar(false);
@@ -98,12 +98,13 @@ void Impresora::seleccionar(const QString& nombre) {
 }
 
 QString Impresora::seleccionada() const {
-  const QListWidgetItem* elemento = ui_->ListaImpresoras->currentItem();
-  return elemento && elemento->isSelected() ? elemento->text() : QString();
+  const auto elegidas = ui_->ListaImpresoras->selectedItems();
+  return elegidas.isEmpty() ? QString() : elegidas.first()->text();
 }
 
 void Impresora::mostrarOrientacion() {
   ui_->ModoPapel->setText(orientacion(!horizontal_));
+  ui_->ModoPapel->setShortcut(Qt::ALT | Qt::Key_O);  // el texto se lleva el que hubiera
   ui_->Papel->setText("Papel " + orientacion(horizontal_));
   comprobarAncho();
 }

@@ -68,22 +68,22 @@ class VistaPrevia : public QDialog {
     auto* fila = new QHBoxLayout;
     botones_->addLayout(fila, 0, 0, Qt::AlignLeft);
     anterior_ = boton(fila, "cmdAnterior", "&Anterior", {Qt::CTRL | Qt::Key_PageUp},
-                      [this] { visor_->setCurrentPage(visor_->currentPage() - 1); });
+                      [this] { ir(visor_->currentPage() - 1); });
     pagina_->setObjectName("Pagina");
     pagina_->setAccessibleName("Página");
     pagina_->setKeyboardTracking(false);
     fila->addWidget(pagina_);
-    connect(pagina_, &QSpinBox::valueChanged, visor_, &QPrintPreviewWidget::setCurrentPage);
+    connect(pagina_, &QSpinBox::valueChanged, this, &VistaPrevia::ir);
     fila->addWidget(de_);
     siguiente_ = boton(fila, "cmdSiguiente", "&Siguiente", {Qt::CTRL | Qt::Key_PageDown},
-                       [this] { visor_->setCurrentPage(visor_->currentPage() + 1); });
+                       [this] { ir(visor_->currentPage() + 1); });
     fila = tamano_ = new QHBoxLayout;
     boton(fila, "cmdMas", "A&umentar", QKeySequence::keyBindings(QKeySequence::ZoomIn),
           [this] { visor_->zoomIn(); });
     boton(fila, "cmdMenos", "&Reducir", QKeySequence::keyBindings(QKeySequence::ZoomOut),
           [this] { visor_->zoomOut(); });
     boton(fila, "cmdPagina", "&Página entera", {}, [this] { visor_->fitInView(); });
-    boton(fila, "cmdAncho", "An&cho de página", {}, [this] { visor_->fitToWidth(); });
+    boton(fila, "cmdAncho", "Anc&ho de página", {}, [this] { visor_->fitToWidth(); });
     boton(fila, "cmdCerrar", "&Cerrar", {}, [this] { accept(); });
     botones_->addLayout(tamano_, 0, 1, Qt::AlignRight);
   }
@@ -98,6 +98,12 @@ class VistaPrevia : public QDialog {
     botones_->removeItem(tamano_);
     tamano_->setParent(nullptr);
     botones_->addLayout(tamano_, debajo ? 1 : 0, debajo ? 0 : 1, debajo ? Qt::AlignLeft : Qt::AlignRight);
+  }
+
+  // El visor no avisa de la página que se le pide, solo de la que se alcanza desplazándolo.
+  void ir(int pagina) {
+    visor_->setCurrentPage(pagina);
+    actualizar();
   }
 
   void actualizar() {
