@@ -16,6 +16,7 @@ constexpr double kSegundosDia = 86400.0;
 constexpr qint64 kEsperaMs = 500;
 constexpr qint64 kAtencionMs = 50;
 constexpr int kMilesimas = 1000;
+constexpr float kMaximoBarra = 1e9F;
 constexpr auto kMarcaInicio = "INICIO";
 
 double temporizadorFijo = -1;
@@ -61,7 +62,7 @@ void Progreso::iniciar(float min, float max, const QString& titulo) {
   minimo_ = min;
   maximoBarra_ = max;
   const bool acotado = max > min;
-  ui_->Barra->setRange(acotado ? static_cast<int>(min) : 0, acotado ? static_cast<int>(max) : 0);
+  ui_->Barra->setRange(acotado ? enBarra(min) : 0, acotado ? enBarra(max) : 0);
   ui_->Barra->setValue(ui_->Barra->minimum());
   ui_->Barra->setProperty("Tag", kMarcaInicio);
   ui_->BarraTitulo->setText(titulo);
@@ -78,6 +79,15 @@ void Progreso::iniciar(float min, float max, const QString& titulo) {
   DisponerVentana(*this);
 }
 
+/// La barra cuenta con enteros de 32 bits: un recorrido que no cabe en ellos, o de menos de dos pasos, va en
+/// milésimas.
+int Progreso::enBarra(float valor) const {
+  const double recorrido = double(maximoBarra_) - double(minimo_);
+  if (minimo_ >= -kMaximoBarra && maximoBarra_ <= kMaximoBarra && recorrido >= 2)
+    return static_cast<int>(valor);
+  return static_cast<int>((double(valor) - double(minimo_)) / recorrido * kMilesimas);
+}
+
 void Progreso::avanzar(float valor, bool forzar) {
   if (ui_->Barra->property("Tag").toString() == kMarcaInicio) {
     maximo_ = maximoBarra_;
@@ -88,7 +98,7 @@ void Progreso::avanzar(float valor, bool forzar) {
 }
 
 void Progreso::redibujar(float valor) {
-  if (valor >= minimo_ && valor <= maximoBarra_) ui_->Barra->setValue(static_cast<int>(valor));
+  if (valor >= minimo_ && valor <= maximoBarra_) ui_->Barra->setValue(enBarra(valor));
   if (maximo_ != 0) ui_->BarraPor->setText(porcentaje(double(valor) * 100 / double(maximo_)));
   pasos_ = 0;
   const double pasado = transcurridos();

@@ -26,6 +26,7 @@ class Progreso : public QDialog {
 
  private:
   void redibujar(float valor);
+  int enBarra(float valor) const;
   double transcurridos() const;
 
   std::unique_ptr<::Ui::Progreso> ui_;
