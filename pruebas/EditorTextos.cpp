@@ -185,6 +185,10 @@ TEST(EditorTextos, LaMarcaDiceSiHayCambiosYSalirPregunta) {
   EXPECT_EQ("uno\r\n", Leer(e.ruta));
   QTest::keyClick(e.texto, Qt::Key_Z, Qt::ControlModifier);
   EXPECT_EQ("ñuno", e.texto->toPlainText());
+  QTest::keyClick(e.texto, Qt::Key_Return, Qt::ShiftModifier);
+  EXPECT_EQ("ñ\nuno", e.texto->toPlainText()) << "con Mayús, un final de línea más";
+  EXPECT_EQ(2, e.texto->blockCount());
+  QTest::keyClick(e.texto, Qt::Key_Backspace);
   // Si no se puede grabar, la ventana sigue con sus cambios.
   QTest::keyClick(e.texto, Qt::Key_A);
   ASSERT_TRUE(QFile::remove(e.ruta) && QDir().mkdir(e.ruta));

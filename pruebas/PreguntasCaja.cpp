@@ -215,6 +215,21 @@ TEST_F(PreguntasCaja, LaRejillaDevuelveLaColumnaDeLaFilaElegida) {
                           caja.Boton(0)->click();
                         }))
       << "sin columna, la primera";
+  for (const char* columna : {"", "Nombre"})
+    EXPECT_EQ("", elegir(columna,
+                         [&](MyBox& caja, QTableView& visor) {
+                           QTest::mouseClick(visor.viewport(), Qt::LeftButton, {}, celda(visor, 1));
+                           QTest::keyClick(&caja, Qt::Key_Escape);
+                         }))
+        << "cerrar no elige";
+  EXPECT_EQ("Eva", elegir("Nombre",
+                          [&](MyBox& caja, QTableView& visor) {
+                            visor.selectionModel()->select(
+                                visor.model()->index(1, 0),
+                                QItemSelectionModel::Select | QItemSelectionModel::Rows);
+                            caja.Boton(1)->click();
+                          }))
+      << "seleccionada sin hacerla actual, como las ayudas técnicas";
 }
 
 TEST_F(PreguntasCaja, LaMuestraDaElColorComoNumero) {

@@ -202,6 +202,11 @@ TEST_F(Tablas, SeAnadeSeCambiaSeMueveYSeQuita) {
   Pulsar("cmdQuitar");
   Anadir("cinco");
   EXPECT_EQ("cuatro|UNO|cinco", Valores());
+  // Lo que se quita es lo que se ve señalado, sea o no la fila actual.
+  Visor()->selectionModel()->select(Visor()->model()->index(1, 0),
+                                    QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+  Pulsar("cmdQuitar");
+  EXPECT_EQ("cuatro|cinco", Valores());
   Visor()->setFocus();
   for (int i = 0; i < 4; ++i)
     QTest::keyClick(Visor(), Qt::Key_Delete);

@@ -70,6 +70,7 @@ void MiniHelp::MarcarIndice() {
   for (QTreeWidgetItemIterator i(ui_->Indice); *i; ++i)
     if ((*i)->data(0, Qt::UserRole).toInt() <= posicion) actual = *i;
   if (ui_->Indice->currentItem() != actual) ui_->Indice->setCurrentItem(actual);
+  if (!actual) ui_->Indice->scrollToTop();
 }
 
 void MiniHelp::IrAlElegido(QTreeWidgetItem* entrada) {

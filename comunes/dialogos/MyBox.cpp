@@ -176,6 +176,7 @@ void MyBox::Colocar(float Top, float Left, QWidget* Sobre) {
     setFixedSize(tamano);
   } else {
     ui_->VisorMini->setMinimumSize(200, 80);
+    layout()->activate();  // hasta entonces la ventana no baja del mínimo anterior
     resize(tamano);
   }
   QRect sobre;
@@ -221,7 +222,10 @@ QPushButton* MyBox::BotonDeCierre() const {
 }
 
 void MyBox::reject() {
-  if (QPushButton* boton = BotonDeCierre()) boton->click();
+  QPushButton* boton = BotonDeCierre();
+  if (!boton) return;
+  if (rejilla_) texto_.clear();  // cerrar no elige
+  boton->click();
 }
 
 bool MyBox::eventFilter(QObject* objeto, QEvent* suceso) {

@@ -34,6 +34,11 @@ void MyBox::PonerRejilla(const QString& columnas, const std::vector<QStringList>
   visor->installEventFilter(this);
   connect(visor->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
           [this](const QModelIndex& actual) { ElegirFila(actual); });
+  // Las ayudas técnicas seleccionan sin mover la fila actual.
+  connect(visor->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {
+    const QModelIndexList elegidas = ui_->VisorMini->selectionModel()->selectedRows();
+    if (!elegidas.isEmpty()) ElegirFila(elegidas.constFirst());
+  });
   connect(visor, &QTableView::doubleClicked, this, [this](const QModelIndex& fila) { AceptarFila(fila); });
 }
 

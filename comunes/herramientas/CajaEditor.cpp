@@ -23,6 +23,13 @@ void CajaEditor::insertFromMimeData(const QMimeData* datos) {
   ensureCursorVisible();
 }
 
+/// Mayús+Intro es Intro: el cambio de línea dentro de un párrafo no existe en un fichero.
+void CajaEditor::keyPressEvent(QKeyEvent* suceso) {
+  if (!suceso->matches(QKeySequence::InsertLineSeparator)) return QPlainTextEdit::keyPressEvent(suceso);
+  textCursor().insertBlock();
+  ensureCursorVisible();
+}
+
 bool CajaEditor::EsGesto(Qt::KeyboardModifiers teclas) const {
   return teclas == Qt::ControlModifier && textCursor().hasSelection();
 }

@@ -18,6 +18,7 @@ class CajaEditor : public QPlainTextEdit {
  protected:
   QMimeData* createMimeDataFromSelection() const override;
   void insertFromMimeData(const QMimeData* datos) override;
+  void keyPressEvent(QKeyEvent* suceso) override;
   void mousePressEvent(QMouseEvent* suceso) override;
   void contextMenuEvent(QContextMenuEvent* suceso) override;
 

@@ -79,6 +79,12 @@ MiCalc::MiCalc(QWidget* padre) : QWidget(padre, Qt::Window), ui_(std::make_uniqu
   ui_->teclaDecimal->setText(comunes::SignoDecimal());
   for (int decimales = 2; decimales <= kMaxDecimales; ++decimales)
     ui_->Decimales->addItem(QString::number(decimales));
+  // En una pantalla estrecha o muy ampliada no caben el visor y la cinta con su letra.
+  if (constexpr int kAnchoHolgado = 720; screen()->availableGeometry().width() < kAnchoHolgado) {
+    QFont letra = ui_->Visor->font();
+    letra.setPointSize(15);
+    ui_->Visor->setFont(letra);
+  }
   // Los dos anchos son los del número más largo.
   const QString maximo = TextoNumero(-999'999'999'999'999'999, kMaxDecimales);
   ui_->Visor->setMinimumWidth(ui_->Visor->fontMetrics().horizontalAdvance(maximo) + 2 * ui_->Visor->margin() +

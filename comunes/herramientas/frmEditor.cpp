@@ -19,7 +19,8 @@ namespace {
 constexpr int kIconoCifrado = 17;
 constexpr const char* kModificado = "MODIFICADO";
 constexpr const char* kClave = "VELMAR";
-constexpr qsizetype kMaximoPregunta = 500;
+/// Más no lo lee nadie, y maquetarlo tarda.
+constexpr qsizetype kMaximoPregunta = 20000;
 
 /// Color inicial que pide un texto que empieza por "&H"; los demás no piden ninguno.
 QColor colorDe(const QString& texto) {
@@ -44,6 +45,7 @@ frmEditor::frmEditor(QWidget* padre) : QDialog(padre, Qt::Window), ui_(std::make
   comunes::DisponerVentana(*this);
   connect(ui_->txtEditor, &QPlainTextEdit::textChanged, this, [this] { Marcar(true); });
   connect(ui_->txtEditor, &QPlainTextEdit::cursorPositionChanged, this, &frmEditor::MostrarPosicion);
+  connect(ui_->txtEditor, &QPlainTextEdit::selectionChanged, this, &frmEditor::MostrarPosicion);
   // Fuera del suceso del ratón: una caja modal lo dejaría a medias.
   connect(ui_->txtEditor, &CajaEditor::gestoEncriptar, this, &frmEditor::EncriptarSeleccion,
           Qt::QueuedConnection);
@@ -70,7 +72,6 @@ bool frmEditor::Cargar(const QString& ruta, const QStringList& valores) {
   ruta_ = elegida;
   ui_->Valores->clear();
   ui_->Valores->addItems(valores);
-  ui_->cmdMas->setEnabled(!valores.isEmpty());
   ui_->cmdMas->setToolTip(valores.isEmpty() ? "Este fichero no tiene líneas preparadas"
                                             : "Enseña u oculta las líneas preparadas");
   ui_->Codificacion->setText(EsUtf8(*ui_->txtEditor) ? "UTF-8" : "Windows-1252");

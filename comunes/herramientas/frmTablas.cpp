@@ -74,8 +74,14 @@ void frmTablas::Dimensionar(const QWidget* Origen, int Ajuste, const QString& Co
                             const QString& Descriptor, bool Cargar) {
   comunes::PrepararRejilla(rejilla_, Columnas);
   const int columnas = comunes::PrepararVistaRejilla(*ui_->VisorTabla, modelo_);
-  connect(ui_->VisorTabla->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
-          [this] { decir(); });
+  QItemSelectionModel* seleccion = ui_->VisorTabla->selectionModel();
+  // Al llegar con el teclado la vista hace actual una fila sin seleccionarla: la señalada ha de verse.
+  connect(seleccion, &QItemSelectionModel::currentRowChanged, this,
+          [this, seleccion](const QModelIndex& fila) {
+            if (fila.isValid() && !seleccion->isSelected(fila)) ui_->VisorTabla->selectRow(fila.row());
+            decir();
+          });
+  connect(seleccion, &QItemSelectionModel::selectionChanged, this, [this] { decir(); });
   comunes::Describir(ui_->Elemento, Descriptor);
   editada_ = 0;
   sinValores_ = true;
@@ -90,9 +96,9 @@ void frmTablas::Dimensionar(const QWidget* Origen, int Ajuste, const QString& Co
 
   const int ajuste = comunes::PixelesDeTwips(Ajuste);
   const int barra = ui_->VisorTabla->style()->pixelMetric(QStyle::PM_ScrollBarExtent);
-  constexpr int kAnchoMaximo = 640;
+  const int anchoMaximo = std::min(640, screen()->availableGeometry().width() - 40);
   const int ancho = columnas + barra + 2 * ui_->VisorTabla->frameWidth();
-  ui_->VisorTabla->setMinimumWidth(std::min(ancho, kAnchoMaximo));
+  ui_->VisorTabla->setMinimumWidth(std::min(ancho, anchoMaximo));
   adjustSize();
   resize(width() + ajuste, height());
   comunes::DisponerVentana(*this);
@@ -180,6 +186,11 @@ bool frmTablas::grabar() {
       editada_ > 0 ? pendiente != rejilla_.TextMatrix(editada_, 0) : !pendiente.trimmed().isEmpty();
   decir(sinPasar ? tr("Tabla grabada, sin el valor que se está tecleando: falta «Aceptar»")
                  : tr("Tabla grabada en %1").arg(QDir::toNativeSeparators(ruta_)));
+  if (ui_->Elemento->hasFocus()) {
+    // Lo siguiente que se teclee sigue a lo que había, no lo sustituye.
+    comunes::EntrarCampo(this);
+    ui_->Elemento->end(false);
+  }
   return true;
 }
 
@@ -221,8 +232,10 @@ void frmTablas::keyPressEvent(QKeyEvent* suceso) {
 }
 
 int frmTablas::filaSenalada() const {
-  const QModelIndex actual = ui_->VisorTabla->currentIndex();
-  return actual.isValid() ? modelo_.FilaRejilla(actual.row()) : 0;
+  const QItemSelectionModel* seleccion = ui_->VisorTabla->selectionModel();
+  if (seleccion == nullptr) return 0;
+  const QModelIndexList filas = seleccion->selectedRows();
+  return filas.isEmpty() ? 0 : modelo_.FilaRejilla(filas.constFirst().row());
 }
 
 void frmTablas::senalar(int fila) {

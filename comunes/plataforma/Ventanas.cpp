@@ -47,7 +47,9 @@ void DisponerVentana(QWidget& ventana) {
   const QRect libre = pantalla->availableGeometry();
   // El marco aún no se conoce antes de mostrarla; es poco más que una línea de título.
   const QSize marco(16, 40);
-  ventana.resize(ventana.size().boundedTo(libre.size() - marco));
+  // Menos que su mínimo no lo será al mostrarse, y al crecer su título se saldría de la pantalla.
+  ventana.ensurePolished();
+  ventana.resize(ventana.size().boundedTo(libre.size() - marco).expandedTo(ventana.minimumSizeHint()));
   QRect sitio({0, 0}, ventana.size());
   sitio.moveCenter(duena && duena->isVisible() ? duena->geometry().center() : libre.center());
   const int x = std::max(std::min(sitio.x(), libre.right() - sitio.width() - marco.width()), libre.x());
