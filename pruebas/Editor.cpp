@@ -231,6 +231,19 @@ TEST_F(Editor, AceptarCompruebaAntesYSalirNo) {
     EXPECT_FALSE(ventana_->isVisible());
     EXPECT_EQ(Registro(), Adeudo());
   }
+  // Un dato que ya venía mal se dice una vez, y no impide aceptar ni se achaca al registro siguiente.
+  std::string ajeno = Adeudo();
+  remesa::sobrescribir(ajeno, remesa::kCuentaDeudor, "PT50000201231234567890154");
+  for (const bool acepta : {true, false}) {
+    Abrir({ajeno, Adeudo()});
+    Cajas cajas{"Aceptar"};
+    Cpo(kCuenta)->setFocus();
+    acepta ? Tecla(Qt::Key_C, Qt::AltModifier) : Tecla(Qt::Key_PageDown, Qt::ControlModifier);
+    EsperarCajas(cajas, 1);
+    QTest::qWait(30);
+    EXPECT_EQ(ventana_->isVisible(), !acepta);
+    EXPECT_EQ(Registro(), ajeno);
+  }
   cambiados_.clear();
   const std::function<void()> salidas[] = {[&] { Pulsar("cmdSalir"); }, [&] { Tecla(Qt::Key_Escape); },
                                            [&] { ventana_->close(); }};
@@ -358,4 +371,12 @@ TEST_F(Editor, UnaDescripcionAjenaAvisaDeLaLongitud) {
   escribir("2");
   Pulsar("cmdAceptar");
   EXPECT_EQ(Registro(), "04a0");
+
+  // Sin clase ni relleno, lo que se teclee puede pasar de la longitud del campo.
+  escribir("2\n1=T;2;1;N;N;C\n2=Libre;3;3;S;Z;X");
+  Abrir({"04abc"});
+  Teclear(2, "abcde");
+  EXPECT_TRUE(Cpo(2)->hasFocus());
+  Pulsar("cmdAceptar");
+  EXPECT_EQ(Registro(), "04abcde");
 }

@@ -29,6 +29,11 @@ void avisar(const QString& mensaje) {
   comunes::MyMsgBox(mensaje, {}, comunes::kIconoAviso, 1, 1);
 }
 
+/// true si el operador ha cambiado el dato; los blancos que completan el campo no cuentan.
+bool cambiada(const FilaCampo& fila) {
+  return BytesCampo(fila.Campo(), fila.Texto()) != BytesCampo(fila.Campo(), fila.Original());
+}
+
 }  // namespace
 
 EdiSEPA::EdiSEPA(ListaAcumulado& lista, int tipo, QWidget* propietario)
@@ -177,12 +182,14 @@ void EdiSEPA::anotarSalida(FilaCampo* fila) {
 bool EdiSEPA::mostrarErroneas() {
   mensajes_.stop();
   const auto dejadas = std::exchange(erroneas_, {});
+  bool intactas = true;
   for (FilaCampo* fila : dejadas) {
+    intactas = intactas && !cambiada(*fila);
     avisar(QStringLiteral(
         "¡ Los datos en este campo son incorrectos.!;;Se restaura el dato original del registro."));
     fila->Restaurar();
   }
-  return dejadas.empty();
+  return intactas;
 }
 
 bool EdiSEPA::dejarCampo() {
@@ -233,6 +240,9 @@ void EdiSEPA::mover(int paso) {
   FilaCampo* enfocada = filaConFoco();
   // Con el foco fuera de los campos, que el de ahora desaparezca no lleva a entrar en otro a medio cargar.
   if (enfocada) setFocus(Qt::OtherFocusReason);
+  // Al cerrarse el mensaje se vuelve a entrar en el campo, y se acaba de salir: ya está dicho.
+  mensajes_.stop();
+  erroneas_.clear();
   lista_.actual = destino;
   if (lista_.movido) lista_.movido(destino);
   cargar();
@@ -274,7 +284,7 @@ void EdiSEPA::avisarSinAceptar() {
   int cambiados = 0;
   for (std::size_t i = 0; i < descripcion_.campos.size(); ++i) {
     const FilaCampo& fila = *filas_[i];
-    if (BytesCampo(fila.Campo(), fila.Texto()) == BytesCampo(fila.Campo(), fila.Original())) continue;
+    if (!cambiada(fila)) continue;
     if (cambiados++ == 0) primero = fila.Campo().rotulo;
   }
   if (cambiados == 0 || !lista_.aviso) return;

@@ -34,10 +34,9 @@ QLabel* etiqueta(const char* nombre, int indice, QWidget* padre) {
   return nueva;
 }
 
-/// Una línea sin clase no tiene descriptor: su caja toma texto libre, sin pasar de la longitud del campo.
+/// Una línea sin clase no tiene descriptor: su caja toma texto libre, que puede ser más largo que el campo.
 QString descriptorCaja(const CampoDescrito& campo) {
-  if (!campo.descriptor.isEmpty()) return campo.descriptor;
-  return QStringLiteral("L(%1) A() T()").arg(campo.longitud);
+  return campo.descriptor.isEmpty() ? QStringLiteral("L(32767) A() T()") : campo.descriptor;
 }
 
 /// Una respuesta con más cifras que el campo pierde las primeras.
@@ -106,7 +105,7 @@ void FilaCampo::Preparar(const CampoDescrito& campo) {
   pide_ = campo.editable && campo.ayuda != Ayuda::Ninguna;
   ayuda_->setToolTip(pide_ ? QStringLiteral("Escribir el valor (F4)") : QString());
   // En un campo que no se cambia la ayuda solo enseña el valor.
-  ayuda_->setAttribute(Qt::WA_TransparentForMouseEvents, !pide_);
+  ayuda_->setEnabled(pide_);
   PonerColores();
   for (QWidget* control :
        {static_cast<QWidget*>(rotulo_), static_cast<QWidget*>(caja_), static_cast<QWidget*>(opcional_)})
@@ -122,9 +121,11 @@ void FilaCampo::PonerColores() {
   aviso.setColor(QPalette::WindowText, oscuro ? QColor(0xFF, 0xB8, 0x6C) : QColor(0x9A, 0x4A, 0x00));
   observacion_->setPalette(aviso);
   // Un campo que no se cambia se lee igual de bien; lo distingue el fondo.
-  QPalette caja = general;
-  caja.setColor(QPalette::Disabled, QPalette::Text, general.color(QPalette::Active, QPalette::WindowText));
-  if (!caja_->isEnabled()) caja_->setPalette(caja);
+  QPalette fija = general;
+  for (const auto papel : {QPalette::Text, QPalette::ButtonText})
+    fija.setColor(QPalette::Disabled, papel, general.color(QPalette::Active, QPalette::WindowText));
+  if (!caja_->isEnabled()) caja_->setPalette(fija);
+  ayuda_->setPalette(fija);
 }
 
 void FilaCampo::ajustarAncho() {
@@ -171,6 +172,11 @@ bool FilaCampo::Correcto() const {
 
 void FilaCampo::Restaurar() {
   Poner(original_);
+  // Si el foco ha vuelto ya, tras el mensaje, lo primero que se teclee lo sustituye.
+  const auto* descrita = comunes::CajaDescrita::De(caja_);
+  if (!descrita || !descrita->dentro()) return;
+  comunes::PonerTexto(caja_, comunes::FormaEdicion(caja_));
+  caja_->selectAll();
 }
 
 void FilaCampo::Pedir() {
