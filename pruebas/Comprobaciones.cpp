@@ -144,7 +144,15 @@ TEST_F(PruebaComprobaciones, ElHallazgoActualNoSePierde) {
 TEST_F(PruebaComprobaciones, AlGuardarSeDiceYSeVe) {
   Ventana v(carpeta_);
   v.importar("mala.Q19");
+  // Encima de un fichero que ya se ve arriba, y con un registro más que él.
+  std::filesystem::copy(carpeta_ / "mala.Q19", carpeta_ / "salida.Q19");
+  v.Carpetas->refrescar();
+  v.Ficheros->refrescar();
+  v.elegir("salida.Q19");
+  v.Acumulado->seleccionarSolo(2);
+  v.pulsar("cmdInsertar");
   const ConDestino destino(carpeta_ / "salida.Q19");
+  Cajas cajas{"Si"};
   v.pulsar("Guardar");
   EXPECT_TRUE(v.texto("EstadoMensaje").startsWith("Guardado con 1 error y "))
       << v.texto("EstadoMensaje").toStdString();
@@ -155,7 +163,7 @@ TEST_F(PruebaComprobaciones, AlGuardarSeDiceYSeVe) {
   EXPECT_TRUE(lista.resumen().startsWith("Guardado, salida.Q19: "));
   lista.ir("E308");
   EXPECT_TRUE(v.texto("InfoPreview").startsWith("salida.Q19"));
-  EXPECT_EQ(v.Preview->seleccion(), std::vector<std::size_t>{kDanado});
+  EXPECT_EQ(v.Preview->seleccion(), std::vector<std::size_t>{kDanado + 1});
   EXPECT_FALSE(v.hijo("VerComprobacion")->isVisible());
 }
 

@@ -10,7 +10,7 @@
 
 using namespace principal;
 
-TEST(VistaRegistros, SoloSeiscientasPosicionesYLoInvisibleConSuSigno) {
+TEST(VistaRegistros, LoQueSobraSeVeYLoInvisibleConSuSigno) {
   VistaRegistros vista;
   std::string larga(60'000'000, 'x');  // NOLINT(bugprone-string-constructor)
   larga[0] = '\0';
@@ -20,11 +20,14 @@ TEST(VistaRegistros, SoloSeiscientasPosicionesYLoInvisibleConSuSigno) {
   larga[4] = '\x80';
   vista.poner(pruebas::Lista({larga, "corta"}));
   const QString texto = vista.model()->index(0, 0).data().toString();
-  EXPECT_EQ(texto.size(), 600);
+  EXPECT_EQ(texto.size(), Columnas::kMaxima);
+  EXPECT_EQ(vista.columnas().ultima(), Columnas::kMaxima);
   EXPECT_EQ(texto.left(6), QString::fromUtf8("␀␊\uFFFDÑ€x"));
   EXPECT_EQ(vista.model()->index(1, 0).data().toString(), "corta");
   QAccessibleInterface* lista = QAccessible::queryAccessibleInterface(&vista);
   EXPECT_EQ(lista->child(0)->text(QAccessible::Name), texto);
+  vista.poner(pruebas::Lista({"corta", std::string(610, 'x')}));
+  EXPECT_EQ(vista.columnas().ultima(), 610);
 }
 
 TEST(VistaRegistros, ReglaYPosicionBajoElRaton) {

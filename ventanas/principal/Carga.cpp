@@ -1,3 +1,5 @@
+#include <QApplication>
+#include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
 
@@ -10,6 +12,11 @@
 #include "ventanas/principal/frmUnirQ19.h"
 
 namespace principal {
+
+QString frmUnirQ19::Marca(const QString& ruta) {
+  const QFileInfo informe(ruta);
+  return QStringLiteral("%1 %2").arg(informe.lastModified().toMSecsSinceEpoch()).arg(informe.size());
+}
 
 bool frmUnirQ19::EsQ19(const QString& ruta) {
   switch (remesa::ComprobarCabeza(comunes::ARuta(ruta))) {
@@ -59,11 +66,15 @@ void frmUnirQ19::cargarInicial(const QString& lineaOrdenes) {
 }
 
 void frmUnirQ19::elegir(const QString& ruta) {
+  if (QApplication::activeModalWidget())
+    return;  // una ayuda técnica, o algo que se suelta, con una caja delante
   decir({});
+  const QString marca = Marca(ruta);  // antes de leerlo: si cambia mientras tanto, no será la suya
   if (!EsQ19(ruta)) return;
   const comunes::Reloj reloj;
   if (!CargarFichero(ruta, *ui_->Preview)) return;
   rutaPreview_ = ruta;
+  marcaPreview_ = marca;
   resumenPreview_ = remesa::Resumir(ui_->Preview->lista(), true);
   mostrarObservaciones();
 }

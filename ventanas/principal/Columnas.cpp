@@ -24,10 +24,14 @@ Columnas::Columnas(const QFont& fuente) : fuente_(QRawFont::fromFont(fuente)) {
   }
 }
 
+void Columnas::ponerUltima(std::size_t ultima) {
+  ultima_ = static_cast<int>(std::clamp<std::size_t>(ultima, remesa::kLongitudRegistro, kMaxima));
+}
+
 int Columnas::posicionEn(int x) const {
   if (x < kMargen) return 0;
   const int posicion = (x - kMargen) / ancho_ + 1;
-  return posicion <= kUltima ? posicion : 0;
+  return posicion <= ultima_ ? posicion : 0;
 }
 
 }  // namespace principal

@@ -2,6 +2,7 @@
 
 #include <QHeaderView>
 #include <QPushButton>
+#include <QScreen>
 #include <QShortcut>
 #include <algorithm>
 
@@ -84,6 +85,8 @@ void Comprobaciones::conectar() {
 
 void Comprobaciones::comprobar() {
   const int fila = ui_->Visor->currentIndex().row();
+  const remesa::Hallazgo* senalado = actual();
+  const remesa::Hallazgo anterior = senalado ? *senalado : remesa::Hallazgo();
   caducar();  // si no se puede comprobar, lo que se ve sigue siendo lo de antes
   std::vector<remesa::Hallazgo> nuevos;
   std::size_t errores = 0, avisos = 0;
@@ -108,8 +111,13 @@ void Comprobaciones::comprobar() {
   hallazgos_ = std::move(nuevos);
   caducada_ = false;
   llenar(resultado);
+  if (ordenada_ >= 0) ordenar(ordenada_);
   const int filas = modelo_->rowCount();
   if (filas > 0) ui_->Visor->setCurrentIndex(modelo_->index(std::clamp(fila, 0, filas - 1), 0));
+  senalar([&](const remesa::Hallazgo& h) {
+    return h.codigo == anterior.codigo && h.registro == anterior.registro &&
+           h.donde.desde == anterior.donde.desde;
+  });
   detallar();
 }
 
@@ -156,10 +164,26 @@ void Comprobaciones::ordenar(int columna) {
       rejilla_.PonerEstilo(0, otra, {});
     comunes::OrdenarColumna(rejilla_, columna, true);
   }
+  ordenada_ = columna;
   // Ordenar no deja ninguna fila actual: lo es la del mismo hallazgo, esté ahora donde esté.
-  for (int fila = 0; senalado != nullptr && fila < modelo_->rowCount(); ++fila)
-    if (hallazgoDe(fila) == senalado) ui_->Visor->setCurrentIndex(modelo_->index(fila, 0));
+  senalar([&](const remesa::Hallazgo& h) { return &h == senalado; });
   detallar();
+}
+
+void Comprobaciones::senalar(const std::function<bool(const remesa::Hallazgo&)>& cual) {
+  for (int fila = 0; fila < modelo_->rowCount(); ++fila)
+    if (const remesa::Hallazgo* h = hallazgoDe(fila); h != nullptr && cual(*h))
+      return ui_->Visor->setCurrentIndex(modelo_->index(fila, 0));
+}
+
+void Comprobaciones::Apartar(const QRect& zona) {
+  const QRect libre = screen()->availableGeometry();
+  const QRect marco = frameGeometry();
+  if (!marco.intersects(zona)) return;
+  if (zona.bottom() + marco.height() <= libre.bottom())
+    move(marco.left(), zona.bottom() + 1);
+  else if (zona.top() - marco.height() >= libre.top())
+    move(marco.left(), zona.top() - marco.height());
 }
 
 const remesa::Hallazgo* Comprobaciones::hallazgoDe(int fila) const {

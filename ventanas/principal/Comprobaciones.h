@@ -42,12 +42,16 @@ class Comprobaciones : public QDialog {
   void comprobar();
   /// Lo comprobado ha cambiado.
   void caducar();
+  /// Deja ver `zona`, en coordenadas de la pantalla, si hay sitio encima o debajo.
+  void Apartar(const QRect& zona);
 
  private:
   void preparar();
   void conectar();
   void llenar(const remesa::ResultadoComprobacion& resultado);
   void ordenar(int columna);
+  /// Hace actual el primer hallazgo que cumpla `cual`; si no hay ninguno, nada cambia.
+  void senalar(const std::function<bool(const remesa::Hallazgo&)>& cual);
   void detallar();
   void ir();
   /// El hallazgo de la fila actual; nullptr si no hay ninguna.
@@ -61,6 +65,7 @@ class Comprobaciones : public QDialog {
   comunes::Rejilla rejilla_;
   std::unique_ptr<comunes::ModeloRejilla> modelo_;  // se va antes que su rejilla
   bool caducada_ = false;
+  int ordenada_ = -1;  ///< la columna por la que el operador ordenó
 };
 
 }  // namespace principal

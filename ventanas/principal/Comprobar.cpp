@@ -35,6 +35,7 @@ void frmUnirQ19::comprobarAcumulado() {
                          [this](const remesa::Hallazgo& h) {
                            if (h.fila > ui_->Acumulado->lista().size()) return false;
                            editar(static_cast<int>(h.fila) - 1, h.donde.desde);
+                           if (comprobaciones_) comprobaciones_->activateWindow();
                            return true;
                          }},
                         ui_->Acumulado);
@@ -47,7 +48,7 @@ void frmUnirQ19::comprobarPreview() {
                            return remesa::ComprobarFichero(comunes::ARuta(rutaPreview_), comunes::Hoy(),
                                                            recibir, avance);
                          },
-                         [this](const remesa::Hallazgo& h) { return irEnPreview(h); }},
+                         [this](const remesa::Hallazgo& h) { return irEnPreview(rutaPreview_, h); }},
                         ui_->Preview);
 }
 
@@ -58,19 +59,22 @@ void frmUnirQ19::comprobarGuardado() {
                            return remesa::ComprobarFichero(comunes::ARuta(ruta), comunes::Hoy(), recibir,
                                                            avance);
                          },
-                         [this, ruta](const remesa::Hallazgo& h) {
-                           // La acumulación está ya vacía: se lee arriba.
-                           if (rutaPreview_ != ruta) elegir(ruta);
-                           return rutaPreview_ == ruta && irEnPreview(h);
-                         }},
+                         // La acumulación está ya vacía: se lee arriba.
+                         [this, ruta](const remesa::Hallazgo& h) { return irEnPreview(ruta, h); }},
                         nullptr);
 }
 
-bool frmUnirQ19::irEnPreview(const remesa::Hallazgo& hallazgo) {
-  if (hallazgo.fila > ui_->Preview->lista().size()) return false;
+bool frmUnirQ19::irEnPreview(const QString& ruta, const remesa::Hallazgo& hallazgo) {
+  // Puede haberlo escrito esta misma ventana, u otro programa, desde que se leyó.
+  if (rutaPreview_ != ruta || marcaPreview_ != Marca(ruta)) elegir(ruta);
+  if (rutaPreview_ != ruta || hallazgo.fila > ui_->Preview->lista().size()) return false;
   ui_->Preview->seleccionarSolo(static_cast<int>(hallazgo.fila) - 1);
   ui_->Preview->mostrarPosicion(hallazgo.donde.desde);
   ui_->Preview->setFocus();
+  activateWindow();
+  const QWidget& zona = *ui_->Preview->viewport();
+  const QRect fila = ui_->Preview->visualRect(ui_->Preview->currentIndex()) & zona.rect();
+  if (comprobaciones_) comprobaciones_->Apartar(fila.translated(zona.mapToGlobal(QPoint(0, 0))));
   return true;
 }
 

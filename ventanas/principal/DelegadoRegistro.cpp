@@ -28,7 +28,7 @@ void DelegadoRegistro::paint(QPainter* pintor, const QStyleOptionViewItem& opcio
   if (seleccionado) pintor->fillRect(visible, opcion.palette.brush(grupo, QPalette::Highlight));
 
   const int primera = std::max(1, (visible.left() - izquierda - Columnas::kMargen) / columnas.ancho() + 1);
-  const int largo = static_cast<int>(std::min<std::size_t>(registro.size(), Columnas::kUltima));
+  const int largo = static_cast<int>(std::min<std::size_t>(registro.size(), Columnas::kMaxima));
   const int ultima =
       std::min(largo, (visible.right() - izquierda - Columnas::kMargen) / columnas.ancho() + 1);
   const QColor tinta = opcion.palette.color(grupo, seleccionado ? QPalette::HighlightedText : QPalette::Text);

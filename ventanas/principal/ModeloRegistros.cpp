@@ -4,7 +4,7 @@
 #include <limits>
 
 #include "comunes/plataforma/Texto.h"
-#include "remesa/Registro.h"
+#include "ventanas/principal/Columnas.h"
 
 namespace principal {
 
@@ -49,7 +49,7 @@ int ModeloRegistros::rowCount(const QModelIndex& padre) const {
 QVariant ModeloRegistros::data(const QModelIndex& indice, int papel) const {
   if (!indice.isValid() || papel != Qt::DisplayRole) return {};
   const std::string_view registro =
-      lista_[static_cast<std::size_t>(indice.row())].substr(0, remesa::kLongitudRegistro);
+      lista_[static_cast<std::size_t>(indice.row())].substr(0, Columnas::kMaxima);
   QString texto = comunes::DesdeWindows1252(registro);
   for (qsizetype i = 0; i < texto.size(); ++i) {
     const auto byte = static_cast<unsigned char>(registro[static_cast<std::size_t>(i)]);

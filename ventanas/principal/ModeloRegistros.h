@@ -11,8 +11,9 @@ namespace principal {
 /// asignar ni el guion opcional.
 bool EsVisible(unsigned char byte);
 
-/// Modelo de lista sobre los registros de una remesa; da a lo más 600 posiciones de cada uno, y solo cuando
-/// se le piden. Lo que no es visible se muestra con un signo del bloque "Imágenes de control" de Unicode.
+/// Modelo de lista sobre los registros de una remesa; da a lo más Columnas::kMaxima posiciones de cada uno, y
+/// solo cuando se le piden. Lo que no es visible se muestra con un signo del bloque "Imágenes de control" de
+/// Unicode.
 class ModeloRegistros : public QAbstractListModel {
   Q_OBJECT
 

@@ -2,6 +2,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QScopeGuard>
+#include <algorithm>
 #include <atomic>
 #include <future>
 
@@ -13,6 +14,7 @@
 #include "comunes/plataforma/Texto.h"
 #include "comunes/plataforma/Ventanas.h"
 #include "remesa/Adeudos.h"
+#include "remesa/Campos.h"
 #include "remesa/Comprobacion.h"
 #include "remesa/Fusion.h"
 #include "remesa/Guardado.h"
@@ -137,8 +139,12 @@ void frmUnirQ19::insertar() {
   const auto i = static_cast<std::size_t>(actual);
   if (!remesa::EsDuplicable(acumulado.lista()[i])) return;
   const comunes::Reloj reloj;
+  std::vector<std::size_t> seleccion = acumulado.seleccion();
+  for (std::size_t& fila : seleccion)
+    if (fila > i) ++fila;
   acumulado.cambiar([i](remesa::ListaRegistros& lista) { remesa::InsertarCopia(lista, i); });
-  acumulado.seleccionarSolo(actual + 1);
+  acumulado.seleccionar(seleccion);
+  acumulado.ponerActual(actual + 1);
   decir({});
   RecalcularTotales();
 }
@@ -154,12 +160,21 @@ void frmUnirQ19::eliminar() {
       comunes::kNo)
     return;
   const comunes::Reloj reloj;
+  // Con el teclado se sigue desde donde se estaba.
+  const int actual = acumulado.actual();
+  const auto quitados =
+      std::count_if(seleccion.begin(), seleccion.end(), [&, &lista = acumulado.lista()](std::size_t fila) {
+        return static_cast<int>(fila) < actual && remesa::campo(lista[fila], remesa::kCodigo) == "03";
+      });
   acumulado.cambiar([&](remesa::ListaRegistros& lista) { remesa::EliminarAdeudos(lista, seleccion); });
+  acumulado.ponerActual(
+      std::min(actual - static_cast<int>(quitados), static_cast<int>(acumulado.lista().size()) - 1));
   decir({});
   RecalcularTotales();
 }
 
 void frmUnirQ19::editar(int fila, int posicion) {
+  if (QApplication::activeModalWidget()) return;  // una ayuda técnica pulsa la fila también entonces
   const QWidgetList ventanas = QApplication::topLevelWidgets();
   for (const QWidget* ventana : ventanas)
     if (ventana->isVisible() &&

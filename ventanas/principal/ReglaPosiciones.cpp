@@ -28,7 +28,7 @@ void ReglaPosiciones::paintEvent(QPaintEvent*) {
   const Columnas& columnas = vista_->columnas();
   const int origen = -vista_->desplazamiento();
   const int primera = std::max(1, columnas.posicionEn(std::max(-origen, Columnas::kMargen)) - 20);
-  for (int posicion = primera; posicion <= Columnas::kUltima; ++posicion) {
+  for (int posicion = primera; posicion <= columnas.ultima(); ++posicion) {
     const int x = origen + columnas.x(posicion);
     if (x > width()) break;
     const int centro = x + columnas.ancho() / 2;

@@ -26,6 +26,15 @@ VistaRegistros::VistaRegistros(QWidget* padre)
   connect(regla_, &ReglaPosiciones::posicionBajoRaton, this, [this](int p) { emit bajoRaton(-1, p); });
 }
 
+void VistaRegistros::reset() {
+  // Lo que un registro lleve de más se perderá al guardar: ha de poder verse.
+  std::size_t largo = 0;
+  for (std::size_t i = 0; i < lista().size(); ++i)
+    largo = std::max(largo, lista()[i].size());
+  columnas_.ponerUltima(largo);
+  QListView::reset();
+}
+
 void VistaRegistros::poner(remesa::ListaRegistros lista) {
   modelo_->cambiar([&](remesa::ListaRegistros& l) { l = std::move(lista); });
   scrollToTop();
@@ -84,7 +93,9 @@ void VistaRegistros::seleccionar(std::span<const std::size_t> filas) {
 
 void VistaRegistros::changeEvent(QEvent* evento) {
   if (evento->type() == QEvent::FontChange || evento->type() == QEvent::StyleChange) {
+    const int ultima = columnas_.ultima();
     columnas_ = Columnas(font());
+    columnas_.ponerUltima(static_cast<std::size_t>(ultima));
     scheduleDelayedItemsLayout();
   }
   QListView::changeEvent(evento);

@@ -18,6 +18,8 @@ class VistaRegistros : public QListView {
  public:
   explicit VistaRegistros(QWidget* padre = nullptr);
 
+  void reset() override;
+
   ModeloRegistros& modelo() { return *modelo_; }
   const remesa::ListaRegistros& lista() const { return modelo_->lista(); }
   const Columnas& columnas() const { return columnas_; }

@@ -48,6 +48,8 @@ class frmUnirQ19 : public QMainWindow {
 
   // Carga (Carga.cpp)
   bool EsQ19(const QString& ruta);
+  /// Distingue el contenido de un fichero del que tenga después.
+  static QString Marca(const QString& ruta);
   /// false si el operador lo detiene, y entonces todo sigue como estaba.
   bool CargarFichero(const QString& ruta, VistaRegistros& lista);
   void cargarInicial(const QString& lineaOrdenes);
@@ -68,7 +70,8 @@ class frmUnirQ19 : public QMainWindow {
   void comprobarAcumulado();
   void comprobarPreview();
   void comprobarGuardado();
-  bool irEnPreview(const remesa::Hallazgo& hallazgo);
+  /// Enseña arriba el registro del hallazgo, del fichero `ruta`, que se lee otra vez si no es el que se ve.
+  bool irEnPreview(const QString& ruta, const remesa::Hallazgo& hallazgo);
   void mostrarComprobaciones(Comprobada comprobada, const VistaRegistros* lista);
 
   // Imprimir.cpp
@@ -96,6 +99,7 @@ class frmUnirQ19 : public QMainWindow {
   QString guardado_;                         ///< Último fichero guardado.
   QString listado_;                          ///< Último listado escrito en un fichero.
   QString rutaPreview_;                      ///< Ruta de lo que muestra `Preview`.
+  QString marcaPreview_;                     ///< Fecha y tamaño de ese fichero cuando se leyó.
   QHash<QString, QString> rutasImportadas_;  ///< De la ruta en mayúsculas a la ruta.
   remesa::Resumen resumenPreview_;
   remesa::Resumen resumenAcumulado_;
