@@ -1,4 +1,5 @@
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <memory>
 
 #include "comunes/campos/Identificadores.h"
@@ -20,8 +21,10 @@ Salida Completar(const std::vector<std::string>& textos) {
     QString nif = QString::fromStdString(texto).trimmed();
     const bool sinLetra = nif.endsWith('?') || nif.isEmpty() || EsCifra(nif.back());
     if (sinLetra) {
-      if (!nif.endsWith('?')) nif += '?';
-      comunes::NifLetter(nif);
+      // El número se suele escribir en grupos, y la letra es la de todo él.
+      nif.removeIf([](QChar c) { return c.isSpace() || c == '.'; });
+      if (nif.endsWith('?')) nif.chop(1);
+      if (std::all_of(nif.begin(), nif.end(), EsCifra)) comunes::NifLetter(nif += '?');
     }
     if (!Decir(Mostrable(nif))) salida = Salida::Fallo;
     if (sinLetra && (nif.isEmpty() || !nif.back().isLetter())) {

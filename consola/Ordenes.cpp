@@ -49,6 +49,9 @@ Salida Ejecutar(std::vector<std::string> argumentos) {
       opcion->group("Opciones");
   }
 
+  // La biblioteca tomaría "[a,b]" por una lista de valores: así sigue siendo el nombre de un fichero.
+  for (std::string& argumento : argumentos)
+    if (argumento.starts_with('[') && argumento.ends_with(']')) argumento.insert(0, "./");
   std::reverse(argumentos.begin(), argumentos.end());
   try {
     q19.parse(std::move(argumentos));

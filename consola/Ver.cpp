@@ -181,6 +181,13 @@ void OrdenVer(CLI::App& q19, Accion& accion) {
             const bool cero = numero.find_first_not_of('0') == std::string::npos;
             return cifras && !cero ? std::string() : "ha de ser un número desde 1";
           },
+          "")
+      // Antes de mirarlo: con ceros delante, la biblioteca lo leería en octal.
+      ->transform(
+          [](const std::string& numero) {
+            const auto primera = numero.find_first_not_of('0');
+            return primera == std::string::npos ? numero : numero.substr(primera);
+          },
           "");
   orden->footer("Los campos son los de Tarvo.INI, junto al programa.");
   orden->callback([opciones, &accion] { accion = [opciones] { return Ver(*opciones); }; });

@@ -176,8 +176,8 @@ TEST_F(PruebaConsola, LineaDeOrdenes) {
        0,
        "IBAN ES91 2100 0418 4502 0005 1332: correcto\nIBAN ES91 2100 0418 4502 0005 1332: correcto\n"},
       {{"iban", "ES91 2100 0418 4502 0005 1333", ""}, 1, "dígitos de control incorrectos"},
-      {{"nif", "12345678", "00000023?", " 1 "}, 0, "12345678Z\n00000023T\n1R\n"},
-      {{"nif", "12345678Z", "X1234567", "00000000"}, 1, "12345678Z\n"},
+      {{"nif", "12.345.678", "00000023?", " 1 "}, 0, "12345678Z\n00000023T\n1R\n"},
+      {{"nif", "12345678Z", "X1234567", "1,5", "00000000"}, 1, "12345678Z\nX1234567\n1,5\n00000000\n"},
   };
   for (const auto& [argumentos, codigo, texto] : casos) {
     SCOPED_TRACE(argumentos.join(' ').toStdString());
@@ -190,8 +190,11 @@ TEST_F(PruebaConsola, LineaDeOrdenes) {
   }
 }
 
-// Un nombre que no es UTF-8 llega a su fichero tal cual.
-TEST_F(PruebaConsola, NombresQueNoSonUtf8) {
+// Un nombre que no es UTF-8, o que va entre corchetes, llega a su fichero tal cual.
+TEST_F(PruebaConsola, NombresQueNoSonUtf8NiListas) {
+  escribir("a", "0119143001\r\n");
+  EXPECT_TRUE(q19({"ver", "[a]"}).avisado.contains("[a]: No se encontró el archivo"));
+  EXPECT_TRUE(q19({"unir", "-o", "b", "[a]"}).avisado.contains("[a]: No se encontró el archivo"));
   const QByteArray guion = "cp '" DIR_EJEMPLOS "/gimnasio-acuario.Q19' $'a\\xf1o.Q19' && '" PROGRAMA_Q19
                            "' unir -o $'uni\\xf3n.x' $'a\\xf1o.Q19' && test -s $'uni\\xf3n.Q19' && rm *.Q19";
   QProcess bash;
@@ -231,6 +234,8 @@ TEST_F(PruebaConsola, VeLosRegistrosCampoPorCampo) {
                                                        << s.dicho.toStdString();
   }
   EXPECT_EQ(ver({}).dicho.count("Registro "), 5);
+  EXPECT_TRUE(ver({"--registro", "05"}).dicho.startsWith("Registro 5:"));
+  EXPECT_TRUE(ver({"--registro", "010"}).avisado.contains("no tiene registro 10;"));
   EXPECT_TRUE(ver({"--registro", "6"}).avisado.contains("no tiene registro 6; el último es el 5"));
   EXPECT_EQ(ver({"--registro", "6"}).codigo, 1);
   for (const char* malo : {"0", "-1", "dos", "9999999999999999999999"})
