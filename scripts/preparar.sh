@@ -5,7 +5,7 @@ paquetes_programa=(g++ cmake ninja-build qt6-base-dev qt6-base-dev-tools qt6-tra
                    libgl-dev fonts-liberation)
 paquetes_pruebas=(libgtest-dev libgmock-dev poppler-utils python3)
 paquetes_fuzz=(clang libclang-rt-14-dev)
-paquetes_analisis=(clang clang-tidy cppcheck)
+paquetes_analisis=(clang clang-tidy cppcheck libbenchmark-dev)
 
 decir() { printf '%s\n' "$*" >&2; }
 
