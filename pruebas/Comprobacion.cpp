@@ -218,6 +218,10 @@ TEST_F(PruebaComprobacion, RegistrosDeMasDeMenosYFueraDeSitio) {
       {[](Registros& r) { r[kAdeudo].resize(50); }, "E101@3 E403@7 E403@8 E403@9"},
       {[](Registros& r) { r[kAdeudo] += "XX"; }, "E101@3"},
       {poner(kAdeudo2, ""), "E101@6"},
+      {poner(kAdeudo2, Registro("")), "E201@6 E405@8 E405@9 E405@10"},
+      {poner(kAdeudo2, std::string(kLongitudRegistro, '\0')), "E201@6 E405@8 E405@9 E405@10"},
+      {poner(kGenerales + 1, Registro("")), "E201@10"},
+      {[](Registros& r) { r = {Registro("")}; }, "E201@1 E205@0"},
       {[](Registros& r) { r = {"hola"}; }, "E104@0"},
   };
   for (const auto& caso : casos) {

@@ -14,7 +14,8 @@ using namespace std::chrono_literals;
 /// Desde noviembre de 2016 el primer adeudo de una serie no tiene que ser FRST.
 constexpr Dia kFrstSobra{2016y, std::chrono::November, 1d};
 
-/// Blancos y la marca de fin de fichero de otros sistemas: no es un registro, sino una línea que sobra.
+/// Blancos y la marca de fin de fichero de otros sistemas. Si es más corta que un registro, una línea que
+/// sobra.
 bool EnBlanco(std::string_view bytes) {
   using namespace std::string_view_literals;
   return bytes.find_first_not_of(" \t\x1A\0"sv) == std::string_view::npos;
@@ -85,7 +86,7 @@ bool Comprobador::mirarForma(std::string_view bytes, std::uint64_t longitud) {
                                std::max<std::uint64_t>(longitud, kLongitudRegistro)),
                          std::to_string(longitud), std::to_string(kLongitudRegistro));
   if (conocido) return true;
-  if (EnBlanco(bytes)) return false;
+  if (longitud < kLongitudRegistro && EnBlanco(bytes)) return false;
   if (campo(bytes, kCodigo) == "03")
     anotador_.posiciones(C::NumeroDato, kNumeroDato, std::string(campo(bytes, kNumeroDato)),
                          "003 004 005 006");
