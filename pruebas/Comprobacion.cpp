@@ -315,15 +315,35 @@ TEST_F(PruebaComprobacion, CualquierByte) {
   }
 }
 
-TEST(Comprobacion, ListaComoQuedaraGuardada) {
-  Registros registros = Buena();
-  registros[kAdeudo].resize(590);
-  const ListaRegistros lista = Lista(registros);
-  for (const bool comoGuardada : {false, true}) {
+// La lista guarda en un solo registro las líneas acabadas en LF; al guardarla se pierde todo menos la
+// primera.
+TEST(Comprobacion, ListaComoEstaYComoQuedaraGuardada) {
+  Registros corto = Buena();
+  corto[kAdeudo].resize(590);
+  Registros conLF = Buena();
+  conLF[kAdeudo2] += "\n" + conLF[kTotales].replace(70, 10, "XXXXXXXXXX") + "\n";
+  conLF.erase(conLF.begin() + kTotales);
+  Registros partido = Buena();
+  partido[kUltimos].back() = '\n';
+  const struct {
+    Registros registros;
+    bool comoGuardada;
+    const char* codigos;
+    std::size_t fila;
+  } casos[] = {
+      {corto, false, "E101@3", 3},
+      {corto, true, "", 0},
+      {conLF, false, "E302@7 E102@0", kAdeudo2 + 1},
+      {conLF, true, "E204@7 E405@7 E405@8", kTotales + 1},
+      {partido, false, "E101@4 E102@0", 4},
+      {partido, true, "E101@4 E101@5 E102@0 A103@0", 4},
+  };
+  for (const auto& caso : casos) {
     std::vector<Hallazgo> hallazgos;
     const auto recibir = [&](Hallazgo&& h) { hallazgos.push_back(std::move(h)); };
-    EXPECT_TRUE(ComprobarLista(lista, kHoy, recibir, comoGuardada).completa);
-    EXPECT_EQ(Codigos(hallazgos), comoGuardada ? "" : "E101@3");
+    EXPECT_TRUE(ComprobarLista(Lista(caso.registros), kHoy, recibir, caso.comoGuardada).completa);
+    EXPECT_EQ(Codigos(hallazgos), caso.codigos);
+    EXPECT_EQ(hallazgos.empty() ? 0 : hallazgos[0].fila, caso.fila) << caso.codigos;
   }
 }
 

@@ -30,7 +30,7 @@ class FinesDeLinea {
 
   void anotar(Anotador& anotador) const {
     const Cuenta &crlf = de(FinLinea::CRLF), &cr = de(FinLinea::CR), &lf = de(FinLinea::LF);
-    if (lf.lineas > 0) anotador.fichero(C::SoloLF, std::to_string(lf.lineas), {}, lf.primera);
+    anotarLF(anotador);
     const int distintos = (crlf.lineas > 0) + (cr.lineas > 0) + (lf.lineas > 0);
     if (distintos > 1)
       anotador.fichero(C::FinesMezclados, "CRLF " + std::to_string(crlf.lineas) + " CR " +
@@ -38,6 +38,12 @@ class FinesDeLinea {
     else if (cr.lineas > 0)
       anotador.fichero(C::SoloCR, std::to_string(cr.lineas));
     if (de(FinLinea::Ninguno).lineas > 0) anotador.fichero(C::SinUltimoFin);
+  }
+
+  /// Los únicos que quedan en una lista: la lectura no los toma por fines.
+  void anotarLF(Anotador& anotador) const {
+    const Cuenta& lf = de(FinLinea::LF);
+    if (lf.lineas > 0) anotador.fichero(C::SoloLF, std::to_string(lf.lineas), {}, lf.primera);
   }
 
  private:
@@ -96,6 +102,14 @@ ResultadoComprobacion ComprobarLista(const ListaRegistros& lista, Dia hoy, const
                                      bool comoGuardada, const AvanceComprobacion& avance) {
   constexpr std::size_t kCadaAvance = 4096;
   Comprobador comprobador(hoy, recibir);
+  FinesDeLinea fines;
+  const FinLinea ultimo = comoGuardada ? FinLinea::CRLF : FinLinea::Ninguno;
+  std::uint64_t fila = 0;
+  const auto dar = [&](std::string_view bytes, std::uint64_t longitud, FinLinea fin) {
+    comprobador.dar(bytes, longitud, fila);
+    fines.contar(fin);
+  };
+  LineasFichero lineas(dar);
   std::string rehecho;
   for (std::size_t i = 0; i < lista.size(); ++i) {
     lista.anticipar(i);
@@ -104,11 +118,20 @@ ResultadoComprobacion ComprobarLista(const ListaRegistros& lista, Dia hoy, const
       rehecho.assign(registro.substr(0, kLongitudRegistro)).resize(kLongitudRegistro, ' ');
       registro = rehecho;
     }
-    comprobador.dar(registro, registro.size(), i + 1);
+    fila = i + 1;
+    if (registro.find('\n') == std::string_view::npos) {
+      dar(registro, registro.size(), ultimo);
+    } else {
+      lineas.dar(registro);
+      if (comoGuardada) lineas.dar("\r\n");
+      lineas.terminar();
+    }
     if (avance && (i + 1) % kCadaAvance == 0 && !avance(i + 1, lista.size()))
       return Resultado(comprobador.anotador(), false);
   }
   comprobador.terminar();
+  if (!comprobador.ajeno())
+    comoGuardada ? fines.anotar(comprobador.anotador()) : fines.anotarLF(comprobador.anotador());
   return Resultado(comprobador.anotador(), true);
 }
 

@@ -26,8 +26,8 @@ ResultadoComprobacion ComprobarFichero(const std::filesystem::path& ruta, Dia ho
                                        const ReceptorHallazgos& recibir,
                                        const AvanceComprobacion& avance = {});
 
-/// Comprueba una lista. Con `comoGuardada`, cada registro como quedará en el fichero: cortado o completado a
-/// 600.
+/// Comprueba una lista; un registro que lleve LF, línea a línea, como en un fichero. Con `comoGuardada`, cada
+/// registro como quedará en el fichero: cortado o completado a 600.
 ResultadoComprobacion ComprobarLista(const ListaRegistros& lista, Dia hoy, const ReceptorHallazgos& recibir,
                                      bool comoGuardada = false, const AvanceComprobacion& avance = {});
 
