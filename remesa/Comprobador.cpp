@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "remesa/ComprobacionCampos.h"
+#include "remesa/Validez.h"
 
 namespace remesa {
 namespace {
@@ -179,18 +180,17 @@ void Comprobador::mirarOpcional() {
   }
 }
 
-/// Un 04 y un 05 repiten el acreedor de su cabecera; el 04, además, la fecha de cobro. Si ella no los dice,
-/// la que está mal es ella.
+/// Un 04 y un 05 repiten el acreedor de su cabecera; el 04, además, la fecha de cobro. Si los de ella no son
+/// correctos, la que está mal es ella.
 void Comprobador::mirarCabecera(Posiciones acreedor) {
   if (!hayCabecera_) return;
   const auto comparar = [&](Posiciones donde, std::string_view deCabecera) {
     const std::string_view dicho = Recortar(campo(anotador_.registro(), donde));
-    const std::string_view debido = Recortar(deCabecera);
-    if (!dicho.empty() && !debido.empty() && dicho != debido)
-      anotador_.campo(C::OtraCabecera, campoDe(donde), std::string(debido));
+    if (!dicho.empty() && dicho != deCabecera)
+      anotador_.campo(C::OtraCabecera, campoDe(donde), std::string(deCabecera));
   };
-  comparar(acreedor, acreedor_);
-  if (anotador_.clase() == ClaseRegistro::TotalesFecha) comparar(kFecha04, fechaCobro_);
+  if (ComprobarIdentificador(acreedor_).correcto) comparar(acreedor, acreedor_);
+  if (cobro_ && anotador_.clase() == ClaseRegistro::TotalesFecha) comparar(kFecha04, fechaCobro_);
 }
 
 }  // namespace remesa
