@@ -145,6 +145,8 @@ TEST_F(PruebaComprobacion, UnCampoEstropeado) {
       {kUltimos, 11, "REF2", "E401@4", {11, 45}, "REF1"},
       {kCambio, 46, "MANDATO3", "E401@5", {46, 80}, "MANDATO1"},
       {kTotales, 3, "ES53000A12345678", "E402@7", {3, 37}, kAcreedor},
+      {kTotales, 3, "ES99000E77846772", "E307@7 E402@7", {3, 37}, "08"},
+      {kTotales, 38, "20261340", "E303@7 E402@7", {38, 45}},
       {kTotales, 38, "20260113", "E402@7", {38, 45}, "20260112"},
       {kTotalesAcreedor, 3, "ES53000A12345678", "E402@8", {3, 37}, kAcreedor},
       {kTotales, 62, "1", "E403@7", {46, 62}, "00000000000000300"},
@@ -192,6 +194,18 @@ TEST_F(PruebaComprobacion, RegistrosDeMasDeMenosYFueraDeSitio) {
   } casos[] = {
       {quitar(kPresentador), "E204@1 E405@8"},
       {quitar(kCabecera), "E204@2 E405@6 E405@7 E405@8"},
+      {[](Registros& r) {
+         sobrescribir(r[kTotales], kFecha04, "20261340");
+         sobrescribir(r[kTotalesAcreedor], kAcreedor05, "ES99");
+         r.erase(r.begin() + kCabecera);
+       },
+       "E204@2 E303@6 E405@6 E307@7 E405@7 E405@8"},
+      {[](Registros& r) {
+         for (const std::size_t i : {kCabecera, kTotales, kTotalesAcreedor})
+           sobrescribir(r[i], i == kCabecera ? kIdentificadorAcreedor : kAcreedor04, "ES99");
+       },
+       "E307@2"},
+      {[](Registros& r) { r[kTotales].resize(20); }, "E101@7"},
       {quitar(kTotales), "E204@7 E405@7 E405@8"},
       {quitar(kTotalesAcreedor), "E204@8 E405@8"},
       {quitar(kGenerales), "E205@0"},

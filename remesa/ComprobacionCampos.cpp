@@ -24,10 +24,6 @@ std::string_view NumeroDato(ClaseRegistro clase) {
   }
 }
 
-bool EsDeTotalesDeAcreedor(ClaseRegistro clase) {
-  return clase == ClaseRegistro::TotalesFecha || clase == ClaseRegistro::TotalesAcreedor;
-}
-
 /// Las palabras que admite un campo de lista cerrada, separadas por blancos; "" si no lo es.
 std::string_view Lista(ValorCampo valor) {
   switch (valor) {
@@ -63,7 +59,8 @@ bool CuentaForanea(std::string_view adeudo) {
 /// Los campos de un registro, de uno en uno. Lo que un campo exige de otro que le precede se recuerda.
 class Comprobacion {
  public:
-  explicit Comprobacion(Anotador& anotador) : anotador_(anotador) {}
+  Comprobacion(Anotador& anotador, const DatosCabecera& cabecera)
+      : anotador_(anotador), cabecera_(cabecera) {}
 
   void mirar(const Campo& campo) {
     const std::string_view bytes = remesa::campo(anotador_.registro(), campo.donde);
@@ -112,9 +109,7 @@ class Comprobacion {
         mirarNumeroDato(campo, valor);
         break;
       case ValorCampo::Fecha:
-        // La de un "04" se compara con la de su cabecera, que es la que se comprueba.
-        if (!EsDeTotalesDeAcreedor(anotador_.clase()) && !LeerFecha(valor))
-          anotador_.campo(C::FechaInexistente, campo);
+        if (valor != cabecera_.fechaCobro && !LeerFecha(valor)) anotador_.campo(C::FechaInexistente, campo);
         break;
       case ValorCampo::Importe:
         if (anotador_.clase() == ClaseRegistro::Adeudo &&
@@ -122,7 +117,7 @@ class Comprobacion {
           anotador_.campo(C::ImporteCero, campo);
         break;
       case ValorCampo::Identificador:
-        if (!EsDeTotalesDeAcreedor(anotador_.clase()))
+        if (valor != cabecera_.acreedor)
           mirarControl(C::IdentificadorAcreedor, campo, ComprobarIdentificador(valor));
         break;
       case ValorCampo::Cuenta:
@@ -219,14 +214,15 @@ class Comprobacion {
   };
 
   Anotador& anotador_;
+  DatosCabecera cabecera_;
   const Campo* direccion_ = nullptr;
   Identificacion identificacion_;
 };
 
 }  // namespace
 
-void ComprobarCampos(Anotador& anotador) {
-  Comprobacion comprobacion(anotador);
+void ComprobarCampos(Anotador& anotador, const DatosCabecera& cabecera) {
+  Comprobacion comprobacion(anotador, cabecera);
   const auto largo = static_cast<int>(std::min(anotador.registro().size(), kLongitudRegistro));
   for (const Campo& campo : CamposDe(anotador.clase())) {
     if (campo.donde.hasta > largo) break;

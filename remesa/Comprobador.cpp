@@ -37,7 +37,7 @@ void Comprobador::dar(std::string_view bytes, std::uint64_t longitud, std::uint6
   if (!mirarForma(bytes, longitud)) return;
   orden_.dar();
   if (anotador_.clase() == ClaseRegistro::Acreedor) abrirBloque();
-  ComprobarCampos(anotador_);
+  ComprobarCampos(anotador_, repetidoDeCabecera());
   switch (anotador_.clase()) {
     case ClaseRegistro::Acreedor:
       mirarFechaCobro();
@@ -180,13 +180,22 @@ void Comprobador::mirarOpcional() {
   }
 }
 
+DatosCabecera Comprobador::repetidoDeCabecera() const {
+  const ClaseRegistro clase = anotador_.clase();
+  const bool repite = clase == ClaseRegistro::TotalesFecha || clase == ClaseRegistro::TotalesAcreedor;
+  if (!repite || !hayCabecera_) return {};
+  return {acreedor_, Recortar(fechaCobro_)};
+}
+
 /// Un 04 y un 05 repiten el acreedor de su cabecera; el 04, además, la fecha de cobro. Si los de ella no son
 /// correctos, la que está mal es ella.
 void Comprobador::mirarCabecera(Posiciones acreedor) {
   if (!hayCabecera_) return;
+  const std::size_t largo = anotador_.registro().size();
   const auto comparar = [&](Posiciones donde, std::string_view deCabecera) {
     const std::string_view dicho = Recortar(campo(anotador_.registro(), donde));
-    if (!dicho.empty() && dicho != deCabecera)
+    const bool entero = largo >= static_cast<std::size_t>(donde.hasta);
+    if (entero && !dicho.empty() && dicho != deCabecera)
       anotador_.campo(C::OtraCabecera, campoDe(donde), std::string(deCabecera));
   };
   if (ComprobarIdentificador(acreedor_).correcto) comparar(acreedor, acreedor_);

@@ -5,6 +5,7 @@
 
 #include "remesa/Anotador.h"
 #include "remesa/Calendario.h"
+#include "remesa/ComprobacionCampos.h"
 #include "remesa/OrdenRegistros.h"
 #include "remesa/Repetidos.h"
 #include "remesa/TotalesNorma.h"
@@ -37,6 +38,7 @@ class Comprobador {
   void mirarAdeudo();
   void mirarRepetidos(std::string_view referencia);
   void mirarOpcional();
+  DatosCabecera repetidoDeCabecera() const;
   void mirarCabecera(Posiciones acreedor);
   const Campo& campoDe(Posiciones donde) const;
 
