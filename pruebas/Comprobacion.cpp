@@ -223,6 +223,11 @@ TEST_F(PruebaComprobacion, RegistrosDeMasDeMenosYFueraDeSitio) {
          sobrescribir(r[kAdeudo2], {404, 437}, "ES7921000813610123456789");
        },
        "A403@6 A404@6"},
+      {[](Registros& r) {
+         sobrescribir(r[kAdeudo2], {46, 53}, "MANDATO1");
+         sobrescribir(r[kAdeudo2], {403, 437}, "B21000418450200051332    ");
+       },
+       "A403@6"},
       // Otro acreedor pide antes el 05 del suyo.
       {[&](Registros& r) {
          r.insert(r.begin() + kTotalesAcreedor, buena.begin() + kCabecera, buena.begin() + kTotalesAcreedor);

@@ -22,6 +22,13 @@ bool EnBlanco(std::string_view bytes) {
   return bytes.find_first_not_of(" \t\x1A\0"sv) == std::string_view::npos;
 }
 
+/// Las 20 cifras de un IBAN español, que como cuenta nacional es la misma; las demás cuentas, enteras.
+std::string_view CuentaComparable(std::string_view cuenta) {
+  constexpr std::size_t kAntes = 4, kIbanEspanol = 24;
+  if (cuenta.size() != kIbanEspanol || !cuenta.starts_with("ES")) return cuenta;
+  return EsCcc(cuenta.substr(kAntes)) ? cuenta.substr(kAntes) : cuenta;
+}
+
 Posiciones Desde(std::uint64_t desde, std::uint64_t hasta) {
   constexpr std::uint64_t kTope = std::numeric_limits<int>::max();
   return {static_cast<int>(std::min(desde, kTope)), static_cast<int>(std::min(hasta, kTope))};
@@ -160,8 +167,8 @@ void Comprobador::mirarRepetidos(std::string_view referencia) {
   if (const auto otro = repetidos_.cobro(huella, campo(registro, kImporteAdeudo), fechaCobro_, numero);
       otro != 0)
     anotador_.campo(C::CobroDoble, campoDe(kReferenciaMandato), {}, otro);
-  if (const auto otro = repetidos_.otraCuenta(huella, Recortar(campo(registro, kCuentaDeudor)), numero);
-      otro != 0)
+  const std::string_view cuenta = CuentaComparable(Recortar(campo(registro, kCuentaDeudor)));
+  if (const auto otro = repetidos_.otraCuenta(huella, cuenta, numero); otro != 0)
     anotador_.campo(C::MandatoDosCuentas, campoDe(kCuentaDeudor), {}, otro);
 }
 
