@@ -228,6 +228,12 @@ TEST_F(PruebaComprobacion, RegistrosDeMasDeMenosYFueraDeSitio) {
          sobrescribir(r[kAdeudo2], {403, 437}, "B21000418450200051332    ");
        },
        "A403@6"},
+      // Lo que falta no es otra cuenta.
+      {[](Registros& r) {
+         sobrescribir(r[kAdeudo2], {46, 53}, "MANDATO1");
+         r[kAdeudo2].resize(410);
+       },
+       "E101@6 A403@6"},
       // Otro acreedor pide antes el 05 del suyo.
       {[&](Registros& r) {
          r.insert(r.begin() + kTotalesAcreedor, buena.begin() + kCabecera, buena.begin() + kTotalesAcreedor);

@@ -168,6 +168,7 @@ void Comprobador::mirarRepetidos(std::string_view referencia) {
       otro != 0)
     anotador_.campo(C::CobroDoble, campoDe(kReferenciaMandato), {}, otro);
   const std::string_view cuenta = CuentaComparable(Recortar(campo(registro, kCuentaDeudor)));
+  if (cuenta.empty() || registro.size() < static_cast<std::size_t>(kCuentaDeudor.hasta)) return;
   if (const auto otro = repetidos_.otraCuenta(huella, cuenta, numero); otro != 0)
     anotador_.campo(C::MandatoDosCuentas, campoDe(kCuentaDeudor), {}, otro);
 }
