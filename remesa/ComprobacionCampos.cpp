@@ -50,10 +50,12 @@ bool EstaEn(std::string_view lista, std::string_view palabra) {
   return (donde == 0 || lista[donde - 1] == ' ') && (tras == lista.size() || lista[tras] == ' ');
 }
 
-/// El banco solo hace falta si la cuenta no es española.
+/// El banco solo hace falta si la cuenta dice ser de otro país.
 bool CuentaForanea(std::string_view adeudo) {
   const std::string_view cuenta = Recortar(campo(adeudo, kCuentaDeudor));
-  return !cuenta.empty() && campo(adeudo, kClaseCuenta) != "B" && !cuenta.starts_with("ES");
+  const auto esLetra = [](char c) { return c >= 'A' && c <= 'Z'; };
+  return cuenta.size() > 1 && esLetra(cuenta[0]) && esLetra(cuenta[1]) && !cuenta.starts_with("ES") &&
+         campo(adeudo, kClaseCuenta) != "B";
 }
 
 /// Los campos de un registro, de uno en uno. Lo que un campo exige de otro que le precede se recuerda.
