@@ -243,6 +243,11 @@ TEST_F(PruebaComprobacion, RegistrosDeMasDeMenosYFueraDeSitio) {
        "E204@8 A402@9 A402@12 E402@13 E402@14 E403@14 E404@14 E405@14 E403@15 E404@15 E405@15"},
       {[](Registros& r) { r[kAdeudo].resize(598); }, "E101@3"},
       {[](Registros& r) { r[kAdeudo].resize(50); }, "E101@3 E403@7 E403@8 E403@9"},
+      {[](Registros& r) {
+         sobrescribir(r[kAdeudo], {189, 201}, "CALLE MAYOR 1");
+         r[kAdeudo].resize(240);
+       },
+       "E101@3 A302@3"},
       {[](Registros& r) { r[kAdeudo] += "XX"; }, "E101@3"},
       {poner(kAdeudo2, ""), "E101@6"},
       {poner(kAdeudo2, Registro("")), "E201@6 E405@8 E405@9 E405@10"},

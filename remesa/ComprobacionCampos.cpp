@@ -82,6 +82,13 @@ class Comprobacion {
       mirarCaracteres(campo, bytes);
   }
 
+  /// La dirección entera es un solo aviso, en su primera línea: tras el país o, si el registro no llega
+  /// a él, al final.
+  void cerrarDireccion() {
+    if (direccion_ != nullptr) anotador_.campo(C::Direccion, *direccion_);
+    direccion_ = nullptr;
+  }
+
  private:
   /// Un campo numérico que no es obligatorio puede venir con los ceros que lo rellenan.
   static bool EstaVacio(const Campo& campo, std::string_view valor) {
@@ -192,12 +199,6 @@ class Comprobacion {
     if (!EstaEn(letras, valor.substr(0, 1))) anotador_.campo(C::Identificacion, campo, std::string(letras));
   }
 
-  /// La dirección entera es un solo aviso, en su primera línea.
-  void cerrarDireccion() {
-    if (direccion_ != nullptr) anotador_.campo(C::Direccion, *direccion_);
-    direccion_ = nullptr;
-  }
-
   /// Un aviso por cada tramo de caracteres de fuera del juego.
   void mirarCaracteres(const Campo& campo, std::string_view bytes) {
     std::size_t mirado = 0;
@@ -230,6 +231,7 @@ void ComprobarCampos(Anotador& anotador, const DatosCabecera& cabecera) {
     if (campo.donde.hasta > largo) break;
     comprobacion.mirar(campo);
   }
+  comprobacion.cerrarDireccion();
 }
 
 }  // namespace remesa
