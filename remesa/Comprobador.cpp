@@ -119,14 +119,17 @@ void Comprobador::abrirBloque() {
 
 void Comprobador::mirarFechaCobro() {
   if (!cobro_) return;
-  const auto anotar = [&](CodigoHallazgo codigo, Dia desde) {
-    anotador_.campo(codigo, campoDe(kFechaCobro), EscribirFecha(HabilDesde(desde)));
+  // Un adeudo se presenta, a más tardar, la víspera.
+  const Dia manana = std::chrono::sys_days(hoy_) + std::chrono::days(1);
+  const Dia habil = HabilDesde(std::max(*cobro_, manana));
+  const auto anotar = [&](CodigoHallazgo codigo) {
+    anotador_.campo(codigo, campoDe(kFechaCobro), EscribirFecha(habil));
   };
-  if (*cobro_ < hoy_) anotar(C::CobroPasado, hoy_);
+  if (*cobro_ < hoy_) anotar(C::CobroPasado);
   if (EsFinDeSemana(*cobro_))
-    anotar(C::CobroFinDeSemana, std::max(*cobro_, hoy_));
+    anotar(C::CobroFinDeSemana);
   else if (Festivo(*cobro_) != FestivoTarget::Ninguno)
-    anotar(C::CobroFestivo, std::max(*cobro_, hoy_));
+    anotar(C::CobroFestivo);
 }
 
 void Comprobador::mirarAdeudo() {
