@@ -143,6 +143,7 @@ TEST_F(PruebaComprobacion, UnCampoEstropeado) {
       {kCambio, 255, "OTRA", "E308@5", {255, 259}, "SMNDA"},
       {kUltimos, 294, "I", "E309@4", {294, 329}, "J"},
       {kUltimos, 293, "1", "E309@4", {294, 329}, "A I"},
+      {kUltimos, 293, "1AXX334914A", "E309@4", {294, 329}, "A+BIC I"},
       {kUltimos, 11, "REF2", "E401@4", {11, 45}, "REF1"},
       {kCambio, 46, "MANDATO3", "E401@5", {46, 80}, "MANDATO1"},
       {kTotales, 3, "ES53000A12345678", "E402@7", {3, 37}, kAcreedor},

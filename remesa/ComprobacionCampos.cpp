@@ -196,7 +196,10 @@ class Comprobacion {
     if (tipo.empty() && identificacion_.campo != nullptr)
       anotador_.campo(C::ObligatorioVacio, *identificacion_.campo, "1 2");
     const std::string_view letras = tipo == "1" ? "A I" : tipo == "2" ? "J" : "A I J";
-    if (!EstaEn(letras, valor.substr(0, 1))) anotador_.campo(C::Identificacion, campo, std::string(letras));
+    if (!EstaEn(letras, valor.substr(0, 1)))
+      anotador_.campo(C::Identificacion, campo, std::string(letras));
+    else if (valor.starts_with('A') && !EsBic(valor.substr(1)))
+      anotador_.campo(C::Identificacion, campo, "A+BIC I");
   }
 
   /// Un aviso por cada tramo de caracteres de fuera del juego.
