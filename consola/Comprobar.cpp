@@ -1,6 +1,6 @@
 #include <CLI/CLI.hpp>
+#include <QJsonArray>
 #include <QJsonDocument>
-#include <QJsonObject>
 #include <memory>
 #include <optional>
 
@@ -26,84 +26,105 @@ remesa::Dia Hoy(const std::string& fecha) {
   return comunes::Hoy();
 }
 
-QString EnJson(const remesa::Hallazgo& h, const QString& fichero) {
-  const QString codigo = QString::fromUtf8(remesa::TextoCodigo(h.codigo).data());
-  const QJsonObject objeto{{"fichero", fichero},
-                           {"nivel", principal::TextoNivel(h.codigo)},
-                           {"codigo", codigo},
-                           {"registro", static_cast<qint64>(h.registro)},
-                           {"desde", h.donde.desde},
-                           {"hasta", h.donde.hasta},
-                           {"campo", principal::TextoCampo(h)},
-                           {"deudor", comunes::DesdeWindows1252(h.deudor)},
-                           {"referencia", comunes::DesdeWindows1252(h.referencia)},
-                           {"valor", principal::TextoValor(h)},
-                           {"esperado", principal::TextoEsperado(h)},
-                           {"mensaje", principal::TextoHallazgo(h)}};
-  return QString::fromUtf8(QJsonDocument(objeto).toJson(QJsonDocument::Compact));
+/// Un texto ajeno, como va entre las comillas de una cadena de JSON o en una línea.
+QString Ajeno(const QString& texto, bool json) {
+  if (!json) return Mostrable(texto);
+  const QString lista = QString::fromUtf8(QJsonDocument(QJsonArray{texto}).toJson(QJsonDocument::Compact));
+  return lista.mid(2, lista.size() - 4);
 }
 
-/// "fichero: registro 3, 89-99 Importe del adeudo (Ana Peña, REF1): error E304: …"
-QString EnLinea(const remesa::Hallazgo& h, const QString& fichero) {
-  QString lugar;
-  if (h.registro > 0) lugar += QStringLiteral(" registro %1").arg(h.registro);
-  if (h.donde.desde > 0) lugar += QStringLiteral(", %1-%2").arg(h.donde.desde).arg(h.donde.hasta);
-  if (h.campo != nullptr) lugar += QLatin1Char(' ') + principal::TextoCampo(h);
-  QStringList quien;
-  for (const std::string* dato : {&h.deudor, &h.referencia})
-    if (!dato->empty()) quien += comunes::DesdeWindows1252(*dato);
-  if (!quien.isEmpty()) lugar += QStringLiteral(" (%1)").arg(quien.join(QStringLiteral(", ")));
-  if (!lugar.isEmpty()) lugar += QLatin1Char(':');
-  const QString codigo = QString::fromUtf8(remesa::TextoCodigo(h.codigo).data());
-  const QString esperado = principal::TextoEsperado(h);
-  return Mostrable(QStringLiteral("%1:").arg(fichero) + lugar +
-                   QStringLiteral(" %1 %2: ").arg(principal::TextoNivel(h.codigo), codigo) +
-                   principal::TextoHallazgo(h) + QStringLiteral(" Se esperaba: ") + esperado +
-                   QLatin1Char('.'));
-}
-
-/// Las líneas que se dicen, de muchas en muchas: escribirlas una a una cuesta más que hallarlas.
+/// Los hallazgos de un fichero, cada uno en su línea. Se dicen de muchas en muchas: de una en una cuesta más
+/// que hallarlos.
 class Lineas {
  public:
-  void dar(const QString& linea) {
-    if (!texto_.isEmpty()) texto_ += QLatin1Char('\n');
-    texto_ += linea;
+  Lineas(const QString& fichero, bool json, const comunes::EscritorUtf8& datos)
+      : fichero_(Ajeno(fichero, json).toStdString()), json_(json), datos_(datos) {}
+
+  void dar(const remesa::Hallazgo& h) {
+    json_ ? ponerJson(h) : ponerLinea(h);
     if (texto_.size() >= kTrozo) vaciar();
+  }
+  void dar(const remesa::ResultadoComprobacion& resultado) {
+    poner(fichero_, ": ", principal::TextoRecuento(resultado.errores, resultado.avisos).toStdString(), "\n");
   }
   /// false si ya no se pueden escribir; entonces no se intenta más.
   bool vaciar() {
-    if (!texto_.isEmpty()) escrito_ = escrito_ && Decir(texto_);
-    texto_.resize(0);
+    if (!texto_.empty()) escrito_ = escrito_ && DecirLineas(texto_);
+    texto_.clear();
     return escrito_;
   }
   bool escrito() const { return escrito_; }
 
  private:
-  static constexpr qsizetype kTrozo = 1 << 16;
-  QString texto_;
+  static constexpr std::size_t kTrozo = std::size_t{1} << 16;
+
+  template <class... Partes>
+  void poner(const Partes&... partes) {
+    ((texto_ += std::string_view(partes)), ...);
+  }
+
+  /// "fichero: registro 3, 89-99 Importe del adeudo (Ana Peña, REF1): error E304: …"
+  void ponerLinea(const remesa::Hallazgo& h) {
+    poner(fichero_, ":");
+    const std::size_t sinLugar = texto_.size();
+    if (h.registro > 0) poner(" registro ", std::to_string(h.registro));
+    if (h.donde.desde > 0) poner(", ", std::to_string(h.donde.desde), "-", std::to_string(h.donde.hasta));
+    if (h.campo != nullptr) poner(" ", h.campo->nombre);
+    if (!h.deudor.empty() || !h.referencia.empty()) {
+      poner(" (");
+      datos_.anadir(texto_, h.deudor);
+      if (!h.deudor.empty() && !h.referencia.empty()) poner(", ");
+      datos_.anadir(texto_, h.referencia);
+      poner(")");
+    }
+    if (texto_.size() > sinLugar) poner(":");
+    poner(" ", principal::TextoNivel(h.codigo).data(), " ", remesa::TextoCodigo(h.codigo), ": ");
+    principal::AnadirHallazgo(texto_, h, datos_);
+    poner(" Se esperaba: ");
+    principal::AnadirEsperado(texto_, h, datos_);
+    poner(".\n");
+  }
+
+  void ponerJson(const remesa::Hallazgo& h) {
+    poner(R"({"campo":")", h.campo != nullptr ? h.campo->nombre : std::string_view());
+    poner(R"(","codigo":")", remesa::TextoCodigo(h.codigo));
+    poner(R"(","desde":)", std::to_string(h.donde.desde), R"(,"deudor":")");
+    datos_.anadir(texto_, h.deudor);
+    poner(R"(","esperado":")");
+    principal::AnadirEsperado(texto_, h, datos_);
+    poner(R"(","fichero":")", fichero_, R"(","hasta":)", std::to_string(h.donde.hasta), R"(,"mensaje":")");
+    principal::AnadirHallazgo(texto_, h, datos_);
+    poner(R"(","nivel":")", principal::TextoNivel(h.codigo).data(), R"(","referencia":")");
+    datos_.anadir(texto_, h.referencia);
+    poner(R"(","registro":)", std::to_string(h.registro), R"(,"valor":")");
+    datos_.anadir(texto_, h.valor);
+    poner("\"}\n");
+  }
+
+  std::string fichero_;
+  bool json_;
+  const comunes::EscritorUtf8& datos_;
+  std::string texto_;
   bool escrito_ = true;
 };
 
 Salida Comprobar(const PeticionComprobar& peticion) {
   const remesa::Dia hoy = Hoy(peticion.fecha);
+  const comunes::EscritorUtf8 datos([&](const QString& texto) { return Ajeno(texto, peticion.json); });
   Salida salida = Salida::Hecho;
   for (const std::string& nombre : peticion.ficheros) {
     const std::filesystem::path ruta = RutaDe(nombre);
-    const QString fichero = comunes::DesdeRuta(ruta);
-    Lineas lineas;
+    Lineas lineas(comunes::DesdeRuta(ruta), peticion.json, datos);
     try {
       Avance avance(QStringLiteral("Comprobando"), ruta);
       const auto resultado = remesa::ComprobarFichero(
-          ruta, hoy,
-          [&](remesa::Hallazgo&& h) { lineas.dar(peticion.json ? EnJson(h, fichero) : EnLinea(h, fichero)); },
+          ruta, hoy, [&](remesa::Hallazgo&& h) { lineas.dar(h); },
           [&](std::uintmax_t leidos, std::uintmax_t total) {
             avance.poner(leidos, total);
             return lineas.escrito();
           });
       if (resultado.errores > 0) salida = Salida::Fallo;
-      if (!peticion.json)
-        lineas.dar(QStringLiteral("%1: %2").arg(
-            Mostrable(ruta), principal::TextoRecuento(resultado.errores, resultado.avisos)));
+      if (!peticion.json) lineas.dar(resultado);
       if (!lineas.vaciar()) return Salida::Fallo;
     } catch (const remesa::ErrorEjecucion& error) {
       lineas.vaciar();

@@ -25,24 +25,26 @@ void PonerLineaAvance(const QString& linea) {
   anchoAvance = linea.size();
 }
 
-bool Escribir(std::FILE* donde, const QString& linea) {
+bool Escribir(std::FILE* donde, std::string_view utf8) {
   if (anchoAvance > 0 && EsTerminal(donde)) PonerLineaAvance({});
-  const QByteArray utf8 = linea.toUtf8() + '\n';
-  const auto bytes = static_cast<std::size_t>(utf8.size());
-  const bool escrito = std::fwrite(utf8.constData(), 1, bytes, donde) == bytes;
+  const bool escrito = std::fwrite(utf8.data(), 1, utf8.size(), donde) == utf8.size();
   return std::fflush(donde) == 0 && escrito;
 }
 
 }  // namespace
 
 bool Decir(const QString& linea) {
-  if (Escribir(stdout, linea)) return true;
+  return DecirLineas((linea + u'\n').toStdString());
+}
+
+bool DecirLineas(std::string_view utf8) {
+  if (Escribir(stdout, utf8)) return true;
   if (errno != EPIPE) Avisar(QStringLiteral("no se puede escribir la salida"));
   return false;
 }
 
 void Avisar(const QString& linea) {
-  Escribir(stderr, QStringLiteral("q19: ") + linea);
+  Escribir(stderr, QStringLiteral("q19: %1\n").arg(linea).toStdString());
 }
 
 Avance::Avance(const QString& verbo, const std::filesystem::path& fichero)

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <string>
+#include <string_view>
 
 #include "remesa/ErrorEjecucion.h"
 #include "remesa/Fichero.h"
@@ -14,6 +15,8 @@ namespace consola {
 /// Una línea en la salida, o en la de errores con "q19: " delante; en UTF-8. false si no se pudo escribir: el
 /// disco se llenó, o quien la leía se fue.
 bool Decir(const QString& linea);
+/// Líneas en UTF-8, ya con sus finales.
+bool DecirLineas(std::string_view utf8);
 void Avisar(const QString& linea);
 
 /// Señal de vida de un trabajo largo, si la salida de errores es una terminal: una línea "título: 45 %" que

@@ -246,12 +246,16 @@ TEST_F(PruebaConsola, CompruebaConLaNorma) {
   const QByteArray buena = leer(ejemplo("gimnasio-acuario.Q19"));
   QByteArray mala = buena;
   mala.replace(602 * 2 + 80, 4, "A\"\\\x01");
+  const char raro[] = "\"\\/\b\f\t\x01\x1F\x7F\x80\x81\x9F\xD1\xFF";
+  mala.replace(602 * 2 + 118, 70, QByteArray(raro).leftJustified(70));
   const QByteArray antes = leer(escribir("mala.Q19", mala));
   escribir("buena.Q19", buena);
   const Salida texto = q19({"comprobar", "buena.Q19", "mala.Q19", "--fecha", "20260101"});
   EXPECT_EQ(texto.codigo, 1);
   EXPECT_TRUE(texto.dicho.contains("\nbuena.Q19: sin errores y con "));
-  EXPECT_TRUE(texto.dicho.contains("\nmala.Q19: registro 3, 81-84 Tipo de adeudo ("))
+  EXPECT_TRUE(texto.dicho.contains("\nmala.Q19: registro 3, 81-84 Tipo de adeudo (\"\\/" +
+                                   QString(6, QChar::ReplacementCharacter) + QString::fromUtf8("€") +
+                                   QChar::ReplacementCharacter + QString::fromUtf8("ŸÑÿ, ")))
       << texto.dicho.toStdString();
   EXPECT_TRUE(texto.dicho.contains("\nmala.Q19: 1 error y "));
 
@@ -262,6 +266,7 @@ TEST_F(PruebaConsola, CompruebaConLaNorma) {
   for (const QString& linea : json.dicho.trimmed().split('\n')) {
     const QJsonObject objeto = QJsonDocument::fromJson(linea.toUtf8()).object();
     ASSERT_FALSE(objeto.isEmpty()) << linea.toStdString();
+    EXPECT_EQ(QJsonDocument(objeto).toJson(QJsonDocument::Compact), linea.toUtf8());
     if (objeto["nivel"] != "error") continue;
     ++errores;
     const QJsonObject esperado{{"fichero", "mala.Q19"},
@@ -271,6 +276,7 @@ TEST_F(PruebaConsola, CompruebaConLaNorma) {
                                {"desde", 81},
                                {"hasta", 84},
                                {"campo", "Tipo de adeudo"},
+                               {"deudor", QString::fromUtf8("\"\\/\b\f\t\x01\x1F\x7F€\u0081ŸÑÿ")},
                                {"valor", "A\"\\\x01"},
                                {"esperado", "FNAL, FRST, OOFF o RCUR"}};
     for (const QString& clave : esperado.keys())

@@ -29,6 +29,26 @@ QString DesdeWindows1252(std::string_view bytes) {
   return texto;
 }
 
+EscritorUtf8::EscritorUtf8(const std::function<QString(const QString&)>& cambiar) {
+  for (std::size_t byte = 0; byte < escritos_.size(); ++byte) {
+    const std::string bytes(1, static_cast<char>(byte));
+    escritos_[byte] = cambiar(DesdeWindows1252(bytes)).toStdString();
+    iguales_[byte] = escritos_[byte] == bytes;
+  }
+}
+
+void EscritorUtf8::anadir(std::string& texto, std::string_view bytes) const {
+  const char* hecho = bytes.data();
+  const char* const fin = hecho + bytes.size();
+  for (const char* p = hecho; p != fin; ++p) {
+    const auto byte = static_cast<unsigned char>(*p);
+    if (iguales_[byte]) continue;
+    texto.append(hecho, p) += escritos_[byte];
+    hecho = p + 1;
+  }
+  texto.append(hecho, fin);
+}
+
 std::string AWindows1252(const QString& texto) {
   std::string bytes(static_cast<std::size_t>(texto.size()), '?');
   std::size_t escritos = 0;

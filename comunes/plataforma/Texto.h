@@ -1,7 +1,9 @@
 #pragma once
 
 #include <QString>
+#include <array>
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -10,6 +12,19 @@ namespace comunes {
 /// Windows-1252 a Unicode. Los cinco bytes sin asignar (81, 8D, 8F, 90, 9D) pasan a U+0081… y vuelven
 /// iguales.
 QString DesdeWindows1252(std::string_view bytes);
+
+/// Pasa bytes de Windows-1252 a UTF-8.
+class EscritorUtf8 {
+ public:
+  /// `cambiar` dice qué se pone por cada carácter: él mismo, un escape…
+  explicit EscritorUtf8(const std::function<QString(const QString&)>& cambiar);
+  /// Pone `bytes` al final de `texto`.
+  void anadir(std::string& texto, std::string_view bytes) const;
+
+ private:
+  std::array<std::string, 256> escritos_;  // lo que se pone por cada byte
+  std::array<bool, 256> iguales_{};        // los que se quedan como están
+};
 
 /// Unicode a Windows-1252, un byte por carácter; lo que la página no tiene pasa a '?'.
 std::string AWindows1252(const QString& texto);

@@ -1,8 +1,8 @@
 #include "ventanas/principal/TextosComprobacion.h"
 
-#include <QStringList>
+#include <stdexcept>
+#include <string_view>
 
-#include "comunes/plataforma/Texto.h"
 #include "remesa/Calendario.h"
 #include "remesa/SEPA.h"
 #include "ventanas/principal/TextosObservacion.h"
@@ -11,22 +11,36 @@ namespace principal {
 namespace {
 
 using C = remesa::CodigoHallazgo;
+using comunes::EscritorUtf8;
 using remesa::Hallazgo;
 using remesa::ValorCampo;
+
+/// Un texto que dentro de una cadena de JSON es el mismo: uno que hubiera que escapar no compila.
+class Plantilla {
+ public:
+  // cppcheck-suppress noExplicitConstructor
+  consteval Plantilla(const char* texto) : texto_(texto) {
+    if (texto_.find_first_of("\"\\\n\t") != std::string_view::npos) throw std::logic_error(texto);
+  }
+  constexpr operator std::string_view() const { return texto_; }
+
+ private:
+  std::string_view texto_;
+};
 
 /// Los textos de un código. En ellos %v es lo que hay, %e lo que debería, %o el otro registro y %p la
 /// posición.
 struct Textos {
-  const char* que;
-  const char* esperado;
-  const char* hacer;
+  Plantilla que;
+  Plantilla esperado;
+  Plantilla hacer;
 };
 
-constexpr const char* kRecalculo =
+constexpr Plantilla kRecalculo =
     "Se recalculan al importar, insertar o eliminar. Si hay varios bloques el programa los deja corridos de "
     "uno a otro: lleve cada bloque en su fichero.";
 
-constexpr const char* kFinesAlGuardar = "El programa lo lee bien; al guardar la remesa quedará con CR LF.";
+constexpr Plantilla kFinesAlGuardar = "El programa lo lee bien; al guardar la remesa quedará con CR LF.";
 
 Textos TextosDe(C codigo) {
   switch (codigo) {
@@ -154,7 +168,7 @@ Textos TextosDe(C codigo) {
               "un día hábil; el siguiente es el %e",
               "El banco cobrará otro día: ponga la fecha que convenga en la cabecera 02 y en su 04."};
   }
-  return {};
+  return {"", "", ""};
 }
 
 /// Donde el dato esperado no se puede decir, o el caso tiene su propio texto.
@@ -191,8 +205,8 @@ Textos TextosDe(const Hallazgo& h) {
     case C::FueraDeLista:
       if (sinDato)
         textos.esperado = h.clase == remesa::ClaseRegistro::Balanza
-                              ? "las dos letras de un país de ISO 3166 que no sea ES"
-                              : "las dos letras de un país de ISO 3166";
+                              ? Plantilla("las dos letras de un país de ISO 3166 que no sea ES")
+                              : Plantilla("las dos letras de un país de ISO 3166");
       break;
     case C::Identificacion:
       if (sinDato) textos.esperado = "vacío, salvo con un código que empiece por I";
@@ -203,102 +217,111 @@ Textos TextosDe(const Hallazgo& h) {
   return textos;
 }
 
-QString NombreFiesta(const std::string& fecha) {
+std::string_view NombreFiesta(std::string_view fecha) {
   const auto dia = remesa::LeerFecha(fecha);
   using F = remesa::FestivoTarget;
   switch (dia ? remesa::Festivo(*dia) : F::Ninguno) {
     case F::AnoNuevo:
-      return QStringLiteral("Año Nuevo");
+      return "Año Nuevo";
     case F::ViernesSanto:
-      return QStringLiteral("Viernes Santo");
+      return "Viernes Santo";
     case F::LunesDePascua:
-      return QStringLiteral("lunes de Pascua");
+      return "lunes de Pascua";
     case F::Trabajo:
-      return QStringLiteral("1 de mayo");
+      return "1 de mayo";
     case F::Navidad:
-      return QStringLiteral("Navidad");
+      return "Navidad";
     case F::SanEsteban:
-      return QStringLiteral("26 de diciembre");
+      return "26 de diciembre";
     case F::Ninguno:
       break;
   }
   return {};
 }
 
-QString SinCeros(QString cifras) {
-  while (cifras.size() > 1 && cifras.startsWith(QLatin1Char('0')))
-    cifras.remove(0, 1);
-  return cifras;
+std::string_view SinCeros(std::string_view cifras) {
+  const std::size_t primera = cifras.find_first_not_of('0');
+  return cifras.substr(primera != std::string_view::npos ? primera : cifras.size() - 1);
 }
 
 /// Un dato del fichero dentro de una frase: fechas e importes, como se leen; lo demás, abreviado si es largo.
-QString EnFrase(const Hallazgo& h, const std::string& bytes) {
-  constexpr qsizetype kMaximo = 60;
-  const bool fecha = h.campo != nullptr && h.campo->valor == ValorCampo::Fecha && remesa::LeerFecha(bytes);
-  QString texto = comunes::DesdeWindows1252(fecha ? remesa::FechaQ19(bytes) : bytes);
-  if (h.codigo == C::TotalImportes) return TextoEuros(texto.toLongLong());
-  if (h.codigo == C::TotalAdeudos || h.codigo == C::TotalRegistros) return SinCeros(texto);
-  if (texto.size() > kMaximo) texto = texto.left(kMaximo) + QStringLiteral("…");
-  return texto;
-}
-
-/// Las palabras que valen: "01, 02 o 03".
-QString Enumerar(const QString& lista) {
-  QStringList palabras = lista.split(QLatin1Char(' '));
-  if (palabras.size() < 2) return lista;
-  const QString ultima = palabras.takeLast();
-  return palabras.join(QStringLiteral(", ")) + QStringLiteral(" o ") + ultima;
+void AnadirEnFrase(std::string& texto, const Hallazgo& h, std::string_view bytes, const EscritorUtf8& datos) {
+  constexpr std::size_t kMaximo = 60;
+  if (h.codigo == C::TotalImportes)
+    texto += TextoEuros(comunes::DesdeWindows1252(bytes).toLongLong()).toStdString();
+  else if (h.codigo == C::TotalAdeudos || h.codigo == C::TotalRegistros)
+    texto += SinCeros(bytes);
+  else if (h.campo != nullptr && h.campo->valor == ValorCampo::Fecha && remesa::LeerFecha(bytes))
+    texto += remesa::FechaQ19(bytes);
+  else {
+    datos.anadir(texto, bytes.substr(0, kMaximo));
+    if (bytes.size() > kMaximo) texto += "…";
+  }
 }
 
 bool EsLista(C codigo) {
   return codigo == C::CodigoDesconocido || codigo == C::NumeroDato || codigo == C::FueraDeOrden ||
-         codigo == C::FueraDeLista || codigo == C::Identificacion;
+         codigo == C::FaltaRegistro || codigo == C::FueraDeLista || codigo == C::Identificacion;
 }
 
-QString Esperado(const Hallazgo& h) {
-  if (h.codigo == C::FaltaRegistro)
-    return QString::fromStdString(h.esperado).replace(QLatin1Char(' '), QStringLiteral(", "));
-  const QString texto = EnFrase(h, h.esperado);
-  return EsLista(h.codigo) ? Enumerar(texto) : texto;
-}
-
-/// Un solo recorrido: lo que se pone no se vuelve a mirar.
-QString Completar(const char* plantilla, const Hallazgo& h) {
-  const QString texto = QString::fromUtf8(plantilla);
-  QString completo;
-  qsizetype hecho = 0;
-  for (qsizetype i = texto.indexOf(QLatin1Char('%')); i >= 0; i = texto.indexOf(QLatin1Char('%'), i + 1)) {
-    completo += QStringView(texto).mid(hecho, i - hecho);
-    hecho = i;
-    const QChar letra = i + 1 < texto.size() ? texto[i + 1] : QChar();
-    if (letra == QLatin1Char('v'))
-      completo += EnFrase(h, h.valor);
-    else if (letra == QLatin1Char('e'))
-      completo += Esperado(h);
-    else if (letra == QLatin1Char('o'))
-      completo += QString::number(h.otro);
-    else if (letra == QLatin1Char('p'))
-      completo += QString::number(h.donde.desde);
+/// Las palabras que valen, "01, 02 o 03", o que faltan, "01, 02, 03".
+void Enumerar(std::string& texto, const Hallazgo& h) {
+  const std::size_t ultimo = h.codigo == C::FaltaRegistro ? std::string::npos : h.esperado.rfind(' ');
+  for (std::size_t i = 0; i < h.esperado.size(); ++i) {
+    if (h.esperado[i] != ' ')
+      texto += h.esperado[i];
     else
-      continue;
-    hecho += 2;
+      texto += i == ultimo ? " o " : ", ";
   }
-  completo += QStringView(texto).mid(hecho);
-  return completo;
+}
+
+void Completar(std::string& texto, std::string_view plantilla, const Hallazgo& h, const EscritorUtf8& datos) {
+  std::size_t marca = 0;
+  while ((marca = plantilla.find('%')) != std::string_view::npos) {
+    texto += plantilla.substr(0, marca);
+    switch (plantilla[marca + 1]) {
+      case 'v':
+        AnadirEnFrase(texto, h, h.valor, datos);
+        break;
+      case 'e':
+        EsLista(h.codigo) ? Enumerar(texto, h) : AnadirEnFrase(texto, h, h.esperado, datos);
+        break;
+      case 'o':
+        texto += std::to_string(h.otro);
+        break;
+      default:
+        texto += std::to_string(h.donde.desde);
+        break;
+    }
+    plantilla.remove_prefix(marca + 2);
+  }
+  texto += plantilla;
+}
+
+template <class Anadir>
+QString EnQString(Anadir&& anadir, const Hallazgo& h) {
+  static const EscritorUtf8 datos([](const QString& caracter) { return caracter; });
+  std::string texto;
+  anadir(texto, h, datos);
+  return QString::fromStdString(texto);
 }
 
 }  // namespace
 
-QString TextoNivel(C codigo) {
-  return remesa::EsError(codigo) ? QStringLiteral("error") : QStringLiteral("aviso");
+QLatin1String TextoNivel(C codigo) {
+  return QLatin1String(remesa::EsError(codigo) ? "error" : "aviso");
 }
 
 QString TextoValor(const Hallazgo& hallazgo) {
   return comunes::DesdeWindows1252(hallazgo.valor);
 }
 
+void AnadirEsperado(std::string& texto, const Hallazgo& hallazgo, const EscritorUtf8& datos) {
+  Completar(texto, TextosDe(hallazgo).esperado, hallazgo, datos);
+}
+
 QString TextoEsperado(const Hallazgo& hallazgo) {
-  return Completar(TextosDe(hallazgo).esperado, hallazgo);
+  return EnQString(AnadirEsperado, hallazgo);
 }
 
 QString TextoCampo(const Hallazgo& hallazgo) {
@@ -307,12 +330,18 @@ QString TextoCampo(const Hallazgo& hallazgo) {
                            static_cast<qsizetype>(hallazgo.campo->nombre.size()));
 }
 
-QString TextoHallazgo(const Hallazgo& hallazgo) {
+void AnadirHallazgo(std::string& texto, const Hallazgo& hallazgo, const EscritorUtf8& datos) {
   const Textos textos = TextosDe(hallazgo);
-  QString que = Completar(textos.que, hallazgo);
-  if (hallazgo.codigo == C::CobroFestivo)
-    que.insert(que.size() - 1, QStringLiteral(" (%1)").arg(NombreFiesta(hallazgo.valor)));
-  return que + QLatin1Char(' ') + QString::fromUtf8(textos.hacer);
+  Completar(texto, textos.que, hallazgo, datos);
+  if (hallazgo.codigo == C::CobroFestivo) {
+    texto.pop_back();
+    texto.append(" (").append(NombreFiesta(hallazgo.valor)).append(").");
+  }
+  texto.append(" ").append(textos.hacer);
+}
+
+QString TextoHallazgo(const Hallazgo& hallazgo) {
+  return EnQString(AnadirHallazgo, hallazgo);
 }
 
 QString TextoRecuento(std::uint64_t errores, std::uint64_t avisos) {

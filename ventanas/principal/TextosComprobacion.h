@@ -2,13 +2,15 @@
 
 #include <QString>
 #include <cstdint>
+#include <string>
 
+#include "comunes/plataforma/Texto.h"
 #include "remesa/Hallazgo.h"
 
 namespace principal {
 
 /// "error" o "aviso".
-QString TextoNivel(remesa::CodigoHallazgo codigo);
+QLatin1String TextoNivel(remesa::CodigoHallazgo codigo);
 
 /// Lo que hay en el fichero, tal como está.
 QString TextoValor(const remesa::Hallazgo& hallazgo);
@@ -21,6 +23,11 @@ QString TextoCampo(const remesa::Hallazgo& hallazgo);
 
 /// Qué pasa y qué hacer, en frases.
 QString TextoHallazgo(const remesa::Hallazgo& hallazgo);
+
+// Los dos, en UTF-8 y al final de `texto`; los datos del fichero, como los escriba `datos`. Lo demás no lleva
+// nada que haya que escapar en JSON.
+void AnadirEsperado(std::string& texto, const remesa::Hallazgo& hallazgo, const comunes::EscritorUtf8& datos);
+void AnadirHallazgo(std::string& texto, const remesa::Hallazgo& hallazgo, const comunes::EscritorUtf8& datos);
 
 /// "sin errores", "sin errores y con 3 avisos", "2 errores y 1 aviso".
 QString TextoRecuento(std::uint64_t errores, std::uint64_t avisos);
