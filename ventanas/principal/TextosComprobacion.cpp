@@ -240,8 +240,9 @@ std::string_view NombreFiesta(std::string_view fecha) {
 }
 
 std::string_view SinCeros(std::string_view cifras) {
-  const std::size_t primera = cifras.find_first_not_of('0');
-  return cifras.substr(primera != std::string_view::npos ? primera : cifras.size() - 1);
+  while (cifras.size() > 1 && cifras.front() == '0')
+    cifras.remove_prefix(1);
+  return cifras;
 }
 
 /// Un dato del fichero dentro de una frase: fechas e importes, como se leen; lo demás, abreviado si es largo.
@@ -250,7 +251,7 @@ void AnadirEnFrase(std::string& texto, const Hallazgo& h, std::string_view bytes
   if (h.codigo == C::TotalImportes)
     texto += TextoEuros(comunes::DesdeWindows1252(bytes).toLongLong()).toStdString();
   else if (h.codigo == C::TotalAdeudos || h.codigo == C::TotalRegistros)
-    texto += SinCeros(bytes);
+    datos.anadir(texto, SinCeros(bytes));
   else if (h.campo != nullptr && h.campo->valor == ValorCampo::Fecha && remesa::LeerFecha(bytes))
     texto += remesa::FechaQ19(bytes);
   else {
