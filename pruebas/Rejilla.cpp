@@ -191,6 +191,28 @@ TEST_F(LaRejilla, OrdenaSegunElTipo) {
   EXPECT_TRUE(rejilla.Redraw() && rejilla.Visible());
 }
 
+// Muchas filas se ordenan por partes: lo igual sigue en su orden aunque caiga en una sola.
+TEST_F(LaRejilla, OrdenaMuchasSinMoverLoIgual) {
+  constexpr int kFilas = 30000;
+  for (const int distintas : {1, 7, 20000}) {
+    PrepararRejilla(rejilla, QStringLiteral("Clave#5;Orden#5"));
+    rejilla.PonerRows(kFilas + 1);
+    for (int f = 1; f <= kFilas; ++f) {
+      rejilla.PonerTextMatrix(f, 0, QStringLiteral("%1").arg(f * 7919LL % distintas, 5, 10, QChar(u'0')));
+      rejilla.PonerTextMatrix(f, 1, QString::number(f));
+    }
+    OrdenarColumna(rejilla, 0);
+    int desordenadas = 0;
+    for (int f = 2; f <= kFilas; ++f) {
+      const auto clave = [&](int fila) {
+        return std::pair(rejilla.TextMatrix(fila, 0).toInt(), rejilla.TextMatrix(fila, 1).toInt());
+      };
+      desordenadas += clave(f) < clave(f - 1) ? 1 : 0;
+    }
+    EXPECT_EQ(desordenadas, 0) << distintas;
+  }
+}
+
 TEST_F(LaRejilla, InsertaSubtotales) {
   // Columna del grupo, tipo, opción, filas y resultado.
   const char* const casos[] = {

@@ -18,12 +18,37 @@ namespace {
 constexpr int kRojo = 255;
 constexpr int kNegro = 0;
 
-/// Reordena las filas no fijas, de orden estable, por las claves que da `clave(fila)`.
+/// Ordena muchas filas por partes: las claves de todas no caben en la caché del procesador, y las de cada
+/// parte sí.
+template <class Menor>
+void ordenarPorPartes(std::vector<int>& orden, const Menor& menor) {
+  constexpr std::size_t kPartes = 1024;
+  std::vector<int> cortes;
+  for (std::size_t i = 1; i < kPartes; ++i)
+    cortes.push_back(orden[i * orden.size() / kPartes]);
+  std::sort(cortes.begin(), cortes.end(), menor);
+  std::vector<std::vector<int>> partes(kPartes);
+  for (const int fila : orden) {
+    const auto corte = std::upper_bound(cortes.begin(), cortes.end(), fila, menor);
+    partes[static_cast<std::size_t>(corte - cortes.begin())].push_back(fila);
+  }
+  orden.clear();
+  for (std::vector<int>& parte : partes) {
+    std::stable_sort(parte.begin(), parte.end(), menor);
+    orden.insert(orden.end(), parte.begin(), parte.end());
+  }
+}
+
+/// Reordena las filas no fijas, de orden estable. `menor(fila, otra)` dice si la primera va delante.
 template <class Menor>
 void ordenarPor(Rejilla& rejilla, const Menor& menor) {
+  constexpr std::size_t kMuchas = 20'000;
   std::vector<int> orden(static_cast<std::size_t>(rejilla.Rows() - rejilla.FixedRows()));
   std::iota(orden.begin(), orden.end(), rejilla.FixedRows());
-  std::stable_sort(orden.begin(), orden.end(), menor);
+  if (orden.size() > kMuchas)
+    ordenarPorPartes(orden, menor);
+  else
+    std::stable_sort(orden.begin(), orden.end(), menor);
   rejilla.Reordenar(orden);
 }
 
