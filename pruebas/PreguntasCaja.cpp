@@ -219,11 +219,11 @@ TEST_F(PreguntasCaja, LaRejillaDevuelveLaColumnaDeLaFilaElegida) {
     EXPECT_EQ("", elegir(columna,
                          [&](MyBox& caja, QTableView& visor) {
                            QTest::mouseClick(visor.viewport(), Qt::LeftButton, {}, celda(visor, 1));
-                           QTest::keyClick(&caja, Qt::Key_Escape);
+                           caja.close();
                          }))
         << "cerrar no elige";
   EXPECT_EQ("Eva", elegir("Nombre",
-                          [&](MyBox& caja, QTableView& visor) {
+                          [&](const MyBox& caja, QTableView& visor) {
                             visor.selectionModel()->select(
                                 visor.model()->index(1, 0),
                                 QItemSelectionModel::Select | QItemSelectionModel::Rows);
