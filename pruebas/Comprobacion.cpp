@@ -254,6 +254,7 @@ TEST_F(PruebaComprobacion, RegistrosDeMasDeMenosYFueraDeSitio) {
       {poner(kAdeudo2, Registro("")), "E201@6 E405@8 E405@9 E405@10"},
       {poner(kAdeudo2, std::string(kLongitudRegistro, '\0')), "E201@6 E405@8 E405@9 E405@10"},
       {poner(kGenerales + 1, Registro("")), "E201@10"},
+      {poner(0, Registro("")), "E201@1 E405@10"},
       {[](Registros& r) { r = {Registro("")}; }, "E201@1 E205@0"},
       {[](Registros& r) { r = {"hola"}; }, "E104@0"},
   };

@@ -63,9 +63,12 @@ void TotalesNorma::dar() {
       ++fichero_.registros;
       comparar(fichero_, kImporte99, kAdeudos99, kRegistros99);
       break;
-    default:
-      ++bloque_.registros;
+    default: {
+      // El que no es de nadie cuenta donde cae: fuera de los bloques, en el fichero.
+      Suma& suya = bloque_.registros > 0 ? bloque_ : acreedor_.registros > 0 ? acreedor_ : fichero_;
+      ++suya.registros;
       break;
+    }
   }
 }
 
