@@ -29,8 +29,8 @@ VistaRegistros::VistaRegistros(QWidget* padre)
 void VistaRegistros::reset() {
   // Lo que un registro lleve de más se perderá al guardar: ha de poder verse.
   std::size_t largo = 0;
-  for (std::size_t i = 0; i < lista().size(); ++i)
-    largo = std::max(largo, lista()[i].size());
+  for (const std::string_view registro : lista())
+    largo = std::max(largo, registro.size());
   columnas_.ponerUltima(largo);
   QListView::reset();
 }
