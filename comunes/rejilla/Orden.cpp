@@ -1,11 +1,11 @@
 #include "comunes/rejilla/Orden.h"
 
-#include <QCollator>
 #include <algorithm>
 #include <numeric>
 #include <optional>
 
 #include "comunes/plataforma/Formatos.h"
+#include "comunes/rejilla/ClaveTexto.h"
 #include "comunes/rejilla/Importe.h"
 #include "comunes/rejilla/MiVisor.h"
 #include "remesa/ErrorEjecucion.h"
@@ -56,7 +56,7 @@ void ordenarPor(Rejilla& rejilla, const Menor& menor) {
 struct Clave {
   int clase = 0;
   double numero = 0;
-  std::optional<QCollatorSortKey> texto;
+  std::optional<ClaveTexto> texto;
 
   bool operator<(const Clave& otra) const {
     if (clase != otra.clase) return clase < otra.clase;
@@ -159,8 +159,7 @@ void marcarTitulo(Rejilla& rejilla, int ordenada) {
 void Rejilla::Sort(int codigo) {
   if (codigo != 1 && codigo != 2 && codigo != 5) throw remesa::ErrorEjecucion(5);
   const SignosNumero signos = SignosNumero::DelUsuario();
-  QCollator orden(LocaleUsuario());
-  orden.setCaseSensitivity(Qt::CaseInsensitive);
+  const ClavesTexto claveDe(LocaleUsuario());
   std::vector<Clave> claves(filas_.size());
   for (int f = fijas_; f < Rows(); ++f) {
     const QString& texto = TextMatrix(f, columna_);
@@ -171,7 +170,7 @@ void Rejilla::Sort(int codigo) {
       clave.numero = *numero;
     } else {
       clave.clase = 2;
-      clave.texto = orden.sortKey(texto);
+      clave.texto = claveDe.de(texto);
     }
   }
   const auto menor = [&](int a, int b) {

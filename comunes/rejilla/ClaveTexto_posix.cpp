@@ -1,0 +1,9 @@
+#include "comunes/rejilla/ClaveTexto.h"
+
+namespace comunes {
+
+ClaveTexto ClavesTexto::de(const QString& texto) const {
+  return orden_.sortKey(texto);
+}
+
+}  // namespace comunes
