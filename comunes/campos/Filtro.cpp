@@ -39,8 +39,7 @@ char32_t letraNif(const EstadoCaja& caja) {
 
 /// Un número con grupos de tres bien puestos ("1.234,50", y lo que lleve alrededor: "€ 1.234,50"), en su
 /// forma de edición: carácter a carácter, el primer punto sería el decimal y el importe, otro. Con los signos
-/// cambiados
-/// ("1,234.50") no cabe duda si están los dos. Lo demás queda igual.
+/// cambiados ("1,234.50") no cabe duda si están los dos. Lo demás queda igual.
 QString sinGrupos(const QString& texto) {
   const auto leer = [&texto](const QString& grupo, const QString& decimal, QLatin1String veces) -> QString {
     const QRegularExpression forma(
