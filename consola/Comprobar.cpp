@@ -126,7 +126,7 @@ Salida Comprobar(const PeticionComprobar& peticion) {
       if (resultado.errores > 0) salida = Salida::Fallo;
       if (!peticion.json) lineas.dar(resultado);
       if (!lineas.vaciar()) return Salida::Fallo;
-    } catch (const remesa::ErrorEjecucion& error) {
+    } catch (const ficheros::ErrorEjecucion& error) {
       lineas.vaciar();
       Avisar(Explicar(error, ruta));
       salida = Salida::Fallo;

@@ -59,7 +59,7 @@ Salida Listar(const PeticionListar& peticion) {
       return true;
     });
     pdf.confirmar();
-  } catch (const remesa::ErrorEjecucion& error) {
+  } catch (const ficheros::ErrorEjecucion& error) {
     Avisar(Explicar(error, *enCurso));
     return Salida::Fallo;
   }

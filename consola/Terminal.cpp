@@ -75,7 +75,7 @@ QString Mostrable(QString texto) {
   return comunes::SinControles(std::move(texto));
 }
 
-QString Explicar(const remesa::ErrorEjecucion& error, const std::filesystem::path& fichero) {
+QString Explicar(const ficheros::ErrorEjecucion& error, const std::filesystem::path& fichero) {
   return QStringLiteral("%1: %2 (error %3)")
       .arg(Mostrable(error.fichero().empty() ? fichero : error.fichero()),
            QString::fromStdString(error.texto()))

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "remesa/ErrorEjecucion.h"
+#include "ficheros/ErrorEjecucion.h"
 #include "remesa/Fichero.h"
 
 namespace consola {
@@ -46,7 +46,7 @@ QString Mostrable(const std::filesystem::path& ruta);
 QString Mostrable(QString texto);
 
 /// "ruta: texto (error N)"; `fichero` es el que se nombra si el error no trae el suyo.
-QString Explicar(const remesa::ErrorEjecucion& error, const std::filesystem::path& fichero);
+QString Explicar(const ficheros::ErrorEjecucion& error, const std::filesystem::path& fichero);
 
 /// Por qué no se admite un fichero con esa cabeza; vacío si se admite.
 QString ProblemaCabeza(remesa::Cabeza cabeza);

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "remesa/Lectura.h"
+#include "ficheros/Lectura.h"
 #include "remesa/Registro.h"
 
 namespace consola {
@@ -15,12 +15,12 @@ constexpr std::size_t kRegistroConFin = remesa::kLongitudRegistro + kFinLinea.si
 
 }  // namespace
 
-UnionFlujo::UnionFlujo(remesa::EscrituraSegura& salida, std::size_t bufer)
+UnionFlujo::UnionFlujo(ficheros::EscrituraSegura& salida, std::size_t bufer)
     : salida_(salida), bufer_(std::max(bufer, kBuferMinimo)) {}
 
 void UnionFlujo::unir(const std::filesystem::path& fichero, bool ultimo,
                       const remesa::AvanceLectura& avance) {
-  remesa::LecturaFichero lectura(fichero);
+  ficheros::LecturaFichero lectura(fichero);
   remesa::Resumidor resumidor(true);
   reglas_.empezarFichero(ultimo);
   registro_ = 0;

@@ -6,9 +6,9 @@
 #include <string_view>
 #include <vector>
 
+#include "ficheros/EscrituraSegura.h"
 #include "remesa/Fichero.h"
 #include "remesa/Fusion.h"
-#include "remesa/Guardado.h"
 #include "remesa/Observaciones.h"
 
 namespace consola {
@@ -23,7 +23,7 @@ class UnionFlujo {
   static constexpr std::size_t kBuferMinimo = 1024;
 
   /// `bufer` en bytes; se toma el mínimo si es menor.
-  explicit UnionFlujo(remesa::EscrituraSegura& salida, std::size_t bufer = kBufer);
+  explicit UnionFlujo(ficheros::EscrituraSegura& salida, std::size_t bufer = kBufer);
 
   /// Importa un fichero; `ultimo` si ningún otro le sigue. Lanza ErrorEjecucion: con fichero si falló leer o
   /// escribir, sin él si lo que falla es el recálculo en el registro `registroActual()`.
@@ -43,7 +43,7 @@ class UnionFlujo {
   void anadirSuelto(std::string_view registro, std::span<const remesa::Cambio> cambios);
   void volcarTramo();
 
-  remesa::EscrituraSegura& salida_;
+  ficheros::EscrituraSegura& salida_;
   std::vector<char> bufer_;
   std::string rehecho_;     // el registro que se rehace
   std::string_view tramo_;  // bytes seguidos del búfer que van tal cual

@@ -74,7 +74,7 @@ bool CabezasValidas(const std::vector<fs::path>& ficheros) {
       problema = ProblemaCabeza(remesa::ComprobarCabeza(fichero));
       if (problema.isEmpty()) continue;
       problema = QStringLiteral("%1: %2").arg(Mostrable(fichero), problema);
-    } catch (const remesa::ErrorEjecucion& error) {
+    } catch (const ficheros::ErrorEjecucion& error) {
       problema = Explicar(error, fichero);
     }
     Avisar(problema);
@@ -94,7 +94,7 @@ bool Importar(UnionFlujo& flujo, const fs::path& fichero, bool ultimo) {
     Avance avance(QStringLiteral("Uniendo"), fichero);
     flujo.unir(fichero, ultimo,
                [&](std::uintmax_t leidos, std::uintmax_t total) { avance.poner(leidos, total); });
-  } catch (const remesa::ErrorEjecucion& error) {
+  } catch (const ficheros::ErrorEjecucion& error) {
     const bool delRegistro = error.fichero().empty();
     Avisar(Explicar(error, fichero) +
            (delRegistro ? QStringLiteral(" en el registro %1").arg(flujo.registroActual()) : QString()));
@@ -110,7 +110,7 @@ Salida Unir(const OpcionesUnir& opciones) {
 
   const fs::path salida = Absoluta(ConExtension(RutaDe(opciones.salida)));
   try {
-    remesa::EscrituraSegura escritura(salida);
+    ficheros::EscrituraSegura escritura(salida);
     UnionFlujo flujo(escritura);
     for (std::size_t i = 0; i < ficheros.size(); ++i)
       if (!Importar(flujo, ficheros[i], i + 1 == ficheros.size())) return Salida::Fallo;
@@ -124,7 +124,7 @@ Salida Unir(const OpcionesUnir& opciones) {
     Decir(QStringLiteral("Ficheros: %1\nAdeudos: %2\nTotal: %3\nEscrito: %4")
               .arg(QString::number(ficheros.size()), comunes::FormatoNumero(flujo.totales().adeudos, 0),
                    principal::TextoEuros(flujo.totales().importe), Mostrable(salida)));
-  } catch (const remesa::ErrorEjecucion& error) {
+  } catch (const ficheros::ErrorEjecucion& error) {
     Avisar(Explicar(error, salida));
     return Salida::Fallo;
   }

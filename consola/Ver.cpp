@@ -14,8 +14,8 @@
 #include "comunes/plataforma/Texto.h"
 #include "consola/Ordenes.h"
 #include "consola/Terminal.h"
+#include "ficheros/Lectura.h"
 #include "remesa/Fichero.h"
-#include "remesa/Lectura.h"
 #include "remesa/Registro.h"
 #include "ventanas/editor/Ayudas.h"
 #include "ventanas/editor/Descripciones.h"
@@ -46,7 +46,7 @@ struct Linea {
 /// cargar una remesa: una línea acaba en CR, el LF que le siga se salta y la última cuenta aunque no acabe.
 void RecorrerLineas(const std::filesystem::path& ruta, const std::function<bool(const Linea&)>& alLeer) {
   constexpr std::size_t kBufer = std::size_t{1} << 20;
-  remesa::LecturaFichero lectura(ruta);
+  ficheros::LecturaFichero lectura(ruta);
   Avance avance(QStringLiteral("Leyendo"), ruta);
   std::uintmax_t total = 0;
   std::vector<char> bufer(kBufer);
@@ -133,7 +133,7 @@ bool Ajustes() {
   }
   comunes::RutaAjustes = QCoreApplication::applicationDirPath() + QStringLiteral("/Tarvo.INI");
   if (QFileInfo(comunes::RutaAjustes).isFile()) return true;
-  Avisar(Explicar(remesa::ErrorEjecucion(53), comunes::ARuta(comunes::RutaAjustes)));
+  Avisar(Explicar(ficheros::ErrorEjecucion(53), comunes::ARuta(comunes::RutaAjustes)));
   return false;
 }
 
@@ -160,7 +160,7 @@ Salida Ver(const OpcionesVer& opciones) {
                .arg(Mostrable(fichero))
                .arg(*opciones.registro)
                .arg(leidos));
-  } catch (const remesa::ErrorEjecucion& error) {
+  } catch (const ficheros::ErrorEjecucion& error) {
     Avisar(Explicar(error, fichero));
   }
   return Salida::Fallo;

@@ -12,10 +12,10 @@ int main(int argc, char** argv) {
     comunes::PrepararProceso();
     consola::PrepararTerminal();
     return static_cast<int>(consola::Ejecutar(consola::Argumentos(argc, argv)));
-  } catch (const remesa::ErrorEjecucion& error) {
+  } catch (const ficheros::ErrorEjecucion& error) {
     consola::Avisar(consola::Explicar(error, {}));
   } catch (const std::filesystem::filesystem_error& error) {
-    consola::Avisar(consola::Explicar(remesa::ErrorEjecucion(error.code(), error.path1()), {}));
+    consola::Avisar(consola::Explicar(ficheros::ErrorEjecucion(error.code(), error.path1()), {}));
   } catch (const std::bad_alloc&) {
     consola::Avisar(QStringLiteral("memoria insuficiente (error 7)"));
   } catch (const std::exception& error) {

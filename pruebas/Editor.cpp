@@ -27,7 +27,7 @@ constexpr Posiciones kFechaMandato{100, 107};
 /// Registro con todos sus campos rellenos de algo que vale; los opcionales, solo si se pide.
 std::string Muestra(std::string_view cabeza, bool opcionales, std::mt19937* azar = nullptr) {
   std::string registro(remesa::kLongitudRegistro, ' ');
-  remesa::sobrescribir(registro, {1, static_cast<int>(cabeza.size())}, cabeza);
+  remesa::EscribirCampo(registro, {1, static_cast<int>(cabeza.size())}, cabeza);
   for (const remesa::Campo& campo : remesa::CamposDe(cabeza)) {
     if (campo.donde.hasta <= static_cast<int>(cabeza.size()) || campo.libre()) continue;
     if (!campo.obligatorio && !opcionales) continue;
@@ -41,14 +41,14 @@ std::string Muestra(std::string_view cabeza, bool opcionales, std::mt19937* azar
       for (std::size_t i = 1; i < ancho; ++i)
         valor[i] = kJuego[(*azar)() % kJuego.size()];
     }
-    remesa::sobrescribir(registro, campo.donde, valor);
+    remesa::EscribirCampo(registro, campo.donde, valor);
   }
   return registro;
 }
 
 std::string Adeudo() {
   std::string registro = Muestra("0319143003", false);
-  remesa::sobrescribir(registro, remesa::kImporteAdeudo, "00000123450");
+  remesa::EscribirCampo(registro, remesa::kImporteAdeudo, "00000123450");
   return registro;
 }
 
@@ -186,10 +186,10 @@ TEST_F(Editor, LoTecleadoLlegaASuSitioYNadaMasCambia) {
             "En el registro, «É» será «0», «Ñ» será «N», «&» será «0», el carácter U+0301 será «0».");
   Pulsar("cmdAceptar");
 
-  remesa::sobrescribir(esperado, remesa::kImporteAdeudo, "00000098765");
-  remesa::sobrescribir(esperado, kFechaMandato, "20260105");
-  remesa::sobrescribir(esperado, remesa::kNombreDeudor, "JOS0 PENA 0 Q0" + std::string(56, ' '));
-  remesa::sobrescribir(esperado, remesa::kCuentaDeudor, "ES7620770024003102575766");
+  remesa::EscribirCampo(esperado, remesa::kImporteAdeudo, "00000098765");
+  remesa::EscribirCampo(esperado, kFechaMandato, "20260105");
+  remesa::EscribirCampo(esperado, remesa::kNombreDeudor, "JOS0 PENA 0 Q0" + std::string(56, ' '));
+  remesa::EscribirCampo(esperado, remesa::kCuentaDeudor, "ES7620770024003102575766");
   EXPECT_EQ(Registro(1), esperado);
   EXPECT_EQ(Registro(0), Adeudo());
   EXPECT_EQ(cambiados_, std::vector{1});
@@ -233,7 +233,7 @@ TEST_F(Editor, AceptarCompruebaAntesYSalirNo) {
   }
   // Un dato que ya venía mal se dice una vez, y no impide aceptar ni se achaca al registro siguiente.
   std::string ajeno = Adeudo();
-  remesa::sobrescribir(ajeno, remesa::kCuentaDeudor, "PT50000201231234567890154");
+  remesa::EscribirCampo(ajeno, remesa::kCuentaDeudor, "PT50000201231234567890154");
   for (const bool acepta : {true, false}) {
     Abrir({ajeno, Adeudo()});
     Cajas cajas{"Aceptar"};

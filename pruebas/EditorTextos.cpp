@@ -18,7 +18,7 @@
 #include "comunes/herramientas/LineasAjustes.h"
 #include "comunes/herramientas/frmEditor.h"
 #include "comunes/plataforma/IniFiles.h"
-#include "remesa/ErrorEjecucion.h"
+#include "ficheros/ErrorEjecucion.h"
 
 using namespace herramientas;
 
@@ -144,7 +144,7 @@ TEST(EditorTextos, GrabarPreguntaAntesDeSustituir) {
   ruta.clear();
   EXPECT_FALSE(pedir(""));
   EXPECT_EQ("", ruta);
-  EXPECT_THROW(pedir(carpeta.filePath("no-hay/b.txt")), remesa::ErrorEjecucion);
+  EXPECT_THROW(pedir(carpeta.filePath("no-hay/b.txt")), ficheros::ErrorEjecucion);
   EXPECT_EQ("", ruta);
   EXPECT_TRUE(pedir(carpeta.filePath("b.txt")));
   EXPECT_EQ(carpeta.filePath("b.txt"), ruta);
@@ -156,7 +156,7 @@ TEST(EditorTextos, Encripta) {
       {"", ""}, {"V", "00"}, {"zzzzzzz", "2C3F36373B282C"}, {"a\r\n", "374846"}, {"€", "D6"}};
   for (const auto& [texto, encriptado] : casos)
     EXPECT_EQ(encriptado, Encriptar(texto, "VELMAR")) << texto;
-  EXPECT_THROW(Encriptar("a", ""), remesa::ErrorEjecucion);
+  EXPECT_THROW(Encriptar("a", ""), ficheros::ErrorEjecucion);
 }
 
 TEST(EditorTextos, LaMarcaDiceSiHayCambiosYSalirPregunta) {

@@ -51,7 +51,7 @@ TEST(Ejemplos, SonRemesasCorrectas) {
         const bool conCuenta =
             registro.starts_with(codigo) && registro.substr(7, 2) == "00" && registro[9] < '4';
         if (conCuenta) {
-          EXPECT_TRUE(remesa::IBANValido(SinBlancos(campo(registro, cuenta)).toStdString())) << registro;
+          EXPECT_TRUE(remesa::IBANValido(SinBlancos(LeerCampo(registro, cuenta)).toStdString())) << registro;
         }
       }
   }

@@ -65,7 +65,7 @@ TEST_F(Ficheros, ElErrorLlevaTextoYFichero) {
   try {
     LeerFichero(carpeta_ / "falta");
     FAIL();
-  } catch (const ErrorEjecucion& error) {
+  } catch (const ficheros::ErrorEjecucion& error) {
     EXPECT_EQ(error.texto(), "No se encontró el archivo");
     EXPECT_EQ(error.fichero(), carpeta_ / "falta");
   }

@@ -5,7 +5,7 @@
 #include <limits>
 
 #include "comunes/plataforma/Texto.h"
-#include "remesa/ErrorEjecucion.h"
+#include "ficheros/ErrorEjecucion.h"
 
 using namespace comunes;
 
@@ -51,7 +51,7 @@ TEST(Formatos, Numeros) {
   for (const auto& [valor, decimales, esperado] : casos)
     EXPECT_EQ(utf8(FormatoNumero(valor, decimales)), esperado) << valor;
   EXPECT_EQ(utf8(FormatoEdicion(1234567.5, 2)), "1234567.50");
-  EXPECT_THROW(FormatoNumero(std::numeric_limits<double>::infinity(), 2), remesa::ErrorEjecucion);
+  EXPECT_THROW(FormatoNumero(std::numeric_limits<double>::infinity(), 2), ficheros::ErrorEjecucion);
 
   const EnLocale ingles(QLocale(QLocale::English, QLocale::UnitedStates));
   EXPECT_EQ(utf8(FormatoNumero(1234.5, 2)), "1,234.50");

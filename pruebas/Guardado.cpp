@@ -20,7 +20,7 @@ TEST_F(Guardados, CadaRegistroOcupa600YAcabaEnCRLF) {
 }
 
 TEST_F(Guardados, MezclaTrozosGrandesYPequenosEnOrden) {
-  EscrituraSegura salida(carpeta_ / "f");
+  ficheros::EscrituraSegura salida(carpeta_ / "f");
   std::string todo;
   for (const std::size_t largo :
        {1ul, 300'000ul, 2ul, 1'048'576ul, 0ul, 5ul, 3'000'000ul, 1'048'575ul, 7ul}) {
@@ -35,13 +35,13 @@ TEST_F(Guardados, MezclaTrozosGrandesYPequenosEnOrden) {
 TEST_F(Guardados, SinConfirmarNoQuedaNada) {
   const auto fichero = escribir("f", "viejo");
   {
-    EscrituraSegura salida(fichero);
+    ficheros::EscrituraSegura salida(fichero);
     salida.escribir(std::string(2 << 20, 'x'));
     EXPECT_EQ(nombres().size(), 2u);
   }
   EXPECT_EQ(NumeroError([&] {
               GuardarRemesa(fichero, Lista(std::vector<std::string>(5000, "x")),
-                            [](std::size_t, std::size_t) { throw ErrorEjecucion(18); });
+                            [](std::size_t, std::size_t) { throw ficheros::ErrorEjecucion(18); });
             }),
             18);
   EXPECT_EQ(leer(fichero), "viejo");
@@ -49,7 +49,7 @@ TEST_F(Guardados, SinConfirmarNoQuedaNada) {
 }
 
 TEST_F(Guardados, NoBorraElTemporalDeUnProgramaVivo) {
-  EscrituraSegura uno(carpeta_ / "f");
+  ficheros::EscrituraSegura uno(carpeta_ / "f");
   uno.escribir("uno");
   guardar(carpeta_ / "f", "dos");
   guardar(carpeta_ / "g", "tres");

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Registros.h"
+#include "ficheros/EscrituraSegura.h"
 #include "remesa/Guardado.h"
 
 namespace pruebas {
@@ -10,7 +11,7 @@ using Nombres = std::vector<std::string>;
 class Guardados : public Carpeta {
  protected:
   static void guardar(const std::filesystem::path& destino, std::string_view bytes) {
-    remesa::EscrituraSegura salida(destino);
+    ficheros::EscrituraSegura salida(destino);
     salida.escribir(bytes);
     salida.confirmar();
   }

@@ -1,6 +1,6 @@
 #include "Guardado.h"
+#include "ficheros/Sistema_windows.h"
 #include "remesa/Fichero.h"
-#include "remesa/Sistema_windows.h"
 // Detrás de windows.h, que declara lo que necesita.
 #include <sddl.h>
 
@@ -80,7 +80,7 @@ TEST_F(Guardados, ConservaLaListaDeAcceso) {
 }
 
 TEST_F(Guardados, RutasDeMasDe260CaracteresYConCaracteresDeFuera) {
-  fs::path larga = RutaLarga(carpeta_);
+  fs::path larga = ficheros::RutaLarga(carpeta_);
   while (larga.native().size() < 400)
     larga /= L"carpeta del año, con € y blancos";
   fs::create_directories(larga);

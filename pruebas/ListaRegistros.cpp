@@ -41,7 +41,7 @@ TEST(ListaRegistros, LosBloquesMuertosNoSeAcumulan) {
     RecalcularTotales(lista);
   }
   EXPECT_LE(lista.bloques(), 64u);
-  EXPECT_EQ(campo(lista[2], kImporteAdeudo), "999        ");
+  EXPECT_EQ(LeerCampo(lista[2], kImporteAdeudo), "999        ");
 }
 
 TEST(ListaRegistros, UnaListaViveMasQueAquellaDeDondeVienenSusRegistros) {

@@ -13,8 +13,8 @@
 #include "comunes/plataforma/Formatos.h"
 #include "comunes/plataforma/Texto.h"
 #include "comunes/rejilla/MiVisor.h"
+#include "ficheros/ErrorEjecucion.h"
 #include "remesa/Campos.h"
-#include "remesa/ErrorEjecucion.h"
 #include "ventanas/principal/Informe.h"
 
 using namespace comunes;
@@ -69,7 +69,7 @@ int paginas(const QString& ruta) {
 std::string registro(std::initializer_list<std::pair<remesa::Posiciones, const char*>> campos) {
   std::string bytes(remesa::kLongitudRegistro, ' ');
   for (const auto& [donde, texto] : campos)
-    remesa::sobrescribir(bytes, donde, AWindows1252(QString::fromUtf8(texto)));
+    remesa::EscribirCampo(bytes, donde, AWindows1252(QString::fromUtf8(texto)));
   return bytes;
 }
 
@@ -341,5 +341,5 @@ TEST_F(ElMotor, SinConfirmarElDestinoQuedaComoEstaba) {
   ASSERT_TRUE(anterior.open(QIODevice::ReadOnly));
   EXPECT_EQ(anterior.readAll(), "anterior");
   EXPECT_EQ(QDir(carpeta.path()).entryList(QDir::Files | QDir::Hidden), QStringList{"listado.pdf"});
-  EXPECT_THROW(DocumentoPdf(ARuta(carpeta.filePath("no/hay.pdf")), false, {}), remesa::ErrorEjecucion);
+  EXPECT_THROW(DocumentoPdf(ARuta(carpeta.filePath("no/hay.pdf")), false, {}), ficheros::ErrorEjecucion);
 }

@@ -11,8 +11,8 @@
 #include "comunes/dialogos/SelectorColor.h"
 #include "comunes/plataforma/Formatos.h"
 #include "comunes/plataforma/Texto.h"
+#include "ficheros/ErrorEjecucion.h"
 #include "pruebas/Cajas.h"
-#include "remesa/ErrorEjecucion.h"
 
 using namespace comunes;
 
@@ -170,7 +170,7 @@ TEST_F(PreguntasCaja, LaListaSeCortaPorSuSeparadorOSeLeeDeUnFichero) {
                                                    {"@" + carpeta_.filePath("no-existe"), {}}};
   for (const auto& [valor, esperado] : casos)
     EXPECT_EQ(esperado, ElementosLista(valor)) << valor.toStdString();
-  EXPECT_THROW(ElementosLista("@" + carpeta_.path()), remesa::ErrorEjecucion);
+  EXPECT_THROW(ElementosLista("@" + carpeta_.path()), ficheros::ErrorEjecucion);
   EXPECT_EQ("B", Pedir("TABLA", "A;B;C", [](MyBox& caja) {
               auto* lista = caja.findChild<QComboBox*>("cbxTabla");
               EXPECT_EQ("A", lista->currentText());
@@ -237,7 +237,7 @@ TEST_F(PreguntasCaja, LaMuestraDaElColorComoNumero) {
   QColor inicial;
   const auto anterior = PonerSelectorColor([&](const QColor& color, QWidget*) {
     inicial = color;
-    if (!respuesta.isValid()) throw remesa::ErrorEjecucion(5);
+    if (!respuesta.isValid()) throw ficheros::ErrorEjecucion(5);
     return respuesta;
   });
   EXPECT_EQ("16764160", Pedir("T(D) A(D) L(8) (RGB)", "255", [&](MyBox& caja) {

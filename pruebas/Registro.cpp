@@ -53,7 +53,7 @@ TEST(Registro, SobrescribeSinAlargar) {
                {"abcdef", {2, 4}, "", "abcdef"},     {"", {1, 2}, "XY", nullptr}};
   for (const auto& caso : casos) {
     std::string registro = caso.registro;
-    const int error = NumeroError([&] { sobrescribir(registro, caso.donde, caso.texto); });
+    const int error = NumeroError([&] { EscribirCampo(registro, caso.donde, caso.texto); });
     EXPECT_EQ(error, caso.resultado ? 0 : 5) << caso.registro << caso.donde.desde;
     EXPECT_EQ(registro, caso.resultado ? caso.resultado : caso.registro);
   }

@@ -11,8 +11,8 @@
 #include <string>
 #include <string_view>
 
+#include "ficheros/ErrorEjecucion.h"
 #include "remesa/Campos.h"
-#include "remesa/ErrorEjecucion.h"
 #include "remesa/ListaRegistros.h"
 
 // Registros y ficheros para las pruebas del núcleo.
@@ -26,7 +26,7 @@ inline std::string Registro(
   std::string registro(cabeza);
   registro.resize(largo, ' ');
   for (const auto& [donde, texto] : campos)
-    remesa::sobrescribir(registro, donde, texto);
+    remesa::EscribirCampo(registro, donde, texto);
   return registro;
 }
 
@@ -62,7 +62,7 @@ template <typename Accion>
 int NumeroError(Accion&& accion) {
   try {
     accion();
-  } catch (const remesa::ErrorEjecucion& error) {
+  } catch (const ficheros::ErrorEjecucion& error) {
     return error.numero();
   }
   return 0;

@@ -9,7 +9,7 @@
 #include "comunes/rejilla/Importe.h"
 #include "comunes/rejilla/MiVisor.h"
 #include "comunes/rejilla/ModeloRejilla.h"
-#include "remesa/ErrorEjecucion.h"
+#include "ficheros/ErrorEjecucion.h"
 
 using namespace comunes;
 
@@ -117,8 +117,8 @@ TEST_F(LaRejilla, LeeYEscribeImportesAlCentimo) {
   for (const QString& caso : casos.split(u'|'))
     EXPECT_EQ(LeerImporte(caso.section(u'=', 0, 0)), caso.section(u'=', 1).toLongLong())
         << caso.toStdString();
-  EXPECT_THROW(LeerImporte("99999999999999999999"), remesa::ErrorEjecucion);
-  EXPECT_THROW(Sumar(INT64_MAX, 1), remesa::ErrorEjecucion);
+  EXPECT_THROW(LeerImporte("99999999999999999999"), ficheros::ErrorEjecucion);
+  EXPECT_THROW(Sumar(INT64_MAX, 1), ficheros::ErrorEjecucion);
 
   const std::tuple<Diezmilesimas, bool, const char*, const char*> formatos[] = {
       {12345000, false, "#,##0.00", "1.234,50"},
@@ -272,8 +272,8 @@ TEST_F(LaRejilla, EscribeConEstiloYCreceDondeHaceFalta) {
   EXPECT_EQ(rejilla.Row() * 10 + rejilla.Col(), 43);
   rejilla.PonerRows(2);
   EXPECT_EQ(rejilla.Row(), 1);
-  EXPECT_THROW(rejilla.TextMatrix(2, 0), remesa::ErrorEjecucion);
-  EXPECT_THROW(QuitarFila(rejilla, 0), remesa::ErrorEjecucion);
+  EXPECT_THROW(rejilla.TextMatrix(2, 0), ficheros::ErrorEjecucion);
+  EXPECT_THROW(QuitarFila(rejilla, 0), ficheros::ErrorEjecucion);
 }
 
 TEST_F(LaRejilla, ElModeloSigueALaRejilla) {

@@ -6,8 +6,9 @@
 #include <fstream>
 #include <random>
 
-#include "remesa/ErrorEjecucion.h"
+#include "ficheros/ErrorEjecucion.h"
 #include "remesa/Fichero.h"
+#include "remesa/Guardado.h"
 
 namespace fs = std::filesystem;
 
@@ -52,7 +53,7 @@ class PruebaUnionFlujo : public testing::Test {
     fs::remove(salida);
     try {
       unir(salida);
-    } catch (const remesa::ErrorEjecucion& error) {
+    } catch (const ficheros::ErrorEjecucion& error) {
       EXPECT_FALSE(fs::exists(salida));
       return {{}, error.numero()};
     }
@@ -73,7 +74,7 @@ class PruebaUnionFlujo : public testing::Test {
 
   Resultado porFlujo(const std::vector<fs::path>& ficheros, std::size_t bufer) const {
     return resultado([&](const fs::path& salida) {
-      remesa::EscrituraSegura escritura(salida);
+      ficheros::EscrituraSegura escritura(salida);
       consola::UnionFlujo flujo(escritura, bufer);
       for (const fs::path& fichero : ficheros)
         flujo.unir(fichero, &fichero == &ficheros.back());

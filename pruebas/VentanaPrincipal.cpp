@@ -29,9 +29,9 @@ class VentanaPrincipal : public Carpeta {
 /// Los totales que quedan en los tres últimos registros: importe, adeudos y registros del "04".
 std::string Totales04(const std::vector<std::string>& lista) {
   const std::string& total = lista.at(lista.size() - 3);
-  return std::string(remesa::campo(total, remesa::kImporte04)) + "|" +
-         std::string(remesa::campo(total, remesa::kAdeudos04)) + "|" +
-         std::string(remesa::campo(total, remesa::kRegistros04));
+  return std::string(remesa::LeerCampo(total, remesa::kImporte04)) + "|" +
+         std::string(remesa::LeerCampo(total, remesa::kAdeudos04)) + "|" +
+         std::string(remesa::LeerCampo(total, remesa::kRegistros04));
 }
 
 std::vector<std::string> Recalculada(const std::vector<std::string>& registros) {

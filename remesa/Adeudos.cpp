@@ -8,7 +8,7 @@ namespace remesa {
 namespace {
 
 bool EsTipo03(std::string_view registro) {
-  return campo(registro, kCodigo) == "03";
+  return LeerCampo(registro, kCodigo) == "03";
 }
 
 }  // namespace
@@ -23,7 +23,7 @@ std::size_t ContarDeudores(const ListaRegistros& lista) {
 }
 
 bool EsDuplicable(std::string_view registro) {
-  return campo(registro, kMarcaAdeudo) == "300" && campo(registro, kNumeroDato) == "003" &&
+  return LeerCampo(registro, kMarcaAdeudo) == "300" && LeerCampo(registro, kNumeroDato) == "003" &&
          EsTipo03(registro);
 }
 

@@ -23,8 +23,9 @@ int Numero(std::string_view cifras) {
 
 std::optional<Dia> LeerFecha(std::string_view texto) {
   if (texto.size() != static_cast<std::size_t>(kDia.hasta) || !SonCifras(texto)) return {};
-  const Dia fecha{year(Numero(campo(texto, kAno))), month(static_cast<unsigned>(Numero(campo(texto, kMes)))),
-                  day(static_cast<unsigned>(Numero(campo(texto, kDia))))};
+  const Dia fecha{year(Numero(LeerCampo(texto, kAno))),
+                  month(static_cast<unsigned>(Numero(LeerCampo(texto, kMes)))),
+                  day(static_cast<unsigned>(Numero(LeerCampo(texto, kDia))))};
   return fecha.ok() ? std::optional(fecha) : std::nullopt;
 }
 

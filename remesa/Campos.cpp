@@ -3,9 +3,9 @@
 namespace remesa {
 
 ClaseRegistro Clase(std::string_view registro) {
-  const std::string_view codigo = campo(registro, kCodigo);
+  const std::string_view codigo = LeerCampo(registro, kCodigo);
   if (codigo == "03") {
-    const std::string_view dato = campo(registro, kNumeroDato);
+    const std::string_view dato = LeerCampo(registro, kNumeroDato);
     if (dato == "003") return ClaseRegistro::Adeudo;
     if (dato == "004") return ClaseRegistro::Ultimos;
     if (dato == "005") return ClaseRegistro::Balanza;

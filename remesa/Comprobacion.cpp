@@ -3,9 +3,9 @@
 #include <array>
 #include <memory>
 
-#include "remesa/Comprobador.h"
-#include "remesa/Lectura.h"
+#include "ficheros/Lectura.h"
 #include "remesa/LineasFichero.h"
+#include "remesa/ReglasComprobacion.h"
 
 namespace remesa {
 namespace {
@@ -13,7 +13,7 @@ namespace {
 using C = CodigoHallazgo;
 using namespace std::string_view_literals;
 
-constexpr std::size_t kTrozo = std::size_t{1} << 20;
+constexpr std::size_t kBytesPorTrozo = std::size_t{1} << 20;
 
 ResultadoComprobacion Resultado(const Anotador& anotador, bool completa) {
   return {anotador.numero(), anotador.errores(), anotador.avisos(), completa};
@@ -68,8 +68,8 @@ std::string_view Marca(std::string_view principio) {
 
 ResultadoComprobacion ComprobarFichero(const std::filesystem::path& ruta, Dia hoy,
                                        const ReceptorHallazgos& recibir, const AvanceComprobacion& avance) {
-  LecturaFichero lectura(ruta);
-  Comprobador comprobador(hoy, recibir);
+  ficheros::LecturaFichero lectura(ruta);
+  ReglasComprobacion comprobador(hoy, recibir);
   FinesDeLinea fines;
   std::uint64_t fila = 1;
   LineasFichero lineas([&](std::string_view bytes, std::uint64_t longitud, FinLinea fin) {
@@ -77,11 +77,11 @@ ResultadoComprobacion ComprobarFichero(const std::filesystem::path& ruta, Dia ho
     fines.contar(fin);
     if (fin != FinLinea::LF) ++fila;
   });
-  const auto bufer = std::make_unique_for_overwrite<char[]>(kTrozo);
+  const auto bufer = std::make_unique_for_overwrite<char[]>(kBytesPorTrozo);
   std::uintmax_t leidos = 0;
   for (bool fin = false; !fin && !comprobador.ajeno();) {
-    const std::size_t trozo = lectura.leer({bufer.get(), kTrozo});
-    fin = trozo < kTrozo;
+    const std::size_t trozo = lectura.leer({bufer.get(), kBytesPorTrozo});
+    fin = trozo < kBytesPorTrozo;
     std::string_view bytes(bufer.get(), trozo);
     if (leidos == 0)
       if (const std::string_view marca = Marca(bytes); !marca.empty()) {
@@ -101,7 +101,7 @@ ResultadoComprobacion ComprobarFichero(const std::filesystem::path& ruta, Dia ho
 ResultadoComprobacion ComprobarLista(const ListaRegistros& lista, Dia hoy, const ReceptorHallazgos& recibir,
                                      bool comoGuardada, const AvanceComprobacion& avance) {
   constexpr std::size_t kCadaAvance = 4096;
-  Comprobador comprobador(hoy, recibir);
+  ReglasComprobacion comprobador(hoy, recibir);
   FinesDeLinea fines;
   const FinLinea ultimo = comoGuardada ? FinLinea::CRLF : FinLinea::Ninguno;
   std::uint64_t fila = 0;

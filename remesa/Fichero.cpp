@@ -7,9 +7,9 @@
 #include <new>
 #include <utility>
 
+#include "ficheros/ErrorEjecucion.h"
+#include "ficheros/Lectura.h"
 #include "remesa/Campos.h"
-#include "remesa/ErrorEjecucion.h"
-#include "remesa/Lectura.h"
 
 namespace remesa {
 namespace {
@@ -56,15 +56,15 @@ class Cortador {
 
 Cabeza ComprobarCabeza(const std::filesystem::path& ruta) {
   std::array<char, 7> bytes{};
-  LecturaFichero lectura(ruta);
+  ficheros::LecturaFichero lectura(ruta);
   if (lectura.leer(bytes) < bytes.size()) return Cabeza::Desconocida;
   const std::string_view cabeza(bytes.data(), bytes.size());
-  if (campo(cabeza, kVersion) == "19143") return Cabeza::Q19;
-  return campo(cabeza, kCabezaAnterior) == "5180" ? Cabeza::VersionAnterior : Cabeza::Desconocida;
+  if (LeerCampo(cabeza, kVersion) == "19143") return Cabeza::Q19;
+  return LeerCampo(cabeza, kCabezaAnterior) == "5180" ? Cabeza::VersionAnterior : Cabeza::Desconocida;
 }
 
 ListaRegistros LeerFichero(const std::filesystem::path& ruta, const AvanceLectura& avance) try {
-  LecturaFichero lectura(ruta);
+  ficheros::LecturaFichero lectura(ruta);
   if (lectura.tamano() > std::numeric_limits<std::size_t>::max() / 2) throw std::bad_alloc();
   const auto total = static_cast<std::size_t>(lectura.tamano());
   auto datos = std::make_shared_for_overwrite<char[]>(total);
@@ -79,7 +79,7 @@ ListaRegistros LeerFichero(const std::filesystem::path& ruta, const AvanceLectur
   lista.anadirBloque({std::move(datos), total}, cortador.terminar());
   return lista;
 } catch (const std::bad_alloc&) {
-  throw ErrorEjecucion(7, ruta);
+  throw ficheros::ErrorEjecucion(7, ruta);
 }
 
 }  // namespace remesa

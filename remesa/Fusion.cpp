@@ -4,8 +4,8 @@
 #include <limits>
 #include <utility>
 
+#include "ficheros/ErrorEjecucion.h"
 #include "remesa/Campos.h"
-#include "remesa/ErrorEjecucion.h"
 
 namespace remesa {
 namespace {
@@ -14,19 +14,19 @@ constexpr std::int32_t kMaximo = std::numeric_limits<std::int32_t>::max();
 constexpr std::int32_t kMinimo = std::numeric_limits<std::int32_t>::min();
 
 std::int32_t Sumar(std::int32_t contador, std::int32_t cuantos) {
-  if (contador > kMaximo - cuantos) throw ErrorEjecucion(6);
+  if (contador > kMaximo - cuantos) throw ficheros::ErrorEjecucion(6);
   return contador + cuantos;
 }
 
 }  // namespace
 
 bool EsDeTotales(std::string_view registro) {
-  const std::string_view codigo = campo(registro, kCodigo);
+  const std::string_view codigo = LeerCampo(registro, kCodigo);
   return codigo == "04" || codigo == "05" || codigo == "99";
 }
 
 bool EntraEnImportacion(std::string_view registro, bool primera) {
-  const std::string_view codigo = campo(registro, kCodigo);
+  const std::string_view codigo = LeerCampo(registro, kCodigo);
   if (codigo == "03") return true;
   if (codigo == "01" || codigo == "02") return primera;
   return EsDeTotales(registro);
@@ -34,21 +34,21 @@ bool EntraEnImportacion(std::string_view registro, bool primera) {
 
 void Aplicar(std::string& registro, std::span<const Cambio> cambios) {
   for (const Cambio& cambio : cambios)
-    sobrescribir(registro, cambio.donde, cambio.texto);
+    EscribirCampo(registro, cambio.donde, cambio.texto);
 }
 
 std::span<const Cambio> Recuento::contar(std::string_view registro) {
   cambios_.clear();
-  const std::string_view codigo = campo(registro, kCodigo);
+  const std::string_view codigo = LeerCampo(registro, kCodigo);
   const auto cifras = [&](std::int32_t valor, Posiciones donde) {
     cambiar(registro, donde, Ceros(valor, donde.longitud()));
   };
   if (codigo == "03") {
-    if (campo(registro, kNumeroDato) == "003") sumarImporte(registro);
+    if (LeerCampo(registro, kNumeroDato) == "003") sumarImporte(registro);
     sumarRegistro(false);
   } else if (codigo == "02") {
     sumarRegistro(false);
-    fecha_ = campo(registro, kFechaCobro);
+    fecha_ = LeerCampo(registro, kFechaCobro);
   } else if (codigo == "04") {
     cambiar(registro, kFecha04, fecha_);
     cifras(totales_.importe, kImporte04);
@@ -81,14 +81,14 @@ void Recuento::sumarRegistro(bool deTotales) {
 
 void Recuento::sumarImporte(std::string_view registro) {
   // nearbyint deja los empates en el par, que es como se guarda una suma en un contador entero.
-  const double suma = std::nearbyint(totales_.importe + ValorNumerico(campo(registro, kImporteAdeudo)));
-  if (!(suma >= kMinimo && suma <= kMaximo)) throw ErrorEjecucion(6);
+  const double suma = std::nearbyint(totales_.importe + ValorNumerico(LeerCampo(registro, kImporteAdeudo)));
+  if (!(suma >= kMinimo && suma <= kMaximo)) throw ficheros::ErrorEjecucion(6);
   totales_.importe = static_cast<std::int32_t>(suma);
   totales_.adeudos = Sumar(totales_.adeudos, 1);
 }
 
 void Recuento::cambiar(std::string_view registro, Posiciones donde, std::string texto) {
-  if (static_cast<std::size_t>(donde.desde) > registro.size()) throw ErrorEjecucion(5);
+  if (static_cast<std::size_t>(donde.desde) > registro.size()) throw ficheros::ErrorEjecucion(5);
   cambios_.push_back({donde, std::move(texto)});
 }
 

@@ -1,7 +1,7 @@
 #include <vector>
 
+#include "ficheros/ErrorEjecucion.h"
 #include "remesa/Campos.h"
-#include "remesa/ErrorEjecucion.h"
 #include "remesa/Fusion.h"
 #include "remesa/Observaciones.h"
 
@@ -50,7 +50,7 @@ Totales RecalcularTotales(ListaRegistros& acumulado, Resumen* resumen) {
       if (Cambia(acumulado[i], recuento.contar(acumulado[i]), nuevo)) acumulado.sustituir(i, nuevo);
       if (resumen) resumidor.dar(acumulado[i]);
     }
-  } catch (const ErrorEjecucion&) {
+  } catch (const ficheros::ErrorEjecucion&) {
     if (resumen) {
       for (; i < acumulado.size(); ++i)
         resumidor.dar(acumulado[i]);

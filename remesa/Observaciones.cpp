@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <limits>
 
-#include "remesa/ErrorEjecucion.h"
+#include "ficheros/ErrorEjecucion.h"
 
 namespace remesa {
 namespace {

@@ -23,7 +23,7 @@ std::string_view OrdenRegistros::Admitidos(Estado estado) {
 }
 
 void OrdenRegistros::dar() {
-  const std::string_view codigo = campo(anotador_.registro(), kCodigo);
+  const std::string_view codigo = LeerCampo(anotador_.registro(), kCodigo);
   Estado siguiente{};
   if (codigo == "01")
     siguiente = Estado::Presentador;
@@ -49,23 +49,23 @@ void OrdenRegistros::dar() {
   if (siguiente != Estado::Adeudos)
     dato_.clear();
   else if (anotador_.clase() != ClaseRegistro::Desconocido)
-    dato_ = campo(anotador_.registro(), kNumeroDato);
+    dato_ = LeerCampo(anotador_.registro(), kNumeroDato);
   if (siguiente == Estado::Cabecera)
-    acreedor_ = Recortar(campo(anotador_.registro(), kIdentificadorAcreedor));
+    acreedor_ = Recortar(LeerCampo(anotador_.registro(), kIdentificadorAcreedor));
   estado_ = siguiente;
 }
 
 /// Un adeudo tiene un 003 y, tras él, como mucho un 004, un 005 y un 006, por ese orden.
 void OrdenRegistros::mirarDato() {
   if (anotador_.clase() == ClaseRegistro::Desconocido) return;
-  const std::string_view dato = campo(anotador_.registro(), kNumeroDato);
+  const std::string_view dato = LeerCampo(anotador_.registro(), kNumeroDato);
   if (dato != "003" && (dato_.empty() || dato <= dato_))
     anotador_.campo(CodigoHallazgo::FueraDeOrden, *CampoEn(anotador_.registro(), kNumeroDato.desde), "003");
 }
 
 /// Otro acreedor pide antes el 05 del anterior.
 void OrdenRegistros::mirarAcreedor() {
-  if (Recortar(campo(anotador_.registro(), kIdentificadorAcreedor)) != acreedor_)
+  if (Recortar(LeerCampo(anotador_.registro(), kIdentificadorAcreedor)) != acreedor_)
     anotador_.posiciones(CodigoHallazgo::FueraDeOrden, kCodigo, "02", "05");
 }
 

@@ -4,11 +4,11 @@
 #include <charconv>
 #include <cmath>
 
-#include "remesa/ErrorEjecucion.h"
+#include "ficheros/ErrorEjecucion.h"
 
 namespace remesa {
 
-std::string_view campo(std::string_view registro, Posiciones donde) {
+std::string_view LeerCampo(std::string_view registro, Posiciones donde) {
   const auto desde = static_cast<std::size_t>(donde.desde - 1);
   if (desde >= registro.size()) return {};
   return registro.substr(desde, static_cast<std::size_t>(donde.longitud()));
@@ -26,9 +26,9 @@ std::string_view Recortar(std::string_view texto) {
   return texto;
 }
 
-void sobrescribir(std::string& registro, Posiciones donde, std::string_view texto) {
+void EscribirCampo(std::string& registro, Posiciones donde, std::string_view texto) {
   const auto desde = static_cast<std::size_t>(donde.desde - 1);
-  if (desde >= registro.size()) throw ErrorEjecucion(5);
+  if (desde >= registro.size()) throw ficheros::ErrorEjecucion(5);
   const std::size_t largo =
       std::min({texto.size(), static_cast<std::size_t>(donde.longitud()), registro.size() - desde});
   texto.copy(registro.data() + desde, largo);
@@ -44,9 +44,9 @@ std::string FechaQ19(std::string_view fecha) {
   const std::string_view dia = fecha.substr(fecha.size() - std::min<std::size_t>(fecha.size(), 2));
   std::string resultado(dia);
   resultado += '/';
-  resultado += campo(fecha, {5, 6});
+  resultado += LeerCampo(fecha, {5, 6});
   resultado += '/';
-  resultado += campo(fecha, {1, 4});
+  resultado += LeerCampo(fecha, {1, 4});
   return resultado;
 }
 

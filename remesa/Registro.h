@@ -18,7 +18,7 @@ struct Posiciones {
 };
 
 /// El trozo del registro que ocupa el campo. Un registro corto da lo que tenga, quizá nada.
-std::string_view campo(std::string_view registro, Posiciones donde);
+std::string_view LeerCampo(std::string_view registro, Posiciones donde);
 
 constexpr bool EsCifra(char c) {
   return c >= '0' && c <= '9';
@@ -29,7 +29,7 @@ std::string_view Recortar(std::string_view texto);
 
 /// Escribe `texto` sobre las posiciones del campo sin alargar el registro: lo que cae fuera se pierde y un
 /// texto vacío no cambia nada. Lanza ErrorEjecucion 5 si el campo empieza más allá del final.
-void sobrescribir(std::string& registro, Posiciones donde, std::string_view texto);
+void EscribirCampo(std::string& registro, Posiciones donde, std::string_view texto);
 
 /// Valor en decimal con ceros a la izquierda, los `ancho` caracteres de la derecha.
 std::string Ceros(std::int32_t valor, int ancho);

@@ -1,8 +1,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "ficheros/ErrorEjecucion.h"
 #include "remesa/Campos.h"
-#include "remesa/ErrorEjecucion.h"
 #include "remesa/Observaciones.h"
 
 namespace remesa {
@@ -14,12 +14,12 @@ bool Vacia(std::string_view linea) {
 }
 
 bool Dice(std::string_view registro, Posiciones donde, std::int64_t valor) {
-  return ValorNumerico(campo(registro, donde)) == static_cast<double>(valor);
+  return ValorNumerico(LeerCampo(registro, donde)) == static_cast<double>(valor);
 }
 
 bool TieneEscrito(std::string_view registro, std::span<const Cambio> cambios) {
   return std::ranges::all_of(cambios, [&](const Cambio& cambio) {
-    const std::string_view escrito = campo(registro, cambio.donde);
+    const std::string_view escrito = LeerCampo(registro, cambio.donde);
     return cambio.texto.starts_with(escrito) || escrito.starts_with(cambio.texto);
   });
 }
@@ -39,7 +39,7 @@ void Resumidor::apuntar(Apariciones& hallazgo) const {
 void Resumidor::dar(std::string_view registro) {
   ++resumen_.registros;
   mirarForma(registro);
-  if (campo(registro, kCodigo) == "03") ++resumen_.registros03;
+  if (LeerCampo(registro, kCodigo) == "03") ++resumen_.registros03;
   const ClaseRegistro clase = Clase(registro);
   switch (clase) {
     case ClaseRegistro::Adeudo:
@@ -63,7 +63,7 @@ void Resumidor::dar(std::string_view registro) {
       mirarTotales(registro, clase);
       break;
     case ClaseRegistro::Desconocido:
-      if (campo(registro, kCodigo) == "03")
+      if (LeerCampo(registro, kCodigo) == "03")
         ++bloque_.registros;
       else if (Vacia(registro))
         ++resumen_.lineasVacias;
@@ -85,13 +85,13 @@ void Resumidor::mirarForma(std::string_view registro) {
 
 void Resumidor::contarAdeudo(std::string_view registro) {
   const auto importe =
-      static_cast<std::int64_t>(std::nearbyint(ValorNumerico(campo(registro, kImporteAdeudo))));
+      static_cast<std::int64_t>(std::nearbyint(ValorNumerico(LeerCampo(registro, kImporteAdeudo))));
   bloque_.sumar({1, importe, 1});
   ++resumen_.adeudos;
   resumen_.importe += importe;
   previoContiguo_ = ultimoEsAdeudo_;
   if (previoContiguo_) std::swap(referencias_, referenciasPrevias_);
-  referencias_ = campo(registro, kReferencias);
+  referencias_ = LeerCampo(registro, kReferencias);
   hayAdeudo_ = ultimoEsAdeudo_ = true;
 }
 
@@ -100,7 +100,7 @@ void Resumidor::contarAdeudo(std::string_view registro) {
 void Resumidor::mirarOpcional(std::string_view registro) {
   ++bloque_.registros;
   ultimoEsAdeudo_ = false;
-  const std::string_view suyas = campo(registro, kReferencias);
+  const std::string_view suyas = LeerCampo(registro, kReferencias);
   if (previoContiguo_ && suyas == referenciasPrevias_)
     apuntar(resumen_.copiasIntercaladas);
   else if (!hayAdeudo_ || suyas != referencias_)
@@ -111,8 +111,8 @@ void Resumidor::abrirBloque(std::string_view registro) {
   ++resumen_.cabeceras02;
   bloque_ = {1, 0, 0};
   hayAdeudo_ = previoContiguo_ = ultimoEsAdeudo_ = false;
-  resumen_.ultimoBloque = {std::string(Recortar(campo(registro, kIdentificadorAcreedor))),
-                           std::string(Recortar(campo(registro, kFechaCobro)))};
+  resumen_.ultimoBloque = {std::string(Recortar(LeerCampo(registro, kIdentificadorAcreedor))),
+                           std::string(Recortar(LeerCampo(registro, kFechaCobro)))};
   std::vector<Bloque02>& bloques = resumen_.bloques;
   if (bloques.size() < Resumen::kMaxBloques &&
       std::ranges::find(bloques, resumen_.ultimoBloque) == bloques.end())
@@ -147,7 +147,7 @@ void Resumidor::recontar(std::string_view registro) {
   if (resumen_.errorRecalculo != 0) return;
   try {
     if (!TieneEscrito(registro, recuento_.contar(registro))) apuntar(resumen_.totalesDistintos);
-  } catch (const ErrorEjecucion& error) {
+  } catch (const ficheros::ErrorEjecucion& error) {
     resumen_.errorRecalculo = error.numero();
   }
 }

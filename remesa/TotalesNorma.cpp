@@ -39,7 +39,7 @@ void TotalesNorma::dar() {
       bloque_ = {0, 0, 1};
       break;
     case ClaseRegistro::Adeudo:
-      bloque_.sumar({Numero(campo(registro, kImporteAdeudo)), 1, 1});
+      bloque_.sumar({Numero(LeerCampo(registro, kImporteAdeudo)), 1, 1});
       break;
     case ClaseRegistro::TotalesFecha:
       ++bloque_.registros;
@@ -79,7 +79,7 @@ void TotalesNorma::comparar(const Suma& suma, Posiciones importe, Posiciones ade
 }
 
 void TotalesNorma::compararUno(CodigoHallazgo codigo, Posiciones donde, std::uint64_t debido) {
-  const std::string_view dicho = campo(anotador_.registro(), donde);
+  const std::string_view dicho = LeerCampo(anotador_.registro(), donde);
   if (dicho.size() != static_cast<std::size_t>(donde.longitud()) || !SonCifras(dicho)) return;
   if (Numero(dicho) == debido) return;
   anotador_.campo(codigo, *CampoEn(anotador_.registro(), donde.desde), Completo(debido, donde.longitud()));

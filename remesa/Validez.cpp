@@ -33,12 +33,12 @@ constexpr std::size_t kCuerpoIban = 4, kCuerpoIdentificador = 7;
 /// Lo que tienen en común: empiezan por país y dígitos, y siguen con letras y cifras.
 bool TieneForma(std::string_view texto, std::size_t minimo, std::size_t maximo) {
   return texto.size() >= minimo && texto.size() <= maximo && SonMayusculasOCifras(texto) &&
-         std::ranges::all_of(campo(texto, kPais), EsMayuscula) && SonCifras(campo(texto, kDigitos));
+         std::ranges::all_of(LeerCampo(texto, kPais), EsMayuscula) && SonCifras(LeerCampo(texto, kDigitos));
 }
 
 Control Comparar(std::string_view texto, std::size_t cuerpo) {
-  std::string debidos = DigitosControl(texto.substr(cuerpo), campo(texto, kPais));
-  return {debidos == campo(texto, kDigitos), std::move(debidos)};
+  std::string debidos = DigitosControl(texto.substr(cuerpo), LeerCampo(texto, kPais));
+  return {debidos == LeerCampo(texto, kDigitos), std::move(debidos)};
 }
 
 }  // namespace
@@ -78,7 +78,7 @@ Control ComprobarIdentificador(std::string_view texto) {
   std::ranges::copy_if(texto, std::back_inserter(limpio),
                        [&](char c) { return kSignos.find(c) == std::string_view::npos; });
   if (!TieneForma(limpio, kMinimo, kMaximo)) return {};
-  if (limpio.starts_with(kEspana) && (limpio.size() != kEspanol || !SonCifras(campo(limpio, kSufijo))))
+  if (limpio.starts_with(kEspana) && (limpio.size() != kEspanol || !SonCifras(LeerCampo(limpio, kSufijo))))
     return {};
   return Comparar(limpio, kCuerpoIdentificador);
 }

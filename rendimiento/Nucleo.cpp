@@ -6,12 +6,12 @@
 #include <memory>
 #include <vector>
 
+#include "ficheros/Lectura.h"
 #include "remesa/Adeudos.h"
 #include "remesa/Campos.h"
 #include "remesa/Fichero.h"
 #include "remesa/Fusion.h"
 #include "remesa/Guardado.h"
-#include "remesa/Lectura.h"
 #include "remesa/Observaciones.h"
 
 // Medidas del núcleo. Los datos se hacen aquí y se borran al acabar.
@@ -34,8 +34,8 @@ class Datos {
     std::string adeudo("0319143003");
     adeudo.resize(kLongitudRegistro, ' ');
     for (std::size_t i = 0; i < adeudos; ++i) {
-      sobrescribir(adeudo, kReferenciaAdeudo, Ceros(static_cast<std::int32_t>(i), 12));
-      sobrescribir(adeudo, kImporteAdeudo, Ceros(static_cast<std::int32_t>(i % 2000), 11));
+      EscribirCampo(adeudo, kReferenciaAdeudo, Ceros(static_cast<std::int32_t>(i), 12));
+      EscribirCampo(adeudo, kImporteAdeudo, Ceros(static_cast<std::int32_t>(i % 2000), 11));
       linea(adeudo);
     }
     for (const char* codigo : {"04", "05", "99"})
@@ -66,7 +66,7 @@ void LecturaCruda(benchmark::State& estado) {
   const Datos datos(Registros(estado));
   const auto total = std::filesystem::file_size(datos.ruta());
   for (auto _ : estado) {
-    LecturaFichero fichero(datos.ruta());
+    ficheros::LecturaFichero fichero(datos.ruta());
     const auto memoria = std::make_unique_for_overwrite<char[]>(total);
     benchmark::DoNotOptimize(fichero.leer({memoria.get(), total}));
   }

@@ -3,7 +3,7 @@
 #include <QFileInfo>
 
 #include "comunes/plataforma/LecturaTexto.h"
-#include "remesa/ErrorEjecucion.h"
+#include "ficheros/ErrorEjecucion.h"
 
 namespace comunes {
 namespace {
@@ -30,7 +30,7 @@ TextoAyuda LeerAyuda(const QString& ruta) {
     ayuda.texto = DecodificarTexto(LeerBytes(ruta, kMaximoAyuda));
     ayuda.formato = FormatoDe(ruta, ayuda.texto);
     if (ayuda.texto.contains(QChar(u'\0'))) ayuda.fallo = u"El tema de ayuda no es un fichero de texto:\n"_qs;
-  } catch (const remesa::ErrorEjecucion& error) {
+  } catch (const ficheros::ErrorEjecucion& error) {
     ayuda.fallo =
         error.numero() == kDemasiado
             ? u"El tema de ayuda es demasiado grande para verlo aquí:\n"_qs

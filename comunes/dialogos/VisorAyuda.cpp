@@ -9,7 +9,7 @@
 
 #include "comunes/dialogos/TextoAyuda.h"
 #include "comunes/plataforma/LecturaTexto.h"
-#include "remesa/ErrorEjecucion.h"
+#include "ficheros/ErrorEjecucion.h"
 
 namespace comunes {
 namespace {
@@ -166,7 +166,7 @@ QVariant VisorAyuda::loadResource(int tipo, const QUrl& nombre) {
     const QImage imagen = QImage::fromData(bytes);
     imagenes_.insert(nombre, imagen);
     return Ajustada(imagen);
-  } catch (const remesa::ErrorEjecucion&) {
+  } catch (const ficheros::ErrorEjecucion&) {
     return {};
   }
 }

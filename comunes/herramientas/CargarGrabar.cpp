@@ -8,7 +8,7 @@
 #include "comunes/plataforma/LecturaTexto.h"
 #include "comunes/plataforma/Texto.h"
 #include "comunes/plataforma/Ventanas.h"
-#include "remesa/Guardado.h"
+#include "ficheros/EscrituraSegura.h"
 
 namespace herramientas {
 namespace {
@@ -34,7 +34,7 @@ bool sustituir(const QString& ruta, QWidget* caja) {
 
 void grabar(const QString& ruta, const Contenido& contenido) {
   const comunes::Reloj reloj;
-  remesa::EscrituraSegura salida(comunes::ARuta(ruta));
+  ficheros::EscrituraSegura salida(comunes::ARuta(ruta));
   salida.escribir(contenido.bytes());
   salida.confirmar();
 }

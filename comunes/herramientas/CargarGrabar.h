@@ -22,7 +22,7 @@ struct Contenido {
 
 /// `Accion`: "CARGAR", "GRABAR" (pregunta antes de sustituir un fichero) o "REGRABAR" (no pregunta); otra no
 /// hace nada. Sin `Ruta` la pide y, si sirvió, la deja puesta. Un fichero que falta se carga vacío; se graba
-/// todo o nada. Devuelve false si no se hizo nada. Lanza remesa::ErrorEjecucion.
+/// todo o nada. Devuelve false si no se hizo nada. Lanza ficheros::ErrorEjecucion.
 bool CargarGrabar(const QString& Accion, QString& Ruta, const Contenido& contenido);
 
 }  // namespace herramientas

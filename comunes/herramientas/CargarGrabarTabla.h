@@ -17,7 +17,7 @@ bool CargarGrabarTabla(const QString& Accion, QString& Ruta, comunes::Rejilla& r
 
 /// Lee las líneas de un fichero en `Lineas[1]`, `Lineas[2]`…; la 0 no se usa. Con `Maximo` 1 o más, solo las
 /// primeras. Al final quedan las leídas, salvo con `Maximo` -1, que conserva lo que hubiera detrás y las
-/// plazas que sobren. `Ok`: el fichero existía; si no, no cambia nada más. Lanza remesa::ErrorEjecucion.
+/// plazas que sobren. `Ok`: el fichero existía; si no, no cambia nada más. Lanza ficheros::ErrorEjecucion.
 void LeerLineas(const QString& Ruta, std::vector<QString>& Lineas, int Maximo, bool& Ok);
 
 }  // namespace herramientas

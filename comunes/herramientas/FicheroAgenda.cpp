@@ -8,9 +8,9 @@
 
 #include "comunes/plataforma/LecturaTexto.h"
 #include "comunes/plataforma/Texto.h"
-#include "remesa/Cerrojo.h"
-#include "remesa/ErrorEjecucion.h"
-#include "remesa/Guardado.h"
+#include "ficheros/Cerrojo.h"
+#include "ficheros/ErrorEjecucion.h"
+#include "ficheros/EscrituraSegura.h"
 
 namespace herramientas {
 namespace {
@@ -33,7 +33,7 @@ bool FicheroAgenda::releer() {
   const QByteArray bytes = QFileInfo::exists(ruta_) ? comunes::LeerBytes(ruta_, kMaximoAgenda) : QByteArray();
   if (bytes == bytes_) return false;
   const std::optional<Agenda> leida = LeerAgenda(bytes);
-  if (!leida) throw remesa::ErrorEjecucion(kNoEsAgenda, comunes::ARuta(ruta_));
+  if (!leida) throw ficheros::ErrorEjecucion(kNoEsAgenda, comunes::ARuta(ruta_));
   agenda_ = *leida;
   bytes_ = bytes;
   return true;
@@ -41,11 +41,11 @@ bool FicheroAgenda::releer() {
 
 void FicheroAgenda::cambiar(const std::function<void(Agenda&)>& cambio) {
   const std::filesystem::path ruta = comunes::ARuta(ruta_);
-  if (!QDir().mkpath(QFileInfo(ruta_).path())) throw remesa::ErrorEjecucion(75, ruta);
-  remesa::Cerrojo cerrojo(comunes::ARuta(ruta_ + u".lock"_qs));
+  if (!QDir().mkpath(QFileInfo(ruta_).path())) throw ficheros::ErrorEjecucion(75, ruta);
+  ficheros::Cerrojo cerrojo(comunes::ARuta(ruta_ + u".lock"_qs));
   const QDeadlineTimer limite(kEspera);
   while (!cerrojo.poner()) {
-    if (limite.hasExpired()) throw remesa::ErrorEjecucion(70, ruta);
+    if (limite.hasExpired()) throw ficheros::ErrorEjecucion(70, ruta);
     QThread::msleep(kPausa);
   }
   releer();
@@ -53,7 +53,7 @@ void FicheroAgenda::cambiar(const std::function<void(Agenda&)>& cambio) {
   cambio(nueva);
   const QByteArray bytes = EscribirAgenda(nueva);
   if (bytes == bytes_) return;
-  remesa::EscrituraSegura salida(ruta);
+  ficheros::EscrituraSegura salida(ruta);
   salida.escribir({bytes.data(), static_cast<std::size_t>(bytes.size())});
   salida.confirmar();
   agenda_ = std::move(nueva);

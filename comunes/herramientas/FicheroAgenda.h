@@ -11,8 +11,8 @@ namespace herramientas {
 /// Ruta de la agenda del usuario: "Telefonos.csv" en su carpeta de datos.
 QString RutaAgenda();
 
-/// La agenda en su fichero, que pueden tener abierto varios programas a la vez. Lanza remesa::ErrorEjecucion;
-/// 321 si el fichero no es una agenda, que entonces no se toca.
+/// La agenda en su fichero, que pueden tener abierto varios programas a la vez. Lanza
+/// ficheros::ErrorEjecucion; 321 si el fichero no es una agenda, que entonces no se toca.
 class FicheroAgenda {
  public:
   explicit FicheroAgenda(QString ruta);

@@ -9,7 +9,7 @@
 #include "comunes/herramientas/ListaContactos.h"
 #include "comunes/impresion/ImprimirListado.h"
 #include "comunes/plataforma/Ventanas.h"
-#include "remesa/ErrorEjecucion.h"
+#include "ficheros/ErrorEjecucion.h"
 #include "ui_Telefonos.h"
 
 namespace herramientas {
@@ -138,7 +138,7 @@ bool Telefonos::teclaVisor(QKeyEvent& tecla) {
 void Telefonos::refrescar() {
   try {
     if (fichero_.releer()) mostrar();
-  } catch (const remesa::ErrorEjecucion&) {
+  } catch (const ficheros::ErrorEjecucion&) {
     // Puede estar a medio escribir por otro programa.
   }
 }

@@ -22,7 +22,7 @@ class frmEditor : public QDialog {
 
   /// Carga `ruta` (si no existe, un texto vacío que la creará; si es "", se pide) y ofrece `valores` en el
   /// panel: los que acaban en "=" se insertan tal cual y los demás como líneas enteras. false si no se eligió
-  /// ruta. Lanza remesa::ErrorEjecucion.
+  /// ruta. Lanza ficheros::ErrorEjecucion.
   bool Cargar(const QString& ruta, const QStringList& valores = {});
   const QString& Ruta() const { return ruta_; }
 

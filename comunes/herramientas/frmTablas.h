@@ -26,7 +26,7 @@ class frmTablas : public QDialog {
 
   /// Prepara la ventana antes de enseñarla: columnas de la rejilla, descriptor de `Elemento` y, con `Cargar`,
   /// los valores del fichero. Se pone debajo de `Origen`, con su ancho más `Ajuste` twips; sin él, centrada y
-  /// con el ancho de las columnas más `Ajuste`. Lanza remesa::ErrorEjecucion.
+  /// con el ancho de las columnas más `Ajuste`. Lanza ficheros::ErrorEjecucion.
   void Dimensionar(const QWidget* Origen, int Ajuste, const QString& Columnas, const QString& Descriptor,
                    bool Cargar);
 

@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "comunes/impresion/Trabajo.h"
-#include "remesa/Guardado.h"
+#include "ficheros/EscrituraSegura.h"
 
 namespace comunes {
 
@@ -42,7 +42,7 @@ class Salida : public QIODevice {
   }
 
  private:
-  remesa::EscrituraSegura escritura_;
+  ficheros::EscrituraSegura escritura_;
   std::exception_ptr error_;
 };
 

@@ -10,7 +10,7 @@ namespace comunes {
 
 /// La impresora propia del programa: un PDF en A4, con la zona imprimible a 73 twips de los lados y 567 de
 /// arriba y abajo. El fichero aparece, entero, al confirmar; antes, `destino` queda como estaba. Lanza
-/// remesa::ErrorEjecucion.
+/// ficheros::ErrorEjecucion.
 class DocumentoPdf {
  public:
   DocumentoPdf(const std::filesystem::path& destino, bool apaisado, const QString& titulo);

@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "comunes/impresion/Memoria.h"
-#include "remesa/ErrorEjecucion.h"
+#include "ficheros/ErrorEjecucion.h"
 
 namespace comunes {
 
@@ -42,7 +42,7 @@ TrabajoImpresion::TrabajoImpresion(QPagedPaintDevice& dispositivo)
   const QMarginsF margenes = pagina.margins() * kTwipsPunto;
   pagina.setMode(QPageLayout::FullPageMode);
   dispositivo.setPageLayout(pagina);
-  if (!pintor_.begin(&dispositivo)) throw remesa::ErrorEjecucion(kErrorImpresora);
+  if (!pintor_.begin(&dispositivo)) throw ficheros::ErrorEjecucion(kErrorImpresora);
   const double escalaX = dispositivo.logicalDpiX() / kTwipsPulgada;
   const double escalaY = dispositivo.logicalDpiY() / kTwipsPulgada;
   pintor_.scale(escalaX, escalaY);
@@ -53,13 +53,13 @@ TrabajoImpresion::TrabajoImpresion(QPagedPaintDevice& dispositivo)
 }
 
 void TrabajoImpresion::NuevaPagina() {
-  if (!dispositivo_.newPage()) throw remesa::ErrorEjecucion(kErrorImpresora);
+  if (!dispositivo_.newPage()) throw ficheros::ErrorEjecucion(kErrorImpresora);
   empezada_ = false;
   ++pagina_;
 }
 
 void TrabajoImpresion::Terminar() {
-  if (pintor_.isActive() && !pintor_.end()) throw remesa::ErrorEjecucion(kErrorImpresora);
+  if (pintor_.isActive() && !pintor_.end()) throw ficheros::ErrorEjecucion(kErrorImpresora);
 }
 
 void TrabajoImpresion::colocarColor(const QColor& color) {

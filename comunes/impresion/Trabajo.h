@@ -16,7 +16,7 @@ QSizeF ZonaImprimible(const QPageLayout& pagina);
 
 /// Un trabajo de impresión abierto sobre un dispositivo de páginas (impresora, PDF o vista previa). Mide en
 /// twips desde la esquina de la zona imprimible. Si se destruye sin terminar, el dispositivo se queda con lo
-/// dibujado y quien lo abrió decide. Un fallo del dispositivo lanza remesa::ErrorEjecucion 482.
+/// dibujado y quien lo abrió decide. Un fallo del dispositivo lanza ficheros::ErrorEjecucion 482.
 class TrabajoImpresion {
  public:
   /// `dispositivo` vive más que el trabajo.

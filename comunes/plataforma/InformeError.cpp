@@ -6,7 +6,7 @@
 #include <new>
 
 #include "comunes/plataforma/Texto.h"
-#include "remesa/ErrorEjecucion.h"
+#include "ficheros/ErrorEjecucion.h"
 
 namespace comunes {
 
@@ -15,7 +15,7 @@ namespace {
 constexpr int kMemoriaInsuficiente = 7;
 constexpr int kErrorInterno = 51;
 
-void informar(const remesa::ErrorEjecucion& error) {
+void informar(const ficheros::ErrorEjecucion& error) {
   InformarError(error.numero(), QString::fromStdString(error.texto()), DesdeRuta(error.fichero()));
 }
 
@@ -40,10 +40,10 @@ void InformarError(int numero, const QString& texto, const QString& fichero) {
 }
 
 void InformarError(const std::exception& error) {
-  if (const auto* propio = dynamic_cast<const remesa::ErrorEjecucion*>(&error)) {
+  if (const auto* propio = dynamic_cast<const ficheros::ErrorEjecucion*>(&error)) {
     informar(*propio);
   } else if (const auto* fichero = dynamic_cast<const std::filesystem::filesystem_error*>(&error)) {
-    informar(remesa::ErrorEjecucion(fichero->code(), fichero->path1()));
+    informar(ficheros::ErrorEjecucion(fichero->code(), fichero->path1()));
   } else if (dynamic_cast<const std::bad_alloc*>(&error)) {
     InformarError(kMemoriaInsuficiente, QStringLiteral("Memoria insuficiente"));
   } else {

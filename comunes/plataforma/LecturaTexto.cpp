@@ -5,8 +5,8 @@
 #include <algorithm>
 
 #include "comunes/plataforma/Texto.h"
-#include "remesa/ErrorEjecucion.h"
-#include "remesa/Lectura.h"
+#include "ficheros/ErrorEjecucion.h"
+#include "ficheros/Lectura.h"
 
 namespace comunes {
 
@@ -14,13 +14,13 @@ QByteArray LeerBytes(const QString& ruta, qint64 maximo) {
   constexpr int kDemasiado = 7;  // "Memoria insuficiente"
   if (ruta.startsWith(u':')) {
     QFile recurso(ruta);
-    if (!recurso.open(QIODevice::ReadOnly)) throw remesa::ErrorEjecucion(53, ARuta(ruta));
-    if (recurso.size() > maximo) throw remesa::ErrorEjecucion(kDemasiado, ARuta(ruta));
+    if (!recurso.open(QIODevice::ReadOnly)) throw ficheros::ErrorEjecucion(53, ARuta(ruta));
+    if (recurso.size() > maximo) throw ficheros::ErrorEjecucion(kDemasiado, ARuta(ruta));
     return recurso.readAll();
   }
-  remesa::LecturaFichero fichero(ARuta(ruta));
+  ficheros::LecturaFichero fichero(ARuta(ruta));
   if (fichero.tamano() > static_cast<std::uintmax_t>(maximo)) {
-    throw remesa::ErrorEjecucion(kDemasiado, ARuta(ruta));
+    throw ficheros::ErrorEjecucion(kDemasiado, ARuta(ruta));
   }
   QByteArray bytes(static_cast<qsizetype>(fichero.tamano()), Qt::Uninitialized);
   bytes.truncate(

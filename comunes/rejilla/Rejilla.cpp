@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "remesa/ErrorEjecucion.h"
+#include "ficheros/ErrorEjecucion.h"
 
 namespace comunes {
 
@@ -13,13 +13,13 @@ constexpr int kFueraDeIntervalo = 9;
 template <class Vector>
 auto& elemento(Vector& vector, int indice) {
   if (indice < 0 || static_cast<std::size_t>(indice) >= vector.size()) {
-    throw remesa::ErrorEjecucion(kFueraDeIntervalo);
+    throw ficheros::ErrorEjecucion(kFueraDeIntervalo);
   }
   return vector[static_cast<std::size_t>(indice)];
 }
 
 void exigir(bool dentro) {
-  if (!dentro) throw remesa::ErrorEjecucion(kFueraDeIntervalo);
+  if (!dentro) throw ficheros::ErrorEjecucion(kFueraDeIntervalo);
 }
 
 }  // namespace

@@ -24,7 +24,7 @@ struct EstiloCelda {
 
 /// Datos de un listado: celdas, columnas, filas, celda actual y selección. No es ventana: la enseña
 /// ModeloRejilla y la imprime ImprimirRejilla. Medidas en twips; filas y columnas desde 0, la fila 0 es la de
-/// títulos. Un índice fuera de la rejilla lanza remesa::ErrorEjecucion 9.
+/// títulos. Un índice fuera de la rejilla lanza ficheros::ErrorEjecucion 9.
 class Rejilla {
  public:
   explicit Rejilla(QString nombre = {});

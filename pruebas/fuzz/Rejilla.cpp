@@ -11,7 +11,7 @@
 #include "comunes/plataforma/Texto.h"
 #include "comunes/rejilla/Importe.h"
 #include "comunes/rejilla/MiVisor.h"
-#include "remesa/ErrorEjecucion.h"
+#include "ficheros/ErrorEjecucion.h"
 
 using namespace comunes;
 using fuzz::Exigir;
@@ -44,7 +44,7 @@ bool Hacer(const Rejilla& rejilla, Accion&& accion) {
   bool hecho = true;
   try {
     accion();
-  } catch (const remesa::ErrorEjecucion&) {
+  } catch (const ficheros::ErrorEjecucion&) {
     hecho = false;
   }
   Exigir(rejilla.Redraw() && rejilla.Visible(), "la rejilla se vuelve a ver, también tras un error");

@@ -4,9 +4,10 @@
 
 #include "Objetivo.h"
 #include "consola/UnionFlujo.h"
+#include "ficheros/ErrorEjecucion.h"
 #include "remesa/Adeudos.h"
-#include "remesa/ErrorEjecucion.h"
 #include "remesa/Fichero.h"
+#include "remesa/Guardado.h"
 #include "remesa/Validez.h"
 
 using namespace fuzz;
@@ -24,7 +25,7 @@ template <class Accion>
 int NumeroError(Accion&& accion) {
   try {
     accion();
-  } catch (const ErrorEjecucion& error) {
+  } catch (const ficheros::ErrorEjecucion& error) {
     return error.numero();
   }
   return 0;
@@ -65,9 +66,9 @@ void MirarTotales(ListaRegistros lista, const Totales& totales) {
   bool deCifras = true;
   for (const std::string& registro : antes) {
     if (!registro.starts_with("01")) ++registros;
-    if (!registro.starts_with("03") || campo(registro, kNumeroDato) != "003") continue;
+    if (!registro.starts_with("03") || LeerCampo(registro, kNumeroDato) != "003") continue;
     ++adeudos;
-    const std::string_view cifras = campo(registro, kImporteAdeudo);
+    const std::string_view cifras = LeerCampo(registro, kImporteAdeudo);
     deCifras = deCifras && SonCifras(cifras);
     if (deCifras) importe += std::stoll(std::string(cifras));
   }
@@ -122,7 +123,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* datos, std::size_t lar
   const auto salida = Ruta("salida");
   std::vector<Observacion> observaciones;
   const int errorFlujo = NumeroError([&] {
-    EscrituraSegura escritura(salida);
+    ficheros::EscrituraSegura escritura(salida);
     consola::UnionFlujo flujo(escritura, consola::UnionFlujo::kBuferMinimo + sorteo);
     for (const auto& ruta : rutas)
       flujo.unir(ruta, &ruta == &rutas.back());

@@ -52,10 +52,10 @@ Ayuda ayudaDe(const QString& nombre) {
 
 QString SeccionDe(std::string_view registro, int tipo) {
   const std::string bytes = completado(registro);
-  std::string seccion(remesa::campo(bytes, remesa::kCodigo));
+  std::string seccion(remesa::LeerCampo(bytes, remesa::kCodigo));
   if (seccion == "03") {
-    if (tipo == 19) seccion += remesa::campo(bytes, remesa::kNumeroDato);
-    if (tipo == 34) seccion += remesa::campo(bytes, kNumeroDato34);
+    if (tipo == 19) seccion += remesa::LeerCampo(bytes, remesa::kNumeroDato);
+    if (tipo == 34) seccion += remesa::LeerCampo(bytes, kNumeroDato34);
   }
   return comunes::DesdeWindows1252(seccion);
 }
@@ -93,7 +93,7 @@ Descripcion LeerDescripcion(const QString& fichero, const QString& seccion) {
 QString ValorCampo(std::string_view registro, const CampoDescrito& campo) {
   if (campo.desde < 1) return {};
   const std::string bytes = completado(registro);
-  return comunes::DesdeWindows1252(remesa::campo(bytes, {campo.desde, campo.desde + campo.longitud - 1}));
+  return comunes::DesdeWindows1252(remesa::LeerCampo(bytes, {campo.desde, campo.desde + campo.longitud - 1}));
 }
 
 std::string BytesSEPA(const QString& texto) {

@@ -17,7 +17,7 @@
 #include "comunes/plataforma/Ventanas.h"
 #include "ventanas/editor/Ayudas.h"
 #include "ventanas/editor/IconoAyuda.h"
-#include "ventanas/editor/Observaciones.h"
+#include "ventanas/editor/NotasCampo.h"
 
 namespace editor {
 

@@ -16,7 +16,7 @@ namespace principal {
 
 namespace {
 
-using remesa::campo;
+using remesa::LeerCampo;
 
 constexpr auto kColumnas = "Nombre#25;Importe#8>;IBAN#25=;Concepto#30;Referencia#10<";
 constexpr int kCaracteresConcepto = 40;
@@ -28,15 +28,15 @@ std::string_view recortado(std::string_view texto) {
 }
 
 QString texto(std::string_view registro, remesa::Posiciones donde) {
-  return comunes::DesdeWindows1252(recortado(campo(registro, donde)));
+  return comunes::DesdeWindows1252(recortado(LeerCampo(registro, donde)));
 }
 
 QString fecha(std::string_view registro, remesa::Posiciones donde) {
-  return comunes::DesdeWindows1252(remesa::FechaQ19(campo(registro, donde)));
+  return comunes::DesdeWindows1252(remesa::FechaQ19(LeerCampo(registro, donde)));
 }
 
 QString cuenta(std::string_view registro, remesa::Posiciones donde) {
-  return comunes::DesdeWindows1252(remesa::FormatoIBAN(recortado(campo(registro, donde)), false));
+  return comunes::DesdeWindows1252(remesa::FormatoIBAN(recortado(LeerCampo(registro, donde)), false));
 }
 
 /// El valor de un campo numérico bien escrito, exacto.
@@ -49,7 +49,7 @@ std::optional<qint64> cifras(std::string_view valor) {
 
 /// Céntimos del campo como importe; cero, en blanco.
 QString importe(std::string_view registro, remesa::Posiciones donde) {
-  const std::string_view valor = recortado(campo(registro, donde));
+  const std::string_view valor = recortado(LeerCampo(registro, donde));
   if (const auto centimos = cifras(valor))
     return *centimos == 0 ? QString() : comunes::FormatoCentimos(*centimos);
   const double leido = remesa::ValorNumerico(valor) / 100;
@@ -57,13 +57,13 @@ QString importe(std::string_view registro, remesa::Posiciones donde) {
 }
 
 QString numero(std::string_view registro, remesa::Posiciones donde) {
-  const std::string_view valor = recortado(campo(registro, donde));
+  const std::string_view valor = recortado(LeerCampo(registro, donde));
   if (const auto entero = cifras(valor)) return QString::number(*entero);
   return QString::number(remesa::ValorNumerico(valor), 'f', QLocale::FloatingPointShortest);
 }
 
 void anadirAdeudo(comunes::Rejilla& visor, int fila, std::string_view registro) {
-  const auto concepto = campo(registro, remesa::kConcepto).substr(0, kCaracteresConcepto);
+  const auto concepto = LeerCampo(registro, remesa::kConcepto).substr(0, kCaracteresConcepto);
   int columna = 0;
   for (const QString& celda :
        {texto(registro, remesa::kNombreDeudor), importe(registro, remesa::kImporteAdeudo),
@@ -104,8 +104,8 @@ Informe PrepararInforme(comunes::Rejilla& visor, const remesa::ListaRegistros& a
       registro = completo;
     }
     registro = registro.substr(0, remesa::kLongitudRegistro);
-    const std::string_view codigo = campo(registro, remesa::kCodigo);
-    if (codigo == "03" && campo(registro, remesa::kMarcaAdeudo) == "300") {
+    const std::string_view codigo = LeerCampo(registro, remesa::kCodigo);
+    if (codigo == "03" && LeerCampo(registro, remesa::kMarcaAdeudo) == "300") {
       anadirAdeudo(visor, fila++, registro);
     } else if (codigo == "01") {
       envio = fecha(registro, remesa::kFechaCreacion);

@@ -164,7 +164,7 @@ void frmUnirQ19::eliminar() {
   const int actual = acumulado.actual();
   const auto quitados =
       std::count_if(seleccion.begin(), seleccion.end(), [&, &lista = acumulado.lista()](std::size_t fila) {
-        return static_cast<int>(fila) < actual && remesa::campo(lista[fila], remesa::kCodigo) == "03";
+        return static_cast<int>(fila) < actual && remesa::LeerCampo(lista[fila], remesa::kCodigo) == "03";
       });
   acumulado.cambiar([&](remesa::ListaRegistros& lista) { remesa::EliminarAdeudos(lista, seleccion); });
   acumulado.ponerActual(

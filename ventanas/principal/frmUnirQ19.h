@@ -17,8 +17,8 @@ struct Hallazgo;
 
 namespace principal {
 
-class Comprobaciones;
-struct Comprobada;
+class VentanaHallazgos;
+struct OrigenHallazgos;
 class Herramientas;
 class Navegador;
 class VistaRegistros;
@@ -72,7 +72,7 @@ class frmUnirQ19 : public QMainWindow {
   void comprobarGuardado();
   /// Enseña arriba el registro del hallazgo, del fichero `ruta`, que se lee otra vez si no es el que se ve.
   bool irEnPreview(const QString& ruta, const remesa::Hallazgo& hallazgo);
-  void mostrarComprobaciones(Comprobada comprobada, const VistaRegistros* lista);
+  void mostrarComprobaciones(OrigenHallazgos comprobada, const VistaRegistros* lista);
 
   // Imprimir.cpp
   void imprimir();
@@ -95,7 +95,7 @@ class frmUnirQ19 : public QMainWindow {
   QString FicheroActual;       ///< Ruta del último fichero cargado, en mayúsculas.
 
   QString rutaActual_;  ///< La misma, tal como se escribe.
-  QPointer<Comprobaciones> comprobaciones_;
+  QPointer<VentanaHallazgos> comprobaciones_;
   QString guardado_;                         ///< Último fichero guardado.
   QString listado_;                          ///< Último listado escrito en un fichero.
   QString rutaPreview_;                      ///< Ruta de lo que muestra `Preview`.

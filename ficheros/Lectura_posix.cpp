@@ -5,10 +5,10 @@
 #include <algorithm>
 #include <cerrno>
 
-#include "remesa/ErrorEjecucion.h"
-#include "remesa/Lectura.h"
+#include "ficheros/ErrorEjecucion.h"
+#include "ficheros/Lectura.h"
 
-namespace remesa {
+namespace ficheros {
 
 struct LecturaFichero::Interior {
   explicit Interior(int descriptor) : fd(descriptor) {}
@@ -54,4 +54,4 @@ bool LecturaFichero::reescrito() const {
          (estado.st_mtim.tv_sec != antes.tv_sec || estado.st_mtim.tv_nsec != antes.tv_nsec);
 }
 
-}  // namespace remesa
+}  // namespace ficheros

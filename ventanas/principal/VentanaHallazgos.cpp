@@ -1,4 +1,4 @@
-#include "ventanas/principal/Comprobaciones.h"
+#include "ventanas/principal/VentanaHallazgos.h"
 
 #include <QHeaderView>
 #include <QPushButton>
@@ -11,7 +11,7 @@
 #include "comunes/plataforma/Ventanas.h"
 #include "comunes/rejilla/MiVisor.h"
 #include "comunes/rejilla/ModeloRejilla.h"
-#include "ui_Comprobaciones.h"
+#include "ui_VentanaHallazgos.h"
 #include "ventanas/principal/TextosComprobacion.h"
 #include "ventanas/principal/TextosObservacion.h"
 
@@ -35,9 +35,9 @@ QString Posiciones(const remesa::Hallazgo& h) {
 
 }  // namespace
 
-Comprobaciones::Comprobaciones(Comprobada comprobada, QWidget* padre)
+VentanaHallazgos::VentanaHallazgos(OrigenHallazgos comprobada, QWidget* padre)
     : QDialog(padre),
-      ui_(std::make_unique<Ui::Comprobaciones>()),
+      ui_(std::make_unique<Ui::VentanaHallazgos>()),
       comprobada_(std::move(comprobada)),
       rejilla_(QStringLiteral("Visor")) {
   ui_->setupUi(this);
@@ -47,11 +47,11 @@ Comprobaciones::Comprobaciones(Comprobada comprobada, QWidget* padre)
   conectar();
 }
 
-Comprobaciones::~Comprobaciones() {
+VentanaHallazgos::~VentanaHallazgos() {
   ui_->Visor->setModel(nullptr);
 }
 
-void Comprobaciones::preparar() {
+void VentanaHallazgos::preparar() {
   comunes::PrepararRejilla(rejilla_, QString::fromUtf8(kColumnas));
   rejilla_.PonerTag(QLatin1String(kTipos));
   rejilla_.PonerRows(rejilla_.FixedRows());
@@ -70,20 +70,20 @@ void Comprobaciones::preparar() {
   }
 }
 
-void Comprobaciones::conectar() {
+void VentanaHallazgos::conectar() {
   connect(ui_->Visor->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
-          &Comprobaciones::detallar);
-  connect(ui_->Visor, &QTableView::doubleClicked, this, &Comprobaciones::ir);
+          &VentanaHallazgos::detallar);
+  connect(ui_->Visor, &QTableView::doubleClicked, this, &VentanaHallazgos::ir);
   for (const int tecla : {Qt::Key_Return, Qt::Key_Enter})
     connect(new QShortcut(tecla, ui_->Visor, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated,
-            this, &Comprobaciones::ir);
-  connect(ui_->Visor->horizontalHeader(), &QHeaderView::sectionClicked, this, &Comprobaciones::ordenar);
-  connect(ui_->cmdIr, &QPushButton::clicked, this, &Comprobaciones::ir);
-  connect(ui_->cmdRepetir, &QPushButton::clicked, this, &Comprobaciones::comprobar);
+            this, &VentanaHallazgos::ir);
+  connect(ui_->Visor->horizontalHeader(), &QHeaderView::sectionClicked, this, &VentanaHallazgos::ordenar);
+  connect(ui_->cmdIr, &QPushButton::clicked, this, &VentanaHallazgos::ir);
+  connect(ui_->cmdRepetir, &QPushButton::clicked, this, &VentanaHallazgos::comprobar);
   connect(ui_->cmdCerrar, &QPushButton::clicked, this, &QDialog::reject);
 }
 
-void Comprobaciones::comprobar() {
+void VentanaHallazgos::comprobar() {
   const int fila = ui_->Visor->currentIndex().row();
   const remesa::Hallazgo* senalado = actual();
   const remesa::Hallazgo anterior = senalado ? *senalado : remesa::Hallazgo();
@@ -121,7 +121,7 @@ void Comprobaciones::comprobar() {
   detallar();
 }
 
-void Comprobaciones::llenar(const remesa::ResultadoComprobacion& resultado) {
+void VentanaHallazgos::llenar(const remesa::ResultadoComprobacion& resultado) {
   {
     const comunes::SinRedibujo quieta(rejilla_);
     rejilla_.PonerRows(rejilla_.FixedRows());
@@ -156,7 +156,7 @@ void Comprobaciones::llenar(const remesa::ResultadoComprobacion& resultado) {
   ui_->Resumen->setText(resumen);
 }
 
-void Comprobaciones::ordenar(int columna) {
+void VentanaHallazgos::ordenar(int columna) {
   const remesa::Hallazgo* senalado = actual();
   {
     const comunes::SinRedibujo quieta(rejilla_);
@@ -170,13 +170,13 @@ void Comprobaciones::ordenar(int columna) {
   detallar();
 }
 
-void Comprobaciones::senalar(const std::function<bool(const remesa::Hallazgo&)>& cual) {
+void VentanaHallazgos::senalar(const std::function<bool(const remesa::Hallazgo&)>& cual) {
   for (int fila = 0; fila < modelo_->rowCount(); ++fila)
     if (const remesa::Hallazgo* h = hallazgoDe(fila); h != nullptr && cual(*h))
       return ui_->Visor->setCurrentIndex(modelo_->index(fila, 0));
 }
 
-void Comprobaciones::Apartar(const QRect& zona) {
+void VentanaHallazgos::Apartar(const QRect& zona) {
   const QRect libre = screen()->availableGeometry();
   const QRect marco = frameGeometry();
   if (!marco.intersects(zona)) return;
@@ -186,29 +186,29 @@ void Comprobaciones::Apartar(const QRect& zona) {
     move(marco.left(), zona.top() - marco.height());
 }
 
-const remesa::Hallazgo* Comprobaciones::hallazgoDe(int fila) const {
+const remesa::Hallazgo* VentanaHallazgos::hallazgoDe(int fila) const {
   const std::size_t cual = rejilla_.TextMatrix(modelo_->FilaRejilla(fila), rejilla_.Cols() - 1).toUInt();
   return cual < hallazgos_.size() ? &hallazgos_[cual] : nullptr;
 }
 
-const remesa::Hallazgo* Comprobaciones::actual() const {
+const remesa::Hallazgo* VentanaHallazgos::actual() const {
   const QModelIndex indice = ui_->Visor->currentIndex();
   return indice.isValid() ? hallazgoDe(indice.row()) : nullptr;
 }
 
-void Comprobaciones::detallar() {
+void VentanaHallazgos::detallar() {
   const remesa::Hallazgo* hallazgo = actual();
   ui_->cmdIr->setEnabled(hallazgo != nullptr && hallazgo->registro > 0);
   ui_->Detalle->setText(hallazgo == nullptr ? QString() : TextoHallazgo(*hallazgo));
 }
 
-void Comprobaciones::caducar() {
+void VentanaHallazgos::caducar() {
   if (caducada_) return;
   caducada_ = true;
   ui_->Resumen->setText(ui_->Resumen->text() + tr(" Ha cambiado desde entonces."));
 }
 
-void Comprobaciones::ir() {
+void VentanaHallazgos::ir() {
   if (caducada_) {
     comprobar();
     ui_->Resumen->setText(ui_->Resumen->text() + tr(" Había cambiado y se ha comprobado otra vez."));

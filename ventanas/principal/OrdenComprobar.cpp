@@ -6,8 +6,8 @@
 #include "comunes/plataforma/Texto.h"
 #include "comunes/plataforma/Ventanas.h"
 #include "ui_frmUnirQ19.h"
-#include "ventanas/principal/Comprobaciones.h"
 #include "ventanas/principal/TextosComprobacion.h"
+#include "ventanas/principal/VentanaHallazgos.h"
 #include "ventanas/principal/frmUnirQ19.h"
 
 namespace principal {
@@ -79,14 +79,14 @@ bool frmUnirQ19::irEnPreview(const QString& ruta, const remesa::Hallazgo& hallaz
 }
 
 /// Una sola ventana: la nueva sustituye a la que hubiera. `lista`, la que la deja anticuada al cambiar.
-void frmUnirQ19::mostrarComprobaciones(Comprobada comprobada, const VistaRegistros* lista) {
+void frmUnirQ19::mostrarComprobaciones(OrigenHallazgos comprobada, const VistaRegistros* lista) {
   delete comprobaciones_;
-  auto ventana = std::make_unique<Comprobaciones>(std::move(comprobada), this);
+  auto ventana = std::make_unique<VentanaHallazgos>(std::move(comprobada), this);
   ventana->comprobar();
   if (lista != nullptr) {
     const QAbstractItemModel* modelo = lista->model();
-    connect(modelo, &QAbstractItemModel::modelReset, ventana.get(), &Comprobaciones::caducar);
-    connect(modelo, &QAbstractItemModel::dataChanged, ventana.get(), &Comprobaciones::caducar);
+    connect(modelo, &QAbstractItemModel::modelReset, ventana.get(), &VentanaHallazgos::caducar);
+    connect(modelo, &QAbstractItemModel::dataChanged, ventana.get(), &VentanaHallazgos::caducar);
   }
   comprobaciones_ = ventana.release();
   comprobaciones_->setAttribute(Qt::WA_DeleteOnClose);

@@ -5,7 +5,7 @@
 #include <memory>
 #include <span>
 
-namespace remesa {
+namespace ficheros {
 
 /// Lectura por bloques de un fichero corriente. Una carpeta, una cola o un dispositivo se rechazan con el
 /// error 75, sin esperar por ellos. Todos lanzan ErrorEjecucion.
@@ -37,4 +37,4 @@ class LecturaFichero {
   std::uintmax_t leidos_ = 0;
 };
 
-}  // namespace remesa
+}  // namespace ficheros

@@ -1,4 +1,4 @@
-#include "ventanas/principal/Comprobaciones.h"
+#include "ventanas/principal/VentanaHallazgos.h"
 
 #include <QAction>
 #include <QHeaderView>
@@ -14,7 +14,7 @@ using namespace pruebas;
 
 namespace {
 
-class PruebaComprobaciones : public Carpeta {
+class PruebaVentanaHallazgos : public Carpeta {
  protected:
   void SetUp() override {
     Carpeta::SetUp();
@@ -33,7 +33,7 @@ class PruebaComprobaciones : public Carpeta {
 };
 
 struct Lista {
-  explicit Lista(Ventana& v) : dialogo(v.frm.findChild<principal::Comprobaciones*>()) {
+  explicit Lista(Ventana& v) : dialogo(v.frm.findChild<principal::VentanaHallazgos*>()) {
     if (dialogo == nullptr) return;
     visor = dialogo->findChild<QTableView*>("Visor");
     QTest::qWait(0);
@@ -53,11 +53,11 @@ struct Lista {
     QTest::keyClick(visor, Qt::Key_Return);
   }
 
-  principal::Comprobaciones* dialogo;
+  principal::VentanaHallazgos* dialogo;
   QTableView* visor = nullptr;
 };
 
-TEST_F(PruebaComprobaciones, DeLoPrevisualizadoAlRegistro) {
+TEST_F(PruebaVentanaHallazgos, DeLoPrevisualizadoAlRegistro) {
   Ventana v(carpeta_);
   Cajas cajas{"Aceptar"};
   v.hijo<QAction>("mnuComprobar")->trigger();
@@ -75,7 +75,7 @@ TEST_F(PruebaComprobaciones, DeLoPrevisualizadoAlRegistro) {
 }
 
 // Del hallazgo al campo en el editor; al aceptar se comprueba otra vez y ya no está.
-TEST_F(PruebaComprobaciones, DeLaAcumulacionAlCampo) {
+TEST_F(PruebaVentanaHallazgos, DeLaAcumulacionAlCampo) {
   Ventana v(carpeta_);
   v.importar("mala.Q19");
   v.hijo<QAction>("mnuComprobar")->trigger();
@@ -111,7 +111,7 @@ TEST_F(PruebaComprobaciones, DeLaAcumulacionAlCampo) {
 }
 
 // Ordenar no pierde el hallazgo en que se estaba; y si el fichero ya no está, se sigue viendo lo de antes.
-TEST_F(PruebaComprobaciones, ElHallazgoActualNoSePierde) {
+TEST_F(PruebaVentanaHallazgos, ElHallazgoActualNoSePierde) {
   Ventana v(carpeta_);
   v.elegir("mala.Q19");
   v.hijo<QAction>("mnuComprobar")->trigger();
@@ -141,7 +141,7 @@ TEST_F(PruebaComprobaciones, ElHallazgoActualNoSePierde) {
   EXPECT_EQ(lista.resumen().count("Ha cambiado desde entonces."), 1) << lista.resumen().toStdString();
 }
 
-TEST_F(PruebaComprobaciones, AlGuardarSeDiceYSeVe) {
+TEST_F(PruebaVentanaHallazgos, AlGuardarSeDiceYSeVe) {
   Ventana v(carpeta_);
   v.importar("mala.Q19");
   // Encima de un fichero que ya se ve arriba, y con un registro más que él.

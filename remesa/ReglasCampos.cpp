@@ -1,4 +1,4 @@
-#include "remesa/ComprobacionCampos.h"
+#include "remesa/ReglasCampos.h"
 
 #include <algorithm>
 
@@ -52,20 +52,20 @@ bool EstaEn(std::string_view lista, std::string_view palabra) {
 
 /// El banco solo hace falta si la cuenta dice ser de otro país.
 bool CuentaForanea(std::string_view adeudo) {
-  const std::string_view cuenta = Recortar(campo(adeudo, kCuentaDeudor));
+  const std::string_view cuenta = Recortar(LeerCampo(adeudo, kCuentaDeudor));
   const auto esLetra = [](char c) { return c >= 'A' && c <= 'Z'; };
   return cuenta.size() > 1 && esLetra(cuenta[0]) && esLetra(cuenta[1]) && !cuenta.starts_with("ES") &&
-         campo(adeudo, kClaseCuenta) != "B";
+         LeerCampo(adeudo, kClaseCuenta) != "B";
 }
 
 /// Los campos de un registro, de uno en uno. Lo que un campo exige de otro que le precede se recuerda.
-class Comprobacion {
+class MiradaCampos {
  public:
-  Comprobacion(Anotador& anotador, const DatosCabecera& cabecera)
+  MiradaCampos(Anotador& anotador, const DatosCabecera& cabecera)
       : anotador_(anotador), cabecera_(cabecera) {}
 
   void mirar(const Campo& campo) {
-    const std::string_view bytes = remesa::campo(anotador_.registro(), campo.donde);
+    const std::string_view bytes = remesa::LeerCampo(anotador_.registro(), campo.donde);
     const std::string_view valor = Recortar(bytes);
     const std::uint64_t antes = anotador_.errores() + anotador_.avisos();
     if (campo.valor == ValorCampo::TipoIdentificacion) identificacion_ = {};
@@ -175,7 +175,7 @@ class Comprobacion {
 
   void mirarCuenta(const Campo& campo, std::string_view valor) {
     const bool deAdeudo = anotador_.clase() == ClaseRegistro::Adeudo;
-    if (deAdeudo && remesa::campo(anotador_.registro(), kClaseCuenta) == "B") {
+    if (deAdeudo && remesa::LeerCampo(anotador_.registro(), kClaseCuenta) == "B") {
       if (!EsCcc(valor)) anotador_.campo(C::Ccc, campo);
       return;
     }
@@ -228,13 +228,13 @@ class Comprobacion {
 }  // namespace
 
 void ComprobarCampos(Anotador& anotador, const DatosCabecera& cabecera) {
-  Comprobacion comprobacion(anotador, cabecera);
+  MiradaCampos mirada(anotador, cabecera);
   const auto largo = static_cast<int>(std::min(anotador.registro().size(), kLongitudRegistro));
   for (const Campo& campo : CamposDe(anotador.clase())) {
     if (campo.donde.hasta > largo) break;
-    comprobacion.mirar(campo);
+    mirada.mirar(campo);
   }
-  comprobacion.cerrarDireccion();
+  mirada.cerrarDireccion();
 }
 
 }  // namespace remesa

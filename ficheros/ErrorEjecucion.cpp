@@ -1,9 +1,9 @@
-#include "remesa/ErrorEjecucion.h"
+#include "ficheros/ErrorEjecucion.h"
 
 #include <array>
 #include <utility>
 
-namespace remesa {
+namespace ficheros {
 namespace {
 
 struct TextoError {
@@ -85,4 +85,4 @@ ErrorEjecucion::ErrorEjecucion(int numero, std::filesystem::path fichero, const 
 ErrorEjecucion::ErrorEjecucion(const std::error_code& causa, const std::filesystem::path& fichero)
     : ErrorEjecucion(NumeroDe(causa, fichero), fichero) {}
 
-}  // namespace remesa
+}  // namespace ficheros

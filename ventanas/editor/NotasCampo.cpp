@@ -1,4 +1,4 @@
-#include "ventanas/editor/Observaciones.h"
+#include "ventanas/editor/NotasCampo.h"
 
 #include <QStringList>
 

@@ -1,10 +1,10 @@
-#include "remesa/Cerrojo.h"
+#include "ficheros/Cerrojo.h"
 
 #include <utility>
 
-#include "remesa/Sistema_windows.h"
+#include "ficheros/Sistema_windows.h"
 
-namespace remesa {
+namespace ficheros {
 
 struct Cerrojo::Interior {
   std::filesystem::path ruta;
@@ -30,4 +30,4 @@ bool Cerrojo::poner() {
   FallarWindows(error, i.ruta);
 }
 
-}  // namespace remesa
+}  // namespace ficheros

@@ -5,7 +5,7 @@
 #include <string>
 #include <system_error>
 
-namespace remesa {
+namespace ficheros {
 
 /// Error de ejecución con el número y el texto de la plataforma (5 "Argumento o llamada a procedimiento no
 /// válida", 6 "Desbordamiento", 13, 53, 61, 70, 75, 76…). `what()` y `texto()` son UTF-8.
@@ -28,4 +28,4 @@ class ErrorEjecucion : public std::exception {
   std::filesystem::path fichero_;
 };
 
-}  // namespace remesa
+}  // namespace ficheros

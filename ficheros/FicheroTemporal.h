@@ -5,7 +5,7 @@
 #include <memory>
 #include <string_view>
 
-namespace remesa {
+namespace ficheros {
 
 /// Temporal junto al fichero de destino, bloqueado mientras vive su programa, que acaba sustituyéndolo o
 /// desaparece. Al crearse borra los que dejaron en esa carpeta programas ya muertos. Todos lanzan
@@ -33,4 +33,4 @@ class FicheroTemporal {
   std::unique_ptr<Interior> interior_;
 };
 
-}  // namespace remesa
+}  // namespace ficheros

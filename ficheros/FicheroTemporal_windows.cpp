@@ -4,11 +4,11 @@
 #include <utility>
 #include <vector>
 
-#include "remesa/ErrorEjecucion.h"
-#include "remesa/FicheroTemporal.h"
-#include "remesa/Sistema_windows.h"
+#include "ficheros/ErrorEjecucion.h"
+#include "ficheros/FicheroTemporal.h"
+#include "ficheros/Sistema_windows.h"
 
-namespace remesa {
+namespace ficheros {
 namespace fs = std::filesystem;
 namespace {
 
@@ -172,4 +172,4 @@ void FicheroTemporal::publicar() {
   i.publicado = true;
 }
 
-}  // namespace remesa
+}  // namespace ficheros

@@ -1,9 +1,9 @@
-#include "remesa/Comprobador.h"
+#include "remesa/ReglasComprobacion.h"
 
 #include <algorithm>
 #include <limits>
 
-#include "remesa/ComprobacionCampos.h"
+#include "remesa/ReglasCampos.h"
 #include "remesa/Validez.h"
 
 namespace remesa {
@@ -36,9 +36,10 @@ Posiciones Desde(std::uint64_t desde, std::uint64_t hasta) {
 
 }  // namespace
 
-Comprobador::Comprobador(Dia hoy, ReceptorHallazgos recibir) : anotador_(std::move(recibir)), hoy_(hoy) {}
+ReglasComprobacion::ReglasComprobacion(Dia hoy, ReceptorHallazgos recibir)
+    : anotador_(std::move(recibir)), hoy_(hoy) {}
 
-void Comprobador::dar(std::string_view bytes, std::uint64_t longitud, std::uint64_t fila) {
+void ReglasComprobacion::dar(std::string_view bytes, std::uint64_t longitud, std::uint64_t fila) {
   if (ajeno_) return;
   anotador_.pasarA(bytes, fila);
   if (!mirarForma(bytes, longitud)) return;
@@ -71,7 +72,7 @@ void Comprobador::dar(std::string_view bytes, std::uint64_t longitud, std::uint6
   totales_.dar();
 }
 
-void Comprobador::terminar() {
+void ReglasComprobacion::terminar() {
   if (ajeno_) return;
   if (anotador_.numero() == 0)
     anotador_.fichero(C::SinRegistros);
@@ -80,9 +81,9 @@ void Comprobador::terminar() {
 }
 
 /// Longitud, código y número de dato. false si no hay nada más que mirar en el registro.
-bool Comprobador::mirarForma(std::string_view bytes, std::uint64_t longitud) {
+bool ReglasComprobacion::mirarForma(std::string_view bytes, std::uint64_t longitud) {
   const bool conocido = anotador_.clase() != ClaseRegistro::Desconocido;
-  if (anotador_.numero() == 1 && !EnBlanco(bytes) && !conocido && campo(bytes, kVersion) != "19143") {
+  if (anotador_.numero() == 1 && !EnBlanco(bytes) && !conocido && LeerCampo(bytes, kVersion) != "19143") {
     constexpr std::size_t kCabeza = 7;
     anotador_.fichero(C::NoEsRemesa, std::string(bytes.substr(0, kCabeza)), "0119143");
     ajeno_ = true;
@@ -95,29 +96,29 @@ bool Comprobador::mirarForma(std::string_view bytes, std::uint64_t longitud) {
                          std::to_string(longitud), std::to_string(kLongitudRegistro));
   if (conocido) return true;
   if (longitud < kLongitudRegistro && EnBlanco(bytes)) return false;
-  if (campo(bytes, kCodigo) == "03")
-    anotador_.posiciones(C::NumeroDato, kNumeroDato, std::string(campo(bytes, kNumeroDato)),
+  if (LeerCampo(bytes, kCodigo) == "03")
+    anotador_.posiciones(C::NumeroDato, kNumeroDato, std::string(LeerCampo(bytes, kNumeroDato)),
                          "003 004 005 006");
   else
-    anotador_.posiciones(C::CodigoDesconocido, kCodigo, std::string(campo(bytes, kCodigo)),
+    anotador_.posiciones(C::CodigoDesconocido, kCodigo, std::string(LeerCampo(bytes, kCodigo)),
                          "01 02 03 04 05 99");
   return true;
 }
 
-const Campo& Comprobador::campoDe(Posiciones donde) const {
+const Campo& ReglasComprobacion::campoDe(Posiciones donde) const {
   return *CampoEn(anotador_.registro(), donde.desde);
 }
 
-void Comprobador::abrirBloque() {
+void ReglasComprobacion::abrirBloque() {
   const std::string_view registro = anotador_.registro();
-  acreedor_ = Recortar(campo(registro, kIdentificadorAcreedor));
-  fechaCobro_ = campo(registro, kFechaCobro);
+  acreedor_ = Recortar(LeerCampo(registro, kIdentificadorAcreedor));
+  fechaCobro_ = LeerCampo(registro, kFechaCobro);
   cobro_ = LeerFecha(fechaCobro_);
   hayCabecera_ = true;
   hayAdeudo_ = desordenado_ = false;
 }
 
-void Comprobador::mirarFechaCobro() {
+void ReglasComprobacion::mirarFechaCobro() {
   if (!cobro_) return;
   // Un adeudo se presenta, a más tardar, la víspera.
   const Dia manana = std::chrono::sys_days(hoy_) + std::chrono::days(1);
@@ -132,66 +133,67 @@ void Comprobador::mirarFechaCobro() {
     anotar(C::CobroFestivo);
 }
 
-void Comprobador::mirarAdeudo() {
+void ReglasComprobacion::mirarAdeudo() {
   const std::string_view registro = anotador_.registro();
-  const std::string_view referencias = campo(registro, kReferencias);
-  const std::string_view referencia = campo(registro, kReferenciaAdeudo);
+  const std::string_view referencias = LeerCampo(registro, kReferencias);
+  const std::string_view referencia = LeerCampo(registro, kReferenciaAdeudo);
   anotador_.ponerAdeudo(registro);
   if (referencias.size() < static_cast<std::size_t>(kReferencias.longitud())) {
     hayAdeudo_ = false;  // cortado: no se sabe qué referencias son
     return;
   }
   // Con decirlo una vez por bloque basta: lo que sigue está desordenado por lo mismo.
-  if (hayAdeudo_ && !desordenado_ && referencia < campo(referencias_, {1, kReferenciaAdeudo.longitud()})) {
+  if (hayAdeudo_ && !desordenado_ &&
+      referencia < LeerCampo(referencias_, {1, kReferenciaAdeudo.longitud()})) {
     anotador_.campo(C::SinOrdenar, campoDe(kReferenciaAdeudo),
-                    std::string(Recortar(campo(referencias_, {1, kReferenciaAdeudo.longitud()}))));
+                    std::string(Recortar(LeerCampo(referencias_, {1, kReferenciaAdeudo.longitud()}))));
     desordenado_ = true;
   }
   referencias_ = referencias;
   hayAdeudo_ = true;
   mirarRepetidos(Recortar(referencia));
-  const std::optional<Dia> firma = LeerFecha(campo(registro, kFechaFirma));
+  const std::optional<Dia> firma = LeerFecha(LeerCampo(registro, kFechaFirma));
   if (firma && cobro_ && *firma > *cobro_)
     anotador_.campo(C::FirmaPosterior, campoDe(kFechaFirma), fechaCobro_);
-  if (campo(registro, kTipoAdeudo) == "FRST" && (!cobro_ || *cobro_ >= kFrstSobra))
+  if (LeerCampo(registro, kTipoAdeudo) == "FRST" && (!cobro_ || *cobro_ >= kFrstSobra))
     anotador_.campo(C::Frst, campoDe(kTipoAdeudo), "RCUR");
 }
 
-void Comprobador::mirarRepetidos(std::string_view referencia) {
+void ReglasComprobacion::mirarRepetidos(std::string_view referencia) {
   const std::string_view registro = anotador_.registro();
   const std::uint64_t numero = anotador_.numero();
   if (!referencia.empty())
     if (const auto otro = repetidos_.referencia(referencia, numero); otro != 0)
       anotador_.campo(C::ReferenciaRepetida, campoDe(kReferenciaAdeudo), {}, otro);
-  const std::string_view mandato = Recortar(campo(registro, kReferenciaMandato));
+  const std::string_view mandato = Recortar(LeerCampo(registro, kReferenciaMandato));
   if (mandato.empty()) return;
   // Dos acreedores pueden llamar igual a sus mandatos.
   const std::uint64_t huella = Mezclar(Huella(acreedor_), Huella(mandato));
-  if (const auto otro = repetidos_.cobro(huella, campo(registro, kImporteAdeudo), fechaCobro_, numero);
+  if (const auto otro = repetidos_.cobro(huella, LeerCampo(registro, kImporteAdeudo), fechaCobro_, numero);
       otro != 0)
     anotador_.campo(C::CobroDoble, campoDe(kReferenciaMandato), {}, otro);
-  const std::string_view cuenta = CuentaComparable(Recortar(campo(registro, kCuentaDeudor)));
+  const std::string_view cuenta = CuentaComparable(Recortar(LeerCampo(registro, kCuentaDeudor)));
   if (cuenta.empty() || registro.size() < static_cast<std::size_t>(kCuentaDeudor.hasta)) return;
   if (const auto otro = repetidos_.otraCuenta(huella, cuenta, numero); otro != 0)
     anotador_.campo(C::MandatoDosCuentas, campoDe(kCuentaDeudor), {}, otro);
 }
 
-void Comprobador::mirarOpcional() {
+void ReglasComprobacion::mirarOpcional() {
   const std::string_view registro = anotador_.registro();
   if (anotador_.clase() == ClaseRegistro::Balanza) anotador_.campo(C::RegistroSinUso, campoDe(kNumeroDato));
-  const std::string_view suyas = campo(registro, kReferencias);
+  const std::string_view suyas = LeerCampo(registro, kReferencias);
   if (!hayAdeudo_ || suyas.size() < referencias_.size() || suyas == referencias_) return;
   for (const Posiciones donde : {kReferenciaAdeudo, kReferenciaMandato}) {
     const Posiciones suya{donde.desde - kReferencias.desde + 1, donde.hasta - kReferencias.desde + 1};
-    const std::string_view debida = campo(referencias_, suya);
+    const std::string_view debida = LeerCampo(referencias_, suya);
     const std::string_view esperada = Recortar(debida);
     // Si al adeudo le falta, lo que está mal es el adeudo.
-    if (!esperada.empty() && campo(registro, donde) != debida)
+    if (!esperada.empty() && LeerCampo(registro, donde) != debida)
       anotador_.campo(C::ReferenciasDistintas, campoDe(donde), std::string(esperada));
   }
 }
 
-DatosCabecera Comprobador::repetidoDeCabecera() const {
+DatosCabecera ReglasComprobacion::repetidoDeCabecera() const {
   const ClaseRegistro clase = anotador_.clase();
   const bool repite = clase == ClaseRegistro::TotalesFecha || clase == ClaseRegistro::TotalesAcreedor;
   if (!repite || !hayCabecera_) return {};
@@ -200,11 +202,11 @@ DatosCabecera Comprobador::repetidoDeCabecera() const {
 
 /// Un 04 y un 05 repiten el acreedor de su cabecera; el 04, además, la fecha de cobro. Si los de ella no son
 /// correctos, la que está mal es ella.
-void Comprobador::mirarCabecera(Posiciones acreedor) {
+void ReglasComprobacion::mirarCabecera(Posiciones acreedor) {
   if (!hayCabecera_) return;
   const std::size_t largo = anotador_.registro().size();
   const auto comparar = [&](Posiciones donde, std::string_view deCabecera) {
-    const std::string_view dicho = Recortar(campo(anotador_.registro(), donde));
+    const std::string_view dicho = Recortar(LeerCampo(anotador_.registro(), donde));
     const bool entero = largo >= static_cast<std::size_t>(donde.hasta);
     if (entero && !dicho.empty() && dicho != deCabecera)
       anotador_.campo(C::OtraCabecera, campoDe(donde), std::string(deCabecera));

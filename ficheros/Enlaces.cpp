@@ -1,10 +1,10 @@
-#include "remesa/Enlaces.h"
+#include "ficheros/Enlaces.h"
 
 #include <system_error>
 
-#include "remesa/ErrorEjecucion.h"
+#include "ficheros/ErrorEjecucion.h"
 
-namespace remesa {
+namespace ficheros {
 namespace fs = std::filesystem;
 
 fs::path SeguirEnlaces(const fs::path& pedido) {
@@ -20,4 +20,4 @@ fs::path SeguirEnlaces(const fs::path& pedido) {
   return ruta;
 }
 
-}  // namespace remesa
+}  // namespace ficheros

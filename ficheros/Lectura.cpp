@@ -1,10 +1,10 @@
-#include "remesa/Lectura.h"
+#include "ficheros/Lectura.h"
 
 #include <array>
 
-#include "remesa/ErrorEjecucion.h"
+#include "ficheros/ErrorEjecucion.h"
 
-namespace remesa {
+namespace ficheros {
 namespace {
 
 constexpr const char* kCambia = "otro programa lo está cambiando";
@@ -31,4 +31,4 @@ void LecturaFichero::comprobarFinal() {
   leer(sobra);
 }
 
-}  // namespace remesa
+}  // namespace ficheros

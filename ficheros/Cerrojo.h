@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <memory>
 
-namespace remesa {
+namespace ficheros {
 
 /// Exclusión entre programas: solo uno puede tener puesto el cerrojo de una ruta. Lo pone el sistema, así que
 /// se suelta también si el programa muere, sea cuando sea. En esa ruta queda un fichero vacío.
@@ -23,4 +23,4 @@ class Cerrojo {
   std::unique_ptr<Interior> interior_;
 };
 
-}  // namespace remesa
+}  // namespace ficheros

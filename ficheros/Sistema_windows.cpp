@@ -1,10 +1,10 @@
-#include "remesa/Sistema_windows.h"
+#include "ficheros/Sistema_windows.h"
 
 #include <string>
 
-#include "remesa/ErrorEjecucion.h"
+#include "ficheros/ErrorEjecucion.h"
 
-namespace remesa {
+namespace ficheros {
 namespace fs = std::filesystem;
 
 fs::path RutaLarga(const fs::path& ruta) {
@@ -47,4 +47,4 @@ void FallarWindows(DWORD error, const fs::path& ruta) {
   }
 }
 
-}  // namespace remesa
+}  // namespace ficheros

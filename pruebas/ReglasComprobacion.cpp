@@ -39,7 +39,7 @@ Posiciones De(int desde, std::string_view texto) {
 std::string Con(std::string_view cabeza, std::initializer_list<std::pair<int, std::string_view>> campos) {
   std::string registro = Registro(cabeza);
   for (const auto& [desde, texto] : campos)
-    sobrescribir(registro, De(desde, texto), texto);
+    EscribirCampo(registro, De(desde, texto), texto);
   return registro;
 }
 
@@ -171,7 +171,7 @@ TEST_F(PruebaComprobacion, UnCampoEstropeado) {
   };
   for (const auto& caso : casos) {
     Registros remesa = Buena();
-    sobrescribir(remesa[caso.registro], De(caso.desde, caso.texto), caso.texto);
+    EscribirCampo(remesa[caso.registro], De(caso.desde, caso.texto), caso.texto);
     SCOPED_TRACE(caso.codigos + " con «"s + caso.texto + "» en " + std::to_string(caso.desde));
     const std::vector<Hallazgo> hallazgos = comprobar(Bytes(remesa));
     EXPECT_EQ(Codigos(hallazgos), caso.codigos);
@@ -197,14 +197,14 @@ TEST_F(PruebaComprobacion, RegistrosDeMasDeMenosYFueraDeSitio) {
       {quitar(kPresentador), "E204@1 E405@8"},
       {quitar(kCabecera), "E204@2 E405@6 E405@7 E405@8"},
       {[](Registros& r) {
-         sobrescribir(r[kTotales], kFecha04, "20261340");
-         sobrescribir(r[kTotalesAcreedor], kAcreedor05, "ES99");
+         EscribirCampo(r[kTotales], kFecha04, "20261340");
+         EscribirCampo(r[kTotalesAcreedor], kAcreedor05, "ES99");
          r.erase(r.begin() + kCabecera);
        },
        "E204@2 E303@6 E405@6 E307@7 E405@7 E405@8"},
       {[](Registros& r) {
          for (const std::size_t i : {kCabecera, kTotales, kTotalesAcreedor})
-           sobrescribir(r[i], i == kCabecera ? kIdentificadorAcreedor : kAcreedor04, "ES99");
+           EscribirCampo(r[i], i == kCabecera ? kIdentificadorAcreedor : kAcreedor04, "ES99");
        },
        "E307@2"},
       {[](Registros& r) { r[kTotales].resize(20); }, "E101@7"},
@@ -221,31 +221,31 @@ TEST_F(PruebaComprobacion, RegistrosDeMasDeMenosYFueraDeSitio) {
       {poner(kAdeudo2 + 1, buena[kAdeudo2]),
        "A402@7 A403@7 E403@8 E404@8 E405@8 E403@9 E404@9 E405@9 E403@10 E404@10 E405@10"},
       {[](Registros& r) {
-         sobrescribir(r[kAdeudo2], {46, 53}, "MANDATO1");
-         sobrescribir(r[kAdeudo2], {404, 437}, "ES7921000813610123456789");
+         EscribirCampo(r[kAdeudo2], {46, 53}, "MANDATO1");
+         EscribirCampo(r[kAdeudo2], {404, 437}, "ES7921000813610123456789");
        },
        "A403@6 A404@6"},
       {[](Registros& r) {
-         sobrescribir(r[kAdeudo2], {46, 53}, "MANDATO1");
-         sobrescribir(r[kAdeudo2], {403, 437}, "B21000418450200051332    ");
+         EscribirCampo(r[kAdeudo2], {46, 53}, "MANDATO1");
+         EscribirCampo(r[kAdeudo2], {403, 437}, "B21000418450200051332    ");
        },
        "A403@6"},
       // Lo que falta no es otra cuenta.
       {[](Registros& r) {
-         sobrescribir(r[kAdeudo2], {46, 53}, "MANDATO1");
+         EscribirCampo(r[kAdeudo2], {46, 53}, "MANDATO1");
          r[kAdeudo2].resize(410);
        },
        "E101@6 A403@6"},
       // Otro acreedor pide antes el 05 del suyo.
       {[&](Registros& r) {
          r.insert(r.begin() + kTotalesAcreedor, buena.begin() + kCabecera, buena.begin() + kTotalesAcreedor);
-         sobrescribir(r[kTotalesAcreedor], {11, 26}, "ES53000A12345678");
+         EscribirCampo(r[kTotalesAcreedor], {11, 26}, "ES53000A12345678");
        },
        "E204@8 A402@9 A402@12 E402@13 E402@14 E403@14 E404@14 E405@14 E403@15 E404@15 E405@15"},
       {[](Registros& r) { r[kAdeudo].resize(598); }, "E101@3"},
       {[](Registros& r) { r[kAdeudo].resize(50); }, "E101@3 E403@7 E403@8 E403@9"},
       {[](Registros& r) {
-         sobrescribir(r[kAdeudo], {189, 201}, "CALLE MAYOR 1");
+         EscribirCampo(r[kAdeudo], {189, 201}, "CALLE MAYOR 1");
          r[kAdeudo].resize(240);
        },
        "E101@3 A302@3"},
@@ -273,9 +273,9 @@ TEST_F(PruebaComprobacion, DosAcreedoresConSusTotales) {
     std::string registro = primera[i];
     const int donde = i < kTotales ? 11 : 3;
     if (i == kCabecera || i >= kTotales)
-      sobrescribir(registro, De(donde, kAcreedor), "ES53000A12345678");
+      EscribirCampo(registro, De(donde, kAcreedor), "ES53000A12345678");
     else
-      sobrescribir(registro, {11, 13}, "OTR");
+      EscribirCampo(registro, {11, 13}, "OTR");
     remesa.push_back(registro);
   }
   remesa.push_back(Con("99", {{3, "00000000000000600000000040000000016"}}));

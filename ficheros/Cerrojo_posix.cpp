@@ -5,10 +5,10 @@
 #include <cerrno>
 #include <system_error>
 
-#include "remesa/Cerrojo.h"
-#include "remesa/ErrorEjecucion.h"
+#include "ficheros/Cerrojo.h"
+#include "ficheros/ErrorEjecucion.h"
 
-namespace remesa {
+namespace ficheros {
 
 struct Cerrojo::Interior {
   std::filesystem::path ruta;
@@ -32,4 +32,4 @@ bool Cerrojo::poner() {
   throw ErrorEjecucion(std::error_code(errno, std::generic_category()), i.ruta);
 }
 
-}  // namespace remesa
+}  // namespace ficheros

@@ -11,11 +11,11 @@
 #include <string>
 #include <utility>
 
-#include "remesa/Enlaces.h"
-#include "remesa/ErrorEjecucion.h"
-#include "remesa/FicheroTemporal.h"
+#include "ficheros/Enlaces.h"
+#include "ficheros/ErrorEjecucion.h"
+#include "ficheros/FicheroTemporal.h"
 
-namespace remesa {
+namespace ficheros {
 namespace fs = std::filesystem;
 namespace {
 
@@ -194,4 +194,4 @@ void FicheroTemporal::publicar() {
   if (fdCarpeta.abierto()) ::fsync(*fdCarpeta);
 }
 
-}  // namespace remesa
+}  // namespace ficheros

@@ -1,10 +1,10 @@
 #include <algorithm>
 
-#include "remesa/ErrorEjecucion.h"
-#include "remesa/Lectura.h"
-#include "remesa/Sistema_windows.h"
+#include "ficheros/ErrorEjecucion.h"
+#include "ficheros/Lectura.h"
+#include "ficheros/Sistema_windows.h"
 
-namespace remesa {
+namespace ficheros {
 struct LecturaFichero::Interior {
   explicit Interior(HANDLE nuevo) : fichero(nuevo) {}
   ~Interior() {
@@ -49,4 +49,4 @@ bool LecturaFichero::reescrito() const {
   return false;
 }
 
-}  // namespace remesa
+}  // namespace ficheros

@@ -5,8 +5,8 @@
 
 #include "remesa/Anotador.h"
 #include "remesa/Calendario.h"
-#include "remesa/ComprobacionCampos.h"
 #include "remesa/OrdenRegistros.h"
+#include "remesa/ReglasCampos.h"
 #include "remesa/Repetidos.h"
 #include "remesa/TotalesNorma.h"
 
@@ -14,12 +14,12 @@ namespace remesa {
 
 /// Comprueba una remesa con la norma, registro a registro y sin guardarlos: de los ya vistos solo recuerda
 /// las huellas que hacen falta para ver repetidos. No cambia nada ni falla con ningunos bytes.
-class Comprobador {
+class ReglasComprobacion {
  public:
   /// `hoy`, con lo que se comparan las fechas de cobro.
-  Comprobador(Dia hoy, ReceptorHallazgos recibir);
-  Comprobador(const Comprobador&) = delete;
-  Comprobador& operator=(const Comprobador&) = delete;
+  ReglasComprobacion(Dia hoy, ReceptorHallazgos recibir);
+  ReglasComprobacion(const ReglasComprobacion&) = delete;
+  ReglasComprobacion& operator=(const ReglasComprobacion&) = delete;
 
   /// `longitud` es la del registro, aunque de los más largos que la norma `bytes` no lo traiga entero;
   /// `fila`, el número de registro del programa en que está.

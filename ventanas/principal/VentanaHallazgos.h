@@ -13,13 +13,13 @@ class ModeloRejilla;
 }
 
 namespace Ui {
-class Comprobaciones;
+class VentanaHallazgos;
 }
 
 namespace principal {
 
 /// Lo que una ventana de comprobaciones comprueba.
-struct Comprobada {
+struct OrigenHallazgos {
   /// Cómo se llama, para el operador.
   std::function<QString()> titulo;
   /// La comprueba. Lanza ErrorEjecucion.
@@ -32,12 +32,12 @@ struct Comprobada {
 
 /// Los hallazgos de una comprobación, en una rejilla; una doble pulsación o Intro van al registro. De los
 /// muchos se enseñan los primeros. Si lo comprobado cambia, se vuelve a comprobar antes de ir a ningún sitio.
-class Comprobaciones : public QDialog {
+class VentanaHallazgos : public QDialog {
   Q_OBJECT
 
  public:
-  Comprobaciones(Comprobada comprobada, QWidget* padre);
-  ~Comprobaciones() override;
+  VentanaHallazgos(OrigenHallazgos comprobada, QWidget* padre);
+  ~VentanaHallazgos() override;
 
   void comprobar();
   /// Lo comprobado ha cambiado.
@@ -59,8 +59,8 @@ class Comprobaciones : public QDialog {
   /// El de una fila del modelo.
   const remesa::Hallazgo* hallazgoDe(int fila) const;
 
-  std::unique_ptr<Ui::Comprobaciones> ui_;
-  Comprobada comprobada_;
+  std::unique_ptr<Ui::VentanaHallazgos> ui_;
+  OrigenHallazgos comprobada_;
   std::vector<remesa::Hallazgo> hallazgos_;
   comunes::Rejilla rejilla_;
   std::unique_ptr<comunes::ModeloRejilla> modelo_;  // se va antes que su rejilla

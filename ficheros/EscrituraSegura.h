@@ -1,0 +1,27 @@
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <string_view>
+
+namespace ficheros {
+
+/// Escritura de un fichero que o queda entera o no queda. Escribe en un temporal de la misma carpeta; al
+/// confirmar lo vuelca al disco y lo renombra sobre el destino, que conserva sus permisos. Si se destruye sin
+/// confirmar, el destino queda como estaba y no queda temporal. Todos lanzan ErrorEjecucion.
+class EscrituraSegura {
+ public:
+  explicit EscrituraSegura(const std::filesystem::path& destino);
+  ~EscrituraSegura();
+  EscrituraSegura(const EscrituraSegura&) = delete;
+  EscrituraSegura& operator=(const EscrituraSegura&) = delete;
+
+  void escribir(std::string_view bytes);
+  void confirmar();
+
+ private:
+  struct Interior;
+  std::unique_ptr<Interior> interior_;
+};
+
+}  // namespace ficheros
