@@ -1,0 +1,42 @@
+#include "remesa/PaisesSEPA.h"
+
+#include <array>
+
+#include "remesa/Registro.h"
+#include "remesa/SEPA.h"
+#include "remesa/Validez.h"
+
+namespace remesa {
+namespace {
+
+// Las cuentas de ultramar que no son FR cuentan como tales, y las de Åland, como FI.
+constexpr std::string_view kEEE =
+    "AT BE BG CY CZ DE DK EE ES FI FR GR HR HU IE IS IT LI LT LU LV MT NL NO PL PT RO SE SI SK "
+    "AX BL GF GP MF MQ PM RE YT";
+
+char DigitoControl(std::string_view diez) {
+  constexpr std::array kPesos{1, 2, 4, 8, 5, 10, 9, 7, 3, 6};
+  int suma = 0;
+  for (std::size_t i = 0; i < kPesos.size(); ++i)
+    suma += kPesos[i] * (diez[i] - '0');
+  const int digito = 11 - suma % 11;
+  return static_cast<char>('0' + (digito == 11 ? 0 : digito == 10 ? 1 : digito));
+}
+
+}  // namespace
+
+bool EnEEE(std::string_view pais) {
+  return pais.size() == 2 && pais.find(' ') == std::string_view::npos &&
+         kEEE.find(pais) != std::string_view::npos;
+}
+
+bool ControlCcc(std::string_view ccc) {
+  return EsCcc(ccc) && ccc[8] == DigitoControl("00" + std::string(ccc.substr(0, 8))) &&
+         ccc[9] == DigitoControl(ccc.substr(10));
+}
+
+std::string IbanDeCcc(std::string_view ccc) {
+  return "ES" + DigitosControl(ccc, "ES") + std::string(ccc);
+}
+
+}  // namespace remesa

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace remesa {
+
+/// País, por las dos letras de su IBAN, del Espacio Económico Europeo: allí no hacen falta ni el banco ni la
+/// dirección del deudor (Reglamento (UE) 260/2012).
+bool EnEEE(std::string_view pais);
+
+/// Cuenta nacional de 20 cifras con sus dos dígitos de control, que son los de módulo 11 de entidad y oficina
+/// y del número.
+bool ControlCcc(std::string_view ccc);
+
+/// El IBAN que corresponde a una cuenta nacional.
+std::string IbanDeCcc(std::string_view ccc);
+
+}  // namespace remesa
