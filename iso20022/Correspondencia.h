@@ -91,6 +91,7 @@ struct Elemento {
 struct Entrada {
   const Correspondencia* de;
   std::size_t primero;
+  std::span<const remesa::Campo> campos;  ///< El suyo y los que le siguen en su registro.
 };
 
 /// La tabla entera, hecha una vez.
