@@ -243,12 +243,6 @@ std::string_view NombreEn(Version version, std::string_view nombre) {
   return nombre;
 }
 
-std::string_view NombreComun(std::string_view nombre) {
-  for (const auto& [comun, antiguo] : kNombres02)
-    if (nombre == antiguo) return comun;
-  return nombre;
-}
-
 std::string_view Espacio(Version version) {
   return version == Version::V02 ? "urn:iso:std:iso:20022:tech:xsd:pain.008.001.02"
                                  : "urn:iso:std:iso:20022:tech:xsd:pain.008.001.08";

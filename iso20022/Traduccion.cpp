@@ -123,6 +123,10 @@ std::string EscribirImporte(std::uint64_t centimos) {
   return texto.insert(texto.size() - 2, ".");
 }
 
+bool EsTipoAdeudo(std::string_view texto) {
+  return texto == "RCUR" || texto == "FRST" || texto == "FNAL" || texto == "OOFF";
+}
+
 bool EsBicDe(Version version, std::string_view bic) {
   if (bic.size() != 8 && bic.size() != 11) return false;
   const auto todos = [](std::string_view parte, auto&& es) { return std::ranges::all_of(parte, es); };
@@ -283,9 +287,8 @@ void Traduccion::codigo(const Mirada& m) {
 
 void Traduccion::tipo(const Mirada& m) {
   const std::string_view valor = valorDe(m);
-  for (const std::string_view admitido : {"RCUR", "FRST", "FNAL", "OOFF"})
-    if (valor == admitido) return poner(m, admitido);
-  anotarCampo(N::TipoAdeudo, m, valor);
+  if (!EsTipoAdeudo(valor)) return anotarCampo(N::TipoAdeudo, m, valor);
+  poner(m, valor);
 }
 
 void Traduccion::fecha(const Mirada& m) {

@@ -155,6 +155,9 @@ std::uint64_t ImporteDe(std::string_view adeudo);
 /// Céntimos como los escribe el XML: "1234.05".
 std::string EscribirImporte(std::uint64_t centimos);
 
+/// FNAL, FRST, OOFF o RCUR.
+bool EsTipoAdeudo(std::string_view texto);
+
 /// Forma de un BIC en una versión.
 bool EsBicDe(Version version, std::string_view bic);
 
