@@ -38,7 +38,7 @@ void FichaContacto::accept() {
   for (std::size_t i = 0; i < cajas_.size(); ++i)
     tecleado.datos[i] = EnUnaLinea(cajas_[i]->text());
   if (tecleado.datos[kNombre].isEmpty()) {
-    comunes::MyMsgBox(u"Falta el nombre del contacto"_s, {}, 1, 1, 1, -1, -1, this);
+    comunes::Avisar(u"Falta el nombre del contacto"_s, this);
     ui_->Nombre->setFocus();
     return;
   }

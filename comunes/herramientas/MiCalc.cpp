@@ -285,10 +285,8 @@ void MiCalc::imprimir() {
 }
 
 void MiCalc::cintaNueva() {
-  constexpr int kPregunta = 16;
-  constexpr int kBotonesSiNo = 3;
-  if (comunes::MyMsgBox(u" ¿ Confirma que desea empezar una cinta nueva ?;;La suma vuelve a cero. "_s, {},
-                        kPregunta, kBotonesSiNo, 2, -1, -1, this) == comunes::kNo)
+  if (!comunes::Confirmar(u" ¿ Confirma que desea empezar una cinta nueva ?;;La suma vuelve a cero. "_s, 2,
+                          this))
     return;
   maquina_.cintaNueva();
   ultima_ = 0;

@@ -23,17 +23,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int kBotonesSiNo = 3;
 constexpr qint64 kMaximoClientes = 64 * 1024 * 1024;
-
-void Avisar(const QString& texto, QWidget* sobre) {
-  comunes::MyMsgBox(texto, {}, comunes::kIconoAviso, 1, 1, -1, -1, sobre);
-}
-
-bool Confirmar(const QString& texto, int defecto, QWidget* sobre) {
-  return comunes::MyMsgBox(texto, {}, comunes::kIconoPregunta, kBotonesSiNo, defecto, -1, -1, sobre) ==
-         comunes::kSi;
-}
 
 QString TextoFin(FinCambio fin) {
   switch (fin) {
@@ -78,8 +68,9 @@ bool Telefonos::guardar(const std::optional<Contacto>& antes, const Contacto& de
   const QString identidad = IdentidadContacto(despues);
   for (const Contacto& otro : fichero_.agenda().contactos) {
     if (otro.clave == despues.clave || IdentidadContacto(otro) != identidad) continue;
-    if (!Confirmar(u"Ya hay un contacto con ese nombre y ese número.;; ¿ Lo guarda de todas formas ? "_s, 2,
-                   QApplication::activeModalWidget()))
+    if (!comunes::Confirmar(
+            u"Ya hay un contacto con ese nombre y ese número.;; ¿ Lo guarda de todas formas ? "_s, 2,
+            QApplication::activeModalWidget()))
       return false;
     break;
   }
@@ -87,7 +78,7 @@ bool Telefonos::guardar(const std::optional<Contacto>& antes, const Contacto& de
   hacer([&](Agenda& agenda) { fin = Aplicar(agenda, {antes, despues}); });
   elegir({despues.clave});
   const QString aviso = TextoFin(fin);
-  if (!aviso.isEmpty()) Avisar(aviso, QApplication::activeModalWidget());
+  if (!aviso.isEmpty()) comunes::Avisar(aviso, QApplication::activeModalWidget());
   return true;
 }
 
@@ -124,7 +115,7 @@ void Telefonos::quitar() {
   if (vistos.empty()) return;
   const QString cuales =
       vistos.size() == 1 ? vistos.front().datos[kNombre] : u"los %1 contactos elegidos"_s.arg(vistos.size());
-  if (!Confirmar(u" ¿ Confirma que desea quitar %1 ? "_s.arg(cuales), 2, this)) return;
+  if (!comunes::Confirmar(u" ¿ Confirma que desea quitar %1 ? "_s.arg(cuales), 2, this)) return;
   std::size_t quedan = 0;
   hacer([&](Agenda& agenda) {
     for (const Contacto& visto : vistos)
@@ -133,8 +124,8 @@ void Telefonos::quitar() {
   const std::size_t quitados = vistos.size() - quedan;
   decir(quitados == 1 ? u"1 contacto quitado"_s : u"%1 contactos quitados"_s.arg(quitados));
   if (quedan > 0)
-    Avisar(u"Otro programa ha cambiado a la vez lo que iba a quitar.;;Compruébelo: sigue en la lista."_s,
-           this);
+    comunes::Avisar(
+        u"Otro programa ha cambiado a la vez lo que iba a quitar.;;Compruébelo: sigue en la lista."_s, this);
 }
 
 void Telefonos::importar() {
@@ -145,7 +136,7 @@ void Telefonos::importar() {
   refrescar();
   const ImportacionClientes importacion =
       LeerClientes(comunes::LeerBytes(ruta, kMaximoClientes), fichero_.agenda());
-  if (!importacion.fallo.isEmpty()) return Avisar(importacion.fallo, this);
+  if (!importacion.fallo.isEmpty()) return comunes::Avisar(importacion.fallo, this);
   if (Clientes(importacion, QDir::toNativeSeparators(ruta), this).exec() != QDialog::Accepted) return;
   int anadidos = 0;
   hacer([&](Agenda& agenda) { anadidos = AnadirClientes(agenda, importacion); });

@@ -102,12 +102,11 @@ void frmEditor::AvisarPerdida(qsizetype posicion) {
   ui_->txtEditor->setTextCursor(cursor);
   const QString caracter = cursor.selectedText();
   const QString codigo = u"%1"_s.arg(caracter.toUcs4().value(0), 4, 16, QChar(u'0')).toUpper();
-  comunes::MyMsgBox(
+  comunes::Avisar(
       u"El carácter «%1» (U+%2), en la línea %3, columna %4, no existe en Windows-1252 y se "
       u"perdería.;;Cámbielo antes de seguir."_s.arg(caracter, codigo)
           .arg(cursor.blockNumber() + 1)
-          .arg(columna),
-      {}, comunes::kIconoAviso, 1, 1);
+          .arg(columna));
   ui_->txtEditor->setFocus();
 }
 
@@ -163,8 +162,7 @@ void frmEditor::EncriptarSeleccion() {
   if (perdido >= 0) return AvisarPerdida(cursor.selectionStart() + perdido);
   texto.replace(u'\n', u"\r\n"_s);
   const QString visible = texto.size() > kMaximoPregunta ? texto.left(kMaximoPregunta) + u"…"_s : texto;
-  if (comunes::MyMsgBox(u"¿ Desea encriptar el texto "_s + visible + u" ?"_s, {}, kIconoCifrado, 3, 1) ==
-      comunes::kSi)
+  if (comunes::Confirmar(u"¿ Desea encriptar el texto "_s + visible + u" ?"_s, 1, nullptr, kIconoCifrado))
     cursor.insertText(Encriptar(texto, kClave));
 }
 

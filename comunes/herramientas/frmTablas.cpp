@@ -204,11 +204,11 @@ bool frmTablas::avisarPerdida() {
     QString perdidos;
     for (const QChar c : valor)
       if (!comunes::CabeEnWindows1252(c)) perdidos += c;
-    comunes::MyMsgBox(
+    comunes::Avisar(
         u"«%1», en la fila %2, no existe en Windows-1252 y se perdería.;;Cámbielo antes de "
         u"grabar."_s.arg(perdidos)
             .arg(fila - rejilla_.FixedRows() + 1),
-        {}, comunes::kIconoAviso, 1, 1, -1, -1, this);
+        this);
     return true;
   }
   return false;

@@ -19,7 +19,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int kAviso = 1;
 constexpr int kLadoImagen = 32;
 
 QPointer<Impresora> abierta;
@@ -142,7 +141,7 @@ void Impresora::comprobarAncho() {
 void Impresora::propiedades() {
   const QString nombre = seleccionada();
   if (nombre.isEmpty()) {
-    MyMsgBox(u"Elija primero una impresora de la lista."_s, {}, kAviso, 1, 1, -1, -1, this);
+    Avisar(u"Elija primero una impresora de la lista."_s, this);
     return;
   }
   if (nombre != kDocumentoPDF && ShowPrinterProperties(winId(), nombre) != 0) return;
@@ -159,7 +158,7 @@ void Impresora::propiedades() {
   // En los mensajes el punto y coma es un cambio de línea; el de un nombre no lo es.
   for (QString& dato : datos)
     dato.replace(u';', u',');
-  MyMsgBox(datos.join(u';'), u"Propiedades"_s, kAviso, 1, 1, -1, -1, this);
+  MyMsgBox(datos.join(u';'), u"Propiedades"_s, kIconoAviso, 1, 1, -1, -1, this);
 }
 
 void Impresora::vistaPrevia() {
@@ -172,7 +171,7 @@ void Impresora::vistaPrevia() {
 void Impresora::accept() {
   const QString nombre = seleccionada();
   if (nombre.isEmpty()) {
-    MyMsgBox(u"Elija una impresora de la lista."_s, {}, kAviso, 1, 1, -1, -1, this);
+    Avisar(u"Elija una impresora de la lista."_s, this);
     ui_->ListaImpresoras->setFocus();
     return;
   }

@@ -27,10 +27,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-void avisar(const QString& mensaje) {
-  comunes::MyMsgBox(mensaje, {}, comunes::kIconoAviso, 1, 1);
-}
-
 /// true si el operador ha cambiado el dato; los blancos que completan el campo no cuentan.
 bool cambiada(const FilaCampo& fila) {
   return BytesCampo(fila.Campo(), fila.Texto()) != BytesCampo(fila.Campo(), fila.Original());
@@ -184,7 +180,8 @@ bool EdiSEPA::mostrarErroneas() {
   bool intactas = true;
   for (FilaCampo* fila : dejadas) {
     intactas = intactas && !cambiada(*fila);
-    avisar(u"¡ Los datos en este campo son incorrectos.!;;Se restaura el dato original del registro."_s);
+    comunes::Avisar(
+        u"¡ Los datos en este campo son incorrectos.!;;Se restaura el dato original del registro."_s);
     fila->Restaurar();
   }
   return intactas;
@@ -258,7 +255,7 @@ void EdiSEPA::aceptar() {
   }
   const int campos = NumeroCampos(comunes::RutaAjustes, descripcion_.seccion);
   if (campos != static_cast<int>(descripcion_.campos.size())) {
-    avisar(
+    comunes::Avisar(
         u"La descripción de este registro ha cambiado en Tarvo.INI mientras se editaba."
         u";;El registro queda como estaba."_s);
     return;

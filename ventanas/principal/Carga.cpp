@@ -25,12 +25,12 @@ bool frmUnirQ19::EsQ19(const QString& ruta) {
     case remesa::Cabeza::Q19:
       return true;
     case remesa::Cabeza::VersionAnterior:
-      comunes::MyMsgBox(u"!!! Versión incorrecta de archivo Q19 ¡¡¡"_s, {}, 1, 1, 1);
+      comunes::Avisar(u"!!! Versión incorrecta de archivo Q19 ¡¡¡"_s);
       return false;
     case remesa::Cabeza::Desconocida:
       break;
   }
-  comunes::MyMsgBox(u"!!! El archivo no parece ser tipo Q19 ¡¡¡"_s, {}, 1, 1, 1);
+  comunes::Avisar(u"!!! El archivo no parece ser tipo Q19 ¡¡¡"_s);
   return false;
 }
 

@@ -24,8 +24,7 @@ void frmUnirQ19::comprobar() {
   else if (hayAcumulado)
     comprobarAcumulado();
   else
-    comunes::MyMsgBox(u"No hay ninguna remesa que comprobar: elija un fichero o importe alguno."_s, {}, 1, 1,
-                      1);
+    comunes::Avisar(u"No hay ninguna remesa que comprobar: elija un fichero o importe alguno."_s);
 }
 
 void frmUnirQ19::comprobarAcumulado() {

@@ -155,12 +155,10 @@ void frmUnirQ19::eliminar() {
   VistaRegistros& acumulado = *ui_->Acumulado;
   const std::vector<std::size_t> seleccion = acumulado.seleccion();
   if (!remesa::PuedeEliminar(acumulado.lista(), seleccion)) {
-    comunes::MyMsgBox(u" ¿ No se pueden suprimir todos los registros de deudores ? "_s, {}, 1, 1, 1);
+    comunes::Avisar(u" ¿ No se pueden suprimir todos los registros de deudores ? "_s);
     return;
   }
-  if (comunes::MyMsgBox(u" ¿ Confirma que desea eliminar deudor(es) seleccionados ? "_s, {}, 16, 3, 1) ==
-      comunes::kNo)
-    return;
+  if (!comunes::Confirmar(u" ¿ Confirma que desea eliminar deudor(es) seleccionados ? "_s, 1)) return;
   const comunes::Reloj reloj;
   // Con el teclado se sigue desde donde se estaba.
   const int actual = acumulado.actual();
