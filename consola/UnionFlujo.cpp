@@ -101,7 +101,7 @@ void UnionFlujo::anadirSuelto(std::string_view registro, std::span<const remesa:
   volcarTramo();
   rehecho_ = registro.substr(0, remesa::kLongitudRegistro);
   remesa::Aplicar(rehecho_, cambios);
-  rehecho_.resize(remesa::kLongitudRegistro, ' ');
+  remesa::AjustarLongitud(rehecho_);
   salida_.escribir(rehecho_ += kFinLinea);
 }
 

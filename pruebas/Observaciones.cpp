@@ -144,7 +144,7 @@ TEST(Observaciones, ElResumenEsElMismoPorTodosLosCaminos) {
     combinado = TrasImportar(combinado, Resumir(previo));
     Importar(lista, previo);
     Resumen delRecalculo;
-    RecalcularTotales(lista, &delRecalculo);
+    RecalcularYResumir(lista, delRecalculo);
     const Resumen entero = Resumir(lista);
     for (const Resumen& r : {combinado, delRecalculo}) {
       EXPECT_EQ(r.registros, entero.registros);
@@ -161,7 +161,7 @@ TEST(Observaciones, ElResumenEsElMismoPorTodosLosCaminos) {
 
   ListaRegistros fallida = Lista({Total("04"), "99", Adeudo("a", "5")});
   Resumen resumen;
-  EXPECT_EQ(NumeroError([&] { RecalcularTotales(fallida, &resumen); }), 5);
+  EXPECT_EQ(NumeroError([&] { RecalcularYResumir(fallida, resumen); }), 5);
   EXPECT_EQ(resumen.registros, 3u);
   EXPECT_EQ(resumen.adeudos, 1u);
 }

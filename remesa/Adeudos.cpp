@@ -8,7 +8,7 @@ namespace remesa {
 namespace {
 
 bool EsTipo03(std::string_view registro) {
-  return LeerCampo(registro, kCodigo) == "03";
+  return Codigo(registro) == CodigoRegistro::Adeudo;
 }
 
 }  // namespace

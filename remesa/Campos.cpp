@@ -2,24 +2,47 @@
 
 namespace remesa {
 
+CodigoRegistro Codigo(std::string_view registro) {
+  if (registro.size() < 2) return CodigoRegistro::Otro;
+  if (registro[0] == '0') switch (registro[1]) {
+      case '1':
+        return CodigoRegistro::Presentador;
+      case '2':
+        return CodigoRegistro::Acreedor;
+      case '3':
+        return CodigoRegistro::Adeudo;
+      case '4':
+        return CodigoRegistro::TotalesFecha;
+      case '5':
+        return CodigoRegistro::TotalesAcreedor;
+      default:
+        break;
+    }
+  return registro.starts_with("99") ? CodigoRegistro::TotalesGenerales : CodigoRegistro::Otro;
+}
+
 ClaseRegistro Clase(std::string_view registro) {
-  const std::string_view codigo = LeerCampo(registro, kCodigo);
-  if (codigo == "03") {
-    const std::string_view dato = LeerCampo(registro, kNumeroDato);
-    if (dato == "003") return ClaseRegistro::Adeudo;
-    if (dato == "004") return ClaseRegistro::Ultimos;
-    if (dato == "005") return ClaseRegistro::Balanza;
-    if (dato == "006") return ClaseRegistro::Mandato;
-  } else if (codigo == "01") {
-    return ClaseRegistro::Presentador;
-  } else if (codigo == "02") {
-    return ClaseRegistro::Acreedor;
-  } else if (codigo == "04") {
-    return ClaseRegistro::TotalesFecha;
-  } else if (codigo == "05") {
-    return ClaseRegistro::TotalesAcreedor;
-  } else if (codigo == "99") {
-    return ClaseRegistro::TotalesGenerales;
+  switch (Codigo(registro)) {
+    case CodigoRegistro::Presentador:
+      return ClaseRegistro::Presentador;
+    case CodigoRegistro::Acreedor:
+      return ClaseRegistro::Acreedor;
+    case CodigoRegistro::Adeudo: {
+      const std::string_view dato = LeerCampo(registro, kNumeroDato);
+      if (dato == "003") return ClaseRegistro::Adeudo;
+      if (dato == "004") return ClaseRegistro::Ultimos;
+      if (dato == "005") return ClaseRegistro::Balanza;
+      if (dato == "006") return ClaseRegistro::Mandato;
+      break;
+    }
+    case CodigoRegistro::TotalesFecha:
+      return ClaseRegistro::TotalesFecha;
+    case CodigoRegistro::TotalesAcreedor:
+      return ClaseRegistro::TotalesAcreedor;
+    case CodigoRegistro::TotalesGenerales:
+      return ClaseRegistro::TotalesGenerales;
+    case CodigoRegistro::Otro:
+      break;
   }
   return ClaseRegistro::Desconocido;
 }

@@ -7,6 +7,25 @@
 
 namespace remesa {
 
+/// Código de un registro: sus dos primeras posiciones, mire lo que mire el resto.
+enum class CodigoRegistro : std::uint8_t {
+  Presentador,       ///< "01"
+  Acreedor,          ///< "02"
+  Adeudo,            ///< "03", con cualquier número de dato.
+  TotalesFecha,      ///< "04"
+  TotalesAcreedor,   ///< "05"
+  TotalesGenerales,  ///< "99"
+  Otro,
+};
+
+CodigoRegistro Codigo(std::string_view registro);
+
+/// "04", "05" y "99".
+constexpr bool EsDeTotales(CodigoRegistro codigo) {
+  return codigo == CodigoRegistro::TotalesFecha || codigo == CodigoRegistro::TotalesAcreedor ||
+         codigo == CodigoRegistro::TotalesGenerales;
+}
+
 /// Registros del Cuaderno 19.14. Los "03" se distinguen por su número de dato.
 enum class ClaseRegistro : std::uint8_t {
   Presentador,       ///< "01"
@@ -40,6 +59,10 @@ consteval Posiciones PosicionesDe(std::span<const Campo> campos, std::string_vie
     if (campo.nombre == nombre) return campo.donde;
   throw "campo inexistente";
 }
+
+/// Versión de los cuadernos: el 19.14 (SEPA básico) y el 19.44 (SEPA entre empresas, con los mismos campos).
+inline constexpr std::string_view kVersion1914 = "19143";
+inline constexpr std::string_view kVersion1944 = "19445";
 
 // Campos que el propio programa lee o escribe.
 

@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "remesa/Campos.h"
+
 namespace remesa {
 
 /// Bytes inmutables que comparten las listas cuyos registros los ven.
@@ -62,7 +64,7 @@ inline void ListaRegistros::anticipar(std::size_t i) const noexcept {
   // El código y las referencias están en las dos primeras líneas de caché, y el importe puede caer en la
   // tercera.
   constexpr std::size_t kLinea = 64;
-  constexpr std::size_t kFinImporte = 98;
+  constexpr auto kFinImporte = static_cast<std::size_t>(kImporteAdeudo.hasta - 1);
   if (i + kPasos >= registros_.size()) return;
   __builtin_prefetch(registros_[i + kPasos].data());
   __builtin_prefetch(registros_[i + kPasos].data() + kLinea);

@@ -99,23 +99,25 @@ Informe PrepararInforme(comunes::Rejilla& visor, const remesa::ListaRegistros& a
   int fila = visor.FixedRows();
   std::string completo;
   for (std::string_view registro : acumulado) {
-    if (registro.size() < remesa::kLongitudRegistro) {
-      completo.assign(registro).resize(remesa::kLongitudRegistro, ' ');
-      registro = completo;
-    }
-    registro = registro.substr(0, remesa::kLongitudRegistro);
-    const std::string_view codigo = LeerCampo(registro, remesa::kCodigo);
-    if (codigo == "03" && LeerCampo(registro, remesa::kMarcaAdeudo) == "300") {
-      anadirAdeudo(visor, fila++, registro);
-    } else if (codigo == "01") {
-      envio = fecha(registro, remesa::kFechaCreacion);
-    } else if (codigo == "02") {
-      informe.titulo = texto(registro, remesa::kNombreAcreedor);
-      emision = fecha(registro, remesa::kFechaCobro);
-      cuentaAcreedor = cuenta(registro, remesa::kCuentaAcreedor);
-    } else if (codigo == "04") {
-      total = importe(registro, remesa::kImporte04);
-      recibos = numero(registro, remesa::kAdeudos04);
+    registro = remesa::ComoSeGuarda(registro, completo);
+    switch (remesa::Codigo(registro)) {
+      case remesa::CodigoRegistro::Adeudo:
+        if (LeerCampo(registro, remesa::kMarcaAdeudo) == "300") anadirAdeudo(visor, fila++, registro);
+        break;
+      case remesa::CodigoRegistro::Presentador:
+        envio = fecha(registro, remesa::kFechaCreacion);
+        break;
+      case remesa::CodigoRegistro::Acreedor:
+        informe.titulo = texto(registro, remesa::kNombreAcreedor);
+        emision = fecha(registro, remesa::kFechaCobro);
+        cuentaAcreedor = cuenta(registro, remesa::kCuentaAcreedor);
+        break;
+      case remesa::CodigoRegistro::TotalesFecha:
+        total = importe(registro, remesa::kImporte04);
+        recibos = numero(registro, remesa::kAdeudos04);
+        break;
+      default:
+        break;
     }
   }
   comunes::Subtotales({}, visor, QStringLiteral("Total"), QStringLiteral("Nombre"), QStringLiteral("NOSORT"),
