@@ -119,7 +119,7 @@ bool Ajustes() {
   }
   comunes::RutaAjustes = QCoreApplication::applicationDirPath() + QStringLiteral("/Tarvo.INI");
   if (QFileInfo(comunes::RutaAjustes).isFile()) return true;
-  Avisar(Explicar(ficheros::ErrorEjecucion(53), comunes::ARuta(comunes::RutaAjustes)));
+  Avisar(Explicar(ficheros::ErrorEjecucion(ficheros::kNoEncontrado), comunes::ARuta(comunes::RutaAjustes)));
   return false;
 }
 

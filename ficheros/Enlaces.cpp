@@ -12,7 +12,7 @@ fs::path SeguirEnlaces(const fs::path& pedido) {
   fs::path ruta = pedido;
   std::error_code error;
   for (int i = 0; fs::is_symlink(fs::symlink_status(ruta, error)); ++i) {
-    if (i == kMaximo) throw ErrorEjecucion(75, pedido);
+    if (i == kMaximo) throw ErrorEjecucion(kErrorDeAcceso, pedido);
     const fs::path siguiente = fs::read_symlink(ruta, error);
     if (error) throw ErrorEjecucion(error, pedido);
     ruta = ruta.parent_path() / siguiente;

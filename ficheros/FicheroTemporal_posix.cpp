@@ -50,8 +50,8 @@ std::optional<struct stat> EstadoDestino(const fs::path& ruta, const fs::path& p
     if (errno == ENOENT) return std::nullopt;
     Fallar(errno, pedido);
   }
-  if (S_ISDIR(estado.st_mode)) throw ErrorEjecucion(75, pedido, "es una carpeta");
-  if (!S_ISREG(estado.st_mode)) throw ErrorEjecucion(75, pedido, "no es un fichero corriente");
+  if (S_ISDIR(estado.st_mode)) throw ErrorEjecucion(kErrorDeAcceso, pedido, "es una carpeta");
+  if (!S_ISREG(estado.st_mode)) throw ErrorEjecucion(kErrorDeAcceso, pedido, "no es un fichero corriente");
   if (::faccessat(AT_FDCWD, ruta.c_str(), W_OK, AT_EACCESS) != 0) Fallar(errno, pedido);
   return estado;
 }
@@ -142,7 +142,7 @@ struct FicheroTemporal::Interior {
     if (!fd.abierto()) {
       if (errno == EEXIST) return false;
       // El fichero iba a crearse: lo que falta es su carpeta, aunque sea la actual.
-      if (errno == ENOENT) throw ErrorEjecucion(76, pedido);
+      if (errno == ENOENT) throw ErrorEjecucion(kRutaNoEncontrada, pedido);
       Fallar(errno, pedido);
     }
     if (::flock(*fd, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) return false;
@@ -155,11 +155,11 @@ FicheroTemporal::FicheroTemporal(const fs::path& destino) : interior_(std::make_
   Interior& i = *interior_;
   i.pedido = destino;
   i.destino = SeguirEnlaces(destino);
-  if (!i.destino.has_filename()) throw ErrorEjecucion(75, destino);
+  if (!i.destino.has_filename()) throw ErrorEjecucion(kErrorDeAcceso, destino);
   i.anterior = EstadoDestino(i.destino, destino);
   BorrarAbandonados(i.destino.has_parent_path() ? i.destino.parent_path() : fs::path("."));
   for (int intentos = 0; !i.crear(); ++intentos)
-    if (intentos == 100) throw ErrorEjecucion(75, destino);
+    if (intentos == 100) throw ErrorEjecucion(kErrorDeAcceso, destino);
 }
 
 FicheroTemporal::~FicheroTemporal() = default;
@@ -185,7 +185,8 @@ void FicheroTemporal::publicar() {
   if (const int copia = ::dup(*i.fd); copia >= 0 && ::close(copia) != 0) Fallar(errno, i.pedido);
   struct stat estado {};
   if (::fstat(*i.fd, &estado) != 0) Fallar(errno, i.pedido);
-  if (static_cast<std::uintmax_t>(estado.st_size) != i.escritos) throw ErrorEjecucion(57, i.pedido);
+  if (static_cast<std::uintmax_t>(estado.st_size) != i.escritos)
+    throw ErrorEjecucion(kErrorDeDispositivo, i.pedido);
   if (::rename(i.temporal.c_str(), i.destino.c_str()) != 0) Fallar(errno, i.pedido);
   i.publicado = true;
   // El fichero nuevo ya está en su sitio: si la carpeta no se deja volcar, no hay nada que deshacer.

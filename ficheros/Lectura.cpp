@@ -20,9 +20,9 @@ std::size_t LecturaFichero::leer(std::span<char> destino) {
   }
   leidos_ += total;
   if (leidos_ > tamano_ || (total < destino.size() && leidos_ == tamano_ && reescrito()))
-    throw ErrorEjecucion(75, ruta_, kCambia);
+    throw ErrorEjecucion(kErrorDeAcceso, ruta_, kCambia);
   if (total < destino.size() && leidos_ < tamano_)
-    throw ErrorEjecucion(62, ruta_, "otro programa lo ha cortado");
+    throw ErrorEjecucion(kFinDeArchivo, ruta_, "otro programa lo ha cortado");
   return total;
 }
 

@@ -29,8 +29,8 @@ LecturaFichero::LecturaFichero(const std::filesystem::path& ruta)
   struct stat estado {};
   if (interior_->fd < 0 || ::fstat(interior_->fd, &estado) != 0)
     throw ErrorEjecucion(std::error_code(errno, std::generic_category()), ruta);
-  if (S_ISDIR(estado.st_mode)) throw ErrorEjecucion(75, ruta, "es una carpeta");
-  if (!S_ISREG(estado.st_mode)) throw ErrorEjecucion(75, ruta, "no es un fichero corriente");
+  if (S_ISDIR(estado.st_mode)) throw ErrorEjecucion(kErrorDeAcceso, ruta, "es una carpeta");
+  if (!S_ISREG(estado.st_mode)) throw ErrorEjecucion(kErrorDeAcceso, ruta, "no es un fichero corriente");
   interior_->escrito = estado.st_mtim;
   tamano_ = static_cast<std::uintmax_t>(estado.st_size);
 }

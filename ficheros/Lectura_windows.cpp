@@ -16,18 +16,18 @@ struct LecturaFichero::Interior {
 };
 
 LecturaFichero::LecturaFichero(const std::filesystem::path& ruta) : ruta_(ruta) {
-  if (ruta.empty()) throw ErrorEjecucion(53, ruta);
+  if (ruta.empty()) throw ErrorEjecucion(kNoEncontrado, ruta);
   // CreateFile sobre una carpeta dice "acceso denegado": se mira antes para dar el error de ruta.
   const std::filesystem::path larga = RutaLarga(ruta);
   const DWORD atributos = ::GetFileAttributesW(larga.c_str());
   if (atributos != INVALID_FILE_ATTRIBUTES && (atributos & FILE_ATTRIBUTE_DIRECTORY))
-    throw ErrorEjecucion(75, ruta, "es una carpeta");
+    throw ErrorEjecucion(kErrorDeAcceso, ruta, "es una carpeta");
   interior_ = std::make_unique<Interior>(::CreateFileW(larga.c_str(), GENERIC_READ,
                                                        FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr,
                                                        OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
   if (interior_->fichero == INVALID_HANDLE_VALUE) FallarWindows(::GetLastError(), ruta);
   if (::GetFileType(interior_->fichero) != FILE_TYPE_DISK)
-    throw ErrorEjecucion(75, ruta, "no es un fichero corriente");
+    throw ErrorEjecucion(kErrorDeAcceso, ruta, "no es un fichero corriente");
   LARGE_INTEGER tamano{};
   if (!::GetFileSizeEx(interior_->fichero, &tamano)) FallarWindows(::GetLastError(), ruta);
   tamano_ = static_cast<std::uintmax_t>(tamano.QuadPart);

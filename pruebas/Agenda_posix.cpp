@@ -94,12 +94,12 @@ TEST_F(FicheroDeAgenda, LoQueNoSePuedeGuardarNoCambiaNada) {
   anadir(fichero, "Ana");
   std::filesystem::remove(carpeta_ / "datos" / "Telefonos.csv.lock");
   std::filesystem::create_directory(carpeta_ / "datos" / "Telefonos.csv.lock");
-  EXPECT_EQ(pruebas::NumeroError([&] { anadir(fichero, "Eva"); }), 75);
+  EXPECT_EQ(pruebas::NumeroError([&] { anadir(fichero, "Eva"); }), ficheros::kErrorDeAcceso);
   std::filesystem::remove(carpeta_ / "datos" / "Telefonos.csv.lock");
   EXPECT_EQ(Nombres(fichero.agenda()), QStringList("Ana"));
   EXPECT_EQ(Nombres(leida()), QStringList("Ana"));
   escribir("datos/Telefonos.csv", "no es una agenda");
-  EXPECT_EQ(pruebas::NumeroError([&] { anadir(fichero, "Eva"); }), 321);
+  EXPECT_EQ(pruebas::NumeroError([&] { anadir(fichero, "Eva"); }), ficheros::kFormatoNoValido);
   EXPECT_EQ(leer(carpeta_ / "datos" / "Telefonos.csv"), "no es una agenda");
   EXPECT_EQ(Nombres(fichero.agenda()), QStringList("Ana"));
 }

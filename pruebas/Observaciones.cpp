@@ -161,7 +161,7 @@ TEST(Observaciones, ElResumenEsElMismoPorTodosLosCaminos) {
 
   ListaRegistros fallida = Lista({Total("04"), "99", Adeudo("a", "5")});
   Resumen resumen;
-  EXPECT_EQ(NumeroError([&] { RecalcularYResumir(fallida, resumen); }), 5);
+  EXPECT_EQ(NumeroError([&] { RecalcularYResumir(fallida, resumen); }), ficheros::kArgumentoNoValido);
   EXPECT_EQ(resumen.registros, 3u);
   EXPECT_EQ(resumen.adeudos, 1u);
 }

@@ -37,7 +37,7 @@ TEST(SEPA, ValoresYResto) {
   EXPECT_EQ(Modulo97(""), 0);
   EXPECT_EQ(Modulo97("98"), 1);
   EXPECT_EQ(Modulo97("3214282912345698765432161182"), 1);
-  EXPECT_EQ(pruebas::NumeroError([] { Modulo97("12-4"); }), 13);
+  EXPECT_EQ(pruebas::NumeroError([] { Modulo97("12-4"); }), ficheros::kTiposNoCoinciden);
 }
 
 TEST(SEPA, TextoReducidoAlJuegoDeCaracteres) {

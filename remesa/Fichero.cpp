@@ -55,7 +55,7 @@ ListaRegistros LeerFichero(const std::filesystem::path& ruta, const AvanceLectur
   lista.anadirBloque({std::move(datos), total}, std::move(registros));
   return lista;
 } catch (const std::bad_alloc&) {
-  throw ficheros::ErrorEjecucion(7, ruta);
+  throw ficheros::ErrorEjecucion(ficheros::kMemoriaInsuficiente, ruta);
 }
 
 }  // namespace remesa

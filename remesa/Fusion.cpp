@@ -14,7 +14,7 @@ constexpr std::int32_t kMaximo = std::numeric_limits<std::int32_t>::max();
 constexpr std::int32_t kMinimo = std::numeric_limits<std::int32_t>::min();
 
 std::int32_t Sumar(std::int32_t contador, std::int32_t cuantos) {
-  if (contador > kMaximo - cuantos) throw ficheros::ErrorEjecucion(6);
+  if (contador > kMaximo - cuantos) throw ficheros::ErrorEjecucion(ficheros::kDesbordamiento);
   return contador + cuantos;
 }
 
@@ -90,13 +90,14 @@ void Recuento::sumarRegistro(bool deTotales) {
 void Recuento::sumarImporte(std::string_view registro) {
   // nearbyint deja los empates en el par, que es como se guarda una suma en un contador entero.
   const double suma = std::nearbyint(totales_.importe + ValorNumerico(LeerCampo(registro, kImporteAdeudo)));
-  if (!(suma >= kMinimo && suma <= kMaximo)) throw ficheros::ErrorEjecucion(6);
+  if (!(suma >= kMinimo && suma <= kMaximo)) throw ficheros::ErrorEjecucion(ficheros::kDesbordamiento);
   totales_.importe = static_cast<std::int32_t>(suma);
   totales_.adeudos = Sumar(totales_.adeudos, 1);
 }
 
 void Recuento::cambiar(std::string_view registro, Posiciones donde, std::string texto) {
-  if (static_cast<std::size_t>(donde.desde) > registro.size()) throw ficheros::ErrorEjecucion(5);
+  if (static_cast<std::size_t>(donde.desde) > registro.size())
+    throw ficheros::ErrorEjecucion(ficheros::kArgumentoNoValido);
   cambios_.push_back({donde, std::move(texto)});
 }
 

@@ -97,7 +97,7 @@ std::vector<Observacion> ObservarAcumulado(const Resumen& acumulado) {
   Lista lista;
   if (acumulado.vacia()) return {};
   const Apariciones& distintos = acumulado.totalesDistintos;
-  if (acumulado.importe > kImporteMaximo || acumulado.errorRecalculo == 6) {
+  if (acumulado.importe > kImporteMaximo || acumulado.errorRecalculo == ficheros::kDesbordamiento) {
     Observacion observacion{Clase_::TotalesDesbordados};
     observacion.importe = acumulado.importe;
     lista.anadir(std::move(observacion));

@@ -28,7 +28,7 @@ std::string_view Recortar(std::string_view texto) {
 
 void EscribirCampo(std::string& registro, Posiciones donde, std::string_view texto) {
   const auto desde = static_cast<std::size_t>(donde.desde - 1);
-  if (desde >= registro.size()) throw ficheros::ErrorEjecucion(5);
+  if (desde >= registro.size()) throw ficheros::ErrorEjecucion(ficheros::kArgumentoNoValido);
   const std::size_t largo =
       std::min({texto.size(), static_cast<std::size_t>(donde.longitud()), registro.size() - desde});
   texto.copy(registro.data() + desde, largo);

@@ -9,7 +9,6 @@ namespace comunes {
 namespace {
 
 constexpr qint64 kMaximoAyuda = 4 * 1024 * 1024;
-constexpr int kDemasiado = 7;  // "Memoria insuficiente"
 
 TextoAyuda::Formato FormatoDe(const QString& ruta, const QString& texto) {
   const QString extension = QFileInfo(ruta).suffix().toLower();
@@ -32,7 +31,7 @@ TextoAyuda LeerAyuda(const QString& ruta) {
     if (ayuda.texto.contains(QChar(u'\0'))) ayuda.fallo = u"El tema de ayuda no es un fichero de texto:\n"_qs;
   } catch (const ficheros::ErrorEjecucion& error) {
     ayuda.fallo =
-        error.numero() == kDemasiado
+        error.numero() == ficheros::kMemoriaInsuficiente
             ? u"El tema de ayuda es demasiado grande para verlo aquí:\n"_qs
             : u"No se puede leer el tema de ayuda (%1):\n"_qs.arg(QString::fromStdString(error.texto()));
   }

@@ -32,7 +32,7 @@ void sumarUno(Cifras& c) {
 /// Cifras de `valor`, sin redondear: las del decimal más corto que lo da. 1,005 está por debajo de su mitad
 /// en binario y el operador que lo tecleó espera 1,01.
 Cifras cifrasDe(double valor) {
-  if (!std::isfinite(valor)) throw ficheros::ErrorEjecucion(6);
+  if (!std::isfinite(valor)) throw ficheros::ErrorEjecucion(ficheros::kDesbordamiento);
   std::array<char, 1100> zona;
   const auto fin =
       std::to_chars(zona.data(), zona.data() + zona.size(), std::fabs(valor), std::chars_format::fixed);

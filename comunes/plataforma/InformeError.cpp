@@ -12,9 +12,6 @@ namespace comunes {
 
 namespace {
 
-constexpr int kMemoriaInsuficiente = 7;
-constexpr int kErrorInterno = 51;
-
 void informar(const ficheros::ErrorEjecucion& error) {
   InformarError(error.numero(), QString::fromStdString(error.texto()), DesdeRuta(error.fichero()));
 }
@@ -45,9 +42,10 @@ void InformarError(const std::exception& error) {
   } else if (const auto* fichero = dynamic_cast<const std::filesystem::filesystem_error*>(&error)) {
     informar(ficheros::ErrorEjecucion(fichero->code(), fichero->path1()));
   } else if (dynamic_cast<const std::bad_alloc*>(&error)) {
-    InformarError(kMemoriaInsuficiente, QStringLiteral("Memoria insuficiente"));
+    InformarError(ficheros::kMemoriaInsuficiente, QStringLiteral("Memoria insuficiente"));
   } else {
-    InformarError(kErrorInterno, QStringLiteral("Error interno"), QString::fromLocal8Bit(error.what()));
+    InformarError(ficheros::kErrorInterno, QStringLiteral("Error interno"),
+                  QString::fromLocal8Bit(error.what()));
   }
 }
 

@@ -97,7 +97,7 @@ Diezmilesimas alCentimo(const std::string& limpio) {
   if (std::from_chars(cifras.data(), cifras.data() + cifras.size(), centimos).ec != std::errc() ||
       __builtin_add_overflow(centimos, sube ? 1 : 0, &centimos) ||
       __builtin_mul_overflow(centimos, std::int64_t{100}, &valor)) {
-    throw ficheros::ErrorEjecucion(6);
+    throw ficheros::ErrorEjecucion(ficheros::kDesbordamiento);
   }
   return negativo ? -valor : valor;
 }
@@ -172,7 +172,7 @@ std::optional<double> NumeroEntero(const QString& texto, const SignosNumero& sig
 
 Diezmilesimas Sumar(Diezmilesimas a, Diezmilesimas b) {
   Diezmilesimas suma = 0;
-  if (__builtin_add_overflow(a, b, &suma)) throw ficheros::ErrorEjecucion(6);
+  if (__builtin_add_overflow(a, b, &suma)) throw ficheros::ErrorEjecucion(ficheros::kDesbordamiento);
   return suma;
 }
 

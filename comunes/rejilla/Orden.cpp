@@ -157,7 +157,7 @@ void marcarTitulo(Rejilla& rejilla, int ordenada) {
 }  // namespace
 
 void Rejilla::Sort(int codigo) {
-  if (codigo != 1 && codigo != 2 && codigo != 5) throw ficheros::ErrorEjecucion(5);
+  if (codigo != 1 && codigo != 2 && codigo != 5) throw ficheros::ErrorEjecucion(ficheros::kArgumentoNoValido);
   const SignosNumero signos = SignosNumero::DelUsuario();
   const ClavesTexto claveDe(LocaleUsuario());
   std::vector<Clave> claves(filas_.size());
