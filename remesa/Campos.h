@@ -53,6 +53,8 @@ inline constexpr Posiciones kCabezaAnterior{1, 4};
 
 inline constexpr Posiciones kFechaCreacion =
     PosicionesDe(tabla::kPresentador, "Fecha de creación del fichero");
+inline constexpr Posiciones kIdentificacionFichero =
+    PosicionesDe(tabla::kPresentador, "Identificación del fichero");
 
 inline constexpr Posiciones kIdentificadorAcreedor =
     PosicionesDe(tabla::kAcreedor, "Identificador del acreedor");
