@@ -35,6 +35,12 @@ TEST(Registro, NombraElCampoDeCadaPosicion) {
                {"99", 601, nullptr},
                {"99", 0, nullptr},
                {"0319143007", 5, nullptr},
+               {"2219143002", 300, "Identificación del fichero original"},
+               {"22", 46, "Fecha de devolución"},
+               {"1319143003", 585, "Motivo"},
+               {"1319143003", 586, "Libre"},
+               {"23", 593, "Fecha de cobro original"},
+               {"31", 5, nullptr},
                {"77", 5, nullptr},
                {"", 1, nullptr}};
   for (const auto& caso : casos) {
