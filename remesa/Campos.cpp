@@ -1,6 +1,22 @@
 #include "remesa/Campos.h"
 
 namespace remesa {
+namespace {
+
+/// De los rechazos (11 a 15) y las devoluciones (21 a 25).
+std::span<const Campo> CamposDeRetorno(std::string_view codigo) {
+  if (codigo == "11" || codigo == "21") return tabla::kPresentadorRetorno;
+  if (codigo == "12") return tabla::kAcreedorRechazo;
+  if (codigo == "13") return tabla::kAdeudoRechazado;
+  if (codigo == "14") return tabla::kTotalesFecha;
+  if (codigo == "22") return tabla::kAcreedorDevolucion;
+  if (codigo == "23") return tabla::kAdeudoDevuelto;
+  if (codigo == "24") return tabla::kTotalesFechaDevolucion;
+  if (codigo == "15" || codigo == "25") return tabla::kTotalesAcreedor;
+  return {};
+}
+
+}  // namespace
 
 CodigoRegistro Codigo(std::string_view registro) {
   if (registro.size() < 2) return CodigoRegistro::Otro;
@@ -74,7 +90,9 @@ std::span<const Campo> CamposDe(ClaseRegistro clase) {
 }
 
 std::span<const Campo> CamposDe(std::string_view registro) {
-  return CamposDe(Clase(registro));
+  const ClaseRegistro clase = Clase(registro);
+  return clase == ClaseRegistro::Desconocido ? CamposDeRetorno(LeerCampo(registro, kCodigo))
+                                             : CamposDe(clase);
 }
 
 std::string_view NombreRegistro(ClaseRegistro clase) {

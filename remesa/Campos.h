@@ -45,6 +45,7 @@ ClaseRegistro Clase(std::string_view registro);
 
 /// Campos en orden de posición, de la 1 a la 600 sin huecos; ninguno si es desconocido.
 std::span<const Campo> CamposDe(ClaseRegistro clase);
+/// Los de su clase o, si no la tiene, los de un registro de rechazos o de devoluciones.
 std::span<const Campo> CamposDe(std::string_view registro);
 
 /// Nombre del registro para las personas, en UTF-8 ("Adeudo individual"); vacío si es desconocido.
@@ -76,6 +77,8 @@ inline constexpr Posiciones kCabezaAnterior{1, 4};
 
 inline constexpr Posiciones kFechaCreacion =
     PosicionesDe(tabla::kPresentador, "Fecha de creación del fichero");
+inline constexpr Posiciones kIdentificacionFichero =
+    PosicionesDe(tabla::kPresentador, "Identificación del fichero");
 
 inline constexpr Posiciones kIdentificadorAcreedor =
     PosicionesDe(tabla::kAcreedor, "Identificador del acreedor");
@@ -109,5 +112,15 @@ inline constexpr Posiciones kRegistros05 = PosicionesDe(tabla::kTotalesAcreedor,
 inline constexpr Posiciones kImporte99 = PosicionesDe(tabla::kTotalesGenerales, "Total de importes general");
 inline constexpr Posiciones kAdeudos99 = PosicionesDe(tabla::kTotalesGenerales, "Número de registros");
 inline constexpr Posiciones kRegistros99 = PosicionesDe(tabla::kTotalesGenerales, "Total de registros");
+
+// De los rechazos y las devoluciones; lo demás, en las posiciones de la presentación.
+
+inline constexpr Posiciones kFicheroOriginal =
+    PosicionesDe(tabla::kAcreedorRechazo, "Identificación del fichero original");
+inline constexpr Posiciones kFechaDevolucion =
+    PosicionesDe(tabla::kAcreedorDevolucion, "Fecha de devolución");
+inline constexpr Posiciones kMotivo = PosicionesDe(tabla::kAdeudoRechazado, "Motivo");
+inline constexpr Posiciones kFechaCobroOriginal =
+    PosicionesDe(tabla::kAdeudoDevuelto, "Fecha de cobro original");
 
 }  // namespace remesa
