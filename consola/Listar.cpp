@@ -12,6 +12,8 @@
 
 namespace consola {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -33,22 +35,22 @@ Salida Listar(const PeticionListar& peticion) {
   const fs::path fichero = RutaDe(peticion.fichero);
   const fs::path destino = RutaDe(peticion.destino);
   if (EsElMismo(fichero, destino)) {
-    Avisar(QStringLiteral("%1: el listado no puede escribirse sobre la remesa").arg(Mostrable(destino)));
+    Avisar(u"%1: el listado no puede escribirse sobre la remesa"_s.arg(Mostrable(destino)));
     return Salida::Fallo;
   }
   const fs::path* enCurso = &fichero;
   try {
     const QString problema = ProblemaCabeza(remesa::ComprobarCabeza(fichero));
     if (!problema.isEmpty()) {
-      Avisar(QStringLiteral("%1: %2").arg(Mostrable(fichero), problema));
+      Avisar(u"%1: %2"_s.arg(Mostrable(fichero), problema));
       return Salida::Fallo;
     }
-    Avance lectura(QStringLiteral("Leyendo"), fichero);
+    Avance lectura(u"Leyendo"_s, fichero);
     const remesa::ListaRegistros lista = remesa::LeerFichero(
         fichero, [&](std::uintmax_t leidos, std::uintmax_t total) { lectura.poner(leidos, total); });
-    Avance escritura(QStringLiteral("Listando"), fichero);
+    Avance escritura(u"Listando"_s, fichero);
     escritura.poner(0, 0);
-    comunes::Rejilla visor(QStringLiteral("VisorPrt"));
+    comunes::Rejilla visor(u"VisorPrt"_s);
     const principal::Informe informe =
         principal::PrepararInforme(visor, lista, comunes::DesdeRuta(fichero), peticion.referencia);
     enCurso = &destino;
@@ -63,7 +65,7 @@ Salida Listar(const PeticionListar& peticion) {
     Avisar(Explicar(error, *enCurso));
     return Salida::Fallo;
   }
-  Decir(QStringLiteral("Escrito: %1").arg(Mostrable(destino)));
+  Decir(u"Escrito: %1"_s.arg(Mostrable(destino)));
   return Salida::Hecho;
 }
 

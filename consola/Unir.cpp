@@ -13,6 +13,8 @@
 
 namespace consola {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -60,7 +62,7 @@ std::vector<fs::path> SinRepetir(const std::vector<std::string>& argumentos) {
     if (vistos.insert(Clave(fichero)).second)
       ficheros.push_back(fichero);
     else
-      Avisar(QStringLiteral("%1: ya importado, se omite").arg(Mostrable(fichero)));
+      Avisar(u"%1: ya importado, se omite"_s.arg(Mostrable(fichero)));
   }
   return ficheros;
 }
@@ -73,7 +75,7 @@ bool CabezasValidas(const std::vector<fs::path>& ficheros) {
     try {
       problema = ProblemaCabeza(remesa::ComprobarCabeza(fichero));
       if (problema.isEmpty()) continue;
-      problema = QStringLiteral("%1: %2").arg(Mostrable(fichero), problema);
+      problema = u"%1: %2"_s.arg(Mostrable(fichero), problema);
     } catch (const ficheros::ErrorEjecucion& error) {
       problema = Explicar(error, fichero);
     }
@@ -85,19 +87,18 @@ bool CabezasValidas(const std::vector<fs::path>& ficheros) {
 
 void AvisarObservaciones(const fs::path& fichero, const std::vector<remesa::Observacion>& observaciones) {
   for (const remesa::Observacion& observacion : observaciones)
-    Avisar(QStringLiteral("%1: aviso: %2")
-               .arg(Mostrable(fichero), Mostrable(principal::TextoObservacion(observacion))));
+    Avisar(u"%1: aviso: %2"_s.arg(Mostrable(fichero), Mostrable(principal::TextoObservacion(observacion))));
 }
 
 bool Importar(UnionFlujo& flujo, const fs::path& fichero, bool ultimo) {
   try {
-    Avance avance(QStringLiteral("Uniendo"), fichero);
+    Avance avance(u"Uniendo"_s, fichero);
     flujo.unir(fichero, ultimo,
                [&](std::uintmax_t leidos, std::uintmax_t total) { avance.poner(leidos, total); });
   } catch (const ficheros::ErrorEjecucion& error) {
     const bool delRegistro = error.fichero().empty();
     Avisar(Explicar(error, fichero) +
-           (delRegistro ? QStringLiteral(" en el registro %1").arg(flujo.registroActual()) : QString()));
+           (delRegistro ? u" en el registro %1"_s.arg(flujo.registroActual()) : QString()));
     return false;
   }
   AvisarObservaciones(fichero, flujo.observaciones());
@@ -115,15 +116,15 @@ Salida Unir(const OpcionesUnir& opciones) {
     for (std::size_t i = 0; i < ficheros.size(); ++i)
       if (!Importar(flujo, ficheros[i], i + 1 == ficheros.size())) return Salida::Fallo;
     {
-      Avance avance(QStringLiteral("Llevando al disco"), salida);
+      Avance avance(u"Llevando al disco"_s, salida);
       avance.poner(0, 0);
       escritura.confirmar();
     }
     AvisarObservaciones(salida, flujo.observacionesFinales());
     // Aunque no se pueda decir, la remesa está escrita.
-    Decir(QStringLiteral("Ficheros: %1\nAdeudos: %2\nTotal: %3\nEscrito: %4")
-              .arg(QString::number(ficheros.size()), comunes::FormatoNumero(flujo.totales().adeudos, 0),
-                   principal::TextoEuros(flujo.totales().importe), Mostrable(salida)));
+    Decir(u"Ficheros: %1\nAdeudos: %2\nTotal: %3\nEscrito: %4"_s.arg(
+        QString::number(ficheros.size()), comunes::FormatoNumero(flujo.totales().adeudos, 0),
+        principal::TextoEuros(flujo.totales().importe), Mostrable(salida)));
   } catch (const ficheros::ErrorEjecucion& error) {
     Avisar(Explicar(error, salida));
     return Salida::Fallo;

@@ -23,6 +23,8 @@
 
 namespace consola {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int kTipoFichero = 19;
@@ -43,7 +45,7 @@ struct Linea {
 void RecorrerLineas(const std::filesystem::path& ruta, const std::function<bool(const Linea&)>& alLeer) {
   constexpr std::size_t kBufer = std::size_t{1} << 20;
   ficheros::LecturaFichero lectura(ruta);
-  Avance avance(QStringLiteral("Leyendo"), ruta);
+  Avance avance(u"Leyendo"_s, ruta);
   std::uintmax_t total = 0;
   std::vector<char> bufer(kBufer);
   bool sigue = true;
@@ -63,10 +65,10 @@ void RecorrerLineas(const std::filesystem::path& ruta, const std::function<bool(
 QString Valor(const editor::CampoDescrito& campo, std::string_view registro) {
   const QString texto = editor::ValorCampo(registro, campo);
   QString visto = texto;
-  while (visto.endsWith(QLatin1Char(' ')))
+  while (visto.endsWith(u' '))
     visto.chop(1);
   const QString significado = editor::Interpretar(campo.ayuda, texto);
-  if (!significado.isEmpty()) visto += QStringLiteral("  (%1)").arg(significado);
+  if (!significado.isEmpty()) visto += u"  (%1)"_s.arg(significado);
   return visto;
 }
 
@@ -75,27 +77,26 @@ class Visor {
   /// false si ya no se puede escribir.
   bool Mostrar(std::uint64_t numero, const Linea& linea) {
     const editor::Descripcion& diseno = disenoDe(editor::SeccionDe(linea.bytes, kTipoFichero));
-    QString texto = QStringLiteral("Registro %1: ").arg(numero);
+    QString texto = u"Registro %1: "_s.arg(numero);
     const bool descrito = !diseno.campos.empty();
-    texto += descrito ? diseno.titulo
-                      : QStringLiteral("el tipo «%1» no tiene descripción en Tarvo.INI")
-                            .arg(Mostrable(diseno.seccion.trimmed()));
+    texto +=
+        descrito
+            ? diseno.titulo
+            : u"el tipo «%1» no tiene descripción en Tarvo.INI"_s.arg(Mostrable(diseno.seccion.trimmed()));
     if (linea.longitud != remesa::kLongitudRegistro)
-      texto += QStringLiteral(" (%1 %2 en lugar de %3)")
-                   .arg(linea.longitud)
-                   .arg(linea.longitud == 1 ? QStringLiteral("carácter") : QStringLiteral("caracteres"))
+      texto += u" (%1 %2 en lugar de %3)"_s.arg(linea.longitud)
+                   .arg(linea.longitud == 1 ? u"carácter"_s : u"caracteres"_s)
                    .arg(remesa::kLongitudRegistro);
-    if (!descrito) texto += QStringLiteral("\n  ") + Mostrable(comunes::DesdeWindows1252(linea.bytes));
+    if (!descrito) texto += u"\n  "_s + Mostrable(comunes::DesdeWindows1252(linea.bytes));
     qsizetype ancho = 0;
     for (const editor::CampoDescrito& campo : diseno.campos)
       ancho = std::max(ancho, campo.rotulo.size());
     for (const editor::CampoDescrito& campo : diseno.campos) {
       const QString valor = Mostrable(Valor(campo, linea.bytes));
       texto +=
-          QStringLiteral("\n  ") +
-          (valor.isEmpty() ? campo.rotulo : campo.rotulo.leftJustified(ancho) + QStringLiteral("  ") + valor);
+          u"\n  "_s + (valor.isEmpty() ? campo.rotulo : campo.rotulo.leftJustified(ancho) + u"  "_s + valor);
     }
-    return Decir(texto + QLatin1Char('\n'));
+    return Decir(texto + u'\n');
   }
 
  private:
@@ -117,7 +118,7 @@ bool Ajustes() {
     static char* lista[] = {nombre, nullptr};
     aplicacion = std::make_unique<QCoreApplication>(argumentos, lista);
   }
-  comunes::RutaAjustes = QCoreApplication::applicationDirPath() + QStringLiteral("/Tarvo.INI");
+  comunes::RutaAjustes = QCoreApplication::applicationDirPath() + u"/Tarvo.INI"_s;
   if (QFileInfo(comunes::RutaAjustes).isFile()) return true;
   Avisar(Explicar(ficheros::ErrorEjecucion(ficheros::kNoEncontrado), comunes::ARuta(comunes::RutaAjustes)));
   return false;
@@ -128,7 +129,7 @@ Salida Ver(const OpcionesVer& opciones) {
   try {
     const QString problema = ProblemaCabeza(remesa::ComprobarCabeza(fichero));
     if (!problema.isEmpty()) {
-      Avisar(QStringLiteral("%1: %2").arg(Mostrable(fichero), problema));
+      Avisar(u"%1: %2"_s.arg(Mostrable(fichero), problema));
       return Salida::Fallo;
     }
     if (!Ajustes()) return Salida::Fallo;
@@ -142,8 +143,7 @@ Salida Ver(const OpcionesVer& opciones) {
     });
     if (!dicho) return Salida::Fallo;
     if (!opciones.registro || leidos >= *opciones.registro) return Salida::Hecho;
-    Avisar(QStringLiteral("%1: no tiene registro %2; el último es el %3")
-               .arg(Mostrable(fichero))
+    Avisar(u"%1: no tiene registro %2; el último es el %3"_s.arg(Mostrable(fichero))
                .arg(*opciones.registro)
                .arg(leidos));
   } catch (const ficheros::ErrorEjecucion& error) {

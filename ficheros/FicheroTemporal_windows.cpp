@@ -115,7 +115,9 @@ struct FicheroTemporal::Interior {
   bool creado = false;
   bool publicado = false;
 
-  ~Interior() {
+  ~Interior() { borrar(); }
+
+  void borrar() noexcept {
     fichero.cerrar();
     if (creado && !publicado) ::DeleteFileW(temporal.c_str());
   }
@@ -140,9 +142,16 @@ FicheroTemporal::FicheroTemporal(const fs::path& destino) : interior_(std::make_
   BorrarAbandonados(i.destino.parent_path());
   for (int intentos = 0; !i.crear(); ++intentos)
     if (intentos == 100) throw ErrorEjecucion(kErrorDeAcceso, destino);
+  apuntar();
 }
 
-FicheroTemporal::~FicheroTemporal() = default;
+FicheroTemporal::~FicheroTemporal() {
+  olvidar();
+}
+
+void FicheroTemporal::borrar() noexcept {
+  interior_->borrar();
+}
 
 void FicheroTemporal::escribir(std::string_view bytes) {
   constexpr std::size_t kMaximo = 1 << 30;

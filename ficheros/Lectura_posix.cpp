@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cerrno>
 
+#include "ficheros/Enlaces.h"
 #include "ficheros/ErrorEjecucion.h"
 #include "ficheros/Lectura.h"
 
@@ -22,10 +23,9 @@ struct LecturaFichero::Interior {
 };
 
 // O_NONBLOCK: abrir una cola sin nadie al otro lado no debe esperar.
-LecturaFichero::LecturaFichero(const std::filesystem::path& ruta)
-    : interior_(
-          std::make_unique<Interior>(::open(ruta.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY))),
-      ruta_(ruta) {
+LecturaFichero::LecturaFichero(const std::filesystem::path& ruta) : ruta_(ruta) {
+  SeguirEnlaces(ruta);  // solo por los que no se deben seguir
+  interior_ = std::make_unique<Interior>(::open(ruta.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
   struct stat estado {};
   if (interior_->fd < 0 || ::fstat(interior_->fd, &estado) != 0)
     throw ErrorEjecucion(std::error_code(errno, std::generic_category()), ruta);

@@ -8,6 +8,8 @@
 
 namespace {
 
+using namespace Qt::StringLiterals;
+
 struct Salida {
   int codigo;
   QString dicho, avisado;
@@ -39,7 +41,7 @@ class PruebaConsola : public testing::Test {
     return f.readAll();
   }
 
-  static QString ejemplo(const char* nombre) { return QStringLiteral(DIR_EJEMPLOS "/") + nombre; }
+  static QString ejemplo(const char* nombre) { return u"" DIR_EJEMPLOS u"/"_s + nombre; }
 
   /// Los registros de la carpeta, sin los ocultos que empiezan por punto: lo que un fallo no debe cambiar.
   QStringList ficheros() const {
@@ -81,8 +83,7 @@ TEST_F(PruebaConsola, UneLosEjemplos) {
                 QByteArray::number(unida.count('\n')).rightJustified(10, '0'));
 
   EXPECT_EQ(s.dicho.toStdString(),
-            QStringLiteral("Ficheros: 4\nAdeudos: %1\nTotal: 6.439,76 €\nEscrito: %2\n")
-                .arg(cuantos)
+            u"Ficheros: 4\nAdeudos: %1\nTotal: 6.439,76 €\nEscrito: %2\n"_s.arg(cuantos)
                 .arg(ruta("todo.Q19"))
                 .toStdString());
   EXPECT_TRUE(s.avisado.contains("aguas-con-optativos.Q19: aviso:")) << s.avisado.toStdString();

@@ -17,7 +17,9 @@ using namespace editor;
 
 namespace {
 
-const QString kAjustes = QStringLiteral(DIR_PROYECTO "/app/Tarvo.INI");
+using namespace Qt::StringLiterals;
+
+const QString kAjustes = u"" DIR_PROYECTO u"/app/Tarvo.INI"_s;
 
 constexpr std::pair<const char*, const char*> kDisenos[] = {{"01", "0119143001"},
                                                             {"02", "0219143002"},

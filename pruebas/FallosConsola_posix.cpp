@@ -20,6 +20,8 @@
 
 namespace {
 
+using namespace Qt::StringLiterals;
+
 using Nombres = QStringList;
 
 /// Lo más que tarda, en un equipo cargado y con los saneadores, algo que no ha de esperar por nada.
@@ -117,10 +119,9 @@ TEST_F(FallosConsola, EntradasQueNoSePuedenLeer) {
       {"entrada.Q19/dentro", "No se encontró la ruta de acceso (error 76)"},
   };
   for (const auto& [nombre, mensaje] : entradas)
-    fallan({QStringLiteral("$Q unir -o salida entrada.Q19 %1").arg(nombre),
-            QStringLiteral("$Q listar -o salida.Q19 %1").arg(nombre),
-            QStringLiteral("$Q comprobar %1").arg(nombre), QStringLiteral("$Q ver %1").arg(nombre)},
-           QStringLiteral("q19: %1: %2").arg(nombre, mensaje));
+    fallan({u"$Q unir -o salida entrada.Q19 %1"_s.arg(nombre), u"$Q listar -o salida.Q19 %1"_s.arg(nombre),
+            u"$Q comprobar %1"_s.arg(nombre), u"$Q ver %1"_s.arg(nombre)},
+           u"q19: %1: %2"_s.arg(nombre, mensaje));
 }
 
 TEST_F(FallosConsola, SalidasQueNoSePuedenEscribir) {
@@ -144,7 +145,7 @@ TEST_F(FallosConsola, SalidasQueNoSePuedenEscribir) {
     fallan({orden.arg("unir"), orden.arg("listar")}, mensaje);
   };
   for (const auto& [nombre, mensaje] : salidas)
-    fallan2(QStringLiteral("$Q %1 -o ") + nombre + ".Q19 entrada.Q19", mensaje);
+    fallan2(u"$Q %1 -o "_s + nombre + ".Q19 entrada.Q19", mensaje);
   // La carpeta actual ya no está.
   fallan2("(mkdir q && cd q && rmdir ../q && $Q %1 -o x.Q19 $OLDPWD/entrada.Q19)",
           "x.Q19: No se encontró la ruta de acceso (error 76)");
@@ -164,8 +165,8 @@ ls -A d; cat d/salida.Q19
 "$Q" "$1" -o d/salida.Q19 entrada.Q19 >&2
 )");
   guion.close();
-  const QString orden = QStringLiteral("export Q; unshare --mount %1 bash disco.sh ")
-                            .arg(::geteuid() == 0 ? "" : "--map-root-user");
+  const QString orden =
+      u"export Q; unshare --mount %1 bash disco.sh "_s.arg(::geteuid() == 0 ? "" : "--map-root-user");
   if (bash(orden).codigo != 0) GTEST_SKIP() << "aquí no se pueden montar discos";
   escribirGrande("grande.Q19", 400);
   for (const char* cual : {"unir", "listar"}) {
@@ -180,7 +181,7 @@ ls -A d; cat d/salida.Q19
 TEST_F(FallosConsola, SalidasCerradasOLlenas) {
   ASSERT_EQ(bash("$Q unir -o bien entrada.Q19").codigo, 0);
   for (const char* cierre : {">&-", "2>&-", "<&- >&- 2>&-", ">/dev/full 2>/dev/full"}) {
-    const Salida s = bash(QStringLiteral("$Q unir -o salida entrada.Q19 entrada.Q19 %1").arg(cierre));
+    const Salida s = bash(u"$Q unir -o salida entrada.Q19 entrada.Q19 %1"_s.arg(cierre));
     EXPECT_EQ(s.codigo, 0) << cierre;
     EXPECT_EQ(leer("salida.Q19"), leer("bien.Q19")) << cierre;
   }
@@ -188,7 +189,7 @@ TEST_F(FallosConsola, SalidasCerradasOLlenas) {
   EXPECT_EQ(s.avisado, "q19: no se puede escribir la salida\n");
   for (const char* orden :
        {"comprobar entrada.Q19", "ver entrada.Q19", "--help", "--version", "iban ES", "nif 1"}) {
-    const Salida llena = bash(QStringLiteral("$Q %1 >/dev/full").arg(orden));
+    const Salida llena = bash(u"$Q %1 >/dev/full"_s.arg(orden));
     EXPECT_EQ(llena.codigo, 1) << orden;
     EXPECT_EQ(llena.avisado, "q19: no se puede escribir la salida\n") << orden;
   }
@@ -247,10 +248,10 @@ class Detenida {
 
   /// Bytes que lleva leídos del fichero; 0 si no lo tiene abierto.
   qint64 leidos(const QString& nombre) const {
-    const QString procesos = QStringLiteral("/proc/%1/").arg(proceso_.processId());
+    const QString procesos = u"/proc/%1/"_s.arg(proceso_.processId());
     for (int fd = 3; fd < 16; ++fd) {
-      const QString enlace = QFile::symLinkTarget(procesos + QStringLiteral("fd/%1").arg(fd));
-      QFile datos(procesos + QStringLiteral("fdinfo/%1").arg(fd));
+      const QString enlace = QFile::symLinkTarget(procesos + u"fd/%1"_s.arg(fd));
+      QFile datos(procesos + u"fdinfo/%1"_s.arg(fd));
       if (enlace.endsWith('/' + nombre) && datos.open(QIODevice::ReadOnly))
         return datos.readLine().mid(4).trimmed().toLongLong();
     }
@@ -378,8 +379,7 @@ TEST_F(FallosConsola, AjustesHostiles) {
   EXPECT_EQ(grande.avisado.count("Tarvo.INI: no se ha leído porque pasa de 4 MB"), 1)
       << grande.avisado.toStdString();
   for (const char* estorbo : {"mkdir", "mkfifo", "ln -s /dev/zero", ":"}) {
-    const Salida s =
-        bash(QStringLiteral("rm -rf bin/Tarvo.INI; %1 bin/Tarvo.INI; $Q ver entrada.Q19").arg(estorbo));
+    const Salida s = bash(u"rm -rf bin/Tarvo.INI; %1 bin/Tarvo.INI; $Q ver entrada.Q19"_s.arg(estorbo));
     EXPECT_EQ(s.codigo, 1) << estorbo;
     EXPECT_TRUE(s.avisado.contains("bin/Tarvo.INI: No se encontró el archivo (error 53)"))
         << s.avisado.toStdString();
@@ -427,7 +427,7 @@ TEST_F(FallosConsola, LoQueTardaDaSenalesDeVida) {
   for (const auto& [orden, linea] : {std::pair{"unir -o salida larga.Q19", "\rUniendo larga.Q19: "},
                                      {"comprobar larga.Q19", "\rComprobando larga.Q19: "},
                                      {"ver larga.Q19 --registro 2", "\rLeyendo larga.Q19: "}}) {
-    const Salida s = bash(terminal.arg(QStringLiteral("timeout 2 $Q %1").arg(orden)));
+    const Salida s = bash(terminal.arg(u"timeout 2 $Q %1"_s.arg(orden)));
     EXPECT_GT(s.dicho.count(linea), 0) << s.dicho.toStdString();
   }
   const QString visto = bash(terminal.arg("$Q unir -o salida entrada.Q19")).dicho;

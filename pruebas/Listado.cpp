@@ -21,6 +21,8 @@ using namespace comunes;
 
 namespace {
 
+using namespace Qt::StringLiterals;
+
 struct Palabra {
   int pagina;
   double izquierda;
@@ -38,8 +40,8 @@ QString ejecutar(const QString& programa, const QStringList& argumentos) {
 
 /// Lo que se lee en un PDF, con su sitio en twips desde la esquina del papel.
 std::vector<Palabra> palabras(const QString& ruta) {
-  static const QRegularExpression forma(QStringLiteral(
-      "<page |xMin=\"([\\d.-]+)\" yMin=\"([\\d.-]+)\" xMax=\"([\\d.-]+)\" yMax=\"[\\d.-]+\">(.*)</word>"));
+  static const QRegularExpression forma(
+      u"<page |xMin=\"([\\d.-]+)\" yMin=\"([\\d.-]+)\" xMax=\"([\\d.-]+)\" yMax=\"[\\d.-]+\">(.*)</word>"_s);
   std::vector<Palabra> leidas;
   int pagina = 0;
   auto halladas = forma.globalMatch(ejecutar("pdftotext", {"-bbox", ruta, "-"}));

@@ -13,6 +13,9 @@
 #include "ficheros/EscrituraSegura.h"
 
 namespace herramientas {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr qint64 kMaximoAgenda = 64 * 1024 * 1024;
@@ -22,8 +25,7 @@ constexpr int kPausa = 10;      // ms
 }  // namespace
 
 QString RutaAgenda() {
-  return QDir(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation))
-      .filePath(u"Telefonos.csv"_qs);
+  return QDir(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation)).filePath(u"Telefonos.csv"_s);
 }
 
 FicheroAgenda::FicheroAgenda(QString ruta) : ruta_(std::move(ruta)) {}
@@ -41,7 +43,7 @@ bool FicheroAgenda::releer() {
 void FicheroAgenda::cambiar(const std::function<void(Agenda&)>& cambio) {
   const std::filesystem::path ruta = comunes::ARuta(ruta_);
   if (!QDir().mkpath(QFileInfo(ruta_).path())) throw ficheros::ErrorEjecucion(ficheros::kErrorDeAcceso, ruta);
-  ficheros::Cerrojo cerrojo(comunes::ARuta(ruta_ + u".lock"_qs));
+  ficheros::Cerrojo cerrojo(comunes::ARuta(ruta_ + u".lock"_s));
   const QDeadlineTimer limite(kEspera);
   while (!cerrojo.poner()) {
     if (limite.hasExpired()) throw ficheros::ErrorEjecucion(ficheros::kPermisoDenegado, ruta);

@@ -10,6 +10,8 @@
 
 namespace comunes {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 std::optional<QLocale> localePuesto;
@@ -58,7 +60,7 @@ Cifras redondear(Cifras c, int decimales) {
 
 QString componer(const Cifras& c, const QString& grupo, const QString& punto) {
   const std::string enteras = c.enteras.empty() ? "0" : c.enteras;
-  QString texto = c.negativo ? QStringLiteral("-") : QString();
+  QString texto = c.negativo ? u"-"_s : QString();
   for (std::size_t i = 0; i < enteras.size(); ++i) {
     if (i > 0 && (enteras.size() - i) % 3 == 0) texto += grupo;
     texto += QLatin1Char(enteras[i]);
@@ -96,15 +98,15 @@ std::optional<Cifras> LeerCifras(const QString& texto) {
   const QString grupo = SignoGrupo();
   QString resto = texto.trimmed();
   Cifras leidas;
-  if (resto.startsWith(QLatin1Char('-')) || resto.startsWith(QLatin1Char('+'))) {
-    leidas.negativo = resto[0] == QLatin1Char('-');
+  if (resto.startsWith(u'-') || resto.startsWith(u'+')) {
+    leidas.negativo = resto[0] == u'-';
     resto.remove(0, 1);
   }
   bool cifras = false;
   bool enDecimales = false;
   while (!resto.isEmpty()) {
     qsizetype usado = 1;
-    if (resto[0] >= QLatin1Char('0') && resto[0] <= QLatin1Char('9')) {
+    if (resto[0] >= u'0' && resto[0] <= u'9') {
       (enDecimales ? leidas.decimales : leidas.enteras) += resto[0].toLatin1();
       cifras = true;
     } else if (!enDecimales && resto.startsWith(decimal)) {
@@ -136,7 +138,7 @@ QString FormatoNumero(const Cifras& valor, int decimales) {
 }
 
 QString FormatoEdicion(const Cifras& valor, int decimales) {
-  return componer(redondear(valor, decimales), QString(), QStringLiteral("."));
+  return componer(redondear(valor, decimales), QString(), u"."_s);
 }
 
 QString FormatoNumero(double valor, int decimales) {

@@ -10,6 +10,8 @@
 
 namespace comunes {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 void informar(const ficheros::ErrorEjecucion& error) {
@@ -20,8 +22,8 @@ void informar(const ficheros::ErrorEjecucion& error) {
 
 void InformarError(int numero, const QString& texto, const QString& fichero) {
   static bool informando = false;
-  QString mensaje = QStringLiteral("Error %1: ").arg(numero) + texto;
-  if (!fichero.isEmpty()) mensaje += QLatin1Char('\n') + fichero;
+  QString mensaje = u"Error %1: "_s.arg(numero) + texto;
+  if (!fichero.isEmpty()) mensaje += u'\n' + fichero;
   if (informando) {
     qWarning("%s", qUtf8Printable(mensaje));
     return;
@@ -29,7 +31,7 @@ void InformarError(int numero, const QString& texto, const QString& fichero) {
   informando = true;
   QMessageBox caja(QMessageBox::Critical, QApplication::applicationDisplayName(), QString(), QMessageBox::Ok,
                    QApplication::activeWindow());
-  caja.setObjectName(QStringLiteral("InformeError"));
+  caja.setObjectName(u"InformeError"_s);
   caja.setTextFormat(Qt::PlainText);
   caja.setText(mensaje);
   caja.exec();
@@ -42,10 +44,9 @@ void InformarError(const std::exception& error) {
   } else if (const auto* fichero = dynamic_cast<const std::filesystem::filesystem_error*>(&error)) {
     informar(ficheros::ErrorEjecucion(fichero->code(), fichero->path1()));
   } else if (dynamic_cast<const std::bad_alloc*>(&error)) {
-    InformarError(ficheros::kMemoriaInsuficiente, QStringLiteral("Memoria insuficiente"));
+    InformarError(ficheros::kMemoriaInsuficiente, u"Memoria insuficiente"_s);
   } else {
-    InformarError(ficheros::kErrorInterno, QStringLiteral("Error interno"),
-                  QString::fromLocal8Bit(error.what()));
+    InformarError(ficheros::kErrorInterno, u"Error interno"_s, QString::fromLocal8Bit(error.what()));
   }
 }
 

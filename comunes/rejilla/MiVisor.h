@@ -3,6 +3,7 @@
 #include <QString>
 #include <QStringList>
 
+#include "comunes/rejilla/Importe.h"
 #include "comunes/rejilla/Rejilla.h"
 
 namespace comunes {
@@ -17,7 +18,7 @@ void DefinirColumna(Rejilla& rejilla, int fila, int columna, const QString& camp
 /// Escribe una celda; la rejilla crece si hace falta. Con `acumular`, suma al importe que hubiera y lo guarda
 /// con `formato` (0 queda vacía).
 void PonerCelda(Rejilla& rejilla, int fila, int columna, const QString& valor, bool acumular = false,
-                const QString& formato = QStringLiteral("#,##0.00"));
+                const QString& formato = kFormatoImporte);
 
 /// Inserta una fila vacía antes de `indice`.
 void InsertarFila(Rejilla& rejilla, int indice);

@@ -12,6 +12,8 @@
 
 namespace comunes {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// Rojo y negro, en orden azul-verde-rojo.
@@ -127,13 +129,13 @@ std::optional<QDate> leerConFormato(const QString& texto, const QString& formato
 std::optional<QDate> fechaDe(const QString& celda, const QString& formato) {
   auto fecha = LeerFecha(celda);
   if (!fecha) fecha = leerConFormato(celda, formato);
-  if (!fecha) fecha = leerConFormato(celda, QStringLiteral("dd mmm yyyy"));
+  if (!fecha) fecha = leerConFormato(celda, u"dd mmm yyyy"_s);
   return fecha;
 }
 
 void ordenarImportes(Rejilla& rejilla, int columna) {
   const SignosNumero signos = SignosNumero::DelUsuario();
-  const QString formato = QStringLiteral("#,##0.00");
+  const QString formato = u"#,##0.00"_s;
   std::vector<Diezmilesimas> importes(static_cast<std::size_t>(rejilla.Rows()));
   for (int f = rejilla.FixedRows(); f < rejilla.Rows(); ++f) {
     const auto importe = LeerImporte(rejilla.TextMatrix(f, columna), signos);
@@ -200,9 +202,7 @@ QString FormatoFechaLibre(const QDate& fecha, const QString& formato) {
   for (qsizetype i = 0, veces = 0; i < formato.size(); i += veces) {
     const QChar letra = formato[i].toLower();
     veces = repeticiones(formato, i);
-    const auto cifras = [&](int valor, int ancho) {
-      texto += QStringLiteral("%1").arg(valor, ancho, 10, QLatin1Char('0'));
-    };
+    const auto cifras = [&](int valor, int ancho) { texto += u"%1"_s.arg(valor, ancho, 10, QChar(u'0')); };
     if (letra == u'd') {
       cifras(fecha.day(), veces == 1 ? 1 : 2);
     } else if (letra == u'm' && veces <= 2) {
@@ -227,7 +227,7 @@ void OrdenarColumna(Rejilla& rejilla, int columna, bool marcar, int nuevaColumna
   {
     const Oculta oculta(rejilla);
     if (letra == u'F') {
-      OrdenarFechas(rejilla, ordenada, QStringLiteral("dd/mm/yyyy"));
+      OrdenarFechas(rejilla, ordenada, u"dd/mm/yyyy"_s);
     } else if (letra == u'I') {
       ordenarImportes(rejilla, ordenada);
     } else {

@@ -10,6 +10,8 @@
 
 namespace principal {
 
+using namespace Qt::StringLiterals;
+
 void frmUnirQ19::imprimir() {
   const remesa::ListaRegistros& lista = ui_->Acumulado->lista();
   if (lista.empty()) return;
@@ -28,12 +30,11 @@ void frmUnirQ19::imprimir() {
   comunes::ListadoImprimible listado;
   listado.padre = this;
   listado.anchoTabla = AnchoInforme(conReferencia);
-  listado.carpeta = comunes::ReadINI(comunes::RutaAjustes, QStringLiteral("Comunes"),
-                                     QStringLiteral("DestinoQ19"), QString());
+  listado.carpeta = comunes::ReadINI(comunes::RutaAjustes, u"Comunes"_s, u"DestinoQ19"_s, QString());
   listado.rotulos = [&] {
     const Informe& datos = preparado();
-    return comunes::RotulosListado{datos.titulo, datos.subtitulo + QStringLiteral(" - ") + datos.titulo,
-                                   QStringLiteral("Remesa ") + datos.titulo};
+    return comunes::RotulosListado{datos.titulo, datos.subtitulo + u" - "_s + datos.titulo,
+                                   u"Remesa "_s + datos.titulo};
   };
   listado.imprimir = [&](comunes::TrabajoImpresion& trabajo, const comunes::AvanceImpresion& avance) {
     return ImprimirInforme(trabajo, visor, preparado(), avance);

@@ -14,6 +14,8 @@
 
 namespace principal {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 using remesa::LeerCampo;
@@ -78,7 +80,7 @@ void anadirAdeudo(comunes::Rejilla& visor, int fila, std::string_view registro) 
 int AnchoInforme(bool conReferencia) {
   comunes::Rejilla columnas;
   comunes::PrepararRejilla(columnas, QString::fromLatin1(kColumnas));
-  if (!conReferencia) comunes::OcultarColumnas(columnas, false, {QStringLiteral("Referencia")});
+  if (!conReferencia) comunes::OcultarColumnas(columnas, false, {u"Referencia"_s});
   float ancho = 0;
   for (int c = 0; c < columnas.Cols(); ++c)
     ancho += static_cast<float>(columnas.ColWidth(c)) / comunes::FactorHorizontal();
@@ -120,16 +122,14 @@ Informe PrepararInforme(comunes::Rejilla& visor, const remesa::ListaRegistros& a
         break;
     }
   }
-  comunes::Subtotales({}, visor, QStringLiteral("Total"), QStringLiteral("Nombre"), QStringLiteral("NOSORT"),
-                      {QStringLiteral("Importe")});
-  if (!conReferencia) comunes::OcultarColumnas(visor, false, {QStringLiteral("Referencia")});
+  comunes::Subtotales({}, visor, u"Total"_s, u"Nombre"_s, u"NOSORT"_s, {u"Importe"_s});
+  if (!conReferencia) comunes::OcultarColumnas(visor, false, {u"Referencia"_s});
 
-  informe.subtitulo = QStringLiteral("Remesa al Cobro");
-  informe.lineas = QStringLiteral(";Emisor:** ") + informe.titulo + QStringLiteral(";Fichero:** ") +
-                   ficheroActual + QStringLiteral(";Envío:  ** ") + envio + QStringLiteral(";Emisión:** ") +
-                   emision + QStringLiteral(";Cuenta:** ") + cuentaAcreedor + QStringLiteral(";;Total:** ") +
-                   total + QStringLiteral(" €   (") + recibos + QStringLiteral(" recibos)");
-  informe.lineas.replace(QStringLiteral("**"), QStringLiteral("\t"));
+  informe.subtitulo = u"Remesa al Cobro"_s;
+  informe.lineas = u";Emisor:** "_s + informe.titulo + u";Fichero:** "_s + ficheroActual + u";Envío:  ** "_s +
+                   envio + u";Emisión:** "_s + emision + u";Cuenta:** "_s + cuentaAcreedor +
+                   u";;Total:** "_s + total + u" €   ("_s + recibos + u" recibos)"_s;
+  informe.lineas.replace(u"**"_s, u"\t"_s);
   return informe;
 }
 

@@ -25,6 +25,9 @@
 #include "ventanas/principal/frmUnirQ19.h"
 
 namespace principal {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int kCuaderno19 = 19;  // tipo de fichero para el editor
@@ -64,7 +67,7 @@ void frmUnirQ19::importar() {
       [this](remesa::ListaRegistros& lista) { remesa::Importar(lista, ui_->Preview->lista()); });
   acumulado.seleccionar(senalado.seleccion);
   acumulado.ponerActual(senalado.actual);
-  FicherosImportados += QLatin1Char('[') + FicheroActual + QLatin1Char(']');
+  FicherosImportados += u'[' + FicheroActual + u']';
   if (!FicheroActual.isEmpty()) rutasImportadas_.insert(FicheroActual, rutaActual_);
   ui_->Importado->show();
   decir({});
@@ -88,13 +91,12 @@ void frmUnirQ19::empezar() {
 }
 
 void frmUnirQ19::guardar() {
-  const QString carpeta = comunes::ReadINI(comunes::RutaAjustes, QStringLiteral("Comunes"),
-                                           QStringLiteral("DestinoQ19"), QString());
+  const QString carpeta = comunes::ReadINI(comunes::RutaAjustes, u"Comunes"_s, u"DestinoQ19"_s, QString());
   const auto nombreFinal = [](const QString& elegido) {
-    return comunes::QuitarExtension(elegido) + QStringLiteral(".Q19");
+    return comunes::QuitarExtension(elegido) + u".Q19"_s;
   };
   const QString elegido =
-      comunes::DialogoFichero(false, this, carpeta, QStringLiteral("q19"), false, QString(), nombreFinal);
+      comunes::DialogoFichero(false, this, carpeta, u"q19"_s, false, QString(), nombreFinal);
   if (elegido.isEmpty()) return;
   const QString ruta = nombreFinal(elegido);
   remesa::ResultadoComprobacion resultado;
@@ -109,7 +111,7 @@ void frmUnirQ19::guardar() {
                                          [&](auto, auto) { return sigue.load(); });
                                    });
     const auto alSalir = qScopeGuard([&] { sigue = false; });
-    comunes::Avance avance(tr("Guardando %1…").arg(QFileInfo(ruta).fileName()));
+    comunes::Avance avance(u"Guardando %1…"_s.arg(QFileInfo(ruta).fileName()));
     remesa::GuardarRemesa(
         comunes::ARuta(ruta), ui_->Acumulado->lista(), [&](std::size_t escritos, std::size_t total) {
           // Escrito todo, ya no hay qué detener: solo se espera a que llegue al disco.
@@ -120,14 +122,14 @@ void frmUnirQ19::guardar() {
         });
     resultado = comprobacion.get();
   } catch (const comunes::TrabajoDetenido&) {
-    return decir(tr("Guardado detenido: el fichero no se ha escrito y la remesa sigue aquí."));
+    return decir(u"Guardado detenido: el fichero no se ha escrito y la remesa sigue aquí."_s);
   }
   ui_->Empezar->click();
   navegador_->refrescar();
   guardado_ = QDir::toNativeSeparators(QFileInfo(ruta).absoluteFilePath());
   // El resultado, delante: una ruta larga se recorta.
   const QString recuento = TextoRecuento(resultado.errores, resultado.avisos);
-  decir((resultado.errores == 0 ? tr("Guardado %1 en %2") : tr("Guardado con %1 en %2"))
+  decir((resultado.errores == 0 ? u"Guardado %1 en %2"_s : u"Guardado con %1 en %2"_s)
             .arg(recuento, guardado_));
   ui_->VerComprobacion->setVisible(resultado.errores + resultado.avisos > 0);
 }
@@ -153,12 +155,10 @@ void frmUnirQ19::eliminar() {
   VistaRegistros& acumulado = *ui_->Acumulado;
   const std::vector<std::size_t> seleccion = acumulado.seleccion();
   if (!remesa::PuedeEliminar(acumulado.lista(), seleccion)) {
-    comunes::MyMsgBox(tr(" ¿ No se pueden suprimir todos los registros de deudores ? "), {}, 1, 1, 1);
+    comunes::Avisar(u" ¿ No se pueden suprimir todos los registros de deudores ? "_s);
     return;
   }
-  if (comunes::MyMsgBox(tr(" ¿ Confirma que desea eliminar deudor(es) seleccionados ? "), {}, 16, 3, 1) ==
-      comunes::kNo)
-    return;
+  if (!comunes::Confirmar(u" ¿ Confirma que desea eliminar deudor(es) seleccionados ? "_s, 1)) return;
   const comunes::Reloj reloj;
   // Con el teclado se sigue desde donde se estaba.
   const int actual = acumulado.actual();
@@ -178,8 +178,7 @@ void frmUnirQ19::editar(int fila, int posicion) {
   if (QApplication::activeModalWidget()) return;  // una ayuda técnica pulsa la fila también entonces
   const QWidgetList ventanas = QApplication::topLevelWidgets();
   for (const QWidget* ventana : ventanas)
-    if (ventana->isVisible() &&
-        ventana->objectName().compare(QLatin1String("EdiTarvo"), Qt::CaseInsensitive) == 0)
+    if (ventana->isVisible() && ventana->objectName().compare("EdiTarvo"_L1, Qt::CaseInsensitive) == 0)
       return;
   VistaRegistros& acumulado = *ui_->Acumulado;
   acumulado.seleccionarSolo(fila);

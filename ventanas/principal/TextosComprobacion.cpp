@@ -8,6 +8,9 @@
 #include "ventanas/principal/TextosObservacion.h"
 
 namespace principal {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 using C = remesa::CodigoHallazgo;
@@ -346,11 +349,10 @@ QString TextoHallazgo(const Hallazgo& hallazgo) {
 }
 
 QString TextoRecuento(std::uint64_t errores, std::uint64_t avisos) {
-  const QString deAvisos = TextoCuenta(avisos, QStringLiteral("aviso"), QStringLiteral("avisos"));
-  if (errores == 0)
-    return avisos == 0 ? QStringLiteral("sin errores") : QStringLiteral("sin errores y con ") + deAvisos;
-  const QString deErrores = TextoCuenta(errores, QStringLiteral("error"), QStringLiteral("errores"));
-  return avisos == 0 ? deErrores : deErrores + QStringLiteral(" y ") + deAvisos;
+  const QString deAvisos = TextoCuenta(avisos, u"aviso"_s, u"avisos"_s);
+  if (errores == 0) return avisos == 0 ? u"sin errores"_s : u"sin errores y con "_s + deAvisos;
+  const QString deErrores = TextoCuenta(errores, u"error"_s, u"errores"_s);
+  return avisos == 0 ? deErrores : deErrores + u" y "_s + deAvisos;
 }
 
 }  // namespace principal

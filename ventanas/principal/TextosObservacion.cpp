@@ -6,13 +6,16 @@
 #include "comunes/plataforma/Texto.h"
 
 namespace principal {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 using remesa::ClaseObservacion;
 using remesa::Observacion;
 
 QString Registros(const Observacion& o) {
-  return TextoCuenta(o.cuenta, QStringLiteral("registro"), QStringLiteral("registros"));
+  return TextoCuenta(o.cuenta, u"registro"_s, u"registros"_s);
 }
 
 /// Según el número: la primera forma para uno, la segunda para varios.
@@ -24,11 +27,11 @@ QString Segun(const Observacion& o, const char* uno, const char* varios) {
 QString Donde(const Observacion& o) {
   if (o.primero == 0) return {};
   const QString numero = comunes::FormatoNumero(static_cast<double>(o.primero), 0);
-  return (o.cuenta == 1 ? QStringLiteral(" (el %1)") : QStringLiteral(" (el primero, el %1)")).arg(numero);
+  return (o.cuenta == 1 ? u" (el %1)"_s : u" (el primero, el %1)"_s).arg(numero);
 }
 
 QString Dato(const std::string& bytes) {
-  return bytes.empty() ? QStringLiteral("en blanco") : comunes::DesdeWindows1252(bytes);
+  return bytes.empty() ? u"en blanco"_s : comunes::DesdeWindows1252(bytes);
 }
 
 QString Fecha(const std::string& fecha) {
@@ -43,75 +46,69 @@ QString Maximo() {
 QString TextoDeImportacion(const Observacion& o) {
   switch (o.clase) {
     case ClaseObservacion::SoloLF:
-      return QStringLiteral(
-          "Las líneas acaban solo en LF: todo el fichero es un único registro y se perderían sus adeudos. "
-          "Pida el fichero con finales de línea CR LF.");
+      return u"Las líneas acaban solo en LF: todo el fichero es un único registro y se perderían sus "
+             u"adeudos. "
+             u"Pida el fichero con finales de línea CR LF."_s;
     case ClaseObservacion::ConLF:
-      return QStringLiteral("%1 con un LF dentro%2: puede haber varios adeudos en una línea.")
-          .arg(Registros(o), Donde(o));
+      return u"%1 con un LF dentro%2: puede haber varios adeudos en una línea."_s.arg(Registros(o), Donde(o));
     case ClaseObservacion::RegistrosLargos:
-      return QStringLiteral("%1 de más de 600 posiciones%2: al guardar %3 lo que sobra.")
-          .arg(Registros(o), Donde(o), Segun(o, "perderá", "perderán"));
+      return u"%1 de más de 600 posiciones%2: al guardar %3 lo que sobra."_s.arg(
+          Registros(o), Donde(o), Segun(o, "perderá", "perderán"));
     case ClaseObservacion::RegistrosCortos:
-      return QStringLiteral("%1 de menos de 600 posiciones%2: al guardar se %3 con blancos.")
-          .arg(Registros(o), Donde(o), Segun(o, "completará", "completarán"));
+      return u"%1 de menos de 600 posiciones%2: al guardar se %3 con blancos."_s.arg(
+          Registros(o), Donde(o), Segun(o, "completará", "completarán"));
     case ClaseObservacion::CodigosDescartados:
-      return QStringLiteral("%1 de código desconocido%2: no %3.")
-          .arg(Registros(o), Donde(o), Segun(o, "se importará", "se importarán"));
+      return u"%1 de código desconocido%2: no %3."_s.arg(Registros(o), Donde(o),
+                                                         Segun(o, "se importará", "se importarán"));
     case ClaseObservacion::SinTotales:
-      return o.cuenta > 0 ? QStringLiteral(
-                                "Sin registros de totales: al importarlo la remesa perderá los suyos. "
-                                "Importe después otro fichero que los tenga.")
-                          : QStringLiteral("Sin registros de totales: la remesa se quedará sin ellos.");
+      return o.cuenta > 0 ? u"Sin registros de totales: al importarlo la remesa perderá los suyos. "
+                            u"Importe después otro fichero que los tenga."_s
+                          : u"Sin registros de totales: la remesa se quedará sin ellos."_s;
     case ClaseObservacion::SinCabeceras:
-      return (o.antes.size() > 2 ? QStringLiteral("Faltan las cabeceras %1: la remesa empezará sin ellas.")
-                                 : QStringLiteral("Falta la cabecera %1: la remesa empezará sin ella."))
+      return (o.antes.size() > 2 ? u"Faltan las cabeceras %1: la remesa empezará sin ellas."_s
+                                 : u"Falta la cabecera %1: la remesa empezará sin ella."_s)
                  .arg(comunes::DesdeWindows1252(o.antes)) +
-             QStringLiteral(" Importe antes un fichero completo.");
+             u" Importe antes un fichero completo."_s;
     case ClaseObservacion::Desbordamiento:
-      return QStringLiteral("El total llegaría a %1 y el máximo es %2: los totales no se podrán calcular.")
-          .arg(TextoEuros(o.importe), Maximo());
+      return u"El total llegaría a %1 y el máximo es %2: los totales no se podrán calcular."_s.arg(
+          TextoEuros(o.importe), Maximo());
     case ClaseObservacion::OtroAcreedor:
-      return QStringLiteral("Otro acreedor (%1): sus adeudos irán al de la remesa (%2).")
-          .arg(Dato(o.ahora), Dato(o.antes));
+      return u"Otro acreedor (%1): sus adeudos irán al de la remesa (%2)."_s.arg(Dato(o.ahora),
+                                                                                 Dato(o.antes));
     case ClaseObservacion::OtraFecha:
-      return QStringLiteral("Otra fecha de cobro (%1): sus adeudos se cobrarán en la de la remesa (%2).")
-          .arg(Fecha(o.ahora), Fecha(o.antes));
+      return u"Otra fecha de cobro (%1): sus adeudos se cobrarán en la de la remesa (%2)."_s.arg(
+          Fecha(o.ahora), Fecha(o.antes));
     default:
       return {};
   }
 }
 
 QString TextoDeAcumulado(const Observacion& o) {
-  const QString recalculo = QStringLiteral("se recalculan al importar, insertar o eliminar.");
+  const QString recalculo = u"se recalculan al importar, insertar o eliminar."_s;
   switch (o.clase) {
     case ClaseObservacion::TotalesAusentes:
-      return QStringLiteral("La remesa no tiene registros de totales. Importe un fichero que los tenga.");
+      return u"La remesa no tiene registros de totales. Importe un fichero que los tenga."_s;
     case ClaseObservacion::TotalesNoCuadran:
-      return QStringLiteral("Los totales no cuadran con los adeudos: %1").arg(recalculo);
+      return u"Los totales no cuadran con los adeudos: %1"_s.arg(recalculo);
     case ClaseObservacion::TotalesPorBloque:
-      return QStringLiteral(
-          "Los totales son los de cada bloque; al importar, insertar o eliminar pasarán a correr de un "
-          "bloque a otro.");
+      return u"Los totales son los de cada bloque; al importar, insertar o eliminar pasarán a correr de un "
+             u"bloque a otro."_s;
     case ClaseObservacion::TotalesDesbordados:
-      return QStringLiteral("El total, %1, pasa del máximo, %2: los registros de totales no son válidos.")
-          .arg(TextoEuros(o.importe), Maximo());
+      return u"El total, %1, pasa del máximo, %2: los registros de totales no son válidos."_s.arg(
+          TextoEuros(o.importe), Maximo());
     case ClaseObservacion::TotalesCortos:
-      return QStringLiteral("Un registro de totales es demasiado corto: los totales no se pueden calcular.");
+      return u"Un registro de totales es demasiado corto: los totales no se pueden calcular."_s;
     case ClaseObservacion::VariosBloques:
-      return QStringLiteral("Hay %1: los totales corren de una a otra y no son los de cada bloque.")
-          .arg(TextoCuenta(o.cuenta, QStringLiteral("cabecera de acreedor"),
-                           QStringLiteral("cabeceras de acreedor")));
+      return u"Hay %1: los totales corren de una a otra y no son los de cada bloque."_s.arg(
+          TextoCuenta(o.cuenta, u"cabecera de acreedor"_s, u"cabeceras de acreedor"_s));
     case ClaseObservacion::CopiaIntercalada:
-      return QStringLiteral("%1%2 %3 de su adeudo por una copia insertada.")
-          .arg(TextoCuenta(o.cuenta, QStringLiteral("registro opcional"),
-                           QStringLiteral("registros opcionales")),
-               Donde(o), Segun(o, "separado", "separados"));
+      return u"%1%2 %3 de su adeudo por una copia insertada."_s.arg(
+          TextoCuenta(o.cuenta, u"registro opcional"_s, u"registros opcionales"_s), Donde(o),
+          Segun(o, "separado", "separados"));
     case ClaseObservacion::OpcionalesSueltos:
-      return QStringLiteral("%1%2 sin su adeudo delante: %3 también o recupere el adeudo.")
-          .arg(TextoCuenta(o.cuenta, QStringLiteral("registro opcional"),
-                           QStringLiteral("registros opcionales")),
-               Donde(o), Segun(o, "elimínelo", "elimínelos"));
+      return u"%1%2 sin su adeudo delante: %3 también o recupere el adeudo."_s.arg(
+          TextoCuenta(o.cuenta, u"registro opcional"_s, u"registros opcionales"_s), Donde(o),
+          Segun(o, "elimínelo", "elimínelos"));
     default:
       return {};
   }
@@ -124,7 +121,7 @@ QString TextoCuenta(std::size_t cuenta, const QString& uno, const QString& vario
 }
 
 QString TextoEuros(std::int64_t centimos) {
-  return comunes::FormatoCentimos(centimos) + QStringLiteral(" €");
+  return comunes::FormatoCentimos(centimos) + u" €"_s;
 }
 
 QString TextoObservacion(const Observacion& observacion) {
