@@ -8,6 +8,7 @@ namespace ficheros {
 namespace {
 
 constexpr const char* kCambia = "otro programa lo está cambiando";
+constexpr const char* kCortado = "otro programa lo ha cortado";
 
 }  // namespace
 
@@ -19,11 +20,26 @@ std::size_t LecturaFichero::leer(std::span<char> destino) {
     total += leidos;
   }
   leidos_ += total;
-  if (leidos_ > tamano_ || (total < destino.size() && leidos_ == tamano_ && reescrito()))
-    throw ErrorEjecucion(kErrorDeAcceso, ruta_, kCambia);
-  if (total < destino.size() && leidos_ < tamano_)
-    throw ErrorEjecucion(kFinDeArchivo, ruta_, "otro programa lo ha cortado");
+  if (leidos_ > tamano_ || (total < destino.size() && leidos_ == tamano_ && reescrito())) darPorCambiado();
+  if (total < destino.size() && leidos_ < tamano_) throw ErrorEjecucion(kFinDeArchivo, ruta_, kCortado);
   return total;
+}
+
+void LecturaFichero::leerEn(std::uintmax_t posicion, std::span<char> destino) {
+  while (!destino.empty()) {
+    const std::size_t leidos = leerAlgoEn(posicion, destino);
+    if (leidos == 0) throw ErrorEjecucion(kFinDeArchivo, ruta_, kCortado);
+    posicion += leidos;
+    destino = destino.subspan(leidos);
+  }
+}
+
+void LecturaFichero::comprobarMarca(const Marca& antes) const {
+  if (marca() != antes) darPorCambiado();
+}
+
+void LecturaFichero::darPorCambiado() const {
+  throw ErrorEjecucion(kErrorDeAcceso, ruta_, kCambia);
 }
 
 void LecturaFichero::comprobarFinal() {

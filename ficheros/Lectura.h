@@ -25,9 +25,24 @@ class LecturaFichero {
   /// Tras leer tamano() bytes justos: error 75 si hay más.
   void comprobarFinal();
 
+  /// Qué fichero es y cuándo se escribió: leerlo otra vez da los mismos bytes si la marca es la misma.
+  struct Marca {
+    std::uint64_t disco = 0, numero = 0, tamano = 0;
+    std::int64_t escrito = 0;
+    bool operator==(const Marca&) const = default;
+  };
+  Marca marca() const;
+  /// Llena `destino` desde `posicion`, sin contar para `leer`. Error 62 si no los hay.
+  void leerEn(std::uintmax_t posicion, std::span<char> destino);
+  /// Error 75 si su marca ya no es esa.
+  void comprobarMarca(const Marca& antes) const;
+  /// El mismo error, para quien ve que los bytes ya no son los que leyó.
+  [[noreturn]] void darPorCambiado() const;
+
  private:
   struct Interior;
   std::size_t leerAlgo(std::span<char> destino);
+  std::size_t leerAlgoEn(std::uintmax_t posicion, std::span<char> destino);
   /// Alguien ha escrito en él desde que se abrió.
   bool reescrito() const;
 

@@ -37,14 +37,39 @@ LecturaFichero::LecturaFichero(const std::filesystem::path& ruta)
 
 LecturaFichero::~LecturaFichero() = default;
 
+namespace {
+
+constexpr std::size_t kMaximo = 1 << 30;  // read no da más de 2 GB de una vez
+
+}  // namespace
+
 std::size_t LecturaFichero::leerAlgo(std::span<char> destino) {
-  constexpr std::size_t kMaximo = 1 << 30;  // read no da más de 2 GB de una vez
   ssize_t leidos = 0;
   do
     leidos = ::read(interior_->fd, destino.data(), std::min(destino.size(), kMaximo));
   while (leidos < 0 && errno == EINTR);
   if (leidos < 0) throw ErrorEjecucion(std::error_code(errno, std::generic_category()), ruta_);
   return static_cast<std::size_t>(leidos);
+}
+
+std::size_t LecturaFichero::leerAlgoEn(std::uintmax_t posicion, std::span<char> destino) {
+  ssize_t leidos = 0;
+  do
+    leidos = ::pread(interior_->fd, destino.data(), std::min(destino.size(), kMaximo),
+                     static_cast<off_t>(posicion));
+  while (leidos < 0 && errno == EINTR);
+  if (leidos < 0) throw ErrorEjecucion(std::error_code(errno, std::generic_category()), ruta_);
+  return static_cast<std::size_t>(leidos);
+}
+
+LecturaFichero::Marca LecturaFichero::marca() const {
+  struct stat estado {};
+  if (::fstat(interior_->fd, &estado) != 0)
+    throw ErrorEjecucion(std::error_code(errno, std::generic_category()), ruta_);
+  constexpr std::int64_t kNanosegundos = 1'000'000'000;
+  return {static_cast<std::uint64_t>(estado.st_dev), static_cast<std::uint64_t>(estado.st_ino),
+          static_cast<std::uint64_t>(estado.st_size),
+          estado.st_mtim.tv_sec * kNanosegundos + estado.st_mtim.tv_nsec};
 }
 
 bool LecturaFichero::reescrito() const {

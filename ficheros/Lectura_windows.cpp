@@ -44,6 +44,30 @@ std::size_t LecturaFichero::leerAlgo(std::span<char> destino) {
   return leidos;
 }
 
+std::size_t LecturaFichero::leerAlgoEn(std::uintmax_t posicion, std::span<char> destino) {
+  constexpr std::size_t kMaximo = 1 << 30;
+  OVERLAPPED donde{};
+  donde.Offset = static_cast<DWORD>(posicion);
+  donde.OffsetHigh = static_cast<DWORD>(posicion >> 32);
+  DWORD leidos = 0;
+  if (!::ReadFile(interior_->fichero, destino.data(), static_cast<DWORD>(std::min(destino.size(), kMaximo)),
+                  &leidos, &donde)) {
+    if (::GetLastError() == ERROR_HANDLE_EOF) return 0;
+    FallarWindows(::GetLastError(), ruta_);
+  }
+  return leidos;
+}
+
+LecturaFichero::Marca LecturaFichero::marca() const {
+  BY_HANDLE_FILE_INFORMATION datos{};
+  if (!::GetFileInformationByHandle(interior_->fichero, &datos)) FallarWindows(::GetLastError(), ruta_);
+  const auto juntar = [](DWORD alta, DWORD baja) { return (std::uint64_t{alta} << 32) | baja; };
+  return {datos.dwVolumeSerialNumber, juntar(datos.nFileIndexHigh, datos.nFileIndexLow),
+          juntar(datos.nFileSizeHigh, datos.nFileSizeLow),
+          static_cast<std::int64_t>(
+              juntar(datos.ftLastWriteTime.dwHighDateTime, datos.ftLastWriteTime.dwLowDateTime))};
+}
+
 // Se abre sin dejar escribir a nadie.
 bool LecturaFichero::reescrito() const {
   return false;
