@@ -20,10 +20,14 @@ enum class ClaseObservacion : std::uint8_t {
   SinTotales,          ///< La acumulación se quedará sin totales.
   SinCabeceras,  ///< Primera importación sin "01" o sin "02"; `antes` dice cuáles faltan ("01", "02", "01 y
                  ///< 02").
-  Desbordamiento,  ///< El total pasará de 2147483647 céntimos; `importe` = total que resultaría.
-  OtroAcreedor,    ///< `antes` = el de la acumulación, `ahora` = el del fichero, que se pierde.
-  OtraFecha,       ///< Igual, con fechas de cobro AAAAMMDD.
-  OtraCuenta,      ///< Igual, con la cuenta en que se abona.
+  CabecerasPerdidas,  ///< La acumulación no tiene las de `antes`, y las del fichero no entrarán.
+  Desbordamiento,  ///< El total pasará de 2147483647 céntimos; `importe` = total que resultaría, `cuenta` =
+                   ///< registros de totales que lo llevarían.
+  TotalesSinSitio,    ///< La importación fallará: un registro de totales es demasiado corto.
+  TotalesInteriores,  ///< Se quitarán los que la acumulación tiene entre sus adeudos.
+  OtroAcreedor,       ///< `antes` = el de la acumulación, `ahora` = el del fichero, que se pierde.
+  OtraFecha,          ///< Igual, con fechas de cobro AAAAMMDD.
+  OtraCuenta,         ///< Igual, con la cuenta en que se abona.
   // Si se conservan los bloques:
   SinDueno,          ///< No se puede importar: `primero` es un "03" sin "02" delante en su fichero.
   BloquesNuevos,     ///< Los que tendrá (`cuenta`, quizá 0) de los que serán en total (`total`).
@@ -35,7 +39,9 @@ enum class ClaseObservacion : std::uint8_t {
   TotalesAusentes,
   TotalesNoCuadran,    ///< Un recálculo los cambiaría.
   TotalesPorBloque,    ///< Correctos por bloque según la norma, pero un recálculo los cambiaría.
-  TotalesDesbordados,  ///< El recálculo no es posible: el importe pasa del máximo; `importe` = total real.
+  FaltanCabeceras,     ///< Las que dice `antes`, como en SinCabeceras.
+  TotalesDesbordados,  ///< El recálculo no es posible: el importe pasa del máximo; `importe` = total real,
+                       ///< `cuenta` = registros de totales.
   TotalesCortos,       ///< El recálculo no es posible: un registro de totales es demasiado corto.
   VariosBloques,       ///< Hay varios "02": los totales corren de uno a otro y no son los de cada bloque.
   CopiaIntercalada,
