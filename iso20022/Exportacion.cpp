@@ -15,7 +15,7 @@ using remesa::LeerCampo;
 using remesa::Recortar;
 
 constexpr int kArgumento = 5;
-constexpr std::size_t kTrozoXml = std::size_t{64} << 10;
+constexpr std::size_t kTrozoXml = std::size_t{512} << 10;  // sin pasar por la reserva de la escritura
 
 /// La identificación con "-n" detrás, cortada para que quepa en las 35 de un elemento.
 std::string ConNumero(std::string_view identificacion, std::uint64_t numero) {
