@@ -16,6 +16,7 @@
 #include "consola/Terminal.h"
 #include "ficheros/Lectura.h"
 #include "remesa/Fichero.h"
+#include "remesa/LineasFichero.h"
 #include "remesa/Registro.h"
 #include "ventanas/editor/Ayudas.h"
 #include "ventanas/editor/Descripciones.h"
@@ -33,46 +34,31 @@ struct OpcionesVer {
   std::optional<std::uint64_t> registro;
 };
 
-/// Una línea leída: de las más largas que un registro solo se guarda lo que de él se ve.
+/// Una línea leída; de las más largas que un registro, `bytes` puede ser solo lo que de él se ve.
 struct Linea {
-  std::string bytes;
+  std::string_view bytes;
   std::uint64_t longitud = 0;
-
-  void anadir(std::string_view trozo) {
-    longitud += trozo.size();
-    bytes += trozo.substr(0, remesa::kLongitudRegistro - bytes.size());
-  }
 };
 
-/// Da a `alLeer` las líneas del fichero, por un búfer que se reutiliza, hasta que devuelve false. Como al
-/// cargar una remesa: una línea acaba en CR, el LF que le siga se salta y la última cuenta aunque no acabe.
+/// Da a `alLeer` las líneas del fichero, cortadas como al cargar una remesa y por un búfer que se reutiliza,
+/// hasta que devuelve false.
 void RecorrerLineas(const std::filesystem::path& ruta, const std::function<bool(const Linea&)>& alLeer) {
   constexpr std::size_t kBufer = std::size_t{1} << 20;
   ficheros::LecturaFichero lectura(ruta);
   Avance avance(u"Leyendo"_s, ruta);
   std::uintmax_t total = 0;
   std::vector<char> bufer(kBufer);
-  Linea linea;
-  bool abierta = false;  // hay una línea empezada
-  bool trasCR = false;
-  while (const std::size_t leidos = lectura.leer(bufer)) {
-    std::string_view resto(bufer.data(), leidos);
+  bool sigue = true;
+  remesa::LineasFichero lineas(
+      [&](std::string_view bytes, std::uint64_t longitud, remesa::FinLinea) {
+        sigue = sigue && alLeer({bytes.substr(0, remesa::kLongitudRegistro), longitud});
+      },
+      remesa::Fines::SoloCR);
+  while (const std::size_t leidos = sigue ? lectura.leer(bufer) : 0) {
     avance.poner(total += leidos, lectura.tamano());
-    while (!resto.empty()) {
-      if (trasCR && resto.front() == '\n') resto.remove_prefix(1);
-      trasCR = false;
-      if (resto.empty()) break;
-      const std::size_t fin = resto.find('\r');
-      linea.anadir(resto.substr(0, fin));
-      abierta = fin == std::string::npos;
-      if (abierta) break;
-      resto.remove_prefix(fin + 1);
-      trasCR = true;
-      if (!alLeer(linea)) return;
-      linea = {};
-    }
+    lineas.dar({bufer.data(), leidos});
   }
-  if (abierta) alLeer(linea);
+  lineas.terminar();
 }
 
 /// Lo que hay del campo, sin los blancos que lo rellenan, y lo que significa.

@@ -10,14 +10,14 @@ void Anotador::pasarA(std::string_view bytes, std::uint64_t fila) {
 }
 
 void Anotador::ponerAdeudo(std::string_view bytes) {
-  deudor_ = Recortar(remesa::LeerCampo(bytes, kNombreDeudor));
+  deudor_ = Recortar(LeerCampo(bytes, kNombreDeudor));
 }
 
 void Anotador::campo(CodigoHallazgo codigo, const Campo& campo, std::string esperado, std::uint64_t otro) {
   Hallazgo hallazgo{codigo};
   hallazgo.donde = campo.donde;
   hallazgo.campo = &campo;
-  hallazgo.valor = Recortar(remesa::LeerCampo(bytes_, campo.donde));
+  hallazgo.valor = Recortar(LeerCampo(bytes_, campo.donde));
   hallazgo.esperado = std::move(esperado);
   hallazgo.otro = otro;
   anotar(std::move(hallazgo));
@@ -35,7 +35,7 @@ void Anotador::parte(CodigoHallazgo codigo, const Campo& campo, Posiciones donde
   Hallazgo hallazgo{codigo};
   hallazgo.donde = donde;
   hallazgo.campo = &campo;
-  hallazgo.valor = remesa::LeerCampo(bytes_, donde);
+  hallazgo.valor = LeerCampo(bytes_, donde);
   anotar(std::move(hallazgo));
 }
 
@@ -52,12 +52,11 @@ void Anotador::anotar(Hallazgo hallazgo) {
   hallazgo.registro = numero_;
   hallazgo.fila = fila_;
   hallazgo.clase = clase_;
-  if (remesa::LeerCampo(bytes_, kCodigo) == "03") {
-    hallazgo.referencia = Recortar(remesa::LeerCampo(bytes_, kReferenciaAdeudo));
+  if (Codigo(bytes_) == CodigoRegistro::Adeudo) {
+    hallazgo.referencia = Recortar(LeerCampo(bytes_, kReferenciaAdeudo));
     // Un opcional no lleva el nombre: es el del adeudo que lo precede.
-    hallazgo.deudor = clase_ == ClaseRegistro::Adeudo
-                          ? std::string(Recortar(remesa::LeerCampo(bytes_, kNombreDeudor)))
-                          : deudor_;
+    hallazgo.deudor =
+        clase_ == ClaseRegistro::Adeudo ? std::string(Recortar(LeerCampo(bytes_, kNombreDeudor))) : deudor_;
   }
   EsError(hallazgo.codigo) ? ++errores_ : ++avisos_;
   recibir_(std::move(hallazgo));

@@ -7,6 +7,25 @@
 
 namespace remesa {
 
+/// Código de un registro: sus dos primeras posiciones, mire lo que mire el resto.
+enum class CodigoRegistro : std::uint8_t {
+  Presentador,       ///< "01"
+  Acreedor,          ///< "02"
+  Adeudo,            ///< "03", con cualquier número de dato.
+  TotalesFecha,      ///< "04"
+  TotalesAcreedor,   ///< "05"
+  TotalesGenerales,  ///< "99"
+  Otro,
+};
+
+CodigoRegistro Codigo(std::string_view registro);
+
+/// "04", "05" y "99".
+constexpr bool EsDeTotales(CodigoRegistro codigo) {
+  return codigo == CodigoRegistro::TotalesFecha || codigo == CodigoRegistro::TotalesAcreedor ||
+         codigo == CodigoRegistro::TotalesGenerales;
+}
+
 /// Registros del Cuaderno 19.14. Los "03" se distinguen por su número de dato.
 enum class ClaseRegistro : std::uint8_t {
   Presentador,       ///< "01"
@@ -26,6 +45,7 @@ ClaseRegistro Clase(std::string_view registro);
 
 /// Campos en orden de posición, de la 1 a la 600 sin huecos; ninguno si es desconocido.
 std::span<const Campo> CamposDe(ClaseRegistro clase);
+/// Los de su clase o, si no la tiene, los de un registro de rechazos o de devoluciones.
 std::span<const Campo> CamposDe(std::string_view registro);
 
 /// Nombre del registro para las personas, en UTF-8 ("Adeudo individual"); vacío si es desconocido.
@@ -41,6 +61,10 @@ consteval Posiciones PosicionesDe(std::span<const Campo> campos, std::string_vie
   throw "campo inexistente";
 }
 
+/// Versión de los cuadernos: el 19.14 (SEPA básico) y el 19.44 (SEPA entre empresas, con los mismos campos).
+inline constexpr std::string_view kVersion1914 = "19143";
+inline constexpr std::string_view kVersion1944 = "19445";
+
 // Campos que el propio programa lee o escribe.
 
 inline constexpr Posiciones kCodigo = PosicionesDe(tabla::kPresentador, "Código de registro");
@@ -51,8 +75,13 @@ inline constexpr Posiciones kMarcaAdeudo{kVersion.hasta, kNumeroDato.desde + 1};
 /// Comienzo de los ficheros de la versión anterior del cuaderno ("5180").
 inline constexpr Posiciones kCabezaAnterior{1, 4};
 
+inline constexpr Posiciones kIdentificadorPresentador =
+    PosicionesDe(tabla::kPresentador, "Identificador del presentador");
+inline constexpr Posiciones kNombrePresentador = PosicionesDe(tabla::kPresentador, "Nombre del presentador");
 inline constexpr Posiciones kFechaCreacion =
     PosicionesDe(tabla::kPresentador, "Fecha de creación del fichero");
+inline constexpr Posiciones kIdentificacionFichero =
+    PosicionesDe(tabla::kPresentador, "Identificación del fichero");
 
 inline constexpr Posiciones kIdentificadorAcreedor =
     PosicionesDe(tabla::kAcreedor, "Identificador del acreedor");
@@ -86,5 +115,15 @@ inline constexpr Posiciones kRegistros05 = PosicionesDe(tabla::kTotalesAcreedor,
 inline constexpr Posiciones kImporte99 = PosicionesDe(tabla::kTotalesGenerales, "Total de importes general");
 inline constexpr Posiciones kAdeudos99 = PosicionesDe(tabla::kTotalesGenerales, "Número de registros");
 inline constexpr Posiciones kRegistros99 = PosicionesDe(tabla::kTotalesGenerales, "Total de registros");
+
+// De los rechazos y las devoluciones; lo demás, en las posiciones de la presentación.
+
+inline constexpr Posiciones kFicheroOriginal =
+    PosicionesDe(tabla::kAcreedorRechazo, "Identificación del fichero original");
+inline constexpr Posiciones kFechaDevolucion =
+    PosicionesDe(tabla::kAcreedorDevolucion, "Fecha de devolución");
+inline constexpr Posiciones kMotivo = PosicionesDe(tabla::kAdeudoRechazado, "Motivo");
+inline constexpr Posiciones kFechaCobroOriginal =
+    PosicionesDe(tabla::kAdeudoDevuelto, "Fecha de cobro original");
 
 }  // namespace remesa

@@ -114,10 +114,7 @@ ResultadoComprobacion ComprobarLista(const ListaRegistros& lista, Dia hoy, const
   for (std::size_t i = 0; i < lista.size(); ++i) {
     lista.anticipar(i);
     std::string_view registro = lista[i];
-    if (comoGuardada && registro.size() != kLongitudRegistro) {
-      rehecho.assign(registro.substr(0, kLongitudRegistro)).resize(kLongitudRegistro, ' ');
-      registro = rehecho;
-    }
+    if (comoGuardada) registro = ComoSeGuarda(registro, rehecho);
     fila = i + 1;
     if (registro.find('\n') == std::string_view::npos) {
       dar(registro, registro.size(), ultimo);

@@ -20,16 +20,16 @@ std::int32_t Sumar(std::int32_t contador, std::int32_t cuantos) {
 
 }  // namespace
 
-bool EsDeTotales(std::string_view registro) {
-  const std::string_view codigo = LeerCampo(registro, kCodigo);
-  return codigo == "04" || codigo == "05" || codigo == "99";
-}
-
 bool EntraEnImportacion(std::string_view registro, bool primera) {
-  const std::string_view codigo = LeerCampo(registro, kCodigo);
-  if (codigo == "03") return true;
-  if (codigo == "01" || codigo == "02") return primera;
-  return EsDeTotales(registro);
+  switch (Codigo(registro)) {
+    case CodigoRegistro::Presentador:
+    case CodigoRegistro::Acreedor:
+      return primera;
+    case CodigoRegistro::Otro:
+      return false;
+    default:
+      return true;
+  }
 }
 
 void Aplicar(std::string& registro, std::span<const Cambio> cambios) {
@@ -39,32 +39,40 @@ void Aplicar(std::string& registro, std::span<const Cambio> cambios) {
 
 std::span<const Cambio> Recuento::contar(std::string_view registro) {
   cambios_.clear();
-  const std::string_view codigo = LeerCampo(registro, kCodigo);
   const auto cifras = [&](std::int32_t valor, Posiciones donde) {
     cambiar(registro, donde, Ceros(valor, donde.longitud()));
   };
-  if (codigo == "03") {
-    if (LeerCampo(registro, kNumeroDato) == "003") sumarImporte(registro);
-    sumarRegistro(false);
-  } else if (codigo == "02") {
-    sumarRegistro(false);
-    fecha_ = LeerCampo(registro, kFechaCobro);
-  } else if (codigo == "04") {
-    cambiar(registro, kFecha04, fecha_);
-    cifras(totales_.importe, kImporte04);
-    cifras(totales_.adeudos, kAdeudos04);
-    sumarRegistro(true);
-    cifras(totales_.registros, kRegistros04);
-  } else if (codigo == "05") {
-    cifras(totales_.importe, kImporte05);
-    cifras(totales_.adeudos, kAdeudos05);
-    sumarRegistro(true);
-    cifras(totales_.registros, kRegistros05);
-  } else if (codigo == "99") {
-    cifras(totales_.importe, kImporte99);
-    cifras(totales_.adeudos, kAdeudos99);
-    sumarRegistro(true);
-    cifras(Sumar(totales_.registros, 1), kRegistros99);  // uno más: el "01"
+  switch (Codigo(registro)) {
+    case CodigoRegistro::Adeudo:
+      if (Clase(registro) == ClaseRegistro::Adeudo) sumarImporte(registro);
+      sumarRegistro(false);
+      break;
+    case CodigoRegistro::Acreedor:
+      sumarRegistro(false);
+      fecha_ = LeerCampo(registro, kFechaCobro);
+      break;
+    case CodigoRegistro::TotalesFecha:
+      cambiar(registro, kFecha04, fecha_);
+      cifras(totales_.importe, kImporte04);
+      cifras(totales_.adeudos, kAdeudos04);
+      sumarRegistro(true);
+      cifras(totales_.registros, kRegistros04);
+      break;
+    case CodigoRegistro::TotalesAcreedor:
+      cifras(totales_.importe, kImporte05);
+      cifras(totales_.adeudos, kAdeudos05);
+      sumarRegistro(true);
+      cifras(totales_.registros, kRegistros05);
+      break;
+    case CodigoRegistro::TotalesGenerales:
+      cifras(totales_.importe, kImporte99);
+      cifras(totales_.adeudos, kAdeudos99);
+      sumarRegistro(true);
+      cifras(Sumar(totales_.registros, 1), kRegistros99);  // uno más: el "01"
+      break;
+    case CodigoRegistro::Presentador:
+    case CodigoRegistro::Otro:
+      break;
   }
   return cambios_;
 }
@@ -104,7 +112,7 @@ Destino ReglasImportacion::dar(std::string_view registro) {
   cambios_ = {};
   if (!EntraEnImportacion(registro, primera_)) return Destino::Quitar;
   const std::span<const Cambio> cambios = recuento_.contar(registro);
-  if (!EsDeTotales(registro)) {
+  if (!EsDeTotales(Codigo(registro))) {
     quedanRegistros_ = true;
     return Destino::Conservar;
   }

@@ -112,7 +112,7 @@ class MiradaCampos {
         anotador_.campo(C::LibreConDatos, campo);
         break;
       case ValorCampo::Version:
-        if (valor != "19143") anotador_.campo(C::Version, campo, "19143");
+        if (valor != kVersion1914) anotador_.campo(C::Version, campo, std::string(kVersion1914));
         break;
       case ValorCampo::NumeroDato:
         mirarNumeroDato(campo, valor);

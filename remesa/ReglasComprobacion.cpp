@@ -69,7 +69,7 @@ void ReglasComprobacion::dar(std::string_view bytes, std::uint64_t longitud, std
     default:
       break;
   }
-  totales_.dar();
+  mirarTotales();
 }
 
 void ReglasComprobacion::terminar() {
@@ -83,9 +83,10 @@ void ReglasComprobacion::terminar() {
 /// Longitud, código y número de dato. false si no hay nada más que mirar en el registro.
 bool ReglasComprobacion::mirarForma(std::string_view bytes, std::uint64_t longitud) {
   const bool conocido = anotador_.clase() != ClaseRegistro::Desconocido;
-  if (anotador_.numero() == 1 && !EnBlanco(bytes) && !conocido && LeerCampo(bytes, kVersion) != "19143") {
+  if (anotador_.numero() == 1 && !EnBlanco(bytes) && !conocido &&
+      LeerCampo(bytes, kVersion) != kVersion1914) {
     constexpr std::size_t kCabeza = 7;
-    anotador_.fichero(C::NoEsRemesa, std::string(bytes.substr(0, kCabeza)), "0119143");
+    anotador_.fichero(C::NoEsRemesa, std::string(bytes.substr(0, kCabeza)), "01" + std::string(kVersion1914));
     ajeno_ = true;
     return false;
   }
@@ -96,7 +97,7 @@ bool ReglasComprobacion::mirarForma(std::string_view bytes, std::uint64_t longit
                          std::to_string(longitud), std::to_string(kLongitudRegistro));
   if (conocido) return true;
   if (longitud < kLongitudRegistro && EnBlanco(bytes)) return false;
-  if (LeerCampo(bytes, kCodigo) == "03")
+  if (Codigo(bytes) == CodigoRegistro::Adeudo)
     anotador_.posiciones(C::NumeroDato, kNumeroDato, std::string(LeerCampo(bytes, kNumeroDato)),
                          "003 004 005 006");
   else
@@ -213,6 +214,20 @@ void ReglasComprobacion::mirarCabecera(Posiciones acreedor) {
   };
   if (ComprobarIdentificador(acreedor_).correcto) comparar(acreedor, acreedor_);
   if (cobro_ && anotador_.clase() == ClaseRegistro::TotalesFecha) comparar(kFecha04, fechaCobro_);
+}
+
+/// Lo que un registro de totales debe decir. Un campo que no es un número ya se ha anotado.
+void ReglasComprobacion::mirarTotales() {
+  constexpr C kCodigos[] = {C::TotalImportes, C::TotalAdeudos, C::TotalRegistros};
+  const std::string_view registro = anotador_.registro();
+  const C* codigo = kCodigos;
+  for (const TotalDebido& debido : totales_.dar(registro, anotador_.clase())) {
+    const C este = *codigo++;
+    const std::string_view dicho = LeerCampo(registro, debido.donde);
+    if (dicho.size() != static_cast<std::size_t>(debido.donde.longitud()) || !SonCifras(dicho)) continue;
+    const std::string escrito = CifrasDe(debido.valor, debido.donde.longitud());
+    if (dicho != escrito) anotador_.campo(este, campoDe(debido.donde), escrito);
+  }
 }
 
 }  // namespace remesa

@@ -40,11 +40,12 @@ class ReglasComprobacion {
   void mirarOpcional();
   DatosCabecera repetidoDeCabecera() const;
   void mirarCabecera(Posiciones acreedor);
+  void mirarTotales();
   const Campo& campoDe(Posiciones donde) const;
 
   Anotador anotador_;
   OrdenRegistros orden_{anotador_};
-  TotalesNorma totales_{anotador_};
+  TotalesNorma totales_;
   Repetidos repetidos_;
   Dia hoy_;
   bool ajeno_ = false;

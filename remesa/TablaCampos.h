@@ -182,5 +182,52 @@ inline constexpr std::array kTotalesGenerales{
     Campo{"Libre", {38, 600}, A, OB, V::Libre},
 };
 
+// Los de rechazos (11 a 15) y devoluciones (21 a 25) son los de la presentación con algún campo más o con
+// otro nombre: aquí solo está la diferencia.
+
+/// Los campos de `base` y, en el sitio de su último, que es el libre, los de `cola`.
+template <std::size_t N, std::size_t M>
+consteval std::array<Campo, N - 1 + M> ConCola(const std::array<Campo, N>& base,
+                                               const std::array<Campo, M>& cola) {
+  std::array<Campo, N - 1 + M> campos{};
+  for (std::size_t i = 0; i + 1 < N; ++i)
+    campos[i] = base[i];
+  for (std::size_t i = 0; i < M; ++i)
+    campos[N - 1 + i] = cola[i];
+  return campos;
+}
+
+template <std::size_t N>
+consteval std::array<Campo, N> Renombrado(std::array<Campo, N> campos, std::string_view antes,
+                                          std::string_view ahora) {
+  for (Campo& campo : campos) {
+    if (campo.nombre != antes) continue;
+    campo.nombre = ahora;
+    return campos;
+  }
+  throw "campo inexistente";
+}
+
+inline constexpr std::array kPresentadorRetorno =
+    Renombrado(Renombrado(kPresentador, "Entidad receptora", "Entidad que informa"), "Oficina receptora",
+               "Oficina que informa");
+
+inline constexpr std::array kAcreedorRechazo = ConCola(
+    kAcreedor, std::array{Campo{"Identificación del fichero original", {300, 334}, A, OB, V::Referencia},
+                          Campo{"Libre", {335, 600}, A, OB, V::Libre}});
+inline constexpr std::array kAcreedorDevolucion =
+    Renombrado(kAcreedorRechazo, "Fecha de cobro", "Fecha de devolución");
+
+inline constexpr std::array kAdeudoRechazado = ConCola(
+    kAdeudo,
+    std::array{Campo{"Motivo", {582, 585}, A, OB, V::Texto}, Campo{"Libre", {586, 600}, A, OB, V::Libre}});
+inline constexpr std::array kAdeudoDevuelto =
+    ConCola(kAdeudo, std::array{Campo{"Motivo", {582, 585}, A, OB, V::Texto},
+                                Campo{"Fecha de cobro original", {586, 593}, N, OB, V::Fecha},
+                                Campo{"Libre", {594, 600}, A, OB, V::Libre}});
+
+inline constexpr std::array kTotalesFechaDevolucion =
+    Renombrado(kTotalesFecha, "Fecha de cobro", "Fecha de devolución");
+
 }  // namespace tabla
 }  // namespace remesa

@@ -82,6 +82,11 @@ std::chrono::year_month_day Hoy() {
           std::chrono::day(static_cast<unsigned>(hoy.day()))};
 }
 
+std::chrono::local_time<std::chrono::milliseconds> Ahora() {
+  const std::chrono::milliseconds hora(QTime::currentTime().msecsSinceStartOfDay());
+  return std::chrono::local_days(Hoy()) + hora;
+}
+
 void PonerFechaActual(const std::optional<QDate>& fecha) {
   fechaPuesta = fecha;
 }

@@ -58,6 +58,8 @@ std::optional<QDate> LeerFecha(const QString& texto);
 QDate FechaActual();
 /// La misma, como la pide el núcleo.
 std::chrono::year_month_day Hoy();
+/// Ahora, en la hora local. Si una prueba puso la fecha, en ese día.
+std::chrono::local_time<std::chrono::milliseconds> Ahora();
 void PonerFechaActual(const std::optional<QDate>& fecha);
 
 }  // namespace comunes

@@ -31,7 +31,7 @@ int entero(const QString& texto) {
 
 std::string completado(std::string_view registro) {
   std::string bytes(registro.substr(0, remesa::kLongitudRegistro));
-  bytes.resize(remesa::kLongitudRegistro, ' ');
+  remesa::AjustarLongitud(bytes);
   return bytes;
 }
 

@@ -165,7 +165,11 @@ std::vector<QString> EdiSEPA::textos() const {
 void EdiSEPA::entrarEn(FilaCampo* fila) {
   constexpr int kMargen = 48;
   ui_->Ayuda->setText(fila->Campo().explicacion);
-  ui_->Desplazable->ensureWidgetVisible(fila->Caja(), 0, kMargen);
+  // ensureWidgetVisible se conforma con ver el cursor, y el borde de la caja puede quedar fuera.
+  const QWidget* caja = fila->Caja();
+  if (caja->visibleRegion().boundingRect() == caja->rect()) return;
+  const QRect sitio(caja->mapTo(ui_->Formulario, QPoint(0, 0)), caja->size());
+  ui_->Desplazable->ensureVisible(sitio.left(), sitio.center().y(), 0, sitio.height() / 2 + kMargen);
 }
 
 void EdiSEPA::anotarSalida(FilaCampo* fila) {

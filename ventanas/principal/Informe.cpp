@@ -12,6 +12,7 @@
 #include "remesa/Campos.h"
 #include "remesa/Registro.h"
 #include "remesa/SEPA.h"
+#include "ventanas/principal/RecuentoInforme.h"
 
 namespace principal {
 
@@ -89,7 +90,7 @@ int AnchoInforme(bool conReferencia) {
 }
 
 Informe PrepararInforme(comunes::Rejilla& visor, const remesa::ListaRegistros& acumulado,
-                        const QString& ficheroActual, bool conReferencia) {
+                        const QString& ficheroActual, bool conReferencia, bool soloAdeudos) {
   Informe informe;
   QString envio;
   QString emision;
@@ -102,23 +103,25 @@ Informe PrepararInforme(comunes::Rejilla& visor, const remesa::ListaRegistros& a
   int fila = visor.FixedRows();
   std::string completo;
   for (std::string_view registro : acumulado) {
-    if (registro.size() < remesa::kLongitudRegistro) {
-      completo.assign(registro).resize(remesa::kLongitudRegistro, ' ');
-      registro = completo;
-    }
-    registro = registro.substr(0, remesa::kLongitudRegistro);
-    const std::string_view codigo = LeerCampo(registro, remesa::kCodigo);
-    if (codigo == "03" && LeerCampo(registro, remesa::kMarcaAdeudo) == "300") {
-      anadirAdeudo(visor, fila++, registro);
-    } else if (codigo == "01") {
-      envio = fecha(registro, remesa::kFechaCreacion);
-    } else if (codigo == "02") {
-      informe.titulo = texto(registro, remesa::kNombreAcreedor);
-      emision = fecha(registro, remesa::kFechaCobro);
-      cuentaAcreedor = cuenta(registro, remesa::kCuentaAcreedor);
-    } else if (codigo == "04") {
-      total = importe(registro, remesa::kImporte04);
-      recibos = numero(registro, remesa::kAdeudos04);
+    registro = remesa::ComoSeGuarda(registro, completo);
+    switch (remesa::Codigo(registro)) {
+      case remesa::CodigoRegistro::Adeudo:
+        if (EntraEnInforme(registro, soloAdeudos)) anadirAdeudo(visor, fila++, registro);
+        break;
+      case remesa::CodigoRegistro::Presentador:
+        envio = fecha(registro, remesa::kFechaCreacion);
+        break;
+      case remesa::CodigoRegistro::Acreedor:
+        informe.titulo = texto(registro, remesa::kNombreAcreedor);
+        emision = fecha(registro, remesa::kFechaCobro);
+        cuentaAcreedor = cuenta(registro, remesa::kCuentaAcreedor);
+        break;
+      case remesa::CodigoRegistro::TotalesFecha:
+        total = importe(registro, remesa::kImporte04);
+        recibos = numero(registro, remesa::kAdeudos04);
+        break;
+      default:
+        break;
     }
   }
   comunes::Subtotales({}, visor, u"Total"_s, u"Nombre"_s, u"NOSORT"_s, {u"Importe"_s});
@@ -128,6 +131,8 @@ Informe PrepararInforme(comunes::Rejilla& visor, const remesa::ListaRegistros& a
   informe.lineas = u";Emisor:** "_s + informe.titulo + u";Fichero:** "_s + ficheroActual + u";Envío:  ** "_s +
                    envio + u";Emisión:** "_s + emision + u";Cuenta:** "_s + cuentaAcreedor +
                    u";;Total:** "_s + total + u" €   ("_s + recibos + u" recibos)"_s;
+  if (const QString otros = TextoRecuentoInforme(ContarInforme(acumulado)); !soloAdeudos && !otros.isEmpty())
+    informe.lineas += u";;"_s + otros;
   informe.lineas.replace(u"**"_s, u"\t"_s);
   return informe;
 }

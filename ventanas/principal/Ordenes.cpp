@@ -48,7 +48,7 @@ Senalado SinTotales(const VistaRegistros& vista) {
   for (std::size_t i = 0; i < vista.lista().size(); ++i) {
     const bool seleccionado = siguiente != seleccion.end() && *siguiente == i;
     if (seleccionado) ++siguiente;
-    if (remesa::EsDeTotales(vista.lista()[i])) continue;
+    if (remesa::EsDeTotales(remesa::Codigo(vista.lista()[i]))) continue;
     if (seleccionado) tras.seleccion.push_back(nuevo);
     if (vista.actual() == static_cast<int>(i)) tras.actual = static_cast<int>(nuevo);
     ++nuevo;
@@ -78,7 +78,7 @@ void frmUnirQ19::RecalcularTotales() {
   // También si falla: lo reescrito hasta entonces se conserva, y hay que contarlo.
   const auto alSalir = qScopeGuard([this] { mostrarObservaciones(); });
   ui_->Acumulado->modelo().reescribir(
-      [this](remesa::ListaRegistros& lista) { remesa::RecalcularTotales(lista, &resumenAcumulado_); });
+      [this](remesa::ListaRegistros& lista) { remesa::RecalcularYResumir(lista, resumenAcumulado_); });
 }
 
 void frmUnirQ19::empezar() {
@@ -164,7 +164,8 @@ void frmUnirQ19::eliminar() {
   const int actual = acumulado.actual();
   const auto quitados =
       std::count_if(seleccion.begin(), seleccion.end(), [&, &lista = acumulado.lista()](std::size_t fila) {
-        return static_cast<int>(fila) < actual && remesa::LeerCampo(lista[fila], remesa::kCodigo) == "03";
+        return static_cast<int>(fila) < actual &&
+               remesa::Codigo(lista[fila]) == remesa::CodigoRegistro::Adeudo;
       });
   acumulado.cambiar([&](remesa::ListaRegistros& lista) { remesa::EliminarAdeudos(lista, seleccion); });
   acumulado.ponerActual(

@@ -1,0 +1,49 @@
+#include "remesa/Identificacion.h"
+
+#include "remesa/Calendario.h"
+#include "remesa/Campos.h"
+
+namespace remesa {
+namespace {
+
+using namespace std::chrono;
+
+constexpr std::string_view kCorriente = "PRE";
+constexpr std::string_view kFinanciada = "PREFSDD";
+constexpr int kMilesimasQueCaben = 100'000;
+constexpr std::size_t kFechaYHora = 8 + 6 + 5;
+
+std::string DosCifras(auto tiempo) {
+  return Ceros(static_cast<std::int32_t>(tiempo.count()), 2);
+}
+
+/// AAAAMMDDHHMMSSmmmmm. Lo que no cabe en las milésimas pasa a los segundos.
+std::string FechaYHora(Momento momento, int parte) {
+  const auto dado = floor<seconds>(momento);
+  const auto cuenta = (momento - dado).count() + parte;
+  const auto segundo = dado + seconds{cuenta / kMilesimasQueCaben};
+  const auto dia = floor<days>(segundo);
+  const hh_mm_ss hora{segundo - dia};
+  return EscribirFecha(Dia(dia)) + DosCifras(hora.hours()) + DosCifras(hora.minutes()) +
+         DosCifras(hora.seconds()) + Ceros(static_cast<std::int32_t>(cuenta % kMilesimasQueCaben), 5);
+}
+
+}  // namespace
+
+std::string IdentificacionRenovada(std::string_view actual, Momento ahora, int parte) {
+  std::string nueva(actual.starts_with(kFinanciada) ? kFinanciada : kCorriente);
+  const std::size_t delPresentador = nueva.size() + kFechaYHora;
+  nueva += FechaYHora(ahora, parte);
+  if (actual.size() > delPresentador) nueva += actual.substr(delPresentador);
+  nueva.resize(static_cast<std::size_t>(kIdentificacionFichero.longitud()), ' ');
+  return nueva;
+}
+
+void RenovarIdentificacion(std::string& presentador, Momento ahora, int parte) {
+  const std::string nueva =
+      IdentificacionRenovada(LeerCampo(presentador, kIdentificacionFichero), ahora, parte);
+  EscribirCampo(presentador, kFechaCreacion, EscribirFecha(Dia(floor<days>(ahora))));
+  EscribirCampo(presentador, kIdentificacionFichero, nueva);
+}
+
+}  // namespace remesa
