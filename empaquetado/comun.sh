@@ -10,6 +10,9 @@ if [[ -z ${SOURCE_DATE_EPOCH-} ]]; then
 fi
 export SOURCE_DATE_EPOCH
 
+# Donde se publica: AppStream solo admite capturas que estén en la red. La de aquí no existe: quien publique dice la suya.
+sitio=${SITIO:-https://unirq19.example}
+
 # Ninguna fecha de la carpeta pasa de esa.
 fechar() { find "$1" -exec touch -h -d "@$SOURCE_DATE_EPOCH" {} +; }
 

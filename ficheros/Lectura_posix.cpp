@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cerrno>
 
+#include "ficheros/Enlaces.h"
 #include "ficheros/ErrorEjecucion.h"
 #include "ficheros/Lectura.h"
 
@@ -37,15 +38,14 @@ struct LecturaFichero::Interior {
 };
 
 // O_NONBLOCK: abrir una cola sin nadie al otro lado no debe esperar.
-LecturaFichero::LecturaFichero(const std::filesystem::path& ruta)
-    : interior_(
-          std::make_unique<Interior>(::open(ruta.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY))),
-      ruta_(ruta) {
+LecturaFichero::LecturaFichero(const std::filesystem::path& ruta) : ruta_(ruta) {
+  SeguirEnlaces(ruta);  // solo por los que no se deben seguir
+  interior_ = std::make_unique<Interior>(::open(ruta.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
   struct stat estado {};
   if (interior_->fd < 0 || ::fstat(interior_->fd, &estado) != 0)
     throw ErrorEjecucion(std::error_code(errno, std::generic_category()), ruta);
-  if (S_ISDIR(estado.st_mode)) throw ErrorEjecucion(75, ruta, "es una carpeta");
-  if (!S_ISREG(estado.st_mode)) throw ErrorEjecucion(75, ruta, "no es un fichero corriente");
+  if (S_ISDIR(estado.st_mode)) throw ErrorEjecucion(kErrorDeAcceso, ruta, "es una carpeta");
+  if (!S_ISREG(estado.st_mode)) throw ErrorEjecucion(kErrorDeAcceso, ruta, "no es un fichero corriente");
   interior_->escrito = estado.st_mtim;
   tamano_ = static_cast<std::uintmax_t>(estado.st_size);
 }
@@ -62,6 +62,16 @@ std::size_t LecturaFichero::leerAlgoEn(std::uintmax_t donde, std::span<char> des
     return ::pread(interior_->fd, destino.data(), std::min(destino.size(), kMaximo),
                    static_cast<off_t>(donde));
   });
+}
+
+LecturaFichero::Marca LecturaFichero::marca() const {
+  struct stat estado {};
+  if (::fstat(interior_->fd, &estado) != 0)
+    throw ErrorEjecucion(std::error_code(errno, std::generic_category()), ruta_);
+  constexpr std::int64_t kNanosegundos = 1'000'000'000;
+  return {static_cast<std::uint64_t>(estado.st_dev), static_cast<std::uint64_t>(estado.st_ino),
+          static_cast<std::uint64_t>(estado.st_size),
+          estado.st_mtim.tv_sec * kNanosegundos + estado.st_mtim.tv_nsec};
 }
 
 bool LecturaFichero::reescrito() const {

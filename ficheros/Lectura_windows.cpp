@@ -22,18 +22,18 @@ struct LecturaFichero::Interior {
 };
 
 LecturaFichero::LecturaFichero(const std::filesystem::path& ruta) : ruta_(ruta) {
-  if (ruta.empty()) throw ErrorEjecucion(53, ruta);
+  if (ruta.empty()) throw ErrorEjecucion(kNoEncontrado, ruta);
   // CreateFile sobre una carpeta dice "acceso denegado": se mira antes para dar el error de ruta.
   const std::filesystem::path larga = RutaLarga(ruta);
   const DWORD atributos = ::GetFileAttributesW(larga.c_str());
   if (atributos != INVALID_FILE_ATTRIBUTES && (atributos & FILE_ATTRIBUTE_DIRECTORY))
-    throw ErrorEjecucion(75, ruta, "es una carpeta");
+    throw ErrorEjecucion(kErrorDeAcceso, ruta, "es una carpeta");
   interior_ = std::make_unique<Interior>(::CreateFileW(larga.c_str(), GENERIC_READ,
                                                        FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr,
                                                        OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
   if (interior_->fichero == INVALID_HANDLE_VALUE) FallarWindows(::GetLastError(), ruta);
   if (::GetFileType(interior_->fichero) != FILE_TYPE_DISK)
-    throw ErrorEjecucion(75, ruta, "no es un fichero corriente");
+    throw ErrorEjecucion(kErrorDeAcceso, ruta, "no es un fichero corriente");
   LARGE_INTEGER tamano{};
   if (!::GetFileSizeEx(interior_->fichero, &tamano)) FallarWindows(::GetLastError(), ruta);
   tamano_ = static_cast<std::uintmax_t>(tamano.QuadPart);
@@ -62,6 +62,16 @@ std::size_t LecturaFichero::leerAlgoEn(std::uintmax_t donde, std::span<char> des
   if (!::SetFilePointerEx(interior_->fichero, antes, nullptr, FILE_BEGIN))
     FallarWindows(::GetLastError(), ruta_);
   return leidos;
+}
+
+LecturaFichero::Marca LecturaFichero::marca() const {
+  BY_HANDLE_FILE_INFORMATION datos{};
+  if (!::GetFileInformationByHandle(interior_->fichero, &datos)) FallarWindows(::GetLastError(), ruta_);
+  const auto juntar = [](DWORD alta, DWORD baja) { return (std::uint64_t{alta} << 32) | baja; };
+  return {datos.dwVolumeSerialNumber, juntar(datos.nFileIndexHigh, datos.nFileIndexLow),
+          juntar(datos.nFileSizeHigh, datos.nFileSizeLow),
+          static_cast<std::int64_t>(
+              juntar(datos.ftLastWriteTime.dwHighDateTime, datos.ftLastWriteTime.dwLowDateTime))};
 }
 
 // Se abre sin dejar escribir a nadie.

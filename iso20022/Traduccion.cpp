@@ -6,6 +6,7 @@
 #include "iso20022/Direccion.h"
 #include "remesa/Calendario.h"
 #include "remesa/CaracteresSEPA.h"
+#include "remesa/CuentaNacional.h"
 #include "remesa/PaisesSEPA.h"
 #include "remesa/SEPA.h"
 #include "remesa/Validez.h"

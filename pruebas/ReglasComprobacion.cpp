@@ -1,7 +1,6 @@
 #include "remesa/Comprobacion.h"
 
-#include <fstream>
-
+#include "Carpeta.h"
 #include "Registros.h"
 #include "remesa/Guardado.h"
 #include "remesa/SEPA.h"
@@ -119,7 +118,7 @@ TEST_F(PruebaComprobacion, UnCampoEstropeado) {
       {kPresentador, 159, "21A0", "E302@1", {159, 162}},
       {kAdeudo, 331, "X", "E302@3", {331, 331}},
       {kAdeudo, 331, "0", ""},
-      {kAdeudo, 89, "    0000150", "E302@3 E403@7 E403@8 E403@9", {89, 99}},
+      {kAdeudo, 89, "    0000150", "E302@3", {89, 99}},
       {kPresentador, 116, "20260230", "E303@1", {116, 123}},
       {kAdeudo, 100, "20231301", "E303@3", {100, 107}},
       {kAdeudo, 89, "00000000000", "E304@3 E403@7 E403@8 E403@9", {89, 99}},

@@ -1,7 +1,10 @@
 #include "remesa/SEPA.h"
 
+#include <gtest/gtest.h>
+
 #include "Registros.h"
 #include "remesa/CaracteresSEPA.h"
+#include "remesa/CuentaNacional.h"
 #include "remesa/PaisesSEPA.h"
 
 using namespace remesa;
@@ -39,7 +42,7 @@ TEST(SEPA, ValoresYResto) {
   EXPECT_EQ(Modulo97(""), 0);
   EXPECT_EQ(Modulo97("98"), 1);
   EXPECT_EQ(Modulo97("3214282912345698765432161182"), 1);
-  EXPECT_EQ(pruebas::NumeroError([] { Modulo97("12-4"); }), 13);
+  EXPECT_EQ(pruebas::NumeroError([] { Modulo97("12-4"); }), ficheros::kTiposNoCoinciden);
 }
 
 TEST(SEPA, TextoReducidoAlJuegoDeCaracteres) {

@@ -63,7 +63,7 @@ std::string ValorIBAN(std::string_view caracter) {
 int Modulo97(std::string_view cifras) {
   int resto = 0;
   for (const char c : cifras) {
-    if (!EsCifra(c)) throw ficheros::ErrorEjecucion(13);
+    if (!EsCifra(c)) throw ficheros::ErrorEjecucion(ficheros::kTiposNoCoinciden);
     resto = (resto * 10 + (c - '0')) % 97;
   }
   return resto;

@@ -1,4 +1,4 @@
-# Lo común a ./ejecutar, ./probar y pruebas/fuzzear; se incluye con ".". Espera en `raiz` la carpeta del proyecto.
+# Lo común a las órdenes del proyecto; se incluye con ".". Espera en `raiz` la carpeta del proyecto.
 
 # Lo que hace falta para construir el programa y, además, para sus pruebas y para buscar fallos con libFuzzer.
 paquetes_programa=(g++ cmake ninja-build qt6-base-dev qt6-base-dev-tools qt6-translations-l10n libcli11-dev
@@ -39,4 +39,11 @@ configurar() {
     rm -rf "$dir"
   fi
   (cd "$raiz" && cmake --preset "$preset" -DAGRUPAR=ON "$@")
+}
+
+# nuevo_debian CARPETA REGISTRO: hace en ella un Debian 12 mínimo, del espejo de este equipo. Hace falta ser root.
+nuevo_debian() {
+  local espejo
+  espejo=$(apt-get indextargets --format '$(REPO_URI)' 'Created-By: Packages' | head -n1)
+  debootstrap --variant=minbase bookworm "$1" "$espejo" >"$2"
 }

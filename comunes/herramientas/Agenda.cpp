@@ -10,12 +10,14 @@
 
 namespace herramientas {
 
-const std::array<QString, kDatosContacto> kTitulosContacto{u"Nombre"_qs, u"Teléfono"_qs, u"Fax"_qs,
-                                                           u"eMail o Código"_qs};
+using namespace Qt::StringLiterals;
+
+const std::array<QString, kDatosContacto> kTitulosContacto{u"Nombre"_s, u"Teléfono"_s, u"Fax"_s,
+                                                           u"eMail o Código"_s};
 
 namespace {
 
-const QString kTituloClave = u"Clave"_qs;
+const QString kTituloClave = u"Clave"_s;
 constexpr QChar kSeparador = u';';
 constexpr QChar kTildeEnie(0x0303);
 
@@ -28,7 +30,7 @@ QString Cifras(const QString& texto) {
 QString NumeroNacional(const QString& texto) {
   constexpr int kLargoNacional = 9;
   const QString cifras = Cifras(texto);
-  for (const QString& prefijo : {u"0034"_qs, u"34"_qs})
+  for (const QString& prefijo : {u"0034"_s, u"34"_s})
     if (cifras.size() == prefijo.size() + kLargoNacional && cifras.startsWith(prefijo))
       return cifras.sliced(prefijo.size());
   return cifras;
@@ -40,7 +42,7 @@ QString ClaveDerivada(const Contacto& contacto, const QSet<QString>& usadas) {
   for (int vez = 0;; ++vez) {
     const QByteArray resumen =
         QCryptographicHash::hash(datos + '\n' + QByteArray::number(vez), QCryptographicHash::Sha1);
-    const QString clave = u"c-"_qs + QString::fromLatin1(resumen.toHex().first(16));
+    const QString clave = u"c-"_s + QString::fromLatin1(resumen.toHex().first(16));
     if (!usadas.contains(clave)) return clave;
   }
 }

@@ -13,18 +13,19 @@
 #include "ficheros/EscrituraSegura.h"
 
 namespace herramientas {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr qint64 kMaximoAgenda = 64 * 1024 * 1024;
 constexpr int kEspera = 5'000;  // ms
 constexpr int kPausa = 10;      // ms
-constexpr int kNoEsAgenda = 321;
 
 }  // namespace
 
 QString RutaAgenda() {
-  return QDir(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation))
-      .filePath(u"Telefonos.csv"_qs);
+  return QDir(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation)).filePath(u"Telefonos.csv"_s);
 }
 
 FicheroAgenda::FicheroAgenda(QString ruta) : ruta_(std::move(ruta)) {}
@@ -33,7 +34,7 @@ bool FicheroAgenda::releer() {
   const QByteArray bytes = QFileInfo::exists(ruta_) ? comunes::LeerBytes(ruta_, kMaximoAgenda) : QByteArray();
   if (bytes == bytes_) return false;
   const std::optional<Agenda> leida = LeerAgenda(bytes);
-  if (!leida) throw ficheros::ErrorEjecucion(kNoEsAgenda, comunes::ARuta(ruta_));
+  if (!leida) throw ficheros::ErrorEjecucion(ficheros::kFormatoNoValido, comunes::ARuta(ruta_));
   agenda_ = *leida;
   bytes_ = bytes;
   return true;
@@ -41,11 +42,11 @@ bool FicheroAgenda::releer() {
 
 void FicheroAgenda::cambiar(const std::function<void(Agenda&)>& cambio) {
   const std::filesystem::path ruta = comunes::ARuta(ruta_);
-  if (!QDir().mkpath(QFileInfo(ruta_).path())) throw ficheros::ErrorEjecucion(75, ruta);
-  ficheros::Cerrojo cerrojo(comunes::ARuta(ruta_ + u".lock"_qs));
+  if (!QDir().mkpath(QFileInfo(ruta_).path())) throw ficheros::ErrorEjecucion(ficheros::kErrorDeAcceso, ruta);
+  ficheros::Cerrojo cerrojo(comunes::ARuta(ruta_ + u".lock"_s));
   const QDeadlineTimer limite(kEspera);
   while (!cerrojo.poner()) {
-    if (limite.hasExpired()) throw ficheros::ErrorEjecucion(70, ruta);
+    if (limite.hasExpired()) throw ficheros::ErrorEjecucion(ficheros::kPermisoDenegado, ruta);
     QThread::msleep(kPausa);
   }
   releer();
