@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "consola/LectorRegistros.h"
 #include "ficheros/EscrituraSegura.h"
 #include "remesa/Fichero.h"
 #include "remesa/Fusion.h"
@@ -18,12 +19,7 @@ namespace consola {
 /// bytes y los errores son los de importar uno a uno en listas, recalcular tras cada uno y guardar.
 class UnionFlujo {
  public:
-  static constexpr std::size_t kBufer = std::size_t{1} << 20;
-  /// Por debajo no cabría un registro entero con su fin de línea y un byte más que lo delate largo.
-  static constexpr std::size_t kBuferMinimo = 1024;
-
-  /// `bufer` en bytes; se toma el mínimo si es menor.
-  explicit UnionFlujo(ficheros::EscrituraSegura& salida, std::size_t bufer = kBufer);
+  explicit UnionFlujo(ficheros::EscrituraSegura& salida, std::size_t bufer = LectorRegistros::kBufer);
 
   /// Importa un fichero; `ultimo` si ningún otro le sigue. Lanza ErrorEjecucion: con fichero si falló leer o
   /// escribir, sin él si lo que falla es el recálculo en el registro `registroActual()`.
@@ -44,7 +40,7 @@ class UnionFlujo {
   void volcarTramo();
 
   ficheros::EscrituraSegura& salida_;
-  std::vector<char> bufer_;
+  LectorRegistros lector_;
   std::string rehecho_;     // el registro que se rehace
   std::string_view tramo_;  // bytes seguidos del búfer que van tal cual
   remesa::ReglasImportacion reglas_;

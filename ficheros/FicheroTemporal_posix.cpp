@@ -1,10 +1,8 @@
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
-#include <sys/xattr.h>
 #include <unistd.h>
 
-#include <array>
 #include <atomic>
 #include <cerrno>
 #include <optional>
@@ -14,6 +12,7 @@
 #include "ficheros/Enlaces.h"
 #include "ficheros/ErrorEjecucion.h"
 #include "ficheros/FicheroTemporal.h"
+#include "ficheros/Permisos_posix.h"
 
 namespace ficheros {
 namespace fs = std::filesystem;
@@ -97,19 +96,6 @@ fs::path NombreTemporal(const fs::path& destino) {
           std::string(FicheroTemporal::kSufijo));
 }
 
-// Permisos, dueño y lista de control del destino, hasta donde el sistema deje.
-void HeredarPermisos(int fd, const struct stat& estado, const fs::path& destino) {
-  mode_t modo = estado.st_mode & 07777;
-  if (::fchown(fd, estado.st_uid, estado.st_gid) != 0 &&
-      ::fchown(fd, static_cast<uid_t>(-1), estado.st_gid) != 0)
-    modo &= 0777;  // sin el dueño, sus bits especiales serían los de otro
-  if (::fchmod(fd, modo) != 0) return;
-  constexpr const char* kLista = "system.posix_acl_access";
-  std::array<char, 4096> lista{};
-  const ssize_t largo = ::getxattr(destino.c_str(), kLista, lista.data(), lista.size());
-  if (largo > 0 && ::fsetxattr(fd, kLista, lista.data(), static_cast<std::size_t>(largo), 0) != 0) return;
-}
-
 }  // namespace
 
 struct FicheroTemporal::Interior {
@@ -120,9 +106,12 @@ struct FicheroTemporal::Interior {
   Descriptor fd;
   std::uintmax_t escritos = 0;
   std::uintmax_t enviados = 0;  // de los escritos, los que ya van camino del disco
+  bool volcado = false;
   bool publicado = false;
 
-  ~Interior() {
+  ~Interior() { borrar(); }
+
+  void borrar() const noexcept {
     if (fd.abierto() && !publicado) ::unlink(temporal.c_str());
   }
 
@@ -147,7 +136,8 @@ struct FicheroTemporal::Interior {
     }
     if (::flock(*fd, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) return false;
     struct stat estado {};
-    return ::fstat(*fd, &estado) == 0 && estado.st_nlink > 0;
+    if (::fstat(*fd, &estado) != 0) Fallar(errno, pedido);
+    return estado.st_nlink > 0;
   }
 };
 
@@ -160,9 +150,16 @@ FicheroTemporal::FicheroTemporal(const fs::path& destino) : interior_(std::make_
   BorrarAbandonados(i.destino.has_parent_path() ? i.destino.parent_path() : fs::path("."));
   for (int intentos = 0; !i.crear(); ++intentos)
     if (intentos == 100) throw ErrorEjecucion(kErrorDeAcceso, destino);
+  apuntar();
 }
 
-FicheroTemporal::~FicheroTemporal() = default;
+FicheroTemporal::~FicheroTemporal() {
+  olvidar();
+}
+
+void FicheroTemporal::borrar() noexcept {
+  interior_->borrar();
+}
 
 void FicheroTemporal::escribir(std::string_view bytes) {
   Interior& i = *interior_;
@@ -176,8 +173,9 @@ void FicheroTemporal::escribir(std::string_view bytes) {
   i.adelantarVolcado();
 }
 
-void FicheroTemporal::publicar() {
+void FicheroTemporal::volcar() {
   Interior& i = *interior_;
+  if (i.volcado) return;
   if (i.anterior) HeredarPermisos(*i.fd, *i.anterior, i.destino);
   if (::fsync(*i.fd) != 0) Fallar(errno, i.pedido);
   // Algunos sistemas de red no dicen que falta sitio hasta cerrar; se cierra un duplicado, porque el bloqueo
@@ -187,6 +185,12 @@ void FicheroTemporal::publicar() {
   if (::fstat(*i.fd, &estado) != 0) Fallar(errno, i.pedido);
   if (static_cast<std::uintmax_t>(estado.st_size) != i.escritos)
     throw ErrorEjecucion(kErrorDeDispositivo, i.pedido);
+  i.volcado = true;
+}
+
+void FicheroTemporal::publicar() {
+  Interior& i = *interior_;
+  volcar();
   if (::rename(i.temporal.c_str(), i.destino.c_str()) != 0) Fallar(errno, i.pedido);
   i.publicado = true;
   // El fichero nuevo ya está en su sitio: si la carpeta no se deja volcar, no hay nada que deshacer.

@@ -10,7 +10,7 @@ namespace {
 using namespace Qt::StringLiterals;
 
 constexpr int kFormato = 321;
-constexpr std::size_t kTrozo = std::size_t{256} << 10;
+constexpr std::size_t kTrozoLectura = std::size_t{256} << 10;
 
 /// El nombre sin el prefijo de su espacio.
 QStringView SinPrefijo(QStringView nombre) {
@@ -29,7 +29,7 @@ bool EmpiezaComoXml(const std::filesystem::path& ruta) {
   return primero != std::string::npos && principio[primero] == '<';
 }
 
-LectorXml::LectorXml(const std::filesystem::path& ruta) : ruta_(ruta), lectura_(ruta), bufer_(kTrozo) {
+LectorXml::LectorXml(const std::filesystem::path& ruta) : ruta_(ruta), lectura_(ruta), bufer_(kTrozoLectura) {
   // Los prefijos sin declarar no estorban, y buscar entre miles de declaraciones no tendría fin.
   xml_.setNamespaceProcessing(false);
 }

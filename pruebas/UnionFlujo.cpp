@@ -139,7 +139,7 @@ TEST_F(PruebaUnionFlujo, CasosConNombre) {
   };
   for (const auto& caso : casos) {
     SCOPED_TRACE(caso.nombre);
-    comparar(caso.ficheros, {1024, 1203, 1204, 1205, 1206, consola::UnionFlujo::kBufer});
+    comparar(caso.ficheros, {1024, 1203, 1204, 1205, 1206, consola::LectorRegistros::kBufer});
   }
 }
 
@@ -180,7 +180,7 @@ TEST_F(PruebaUnionFlujo, FicherosAlAzar) {
         const std::string& inicio = de(inicios);
         fichero += Completo(inicio, azar() % 3 == 0 ? std::max(inicio.size(), de(largos)) : 600) + de(fines);
       }
-    comparar(ficheros, {1024 + semilla % 400, consola::UnionFlujo::kBufer});
+    comparar(ficheros, {1024 + semilla % 400, consola::LectorRegistros::kBufer});
   }
 }
 

@@ -77,6 +77,9 @@ inline constexpr Posiciones kMarcaAdeudo{kVersion.hasta, kNumeroDato.desde + 1};
 /// Comienzo de los ficheros de la versión anterior del cuaderno ("5180").
 inline constexpr Posiciones kCabezaAnterior{1, 4};
 
+inline constexpr Posiciones kIdentificadorPresentador =
+    PosicionesDe(tabla::kPresentador, "Identificador del presentador");
+inline constexpr Posiciones kNombrePresentador = PosicionesDe(tabla::kPresentador, "Nombre del presentador");
 inline constexpr Posiciones kFechaCreacion =
     PosicionesDe(tabla::kPresentador, "Fecha de creación del fichero");
 inline constexpr Posiciones kIdentificacionFichero =

@@ -30,6 +30,11 @@ QString Donde(const Observacion& o) {
   return (o.cuenta == 1 ? u" (el %1)"_s : u" (el primero, el %1)"_s).arg(numero);
 }
 
+/// `una` o `varias` con las cabeceras de que se trata.
+QString SegunCabeceras(const Observacion& o, const QString& una, const QString& varias) {
+  return (o.antes.size() > 2 ? varias : una).arg(comunes::DesdeWindows1252(o.antes));
+}
+
 QString Dato(const std::string& bytes) {
   return bytes.empty() ? u"en blanco"_s : comunes::DesdeWindows1252(bytes);
 }
@@ -65,13 +70,25 @@ QString TextoDeImportacion(const Observacion& o) {
                             u"Importe después otro fichero que los tenga."_s
                           : u"Sin registros de totales: la remesa se quedará sin ellos."_s;
     case ClaseObservacion::SinCabeceras:
-      return (o.antes.size() > 2 ? u"Faltan las cabeceras %1: la remesa empezará sin ellas."_s
-                                 : u"Falta la cabecera %1: la remesa empezará sin ella."_s)
-                 .arg(comunes::DesdeWindows1252(o.antes)) +
+      return SegunCabeceras(o, u"Falta la cabecera %1: la remesa empezará sin ella."_s,
+                            u"Faltan las cabeceras %1: la remesa empezará sin ellas."_s) +
              u" Importe antes un fichero completo."_s;
+    case ClaseObservacion::CabecerasPerdidas:
+      return SegunCabeceras(o, u"La remesa no tiene la cabecera %1 y la de este fichero no entrará."_s,
+                            u"La remesa no tiene las cabeceras %1 y las de este fichero no entrarán."_s) +
+             u" Pulse Empezar e impórtelo el primero."_s;
     case ClaseObservacion::Desbordamiento:
-      return u"El total llegaría a %1 y el máximo es %2: los totales no se podrán calcular."_s.arg(
-          TextoEuros(o.importe), Maximo());
+      return (o.cuenta > 0 ? u"El total llegaría a %1 y el máximo es %2: los totales no se podrán calcular."_s
+                           : u"El importe llegaría a %1 y el máximo es %2: haga dos remesas."_s)
+          .arg(TextoEuros(o.importe), Maximo());
+    case ClaseObservacion::TotalesSinSitio:
+      return u"Un registro de totales%1 es demasiado corto: la importación dará un error y los totales "
+             u"quedarán "
+             u"sin calcular. Pida otra vez el fichero."_s.arg(Donde(o));
+    case ClaseObservacion::TotalesInteriores:
+      return u"La remesa tiene %1 entre sus adeudos: al importar se %2."_s.arg(
+          TextoCuenta(o.cuenta, u"registro de totales"_s, u"registros de totales"_s),
+          Segun(o, "quitará", "quitarán"));
     case ClaseObservacion::OtroAcreedor:
       return u"Otro acreedor (%1): sus adeudos irán al de la remesa (%2)."_s.arg(Dato(o.ahora),
                                                                                  Dato(o.antes));
@@ -93,9 +110,14 @@ QString TextoDeAcumulado(const Observacion& o) {
     case ClaseObservacion::TotalesPorBloque:
       return u"Los totales son los de cada bloque; al importar, insertar o eliminar pasarán a correr de un "
              u"bloque a otro."_s;
+    case ClaseObservacion::FaltanCabeceras:
+      return SegunCabeceras(o, u"La remesa no tiene la cabecera %1."_s,
+                            u"La remesa no tiene las cabeceras %1."_s) +
+             u" Pulse Empezar e importe antes un fichero completo."_s;
     case ClaseObservacion::TotalesDesbordados:
-      return u"El total, %1, pasa del máximo, %2: los registros de totales no son válidos."_s.arg(
-          TextoEuros(o.importe), Maximo());
+      return (o.cuenta > 0 ? u"El total, %1, pasa del máximo, %2: los registros de totales no son válidos."_s
+                           : u"El importe, %1, pasa del máximo, %2: haga dos remesas."_s)
+          .arg(TextoEuros(o.importe), Maximo());
     case ClaseObservacion::TotalesCortos:
       return u"Un registro de totales es demasiado corto: los totales no se pueden calcular."_s;
     case ClaseObservacion::VariosBloques:
