@@ -8,7 +8,7 @@
 
 #include "UsuarioCorriente.h"
 #include "VentanaPrincipal.h"
-#include "comunes/plataforma/Proceso.h"
+#include "comunes/plataforma/Sistema.h"
 #include "ventanas/editor/EdiSEPA.h"
 
 using namespace pruebas;

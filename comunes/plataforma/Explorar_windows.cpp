@@ -1,9 +1,9 @@
-#include "comunes/plataforma/DialogoSistema.h"
+#include "comunes/plataforma/Explorar.h"
 
 namespace comunes {
 
 bool DialogoDelSistema() {
-  return false;
+  return true;
 }
 
 }  // namespace comunes
