@@ -73,7 +73,7 @@ void Lote::mirarRepetidos() {
   }
   huellas_.push_back(todas);
   for (std::size_t i = fichero().primera; i < devoluciones_.size(); ++i) {
-    const auto anterior = vistas_.poner(huellas[i - fichero().primera], i + 1).registro;
+    const auto anterior = vistas_.poner(huellas[i - fichero().primera], i + 1);
     iguales_.push_back(anterior == 0 ? i : anterior - 1);
     if (anterior != 0) contar(ClaseAviso::DevolucionRepetida, devoluciones_[i].registro);
   }

@@ -106,7 +106,7 @@ class Lote {
   std::vector<FicheroLeido> ficheros_;
   std::vector<std::size_t> iguales_;
   std::vector<std::uint64_t> huellas_;  // de lo que trae cada fichero
-  remesa::Huellas vistas_;
+  remesa::ClavesVistas vistas_;
   std::deque<remesa::ListaRegistros> listas_;
   std::deque<std::string> textos_;
 };
