@@ -1,5 +1,7 @@
 #include "consola/UnionFlujo.h"
 
+#include <utility>
+
 #include "ficheros/Lectura.h"
 #include "remesa/Registro.h"
 
@@ -46,6 +48,12 @@ void UnionFlujo::tratar(std::string_view registro, std::string_view conFin, reme
   const remesa::Destino destino = reglas_.dar(registro);
   resumidor.dar(registro);
   if (destino == remesa::Destino::Quitar) return;
+  if (renovar_ && remesa::Codigo(registro) == remesa::CodigoRegistro::Presentador) {
+    std::string renovado(registro);
+    remesa::AjustarLongitud(renovado);
+    remesa::RenovarIdentificacion(renovado, *std::exchange(renovar_, std::nullopt));
+    return anadirSuelto(renovado, {});
+  }
   const bool talCual = destino == remesa::Destino::Conservar &&
                        registro.size() == remesa::kLongitudRegistro && conFin.size() == kRegistroConFin;
   if (talCual)

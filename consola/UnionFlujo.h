@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -10,6 +11,7 @@
 #include "ficheros/EscrituraSegura.h"
 #include "remesa/Fichero.h"
 #include "remesa/Fusion.h"
+#include "remesa/Identificacion.h"
 #include "remesa/Observaciones.h"
 
 namespace consola {
@@ -20,6 +22,11 @@ namespace consola {
 class UnionFlujo {
  public:
   explicit UnionFlujo(ficheros::EscrituraSegura& salida, std::size_t bufer = LectorRegistros::kBufer);
+
+  /// El primer "01" que se escriba llevará la fecha y una identificación nuevas.
+  void renovar(remesa::Momento ahora) { renovar_ = ahora; }
+  /// Se pidió, y no ha habido ninguno.
+  bool faltaRenovar() const noexcept { return renovar_.has_value(); }
 
   /// Importa un fichero; `ultimo` si ningún otro le sigue. Lanza ErrorEjecucion: con fichero si falló leer o
   /// escribir, sin él si lo que falla es el recálculo en el registro `registroActual()`.
@@ -47,6 +54,7 @@ class UnionFlujo {
   remesa::Resumen acumulado_;
   std::vector<remesa::Observacion> observaciones_;
   std::size_t registro_ = 0;
+  std::optional<remesa::Momento> renovar_;
 };
 
 }  // namespace consola

@@ -53,7 +53,8 @@ class Constructor {
   void darReferencia(Adeudo& adeudo);
   std::string conSufijo(const std::string& referencia);
   Bloque& bloqueDe(const std::string& cabecera);
-  void anadir(std::string registro);
+  void anadir(const std::string& registro);
+  void entregar();
   void escribir();
   void escribirTotales(std::string_view codigo, remesa::Posiciones acreedor, std::string_view identificador);
 
@@ -70,20 +71,21 @@ class Constructor {
   std::map<std::string, std::size_t> dondeAcreedor_, dondeBloque_;
   std::optional<std::set<std::size_t>> conLinea_;
   remesa::TotalesNorma totales_;
+  std::string escrito_, todos_;
 };
 
 void Constructor::elegir(std::size_t devolucion) {
-  const Devolucion& d = lote_.devoluciones()[devolucion];
+  const Devolucion d = lote_[devolucion];
   const auto dejarFuera = [&](CausaFuera causa, std::size_t adeudos = 1) {
     nueva_.fuera.push_back({devolucion, causa, adeudos});
   };
   if (IntentoDe(d) == Intento::Nunca) return dejarFuera(CausaFuera::Nunca);
-  const EstadoCotejo estado = cotejo_.estado(devolucion);
-  if (estado == EstadoCotejo::NoHallada) return dejarFuera(CausaFuera::NoHallada);
-  if (estado == EstadoCotejo::Ambigua) return dejarFuera(CausaFuera::Ambigua);
+  const Cotejo::Hallazgo hallazgo = cotejo_.hallazgo(devolucion);
+  if (hallazgo.estado == EstadoCotejo::NoHallada) return dejarFuera(CausaFuera::NoHallada);
+  if (hallazgo.estado == EstadoCotejo::Ambigua) return dejarFuera(CausaFuera::Ambigua);
   const bool entero = d.alcance != Alcance::Adeudo;
   std::size_t repetidos = 0;
-  for (const std::size_t presentado : cotejo_.candidatos(devolucion)) {
+  for (const std::size_t presentado : hallazgo.adeudos) {
     if (cotejo_.remesas()[cotejo_.presentado(presentado).remesa].presentador.empty())
       return dejarFuera(CausaFuera::SinPresentador);
     if (entero && conLinea().contains(presentado)) continue;
@@ -96,9 +98,9 @@ void Constructor::elegir(std::size_t devolucion) {
 const std::set<std::size_t>& Constructor::conLinea() {
   if (conLinea_) return *conLinea_;
   conLinea_.emplace();
-  for (std::size_t i = 0; i < lote_.devoluciones().size(); ++i) {
-    if (lote_.devoluciones()[i].alcance != Alcance::Adeudo) continue;
-    for (const std::size_t presentado : cotejo_.candidatos(i))
+  for (std::size_t i = 0; i < lote_.size(); ++i) {
+    if (lote_[i].alcance != Alcance::Adeudo) continue;
+    for (const std::size_t presentado : cotejo_.hallazgo(i).adeudos)
       conLinea_->insert(presentado);
   }
   return *conLinea_;
@@ -168,11 +170,23 @@ Constructor::Bloque& Constructor::bloqueDe(const std::string& cabecera) {
   return bloques[bloque->second];
 }
 
-void Constructor::anadir(std::string registro) {
-  remesa::AjustarLongitud(registro);
-  for (const remesa::TotalDebido& debido : totales_.dar(registro, remesa::Clase(registro)))
-    remesa::EscribirCampo(registro, debido.donde, remesa::CifrasDe(debido.valor, debido.donde.longitud()));
-  nueva_.registros.anadir(registro);
+void Constructor::anadir(const std::string& registro) {
+  escrito_ = registro;
+  remesa::AjustarLongitud(escrito_);
+  for (const remesa::TotalDebido& debido : totales_.dar(escrito_, remesa::Clase(escrito_)))
+    remesa::EscribirCampo(escrito_, debido.donde, remesa::CifrasDe(debido.valor, debido.donde.longitud()));
+  todos_ += escrito_;
+}
+
+/// Todos los registros, de 600 bytes, en un bloque.
+void Constructor::entregar() {
+  const std::size_t largo = todos_.size();
+  auto bytes = std::make_shared_for_overwrite<char[]>(largo);
+  std::ranges::copy(todos_, bytes.get());
+  std::vector<std::string_view> registros;
+  for (std::size_t i = 0; i < largo; i += remesa::kLongitudRegistro)
+    registros.emplace_back(bytes.get() + i, remesa::kLongitudRegistro);
+  nueva_.registros.anadirBloque({std::move(bytes), largo}, std::move(registros));
 }
 
 void Constructor::escribirTotales(std::string_view codigo, remesa::Posiciones acreedor,
@@ -182,7 +196,7 @@ void Constructor::escribirTotales(std::string_view codigo, remesa::Posiciones ac
   remesa::EscribirCampo(total, acreedor, identificador);
   if (codigo == "04")
     remesa::EscribirCampo(total, remesa::kFecha04, remesa::EscribirFecha(peticion_.fechaCobro));
-  anadir(std::move(total));
+  anadir(total);
 }
 
 void Constructor::escribir() {
@@ -208,6 +222,7 @@ void Constructor::escribir() {
     escribirTotales("05", remesa::kAcreedor05, acreedor.identificador);
   }
   anadir("99");
+  entregar();
 }
 
 }  // namespace
@@ -219,8 +234,8 @@ Intento IntentoDe(const Devolucion& devolucion) {
 
 std::vector<std::size_t> Propuestas(const Lote& lote) {
   std::vector<std::size_t> propuestas;
-  for (std::size_t i = 0; i < lote.devoluciones().size(); ++i)
-    if (IntentoDe(lote.devoluciones()[i]) == Intento::OtraVez) propuestas.push_back(i);
+  for (std::size_t i = 0; i < lote.size(); ++i)
+    if (IntentoDe(lote[i]) == Intento::OtraVez) propuestas.push_back(i);
   return propuestas;
 }
 

@@ -1,4 +1,4 @@
-#include "Consola.h"
+#include "EnCarpeta.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>

@@ -6,7 +6,7 @@
 #include <QElapsedTimer>
 #include <QRegularExpression>
 
-#include "Consola.h"
+#include "EnCarpeta.h"
 
 using namespace pruebas;
 using namespace Qt::StringLiterals;

@@ -14,7 +14,7 @@
 #include <QWheelEvent>
 
 #include "Cajas.h"
-#include "Registros.h"
+#include "Carpeta.h"
 #include "comunes/impresion/Impresora.h"
 #include "comunes/plataforma/Explorar.h"
 #include "comunes/plataforma/IniFiles.h"

@@ -98,6 +98,9 @@ inline constexpr Posiciones kNombreDeudor = PosicionesDe(tabla::kAdeudo, "Nombre
 /// Las dos referencias, que los registros opcionales comparten con su adeudo.
 inline constexpr Posiciones kReferencias{kReferenciaAdeudo.desde, kReferenciaMandato.hasta};
 inline constexpr Posiciones kTipoAdeudo = PosicionesDe(tabla::kAdeudo, "Tipo de adeudo");
+/// Los dos que, con la cabecera, deciden en qué bloque de un XML va el adeudo.
+inline constexpr Posiciones kTipoYCategoria{kTipoAdeudo.desde,
+                                            PosicionesDe(tabla::kAdeudo, "Categoría de propósito").hasta};
 inline constexpr Posiciones kFechaFirma = PosicionesDe(tabla::kAdeudo, "Fecha de firma del mandato");
 inline constexpr Posiciones kEntidadDeudor = PosicionesDe(tabla::kAdeudo, "Entidad del deudor");
 inline constexpr Posiciones kClaseCuenta =

@@ -5,7 +5,6 @@
 #include <string>
 #include <vector>
 
-#include "remesa/IndiceBloques.h"
 #include "remesa/Resumen.h"
 
 namespace remesa {
@@ -62,12 +61,7 @@ struct Observacion {
 /// Qué perdería o cambiaría la importación de `previo` en `acumulado`, de lo más a lo menos grave.
 std::vector<Observacion> ObservarImportacion(const Resumen& previo, const Resumen& acumulado);
 
-/// Lo mismo si se conservan los bloques; `indice`, el de la acumulación tras darle también el fichero.
-std::vector<Observacion> ObservarImportacion(const Resumen& previo, const IndiceBloques& indice);
-
 /// Qué hay que saber de la acumulación antes de guardarla. Nada si está vacía.
 std::vector<Observacion> ObservarAcumulado(const Resumen& acumulado);
-/// Lo mismo si se conservan los bloques; `indice`, el de la acumulación.
-std::vector<Observacion> ObservarAcumulado(const Resumen& acumulado, const IndiceBloques& indice);
 
 }  // namespace remesa
