@@ -10,7 +10,7 @@ namespace {
 using namespace Qt::StringLiterals;
 
 constexpr int kFormato = 321;
-constexpr std::size_t kTrozoLectura = std::size_t{256} << 10;
+constexpr std::size_t kTrozoLectura = std::size_t{64} << 10;
 
 /// El nombre sin el prefijo de su espacio.
 QStringView SinPrefijo(QStringView nombre) {
@@ -50,6 +50,8 @@ LectorXml::Suceso LectorXml::siguiente() {
         cerrado_ = true;
         return Suceso::Cierra;
       case QXmlStreamReader::Characters:
+        // La sangría que precede a todo lo demás no es de nadie.
+        if (texto_.isEmpty() && xml_.isWhitespace()) break;
         texto_ += xml_.text();
         if (static_cast<std::size_t>(texto_.size()) > GuardaXml::kMaximo)
           fallar("tiene un texto demasiado largo");
