@@ -3,6 +3,6 @@
 namespace comunes {
 
 // Un fichero no comparte números con las salidas, ni hay señales que maten al proceso.
-void PrepararProceso() {}
+void PrepararSalidas() {}
 
 }  // namespace comunes
