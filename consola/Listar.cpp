@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "comunes/impresion/DocumentoPdf.h"
+#include "comunes/impresion/Letra.h"
 #include "comunes/plataforma/Texto.h"
 #include "consola/Ordenes.h"
 #include "consola/Remesa.h"
@@ -40,6 +41,8 @@ Salida Listar(const PeticionListar& peticion) {
   }
   const fs::path* enCurso = &fichero;
   try {
+    // Antes que la remesa: el sistema carga sus letras sin mirar si le queda memoria, y sin ella muere.
+    const comunes::Letra letra(false);
     auto remesa = TomarRemesa(fichero);
     if (!remesa) return Salida::Fallo;
     const remesa::ListaRegistros lista = Registros(std::move(*remesa));

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "remesa/BloquesListas.h"
 #include "remesa/Campos.h"
 #include "remesa/TotalesNorma.h"
 
@@ -29,21 +30,12 @@ class Constructor {
   RemesaNueva hacer() {
     for (const std::size_t devolucion : peticion_.elegidas)
       elegir(devolucion);
-    if (!acreedores_.empty()) escribir();
+    if (nueva_.adeudos > 0) escribir();
     return std::move(nueva_);
   }
 
  private:
   using Adeudo = std::vector<std::string>;
-  struct Bloque {
-    std::string cabecera;
-    std::vector<Adeudo> adeudos;
-  };
-  struct Acreedor {
-    std::string identificador;
-    std::vector<Bloque> bloques;
-  };
-
   void elegir(std::size_t devolucion);
   enum class Entrada : std::uint8_t { Nueva, YaEstaba, MismaDeuda };
   Entrada incluir(std::size_t presentado);
@@ -52,26 +44,22 @@ class Constructor {
   void mirarPresentador(const std::string& suyo);
   void darReferencia(Adeudo& adeudo);
   std::string conSufijo(const std::string& referencia);
-  Bloque& bloqueDe(const std::string& cabecera);
-  void anadir(const std::string& registro);
-  void entregar();
+  void anadirCabecera(std::string cabecera);
+  void anadir(std::string registro);
   void escribir();
-  void escribirTotales(std::string_view codigo, remesa::Posiciones acreedor, std::string_view identificador);
 
   const Lote& lote_;
   const Cotejo& cotejo_;
   const PeticionNueva& peticion_;
   RemesaNueva nueva_;
   std::string presentador_;
-  std::vector<Acreedor> acreedores_;
+  std::string cabecera_;  // la última puesta
+  std::string bytes_;     // cabeceras y adeudos, registros de 600
   std::set<std::size_t> incluidos_;
   std::set<std::string> deudas_;  // acreedor, referencias e importe
   std::set<std::string> referencias_;
   std::map<std::string, int> sufijos_;  // el que toca a cada referencia
-  std::map<std::string, std::size_t> dondeAcreedor_, dondeBloque_;
   std::optional<std::set<std::size_t>> conLinea_;
-  remesa::TotalesNorma totales_;
-  std::string escrito_, todos_;
 };
 
 void Constructor::elegir(std::size_t devolucion) {
@@ -122,7 +110,9 @@ Constructor::Entrada Constructor::incluir(std::size_t presentado) {
   darReferencia(adeudo);
   ++nueva_.adeudos;
   nueva_.importe += remesa::ImporteDe(adeudo.front());
-  bloqueDe(cabecera).adeudos.push_back(std::move(adeudo));
+  if (cabecera != cabecera_) anadirCabecera(cabecera);
+  for (const std::string& registro : adeudo)
+    anadir(registro);
   return Entrada::Nueva;
 }
 
@@ -159,70 +149,31 @@ std::string Constructor::conSufijo(const std::string& referencia) {
   }
 }
 
-Constructor::Bloque& Constructor::bloqueDe(const std::string& cabecera) {
-  const std::string identificador(Campo(cabecera, remesa::kIdentificadorAcreedor));
-  const auto [acreedor, nuevo] = dondeAcreedor_.try_emplace(identificador, acreedores_.size());
-  if (nuevo) acreedores_.push_back({identificador, {}});
-  auto& bloques = acreedores_[acreedor->second].bloques;
-  const std::string clave = identificador + '\0' + std::string(Campo(cabecera, remesa::kCuentaAcreedor));
-  const auto [bloque, otro] = dondeBloque_.try_emplace(clave, bloques.size());
-  if (otro) bloques.push_back({cabecera, {}});
-  return bloques[bloque->second];
+void Constructor::anadirCabecera(std::string cabecera) {
+  cabecera_ = cabecera;
+  remesa::AjustarLongitud(cabecera);
+  remesa::EscribirCampo(cabecera, remesa::kFechaCobro, remesa::EscribirFecha(peticion_.fechaCobro));
+  anadir(std::move(cabecera));
 }
 
-void Constructor::anadir(const std::string& registro) {
-  escrito_ = registro;
-  remesa::AjustarLongitud(escrito_);
-  for (const remesa::TotalDebido& debido : totales_.dar(escrito_, remesa::Clase(escrito_)))
-    remesa::EscribirCampo(escrito_, debido.donde, remesa::CifrasDe(debido.valor, debido.donde.longitud()));
-  todos_ += escrito_;
-}
-
-/// Todos los registros, de 600 bytes, en un bloque.
-void Constructor::entregar() {
-  const std::size_t largo = todos_.size();
-  auto bytes = std::make_shared_for_overwrite<char[]>(largo);
-  std::ranges::copy(todos_, bytes.get());
-  std::vector<std::string_view> registros;
-  for (std::size_t i = 0; i < largo; i += remesa::kLongitudRegistro)
-    registros.emplace_back(bytes.get() + i, remesa::kLongitudRegistro);
-  nueva_.registros.anadirBloque({std::move(bytes), largo}, std::move(registros));
-}
-
-void Constructor::escribirTotales(std::string_view codigo, remesa::Posiciones acreedor,
-                                  std::string_view identificador) {
-  std::string total(codigo);
-  remesa::AjustarLongitud(total);
-  remesa::EscribirCampo(total, acreedor, identificador);
-  if (codigo == "04")
-    remesa::EscribirCampo(total, remesa::kFecha04, remesa::EscribirFecha(peticion_.fechaCobro));
-  anadir(total);
+void Constructor::anadir(std::string registro) {
+  remesa::AjustarLongitud(registro);
+  bytes_ += registro;
 }
 
 void Constructor::escribir() {
   remesa::AjustarLongitud(presentador_);
   remesa::RenovarIdentificacion(presentador_, peticion_.ahora);
-  anadir(presentador_);
-  const auto referencia = [](const Adeudo& adeudo) {
-    return LeerCampo(adeudo.front(), remesa::kReferenciaAdeudo);
-  };
-  for (Acreedor& acreedor : acreedores_) {
-    for (Bloque& bloque : acreedor.bloques) {
-      ++nueva_.bloques;
-      remesa::AjustarLongitud(bloque.cabecera);
-      remesa::EscribirCampo(bloque.cabecera, remesa::kFechaCobro,
-                            remesa::EscribirFecha(peticion_.fechaCobro));
-      anadir(bloque.cabecera);
-      std::ranges::stable_sort(bloque.adeudos, {}, referencia);
-      for (const Adeudo& adeudo : bloque.adeudos)
-        for (const std::string& registro : adeudo)
-          anadir(registro);
-      escribirTotales("04", remesa::kAcreedor04, acreedor.identificador);
-    }
-    escribirTotales("05", remesa::kAcreedor05, acreedor.identificador);
-  }
-  anadir("99");
-  entregar();
+  bytes_.insert(0, presentador_);
+  auto bytes = std::make_shared_for_overwrite<char[]>(bytes_.size());
+  std::ranges::copy(bytes_, bytes.get());
+  std::vector<std::string_view> registros;
+  for (std::size_t i = 0; i < bytes_.size(); i += remesa::kLongitudRegistro)
+    registros.emplace_back(bytes.get() + i, remesa::kLongitudRegistro);
+  nueva_.registros.anadirBloque({std::move(bytes), bytes_.size()}, std::move(registros));
+  remesa::ReunirBloques(nueva_.registros, {});
+  nueva_.bloques = static_cast<std::size_t>(
+      std::ranges::count(nueva_.registros, remesa::CodigoRegistro::Acreedor, remesa::Codigo));
 }
 
 }  // namespace
