@@ -4,5 +4,5 @@
 #include "app/LineaOrdenes.h"
 
 QString LineaOrdenes() {
-  return QCoreApplication::arguments().mid(1).join(QLatin1Char(' ')).remove(QLatin1Char('"'));
+  return QCoreApplication::arguments().mid(1).join(u' ').remove(u'"');
 }

@@ -12,5 +12,7 @@ function(biblioteca nombre)
   add_library(${nombre} STATIC ${B_FUENTES})
   target_include_directories(${nombre} PUBLIC ${PROJECT_SOURCE_DIR})
   target_link_libraries(${nombre} PUBLIC ${B_ENLAZA} PRIVATE avisos)
+  # Un literal sin más no es un QString: se escribe u"…"_s, que no se convierte al ejecutar.
+  target_compile_definitions(${nombre} PRIVATE QT_NO_CAST_FROM_ASCII)
   agrupar(${nombre})
 endfunction()

@@ -13,6 +13,8 @@
 
 namespace consola {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 struct PeticionComprobar {
@@ -116,7 +118,7 @@ Salida Comprobar(const PeticionComprobar& peticion) {
     const std::filesystem::path ruta = RutaDe(nombre);
     Lineas lineas(comunes::DesdeRuta(ruta), peticion.json, datos);
     try {
-      Avance avance(QStringLiteral("Comprobando"), ruta);
+      Avance avance(u"Comprobando"_s, ruta);
       const auto resultado = remesa::ComprobarFichero(
           ruta, hoy, [&](remesa::Hallazgo&& h) { lineas.dar(h); },
           [&](std::uintmax_t leidos, std::uintmax_t total) {

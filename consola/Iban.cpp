@@ -8,6 +8,8 @@
 
 namespace consola {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// Lo tecleado, como va en un registro: mayúsculas, sin blancos y sin la palabra IBAN delante.
@@ -16,7 +18,7 @@ std::string Cuenta(const std::string& texto) {
   for (const QChar c : QString::fromStdString(texto))
     if (!c.isSpace()) cuenta += c;
   cuenta = cuenta.toUpper();
-  if (cuenta.startsWith(QStringLiteral("IBAN"))) cuenta.remove(0, 4);
+  if (cuenta.startsWith(u"IBAN"_s)) cuenta.remove(0, 4);
   return comunes::AWindows1252(cuenta);
 }
 
@@ -27,9 +29,8 @@ Salida Comprobar(const std::vector<std::string>& textos) {
     const bool valido = remesa::IBANValido(cuenta);
     if (!valido) salida = Salida::Fallo;
     const QString impreso = comunes::DesdeWindows1252(remesa::FormatoIBAN(cuenta, false));
-    const bool dicho = Decir(QStringLiteral("%1: %2").arg(
-        Mostrable(impreso.isEmpty() ? QStringLiteral("(vacío)") : impreso),
-        valido ? QStringLiteral("correcto") : QStringLiteral("dígitos de control incorrectos")));
+    const bool dicho = Decir(u"%1: %2"_s.arg(Mostrable(impreso.isEmpty() ? u"(vacío)"_s : impreso),
+                                             valido ? u"correcto"_s : u"dígitos de control incorrectos"_s));
     if (!dicho) salida = Salida::Fallo;
   }
   return salida;

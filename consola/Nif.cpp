@@ -8,10 +8,12 @@
 
 namespace consola {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 bool EsCifra(QChar c) {
-  return c >= '0' && c <= '9';
+  return c >= u'0' && c <= u'9';
 }
 
 /// Pone su letra a los que acaban en cifra o en "?"; los que ya la traen quedan como están.
@@ -19,17 +21,16 @@ Salida Completar(const std::vector<std::string>& textos) {
   Salida salida = Salida::Hecho;
   for (const std::string& texto : textos) {
     QString nif = QString::fromStdString(texto).trimmed();
-    const bool sinLetra = nif.endsWith('?') || nif.isEmpty() || EsCifra(nif.back());
+    const bool sinLetra = nif.endsWith(u'?') || nif.isEmpty() || EsCifra(nif.back());
     if (sinLetra) {
       // El número se suele escribir en grupos, y la letra es la de todo él.
-      nif.removeIf([](QChar c) { return c.isSpace() || c == '.'; });
-      if (nif.endsWith('?')) nif.chop(1);
-      if (std::all_of(nif.begin(), nif.end(), EsCifra)) comunes::NifLetter(nif += '?');
+      nif.removeIf([](QChar c) { return c.isSpace() || c == u'.'; });
+      if (nif.endsWith(u'?')) nif.chop(1);
+      if (std::all_of(nif.begin(), nif.end(), EsCifra)) comunes::NifLetter(nif += u'?');
     }
     if (!Decir(Mostrable(nif))) salida = Salida::Fallo;
     if (sinLetra && (nif.isEmpty() || !nif.back().isLetter())) {
-      Avisar(QStringLiteral("%1: no tiene número del que sacar la letra")
-                 .arg(Mostrable(QString::fromStdString(texto))));
+      Avisar(u"%1: no tiene número del que sacar la letra"_s.arg(Mostrable(QString::fromStdString(texto))));
       salida = Salida::Fallo;
     }
   }

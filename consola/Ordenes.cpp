@@ -8,13 +8,14 @@
 
 namespace consola {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// "q19" o, si ya se eligió una orden, "q19 orden".
 QString Elegida(const CLI::App& q19) {
   const auto ordenes = q19.get_subcommands();
-  return ordenes.empty() ? QStringLiteral("q19")
-                         : QStringLiteral("q19 ") + QString::fromStdString(ordenes.front()->get_name());
+  return ordenes.empty() ? u"q19"_s : u"q19 "_s + QString::fromStdString(ordenes.front()->get_name());
 }
 
 Salida Ayudar(const CLI::App& q19) {
@@ -43,6 +44,7 @@ Salida Ejecutar(std::vector<std::string> argumentos) {
   OrdenIban(q19, accion);
   OrdenNif(q19, accion);
   OrdenVer(q19, accion);
+  OrdenDevoluciones(q19, accion);
   for (CLI::App* orden : q19.get_subcommands({})) {
     orden->group("Órdenes");
     for (CLI::Option* opcion : orden->get_options())
@@ -61,7 +63,7 @@ Salida Ejecutar(std::vector<std::string> argumentos) {
     return Decir(QString::fromUtf8(version.what())) ? Salida::Hecho : Salida::Fallo;
   } catch (const CLI::ParseError& error) {
     Avisar(ErrorDeUso(error, q19.remaining(true)));
-    Avisar(QStringLiteral("véase «%1 --help»").arg(Elegida(q19)));
+    Avisar(u"véase «%1 --help»"_s.arg(Elegida(q19)));
     return Salida::MalUso;
   }
   return accion();

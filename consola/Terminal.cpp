@@ -9,6 +9,8 @@
 
 namespace consola {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr std::chrono::milliseconds kCadaAvance{500};
@@ -18,8 +20,7 @@ qsizetype anchoAvance = 0;
 
 void PonerLineaAvance(const QString& linea) {
   // Lo que sobra de la anterior se tapa con blancos, que vale en cualquier terminal.
-  const QString puesta =
-      u'\r' + linea.leftJustified(anchoAvance) + (linea.isEmpty() ? QStringLiteral("\r") : QString());
+  const QString puesta = u'\r' + linea.leftJustified(anchoAvance) + (linea.isEmpty() ? u"\r"_s : QString());
   std::fputs(puesta.toUtf8().constData(), stderr);
   std::fflush(stderr);
   anchoAvance = linea.size();
@@ -39,12 +40,12 @@ bool Decir(const QString& linea) {
 
 bool DecirLineas(std::string_view utf8) {
   if (Escribir(stdout, utf8)) return true;
-  if (errno != EPIPE) Avisar(QStringLiteral("no se puede escribir la salida"));
+  if (errno != EPIPE) Avisar(u"no se puede escribir la salida"_s);
   return false;
 }
 
 void Avisar(const QString& linea) {
-  Escribir(stderr, QStringLiteral("q19: %1\n").arg(linea).toStdString());
+  Escribir(stderr, u"q19: %1\n"_s.arg(linea).toStdString());
 }
 
 Avance::Avance(const QString& verbo, const std::filesystem::path& fichero)
@@ -59,7 +60,7 @@ void Avance::poner(std::uintmax_t hecho, std::uintmax_t total) {
   const auto ahora = std::chrono::steady_clock::now();
   if (total > 0 && ahora - ultima_ < kCadaAvance) return;
   ultima_ = ahora;
-  PonerLineaAvance(total > 0 ? QStringLiteral("%1: %2 %").arg(titulo_, QString::number(hecho * 100 / total))
+  PonerLineaAvance(total > 0 ? u"%1: %2 %"_s.arg(titulo_, QString::number(hecho * 100 / total))
                              : titulo_ + u'…');
 }
 
@@ -76,7 +77,7 @@ QString Mostrable(QString texto) {
 }
 
 QString Explicar(const ficheros::ErrorEjecucion& error, const std::filesystem::path& fichero) {
-  return QStringLiteral("%1: %2 (error %3)")
+  return u"%1: %2 (error %3)"_s
       .arg(Mostrable(error.fichero().empty() ? fichero : error.fichero()),
            QString::fromStdString(error.texto()))
       .arg(error.numero());
@@ -85,9 +86,9 @@ QString Explicar(const ficheros::ErrorEjecucion& error, const std::filesystem::p
 QString ProblemaCabeza(remesa::Cabeza cabeza) {
   switch (cabeza) {
     case remesa::Cabeza::VersionAnterior:
-      return QStringLiteral("Versión incorrecta de archivo Q19");
+      return u"Versión incorrecta de archivo Q19"_s;
     case remesa::Cabeza::Desconocida:
-      return QStringLiteral("El archivo no parece ser tipo Q19");
+      return u"El archivo no parece ser tipo Q19"_s;
     case remesa::Cabeza::Q19:
       break;
   }

@@ -7,6 +7,8 @@
 
 namespace consola {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// Lo que el mensaje de la biblioteca dice antes de `separador`.
@@ -15,8 +17,7 @@ QString Antes(const QString& mensaje, const QString& separador) {
 }
 
 QString Faltante(const QString& nombre) {
-  return nombre == QStringLiteral("A subcommand") ? QStringLiteral("falta la orden")
-                                                  : QStringLiteral("falta %1").arg(nombre);
+  return nombre == u"A subcommand"_s ? u"falta la orden"_s : u"falta %1"_s.arg(nombre);
 }
 
 }  // namespace
@@ -29,6 +30,8 @@ std::shared_ptr<CLI::FormatterBase> FormatoAyuda() {
   formato->label("SUBCOMMANDS", "ÓRDENES");
   formato->label("Positionals", "Argumentos");
   formato->label("REQUIRED", "(obligatorio)");
+  formato->label("Needs", "Con");
+  formato->label("Excludes", "Sin");
   formato->label("TEXT", "TEXTO");
   formato->label("UINT", "NÚMERO");
   formato->label("INT", "NÚMERO");
@@ -40,21 +43,23 @@ QString ErrorDeUso(const CLI::ParseError& error, const std::vector<std::string>&
   const QString mensaje = Mostrable(QString::fromUtf8(error.what()));
   // Antes que lo que falta: sin una orden conocida, la biblioteca solo dice que falta la orden.
   if (!sobrantes.empty())
-    return QStringLiteral("sobra o no se conoce: %1")
-        .arg(Mostrable(QString::fromStdString(sobrantes.front())));
+    return u"sobra o no se conoce: %1"_s.arg(Mostrable(QString::fromStdString(sobrantes.front())));
   if (dynamic_cast<const CLI::RequiredError*>(&error) != nullptr)
-    return Faltante(Antes(mensaje, QStringLiteral(" is required")));
+    return Faltante(Antes(mensaje, u" is required"_s));
   if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr) {
-    const QString opcion = Antes(mensaje, QStringLiteral(":"));
-    return mensaje.contains(QStringLiteral("At Most"))
-               ? QStringLiteral("%1 solo se puede dar una vez").arg(opcion)
-               : QStringLiteral("a %1 le falta su valor").arg(opcion);
+    const QString opcion = Antes(mensaje, u":"_s);
+    return mensaje.contains(u"At Most"_s) ? u"%1 solo se puede dar una vez"_s.arg(opcion)
+                                          : u"a %1 le falta su valor"_s.arg(opcion);
   }
+  if (dynamic_cast<const CLI::RequiresError*>(&error) != nullptr)
+    return QString(mensaje).replace(u" requires "_s, u" pide también "_s);
+  if (dynamic_cast<const CLI::ExcludesError*>(&error) != nullptr)
+    return QString(mensaje).replace(u" excludes "_s, u" no puede ir con "_s);
   if (dynamic_cast<const CLI::ConversionError*>(&error) != nullptr)
-    return QStringLiteral("valor no válido: %1").arg(mensaje.mid(mensaje.indexOf(QStringLiteral(": ")) + 2));
+    return u"valor no válido: %1"_s.arg(mensaje.mid(mensaje.indexOf(u": "_s) + 2));
   // Las comprobaciones de cada orden traen ya su texto: "--salida: está vacía".
   if (dynamic_cast<const CLI::ValidationError*>(&error) != nullptr) return mensaje;
-  return QStringLiteral("línea de órdenes incorrecta");
+  return u"línea de órdenes incorrecta"_s;
 }
 
 }  // namespace consola

@@ -16,11 +16,14 @@
 #include "consola/Terminal.h"
 #include "ficheros/Lectura.h"
 #include "remesa/Fichero.h"
+#include "remesa/LineasFichero.h"
 #include "remesa/Registro.h"
 #include "ventanas/editor/Ayudas.h"
 #include "ventanas/editor/Descripciones.h"
 
 namespace consola {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -31,56 +34,41 @@ struct OpcionesVer {
   std::optional<std::uint64_t> registro;
 };
 
-/// Una línea leída: de las más largas que un registro solo se guarda lo que de él se ve.
+/// Una línea leída; de las más largas que un registro, `bytes` puede ser solo lo que de él se ve.
 struct Linea {
-  std::string bytes;
+  std::string_view bytes;
   std::uint64_t longitud = 0;
-
-  void anadir(std::string_view trozo) {
-    longitud += trozo.size();
-    bytes += trozo.substr(0, remesa::kLongitudRegistro - bytes.size());
-  }
 };
 
-/// Da a `alLeer` las líneas del fichero, por un búfer que se reutiliza, hasta que devuelve false. Como al
-/// cargar una remesa: una línea acaba en CR, el LF que le siga se salta y la última cuenta aunque no acabe.
+/// Da a `alLeer` las líneas del fichero, cortadas como al cargar una remesa y por un búfer que se reutiliza,
+/// hasta que devuelve false.
 void RecorrerLineas(const std::filesystem::path& ruta, const std::function<bool(const Linea&)>& alLeer) {
   constexpr std::size_t kBufer = std::size_t{1} << 20;
   ficheros::LecturaFichero lectura(ruta);
-  Avance avance(QStringLiteral("Leyendo"), ruta);
+  Avance avance(u"Leyendo"_s, ruta);
   std::uintmax_t total = 0;
   std::vector<char> bufer(kBufer);
-  Linea linea;
-  bool abierta = false;  // hay una línea empezada
-  bool trasCR = false;
-  while (const std::size_t leidos = lectura.leer(bufer)) {
-    std::string_view resto(bufer.data(), leidos);
+  bool sigue = true;
+  remesa::LineasFichero lineas(
+      [&](std::string_view bytes, std::uint64_t longitud, remesa::FinLinea) {
+        sigue = sigue && alLeer({bytes.substr(0, remesa::kLongitudRegistro), longitud});
+      },
+      remesa::Fines::SoloCR);
+  while (const std::size_t leidos = sigue ? lectura.leer(bufer) : 0) {
     avance.poner(total += leidos, lectura.tamano());
-    while (!resto.empty()) {
-      if (trasCR && resto.front() == '\n') resto.remove_prefix(1);
-      trasCR = false;
-      if (resto.empty()) break;
-      const std::size_t fin = resto.find('\r');
-      linea.anadir(resto.substr(0, fin));
-      abierta = fin == std::string::npos;
-      if (abierta) break;
-      resto.remove_prefix(fin + 1);
-      trasCR = true;
-      if (!alLeer(linea)) return;
-      linea = {};
-    }
+    lineas.dar({bufer.data(), leidos});
   }
-  if (abierta) alLeer(linea);
+  lineas.terminar();
 }
 
 /// Lo que hay del campo, sin los blancos que lo rellenan, y lo que significa.
 QString Valor(const editor::CampoDescrito& campo, std::string_view registro) {
   const QString texto = editor::ValorCampo(registro, campo);
   QString visto = texto;
-  while (visto.endsWith(QLatin1Char(' ')))
+  while (visto.endsWith(u' '))
     visto.chop(1);
   const QString significado = editor::Interpretar(campo.ayuda, texto);
-  if (!significado.isEmpty()) visto += QStringLiteral("  (%1)").arg(significado);
+  if (!significado.isEmpty()) visto += u"  (%1)"_s.arg(significado);
   return visto;
 }
 
@@ -89,27 +77,26 @@ class Visor {
   /// false si ya no se puede escribir.
   bool Mostrar(std::uint64_t numero, const Linea& linea) {
     const editor::Descripcion& diseno = disenoDe(editor::SeccionDe(linea.bytes, kTipoFichero));
-    QString texto = QStringLiteral("Registro %1: ").arg(numero);
+    QString texto = u"Registro %1: "_s.arg(numero);
     const bool descrito = !diseno.campos.empty();
-    texto += descrito ? diseno.titulo
-                      : QStringLiteral("el tipo «%1» no tiene descripción en Tarvo.INI")
-                            .arg(Mostrable(diseno.seccion.trimmed()));
+    texto +=
+        descrito
+            ? diseno.titulo
+            : u"el tipo «%1» no tiene descripción en Tarvo.INI"_s.arg(Mostrable(diseno.seccion.trimmed()));
     if (linea.longitud != remesa::kLongitudRegistro)
-      texto += QStringLiteral(" (%1 %2 en lugar de %3)")
-                   .arg(linea.longitud)
-                   .arg(linea.longitud == 1 ? QStringLiteral("carácter") : QStringLiteral("caracteres"))
+      texto += u" (%1 %2 en lugar de %3)"_s.arg(linea.longitud)
+                   .arg(linea.longitud == 1 ? u"carácter"_s : u"caracteres"_s)
                    .arg(remesa::kLongitudRegistro);
-    if (!descrito) texto += QStringLiteral("\n  ") + Mostrable(comunes::DesdeWindows1252(linea.bytes));
+    if (!descrito) texto += u"\n  "_s + Mostrable(comunes::DesdeWindows1252(linea.bytes));
     qsizetype ancho = 0;
     for (const editor::CampoDescrito& campo : diseno.campos)
       ancho = std::max(ancho, campo.rotulo.size());
     for (const editor::CampoDescrito& campo : diseno.campos) {
       const QString valor = Mostrable(Valor(campo, linea.bytes));
       texto +=
-          QStringLiteral("\n  ") +
-          (valor.isEmpty() ? campo.rotulo : campo.rotulo.leftJustified(ancho) + QStringLiteral("  ") + valor);
+          u"\n  "_s + (valor.isEmpty() ? campo.rotulo : campo.rotulo.leftJustified(ancho) + u"  "_s + valor);
     }
-    return Decir(texto + QLatin1Char('\n'));
+    return Decir(texto + u'\n');
   }
 
  private:
@@ -131,9 +118,9 @@ bool Ajustes() {
     static char* lista[] = {nombre, nullptr};
     aplicacion = std::make_unique<QCoreApplication>(argumentos, lista);
   }
-  comunes::RutaAjustes = QCoreApplication::applicationDirPath() + QStringLiteral("/Tarvo.INI");
+  comunes::RutaAjustes = QCoreApplication::applicationDirPath() + u"/Tarvo.INI"_s;
   if (QFileInfo(comunes::RutaAjustes).isFile()) return true;
-  Avisar(Explicar(ficheros::ErrorEjecucion(53), comunes::ARuta(comunes::RutaAjustes)));
+  Avisar(Explicar(ficheros::ErrorEjecucion(ficheros::kNoEncontrado), comunes::ARuta(comunes::RutaAjustes)));
   return false;
 }
 
@@ -142,7 +129,7 @@ Salida Ver(const OpcionesVer& opciones) {
   try {
     const QString problema = ProblemaCabeza(remesa::ComprobarCabeza(fichero));
     if (!problema.isEmpty()) {
-      Avisar(QStringLiteral("%1: %2").arg(Mostrable(fichero), problema));
+      Avisar(u"%1: %2"_s.arg(Mostrable(fichero), problema));
       return Salida::Fallo;
     }
     if (!Ajustes()) return Salida::Fallo;
@@ -156,8 +143,7 @@ Salida Ver(const OpcionesVer& opciones) {
     });
     if (!dicho) return Salida::Fallo;
     if (!opciones.registro || leidos >= *opciones.registro) return Salida::Hecho;
-    Avisar(QStringLiteral("%1: no tiene registro %2; el último es el %3")
-               .arg(Mostrable(fichero))
+    Avisar(u"%1: no tiene registro %2; el último es el %3"_s.arg(Mostrable(fichero))
                .arg(*opciones.registro)
                .arg(leidos));
   } catch (const ficheros::ErrorEjecucion& error) {

@@ -7,8 +7,31 @@
 
 namespace ficheros {
 
-/// Error de ejecución con el número y el texto de la plataforma (5 "Argumento o llamada a procedimiento no
-/// válida", 6 "Desbordamiento", 13, 53, 61, 70, 75, 76…). `what()` y `texto()` son UTF-8.
+/// Los números de error de la plataforma que da el programa; sus textos, en `ErrorEjecucion.cpp`.
+enum NumerosError : int {
+  kArgumentoNoValido = 5,
+  kDesbordamiento = 6,
+  kMemoriaInsuficiente = 7,
+  kFueraDeIntervalo = 9,
+  kDivisionPorCero = 11,
+  kTiposNoCoinciden = 13,
+  kErrorInterno = 51,
+  kNombreIncorrecto = 52,
+  kNoEncontrado = 53,
+  kErrorDeDispositivo = 57,
+  kYaExiste = 58,
+  kDiscoLleno = 61,
+  kFinDeArchivo = 62,
+  kDemasiadosArchivos = 67,
+  kDispositivoNoDisponible = 68,
+  kPermisoDenegado = 70,
+  kErrorDeAcceso = 75,
+  kRutaNoEncontrada = 76,
+  kFormatoNoValido = 321,
+  kErrorDeImpresora = 482,
+};
+
+/// Error de ejecución con el número y el texto de la plataforma. `what()` y `texto()` son UTF-8.
 class ErrorEjecucion : public std::exception {
  public:
   /// `causa`: lo que el texto del número no dice, en minúscula y sin punto; se le añade tras dos puntos.

@@ -21,14 +21,24 @@ class FicheroTemporal {
   FicheroTemporal& operator=(const FicheroTemporal&) = delete;
 
   void escribir(std::string_view bytes);
-  /// Vuelca al disco, da al temporal los permisos del destino y lo pone en su sitio. Solo una vez.
+  /// Lleva al disco lo escrito y mira que esté entero. No hay más que escribir.
+  void volcar();
+  /// Vuelca, da al temporal los permisos del destino y lo pone en su sitio. Solo una vez.
   void publicar();
+
+  /// Borra los que nadie ha publicado todavía: lo último de un programa que muere sin deshacer lo que hacía.
+  /// No pide memoria.
+  static void BorrarPendientes() noexcept;
 
   /// Comienzo y final de los nombres de los temporales; en medio, el del destino y el número del proceso.
   static constexpr std::string_view kPrefijo = ".";
   static constexpr std::string_view kSufijo = ".unirq19-tmp";
 
  private:
+  void apuntar();
+  void olvidar() noexcept;
+  void borrar() noexcept;
+
   struct Interior;
   std::unique_ptr<Interior> interior_;
 };

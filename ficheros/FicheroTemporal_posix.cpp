@@ -1,10 +1,8 @@
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
-#include <sys/xattr.h>
 #include <unistd.h>
 
-#include <array>
 #include <atomic>
 #include <cerrno>
 #include <optional>
@@ -14,6 +12,7 @@
 #include "ficheros/Enlaces.h"
 #include "ficheros/ErrorEjecucion.h"
 #include "ficheros/FicheroTemporal.h"
+#include "ficheros/Permisos_posix.h"
 
 namespace ficheros {
 namespace fs = std::filesystem;
@@ -50,8 +49,8 @@ std::optional<struct stat> EstadoDestino(const fs::path& ruta, const fs::path& p
     if (errno == ENOENT) return std::nullopt;
     Fallar(errno, pedido);
   }
-  if (S_ISDIR(estado.st_mode)) throw ErrorEjecucion(75, pedido, "es una carpeta");
-  if (!S_ISREG(estado.st_mode)) throw ErrorEjecucion(75, pedido, "no es un fichero corriente");
+  if (S_ISDIR(estado.st_mode)) throw ErrorEjecucion(kErrorDeAcceso, pedido, "es una carpeta");
+  if (!S_ISREG(estado.st_mode)) throw ErrorEjecucion(kErrorDeAcceso, pedido, "no es un fichero corriente");
   if (::faccessat(AT_FDCWD, ruta.c_str(), W_OK, AT_EACCESS) != 0) Fallar(errno, pedido);
   return estado;
 }
@@ -97,19 +96,6 @@ fs::path NombreTemporal(const fs::path& destino) {
           std::string(FicheroTemporal::kSufijo));
 }
 
-// Permisos, dueño y lista de control del destino, hasta donde el sistema deje.
-void HeredarPermisos(int fd, const struct stat& estado, const fs::path& destino) {
-  mode_t modo = estado.st_mode & 07777;
-  if (::fchown(fd, estado.st_uid, estado.st_gid) != 0 &&
-      ::fchown(fd, static_cast<uid_t>(-1), estado.st_gid) != 0)
-    modo &= 0777;  // sin el dueño, sus bits especiales serían los de otro
-  if (::fchmod(fd, modo) != 0) return;
-  constexpr const char* kLista = "system.posix_acl_access";
-  std::array<char, 4096> lista{};
-  const ssize_t largo = ::getxattr(destino.c_str(), kLista, lista.data(), lista.size());
-  if (largo > 0 && ::fsetxattr(fd, kLista, lista.data(), static_cast<std::size_t>(largo), 0) != 0) return;
-}
-
 }  // namespace
 
 struct FicheroTemporal::Interior {
@@ -120,9 +106,12 @@ struct FicheroTemporal::Interior {
   Descriptor fd;
   std::uintmax_t escritos = 0;
   std::uintmax_t enviados = 0;  // de los escritos, los que ya van camino del disco
+  bool volcado = false;
   bool publicado = false;
 
-  ~Interior() {
+  ~Interior() { borrar(); }
+
+  void borrar() const noexcept {
     if (fd.abierto() && !publicado) ::unlink(temporal.c_str());
   }
 
@@ -142,12 +131,13 @@ struct FicheroTemporal::Interior {
     if (!fd.abierto()) {
       if (errno == EEXIST) return false;
       // El fichero iba a crearse: lo que falta es su carpeta, aunque sea la actual.
-      if (errno == ENOENT) throw ErrorEjecucion(76, pedido);
+      if (errno == ENOENT) throw ErrorEjecucion(kRutaNoEncontrada, pedido);
       Fallar(errno, pedido);
     }
     if (::flock(*fd, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) return false;
     struct stat estado {};
-    return ::fstat(*fd, &estado) == 0 && estado.st_nlink > 0;
+    if (::fstat(*fd, &estado) != 0) Fallar(errno, pedido);
+    return estado.st_nlink > 0;
   }
 };
 
@@ -155,14 +145,21 @@ FicheroTemporal::FicheroTemporal(const fs::path& destino) : interior_(std::make_
   Interior& i = *interior_;
   i.pedido = destino;
   i.destino = SeguirEnlaces(destino);
-  if (!i.destino.has_filename()) throw ErrorEjecucion(75, destino);
+  if (!i.destino.has_filename()) throw ErrorEjecucion(kErrorDeAcceso, destino);
   i.anterior = EstadoDestino(i.destino, destino);
   BorrarAbandonados(i.destino.has_parent_path() ? i.destino.parent_path() : fs::path("."));
   for (int intentos = 0; !i.crear(); ++intentos)
-    if (intentos == 100) throw ErrorEjecucion(75, destino);
+    if (intentos == 100) throw ErrorEjecucion(kErrorDeAcceso, destino);
+  apuntar();
 }
 
-FicheroTemporal::~FicheroTemporal() = default;
+FicheroTemporal::~FicheroTemporal() {
+  olvidar();
+}
+
+void FicheroTemporal::borrar() noexcept {
+  interior_->borrar();
+}
 
 void FicheroTemporal::escribir(std::string_view bytes) {
   Interior& i = *interior_;
@@ -176,8 +173,9 @@ void FicheroTemporal::escribir(std::string_view bytes) {
   i.adelantarVolcado();
 }
 
-void FicheroTemporal::publicar() {
+void FicheroTemporal::volcar() {
   Interior& i = *interior_;
+  if (i.volcado) return;
   if (i.anterior) HeredarPermisos(*i.fd, *i.anterior, i.destino);
   if (::fsync(*i.fd) != 0) Fallar(errno, i.pedido);
   // Algunos sistemas de red no dicen que falta sitio hasta cerrar; se cierra un duplicado, porque el bloqueo
@@ -185,7 +183,14 @@ void FicheroTemporal::publicar() {
   if (const int copia = ::dup(*i.fd); copia >= 0 && ::close(copia) != 0) Fallar(errno, i.pedido);
   struct stat estado {};
   if (::fstat(*i.fd, &estado) != 0) Fallar(errno, i.pedido);
-  if (static_cast<std::uintmax_t>(estado.st_size) != i.escritos) throw ErrorEjecucion(57, i.pedido);
+  if (static_cast<std::uintmax_t>(estado.st_size) != i.escritos)
+    throw ErrorEjecucion(kErrorDeDispositivo, i.pedido);
+  i.volcado = true;
+}
+
+void FicheroTemporal::publicar() {
+  Interior& i = *interior_;
+  volcar();
   if (::rename(i.temporal.c_str(), i.destino.c_str()) != 0) Fallar(errno, i.pedido);
   i.publicado = true;
   // El fichero nuevo ya está en su sitio: si la carpeta no se deja volcar, no hay nada que deshacer.

@@ -51,13 +51,14 @@ bool ComprobarDestino(fs::path& ruta, const fs::path& pedido) {
     if (error == ERROR_FILE_NOT_FOUND) return false;
     FallarWindows(error, pedido);
   }
-  if (atributos & FILE_ATTRIBUTE_DIRECTORY) throw ErrorEjecucion(75, pedido, "es una carpeta");
-  if (atributos & (FILE_ATTRIBUTE_DEVICE | FILE_ATTRIBUTE_READONLY)) throw ErrorEjecucion(75, pedido);
+  if (atributos & FILE_ATTRIBUTE_DIRECTORY) throw ErrorEjecucion(kErrorDeAcceso, pedido, "es una carpeta");
+  if (atributos & (FILE_ATTRIBUTE_DEVICE | FILE_ATTRIBUTE_READONLY))
+    throw ErrorEjecucion(kErrorDeAcceso, pedido);
   const Fichero destino(::CreateFileW(ruta.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_DELETE,
                                       nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
   if (!destino.abierto()) FallarWindows(::GetLastError(), pedido);
   if (::GetFileType(*destino) != FILE_TYPE_DISK)
-    throw ErrorEjecucion(75, pedido, "no es un fichero corriente");
+    throw ErrorEjecucion(kErrorDeAcceso, pedido, "no es un fichero corriente");
   if (atributos & FILE_ATTRIBUTE_REPARSE_POINT) ruta = RutaFinal(*destino, ruta);
   return true;
 }
@@ -112,9 +113,12 @@ struct FicheroTemporal::Interior {
   Fichero fichero;
   std::uintmax_t escritos = 0;
   bool creado = false;
+  bool volcado = false;
   bool publicado = false;
 
-  ~Interior() {
+  ~Interior() { borrar(); }
+
+  void borrar() noexcept {
     fichero.cerrar();
     if (creado && !publicado) ::DeleteFileW(temporal.c_str());
   }
@@ -133,15 +137,22 @@ struct FicheroTemporal::Interior {
 FicheroTemporal::FicheroTemporal(const fs::path& destino) : interior_(std::make_unique<Interior>()) {
   Interior& i = *interior_;
   i.pedido = destino;
-  if (!destino.has_filename()) throw ErrorEjecucion(75, destino);
+  if (!destino.has_filename()) throw ErrorEjecucion(kErrorDeAcceso, destino);
   i.destino = RutaLarga(destino);
   i.existe = ComprobarDestino(i.destino, destino);
   BorrarAbandonados(i.destino.parent_path());
   for (int intentos = 0; !i.crear(); ++intentos)
-    if (intentos == 100) throw ErrorEjecucion(75, destino);
+    if (intentos == 100) throw ErrorEjecucion(kErrorDeAcceso, destino);
+  apuntar();
 }
 
-FicheroTemporal::~FicheroTemporal() = default;
+FicheroTemporal::~FicheroTemporal() {
+  olvidar();
+}
+
+void FicheroTemporal::borrar() noexcept {
+  interior_->borrar();
+}
 
 void FicheroTemporal::escribir(std::string_view bytes) {
   constexpr std::size_t kMaximo = 1 << 30;
@@ -151,18 +162,26 @@ void FicheroTemporal::escribir(std::string_view bytes) {
     if (!::WriteFile(*i.fichero, bytes.data(), static_cast<DWORD>(std::min(bytes.size(), kMaximo)), &escritos,
                      nullptr))
       FallarWindows(::GetLastError(), i.pedido);
-    if (escritos == 0) throw ErrorEjecucion(61, i.pedido);
+    if (escritos == 0) throw ErrorEjecucion(kDiscoLleno, i.pedido);
     i.escritos += escritos;
     bytes.remove_prefix(escritos);
   }
 }
 
-void FicheroTemporal::publicar() {
+void FicheroTemporal::volcar() {
   Interior& i = *interior_;
+  if (i.volcado) return;
   if (!::FlushFileBuffers(*i.fichero)) FallarWindows(::GetLastError(), i.pedido);
   LARGE_INTEGER tamano{};
   if (!::GetFileSizeEx(*i.fichero, &tamano)) FallarWindows(::GetLastError(), i.pedido);
-  if (static_cast<std::uintmax_t>(tamano.QuadPart) != i.escritos) throw ErrorEjecucion(57, i.pedido);
+  if (static_cast<std::uintmax_t>(tamano.QuadPart) != i.escritos)
+    throw ErrorEjecucion(kErrorDeDispositivo, i.pedido);
+  i.volcado = true;
+}
+
+void FicheroTemporal::publicar() {
+  Interior& i = *interior_;
+  volcar();
   // Un fichero abierto sin compartir no se deja renombrar por su nombre: se cierra antes.
   if (!i.fichero.cerrar()) FallarWindows(::GetLastError(), i.pedido);
   if (i.existe) HeredarPermisos(i.temporal, i.destino);

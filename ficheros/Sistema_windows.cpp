@@ -28,20 +28,20 @@ void FallarWindows(DWORD error, const fs::path& ruta) {
     case ERROR_LOCK_VIOLATION:
     case ERROR_USER_MAPPED_FILE:
     case ERROR_WRITE_PROTECT:
-      throw ErrorEjecucion(70, ruta);
+      throw ErrorEjecucion(kPermisoDenegado, ruta);
     case ERROR_DISK_FULL:
     case ERROR_HANDLE_DISK_FULL:
-      throw ErrorEjecucion(61, ruta);
+      throw ErrorEjecucion(kDiscoLleno, ruta);
     case ERROR_FILE_NOT_FOUND:
-      throw ErrorEjecucion(53, ruta);
+      throw ErrorEjecucion(kNoEncontrado, ruta);
     case ERROR_PATH_NOT_FOUND:
     case ERROR_BAD_NETPATH:
     case ERROR_BAD_NET_NAME:
     case ERROR_INVALID_DRIVE:
     case ERROR_DIRECTORY:
-      throw ErrorEjecucion(76, ruta);
+      throw ErrorEjecucion(kRutaNoEncontrada, ruta);
     case ERROR_INVALID_NAME:
-      throw ErrorEjecucion(52, ruta);
+      throw ErrorEjecucion(kNombreIncorrecto, ruta);
     default:
       throw ErrorEjecucion(std::error_code(static_cast<int>(error), std::system_category()), ruta);
   }

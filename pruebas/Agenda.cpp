@@ -12,6 +12,8 @@ using namespace herramientas;
 
 namespace {
 
+using namespace Qt::StringLiterals;
+
 QString Texto(const Csv& csv) {
   QStringList filas;
   for (const QStringList& fila : csv.filas)
@@ -186,7 +188,7 @@ TEST(AgendaSinVentana, ImportaFicherosDeClientes) {
     EXPECT_EQ(importacion.fallo.isEmpty(), clientes != nullptr) << bytes.constData();
     QStringList leidos;
     for (const Cliente& cliente : importacion.clientes)
-      leidos += u"NRS+"_qs[static_cast<int>(cliente.estado)] + u' ' + Datos(cliente.contacto);
+      leidos += u"NRS+"_s[static_cast<int>(cliente.estado)] + u' ' + Datos(cliente.contacto);
     EXPECT_EQ(leidos.join(u'#').toStdString(), clientes ? clientes : "");
     Agenda dosVeces = agenda;
     EXPECT_EQ(AnadirClientes(dosVeces, importacion), importacion.cuantos(EstadoCliente::Nuevo));

@@ -14,6 +14,8 @@ using namespace herramientas;
 
 namespace {
 
+using namespace Qt::StringLiterals;
+
 QStringList Nombres(const Agenda& agenda) {
   QStringList nombres;
   for (const Contacto& contacto : agenda.contactos)
@@ -41,7 +43,7 @@ class FicheroDeAgenda : public pruebas::Carpeta {
     try {
       FicheroAgenda fichero(ruta());
       for (int i = 0; i < cuantos; ++i)
-        anadir(fichero, u"%1 %2"_qs.arg(letra).arg(i));
+        anadir(fichero, u"%1 %2"_s.arg(letra).arg(i));
       fallo = 0;
     } catch (...) {
     }
@@ -54,7 +56,7 @@ TEST_F(FicheroDeAgenda, DosProgramasALaVezNoPierdenNada) {
   const pid_t hijo = otroPrograma(u'a', kCuantos);
   FicheroAgenda propio(ruta());
   for (int i = 0; i < kCuantos; ++i)
-    anadir(propio, u"c %1"_qs.arg(i));
+    anadir(propio, u"c %1"_s.arg(i));
   int estado = -1;
   ASSERT_EQ(::waitpid(hijo, &estado, 0), hijo);
   EXPECT_EQ(estado, 0);
@@ -79,7 +81,7 @@ TEST_F(FicheroDeAgenda, UnaMuerteAlGuardarDejaLoViejoOLoNuevo) {
     const Agenda queda = leida();
     // Cada contacto se guarda por separado: han de estar, enteros y en orden, los que le dio tiempo.
     for (std::size_t i = contactos; i < queda.contactos.size(); ++i)
-      ASSERT_EQ(queda.contactos[i].datos[kNombre], u"x %1"_qs.arg(i - contactos));
+      ASSERT_EQ(queda.contactos[i].datos[kNombre], u"x %1"_s.arg(i - contactos));
     ASSERT_GE(queda.contactos.size(), contactos);
     anadir(propio, "después");  // el cerrojo del muerto no estorba
     contactos = leida().contactos.size();
@@ -95,12 +97,12 @@ TEST_F(FicheroDeAgenda, LoQueNoSePuedeGuardarNoCambiaNada) {
   anadir(fichero, "Ana");
   std::filesystem::remove(carpeta_ / "datos" / "Telefonos.csv.lock");
   std::filesystem::create_directory(carpeta_ / "datos" / "Telefonos.csv.lock");
-  EXPECT_EQ(pruebas::NumeroError([&] { anadir(fichero, "Eva"); }), 75);
+  EXPECT_EQ(pruebas::NumeroError([&] { anadir(fichero, "Eva"); }), ficheros::kErrorDeAcceso);
   std::filesystem::remove(carpeta_ / "datos" / "Telefonos.csv.lock");
   EXPECT_EQ(Nombres(fichero.agenda()), QStringList("Ana"));
   EXPECT_EQ(Nombres(leida()), QStringList("Ana"));
   escribir("datos/Telefonos.csv", "no es una agenda");
-  EXPECT_EQ(pruebas::NumeroError([&] { anadir(fichero, "Eva"); }), 321);
+  EXPECT_EQ(pruebas::NumeroError([&] { anadir(fichero, "Eva"); }), ficheros::kFormatoNoValido);
   EXPECT_EQ(leer(carpeta_ / "datos" / "Telefonos.csv"), "no es una agenda");
   EXPECT_EQ(Nombres(fichero.agenda()), QStringList("Ana"));
 }

@@ -45,9 +45,10 @@ TEST(Aplicacion, ElErrorDeUnControladorSeInformaYElProgramaSigue) {
     return cajaDe([&] { QTest::mouseClick(&boton, Qt::LeftButton); });
   };
   const std::string titulo = QApplication::applicationDisplayName().toStdString();
-  EXPECT_EQ(informe([] { throw ficheros::ErrorEjecucion(53, ARuta("/a/<b>Ñ&.q19")); }),
+  EXPECT_EQ(informe([] { throw ficheros::ErrorEjecucion(ficheros::kNoEncontrado, ARuta("/a/<b>Ñ&.q19")); }),
             titulo + "|Error 53: No se encontró el archivo\n/a/<b>Ñ&.q19|Aceptar");
-  EXPECT_EQ(informe([] { throw ficheros::ErrorEjecucion(6); }), titulo + "|Error 6: Desbordamiento|Aceptar");
+  EXPECT_EQ(informe([] { throw ficheros::ErrorEjecucion(ficheros::kDesbordamiento); }),
+            titulo + "|Error 6: Desbordamiento|Aceptar");
   EXPECT_EQ(informe([] { throw std::bad_alloc(); }), titulo + "|Error 7: Memoria insuficiente|Aceptar");
   EXPECT_EQ(informe([] { throw std::runtime_error("x"); }), titulo + "|Error 51: Error interno\nx|Aceptar");
 }
@@ -56,14 +57,14 @@ TEST(Aplicacion, NuncaHayDosInformes) {
   int cajas = 0;
   // Con la primera ya en pantalla falla otro controlador.
   QTimer::singleShot(0, [&] {
-    Aplicacion::Proteger([] { throw ficheros::ErrorEjecucion(6); });
+    Aplicacion::Proteger([] { throw ficheros::ErrorEjecucion(ficheros::kDesbordamiento); });
     for (QWidget* ventana : QApplication::topLevelWidgets()) {
       if (!ventana->isVisible() || ventana->objectName() != "InformeError") continue;
       ++cajas;
       ventana->close();
     }
   });
-  Aplicacion::Proteger([] { throw ficheros::ErrorEjecucion(5); });
+  Aplicacion::Proteger([] { throw ficheros::ErrorEjecucion(ficheros::kArgumentoNoValido); });
   EXPECT_EQ(cajas, 1);
 }
 

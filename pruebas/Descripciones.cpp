@@ -14,7 +14,9 @@ using namespace editor;
 
 namespace {
 
-const QString kAjustes = QStringLiteral(DIR_PROYECTO "/app/Tarvo.INI");
+using namespace Qt::StringLiterals;
+
+const QString kAjustes = u"" DIR_PROYECTO u"/app/Tarvo.INI"_s;
 
 constexpr std::pair<const char*, const char*> kDisenos[] = {{"01", "0119143001"},
                                                             {"02", "0219143002"},
@@ -24,7 +26,17 @@ constexpr std::pair<const char*, const char*> kDisenos[] = {{"01", "0119143001"}
                                                             {"03006", "0319143006"},
                                                             {"04", "04"},
                                                             {"05", "05"},
-                                                            {"99", "99"}};
+                                                            {"99", "99"},
+                                                            {"11", "1119143001"},
+                                                            {"12", "1219143002"},
+                                                            {"13", "1319143003"},
+                                                            {"14", "14"},
+                                                            {"15", "15"},
+                                                            {"21", "2119143001"},
+                                                            {"22", "2219143002"},
+                                                            {"23", "2319143003"},
+                                                            {"24", "24"},
+                                                            {"25", "25"}};
 
 Ayuda ayudaDebida(const remesa::Campo& campo, bool totales) {
   switch (campo.valor) {
@@ -67,7 +79,8 @@ TEST(Descripciones, LosDisenosSonLosDeLaTablaDeCampos) {
       const bool numerico = norma.tipo == remesa::TipoCampo::N;
       EXPECT_EQ(campo.relleno, numerico && norma.obligatorio ? "C" : "I");
       EXPECT_TRUE(campo.descriptor.endsWith(numerico ? "T(D)" : "T(M)"));
-      const bool fijo = norma.libre() || norma.valor == remesa::ValorCampo::Codigo ||
+      const bool deRetorno = seccion[0] == '1' || seccion[0] == '2';  // solo se miran
+      const bool fijo = deRetorno || norma.libre() || norma.valor == remesa::ValorCampo::Codigo ||
                         norma.valor == remesa::ValorCampo::Version ||
                         norma.valor == remesa::ValorCampo::NumeroDato || (totales && numerico);
       EXPECT_EQ(campo.editable, !fijo);

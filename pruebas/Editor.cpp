@@ -14,6 +14,8 @@
 
 namespace {
 
+using namespace Qt::StringLiterals;
+
 using remesa::Posiciones;
 
 const char* const kErroneo =
@@ -55,7 +57,7 @@ std::string Adeudo() {
 class Editor : public testing::Test {
  protected:
   Editor() {
-    comunes::RutaAjustes = QStringLiteral(DIR_PROYECTO "/app/Tarvo.INI");
+    comunes::RutaAjustes = u"" DIR_PROYECTO u"/app/Tarvo.INI"_s;
     comunes::PonerFechaActual(QDate(2026, 3, 5));
     comunes::PonerLocaleUsuario(QLocale(QLocale::Spanish, QLocale::Spain));
     acumulado_.cambiado = [this](int i) { cambiados_.push_back(i); };
@@ -83,9 +85,9 @@ class Editor : public testing::Test {
     EXPECT_NE(control, nullptr) << nombre.toStdString();
     return control;
   }
-  QLineEdit* Cpo(int n) { return Hijo<QLineEdit>(QStringLiteral("cpo%1").arg(n)); }
-  QString Edi(int n) { return Hijo<QToolButton>(QStringLiteral("edi%1").arg(n))->text(); }
-  QLabel* Obs(int n) { return Hijo<QLabel>(QStringLiteral("obs%1").arg(n)); }
+  QLineEdit* Cpo(int n) { return Hijo<QLineEdit>(u"cpo%1"_s.arg(n)); }
+  QString Edi(int n) { return Hijo<QToolButton>(u"edi%1"_s.arg(n))->text(); }
+  QLabel* Obs(int n) { return Hijo<QLabel>(u"obs%1"_s.arg(n)); }
   void Pulsar(const char* boton) {
     auto* destino = Hijo<QPushButton>(boton);
     // El ratón se lleva el foco antes de que el botón se entere.
@@ -316,10 +318,10 @@ TEST_F(Editor, LaAyudaPideElValor) {
         Cpo(campo)->setFocus();
         Tecla(Qt::Key_F4);
       } else {
-        QTest::mouseClick(Hijo<QToolButton>(QStringLiteral("edi%1").arg(campo)), Qt::LeftButton);
+        QTest::mouseClick(Hijo<QToolButton>(u"edi%1"_s.arg(campo)), Qt::LeftButton);
       }
       EsperarCajas(cajas, 1);
-      EXPECT_EQ(cajas.Mensaje(0), Hijo<QLabel>(QStringLiteral("eti%1").arg(campo))->text());
+      EXPECT_EQ(cajas.Mensaje(0), Hijo<QLabel>(u"eti%1"_s.arg(campo))->text());
       EXPECT_EQ(Cpo(campo)->text(), valor);
       // La ventana tarda en recuperar la activación tras la caja.
       EXPECT_TRUE(QTest::qWaitFor([&, siguiente = campo + 1] { return Cpo(siguiente)->hasFocus(); }));

@@ -12,6 +12,8 @@
 
 namespace {
 
+using namespace Qt::StringLiterals;
+
 QByteArray Leer(const QString& nombre) {
   QFile f(nombre);
   return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
@@ -28,7 +30,7 @@ TEST(Ejemplos, SeRegeneranIguales) {
   const QStringList nombres = QDir(DIR_EJEMPLOS).entryList({"*.Q19"});
   EXPECT_EQ(QDir(nuevos.path()).entryList(QDir::Files), nombres);
   for (const QString& nombre : nombres)
-    EXPECT_TRUE(Leer(nuevos.filePath(nombre)) == Leer(QStringLiteral(DIR_EJEMPLOS "/") + nombre))
+    EXPECT_TRUE(Leer(nuevos.filePath(nombre)) == Leer(u"" DIR_EJEMPLOS u"/"_s + nombre))
         << nombre.toStdString();
 }
 
@@ -36,7 +38,7 @@ TEST(Ejemplos, SonRemesasCorrectas) {
   int remesas = 0;
   for (const QString& nombre : QDir(DIR_EJEMPLOS).entryList({"*.Q19"})) {
     SCOPED_TRACE(nombre.toStdString());
-    const std::filesystem::path ruta = (QStringLiteral(DIR_EJEMPLOS "/") + nombre).toStdString();
+    const std::filesystem::path ruta = (u"" DIR_EJEMPLOS u"/"_s + nombre).toStdString();
     if (remesa::ComprobarCabeza(ruta) != remesa::Cabeza::Q19) continue;
     ++remesas;
     const remesa::ListaRegistros lista = remesa::LeerFichero(ruta);

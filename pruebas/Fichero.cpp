@@ -51,11 +51,12 @@ TEST_F(Ficheros, CortaLasLineasEnCR) {
 }
 
 TEST_F(Ficheros, LoQueNoSePuedeLeerEsUnError) {
-  const std::pair<std::filesystem::path, int> casos[] = {{carpeta_ / "falta", 53},
-                                                         {carpeta_ / "falta" / "f", 76},
-                                                         {carpeta_, 75},
-                                                         {escribir("f", "x") / "dentro", 76},
-                                                         {"", 53}};
+  const std::pair<std::filesystem::path, int> casos[] = {
+      {carpeta_ / "falta", ficheros::kNoEncontrado},
+      {carpeta_ / "falta" / "f", ficheros::kRutaNoEncontrada},
+      {carpeta_, ficheros::kErrorDeAcceso},
+      {escribir("f", "x") / "dentro", ficheros::kRutaNoEncontrada},
+      {"", ficheros::kNoEncontrado}};
   for (const auto& [ruta, numero] : casos) {
     EXPECT_EQ(NumeroError([&, r = ruta] { LeerFichero(r); }), numero) << ruta;
     EXPECT_EQ(NumeroError([&, r = ruta] { ComprobarCabeza(r); }), numero) << ruta;

@@ -11,6 +11,8 @@ using namespace comunes;
 
 namespace {
 
+using namespace Qt::StringLiterals;
+
 /// Escribe el fallo en UTF-8 y no carácter a carácter.
 std::string utf8(const QString& texto) {
   return texto.toStdString();
@@ -32,8 +34,8 @@ TEST(Texto, TodosLosBytesVuelvenIguales) {
   EXPECT_TRUE(CabeEnWindows1252(texto));
   EXPECT_EQ(utf8(DesdeWindows1252("\x80\x8A\x9F\xD1\xE7")), "€ŠŸÑç");
   // Lo que no cabe es un solo interrogante.
-  EXPECT_EQ(AWindows1252(QStringLiteral("aΩ😀z")), "a??z");
-  EXPECT_FALSE(CabeEnWindows1252(QStringLiteral("Ω")));
+  EXPECT_EQ(AWindows1252(u"aΩ😀z"_s), "a??z");
+  EXPECT_FALSE(CabeEnWindows1252(u"Ω"_s));
 }
 
 TEST(Formatos, SinLocaleDelSistemaEsEspanol) {
@@ -55,7 +57,7 @@ TEST(Formatos, Numeros) {
 
   const EnLocale ingles(QLocale(QLocale::English, QLocale::UnitedStates));
   EXPECT_EQ(utf8(FormatoNumero(1234.5, 2)), "1,234.50");
-  EXPECT_EQ(LeerNumero(QStringLiteral("1,234.5")), 1234.5);
+  EXPECT_EQ(LeerNumero(u"1,234.5"_s), 1234.5);
 }
 
 TEST(Formatos, CentimosExactos) {

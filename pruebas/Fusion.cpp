@@ -154,19 +154,19 @@ TEST(Fusion, RedondeaAlParYLeeConBenevolencia) {
   }
   Recuento recuento;  // el empate por encima del máximo también desborda
   recuento.contar(Adeudo("", "2147483647"));
-  EXPECT_EQ(NumeroError([&] { recuento.contar(Adeudo("", "0.5")); }), 6);
+  EXPECT_EQ(NumeroError([&] { recuento.contar(Adeudo("", "0.5")); }), ficheros::kDesbordamiento);
   recuento.contar(Opcional("004", "x"));
   EXPECT_EQ(recuento.totales().registros, 2);
 }
 
 TEST(Fusion, LoReescritoAntesDelErrorSeConserva) {
   ListaRegistros lista = Lista({kUno, Total("04"), Adeudo("2", "02147483600"), Total("05"), kDos});
-  EXPECT_EQ(NumeroError([&] { RecalcularTotales(lista); }), 6);
+  EXPECT_EQ(NumeroError([&] { RecalcularTotales(lista); }), ficheros::kDesbordamiento);
   EXPECT_EQ(lista[1], Totalizado("04", "", "00000000000000100", "00000001", "0000000002"));
   EXPECT_EQ(lista[3], Total("05"));
 
   ListaRegistros cortos = Lista({kUno, Total("04"), Total("05").substr(0, 60), Total("99")});
-  EXPECT_EQ(NumeroError([&] { RecalcularTotales(cortos); }), 5);
+  EXPECT_EQ(NumeroError([&] { RecalcularTotales(cortos); }), ficheros::kArgumentoNoValido);
   EXPECT_NE(cortos[1], Total("04"));
   EXPECT_EQ(cortos[2], Total("05").substr(0, 60));  // ni a medias
   EXPECT_EQ(cortos[3], Total("99"));

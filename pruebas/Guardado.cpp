@@ -41,9 +41,11 @@ TEST_F(Guardados, SinConfirmarNoQuedaNada) {
   }
   EXPECT_EQ(NumeroError([&] {
               GuardarRemesa(fichero, Lista(std::vector<std::string>(5000, "x")),
-                            [](std::size_t, std::size_t) { throw ficheros::ErrorEjecucion(18); });
+                            [](std::size_t, std::size_t) {
+                              throw ficheros::ErrorEjecucion(ficheros::kDesbordamiento);
+                            });
             }),
-            18);
+            ficheros::kDesbordamiento);
   EXPECT_EQ(leer(fichero), "viejo");
   EXPECT_EQ(nombres(), Nombres{"f"});
 }

@@ -26,14 +26,14 @@ namespace {
 TEST_F(Guardados, NoLeeLoQueNoEsUnFicheroNiLoCerrado) {
   ASSERT_EQ(::mkfifo((carpeta_ / "cola").c_str(), 0600), 0);
   for (const fs::path& ruta : {carpeta_ / "cola", fs::path("/dev/zero")}) {
-    EXPECT_EQ(NumeroError([&] { LeerFichero(ruta); }), 75) << ruta;
-    EXPECT_EQ(NumeroError([&] { ComprobarCabeza(ruta); }), 75) << ruta;
+    EXPECT_EQ(NumeroError([&] { LeerFichero(ruta); }), ficheros::kErrorDeAcceso) << ruta;
+    EXPECT_EQ(NumeroError([&] { ComprobarCabeza(ruta); }), ficheros::kErrorDeAcceso) << ruta;
   }
   fs::permissions(carpeta_, fs::perms::all);
   const UsuarioCorriente usuario;
   const auto cerrado = escribir("cerrado", "x");
   fs::permissions(cerrado, fs::perms::none);
-  EXPECT_EQ(NumeroError([&] { LeerFichero(cerrado); }), 70);
+  EXPECT_EQ(NumeroError([&] { LeerFichero(cerrado); }), ficheros::kPermisoDenegado);
 }
 
 TEST_F(Guardados, UnFicheroQueCambiaMientrasSeLeeEsUnError) {
@@ -44,10 +44,11 @@ TEST_F(Guardados, UnFicheroQueCambiaMientrasSeLeeEsUnError) {
     int numero;
   } casos[] = {
       {"nada", [](const fs::path&) {}, 0},
-      {"cortado", [](const fs::path& ruta) { fs::resize_file(ruta, 1 << 20); }, 62},
-      {"crecido", [](const fs::path& ruta) { std::ofstream(ruta, std::ios::app) << "más"; }, 75},
+      {"cortado", [](const fs::path& ruta) { fs::resize_file(ruta, 1 << 20); }, ficheros::kFinDeArchivo},
+      {"crecido", [](const fs::path& ruta) { std::ofstream(ruta, std::ios::app) << "más"; },
+       ficheros::kErrorDeAcceso},
       {"reescrito", [](const fs::path& ruta) { std::fstream(ruta, std::ios::in | std::ios::out) << "y"; },
-       75},
+       ficheros::kErrorDeAcceso},
       {"sustituido", [](const fs::path& ruta) { guardar(ruta, "otro"); }, 0},
   };
   for (const auto& caso : casos) {
@@ -71,19 +72,19 @@ TEST_F(Guardados, SigueLosEnlacesSinDeshacerlos) {
   EXPECT_EQ(leer(carpeta_ / "sub" / "f"), "otro");
   EXPECT_TRUE(fs::is_symlink(carpeta_ / "enlace"));
   EXPECT_TRUE(fs::is_symlink(carpeta_ / "doble"));
-  EXPECT_EQ(NumeroError([&] { guardar(carpeta_ / "circular", ""); }), 75);
+  EXPECT_EQ(NumeroError([&] { guardar(carpeta_ / "circular", ""); }), ficheros::kErrorDeAcceso);
 }
 
 TEST_F(Guardados, LoQueNoSePuedeSustituirSeRechaza) {
   ASSERT_EQ(::mkfifo((carpeta_ / "cola").c_str(), 0600), 0);
   fs::create_directory(carpeta_ / "dir");
-  const std::pair<fs::path, int> casos[] = {{carpeta_ / "dir", 75},
-                                            {carpeta_ / "dir" / "", 75},
-                                            {carpeta_ / "cola", 75},
-                                            {"/dev/null", 75},
-                                            {carpeta_ / "no" / "f", 76},
-                                            {carpeta_ / std::string(300, 'x'), 52},
-                                            {"", 75}};
+  const std::pair<fs::path, int> casos[] = {{carpeta_ / "dir", ficheros::kErrorDeAcceso},
+                                            {carpeta_ / "dir" / "", ficheros::kErrorDeAcceso},
+                                            {carpeta_ / "cola", ficheros::kErrorDeAcceso},
+                                            {"/dev/null", ficheros::kErrorDeAcceso},
+                                            {carpeta_ / "no" / "f", ficheros::kRutaNoEncontrada},
+                                            {carpeta_ / std::string(300, 'x'), ficheros::kNombreIncorrecto},
+                                            {"", ficheros::kErrorDeAcceso}};
   for (const auto& [ruta, numero] : casos)
     EXPECT_EQ(NumeroError([&, r = ruta] { guardar(r, "x"); }), numero) << ruta;
   EXPECT_EQ(nombres(), (Nombres{"cola", "dir"}));
@@ -110,12 +111,12 @@ TEST_F(Guardados, RespetaLaProteccionContraEscritura) {
   const UsuarioCorriente usuario;
   const auto fichero = escribir("f", "viejo");
   fs::permissions(fichero, fs::perms::owner_read);
-  EXPECT_EQ(NumeroError([&] { guardar(fichero, "nuevo"); }), 70);
+  EXPECT_EQ(NumeroError([&] { guardar(fichero, "nuevo"); }), ficheros::kPermisoDenegado);
   fs::permissions(fichero, fs::perms::owner_read | fs::perms::owner_write);
   fs::create_directory(carpeta_ / "cerrada");
   std::ofstream(carpeta_ / "cerrada" / "g") << "viejo";
   fs::permissions(carpeta_ / "cerrada", fs::perms::owner_read | fs::perms::owner_exec);
-  EXPECT_EQ(NumeroError([&] { guardar(carpeta_ / "cerrada" / "g", "nuevo"); }), 70);
+  EXPECT_EQ(NumeroError([&] { guardar(carpeta_ / "cerrada" / "g", "nuevo"); }), ficheros::kPermisoDenegado);
   EXPECT_EQ(leer(carpeta_ / "cerrada" / "g"), "viejo");
   EXPECT_EQ(leer(fichero), "viejo");
   EXPECT_EQ(nombres(), (Nombres{"cerrada", "f"}));

@@ -50,13 +50,18 @@ TEST_F(Guardados, LoQueNoSePuedeSustituirNiLeerSeRechaza) {
   const auto ajeno = escribir("ajeno", "viejo");
   {
     const Abierto otro(ajeno, 0);
-    const std::pair<fs::path, int> casos[] = {
-        {carpeta_ / "dir", 75},      {carpeta_ / "dir" / "", 75}, {protegido, 75}, {ajeno, 70}, {"NUL", 75},
-        {carpeta_ / "no" / "f", 76}, {carpeta_ / "a?b", 52},      {"", 75}};
+    const std::pair<fs::path, int> casos[] = {{carpeta_ / "dir", ficheros::kErrorDeAcceso},
+                                              {carpeta_ / "dir" / "", ficheros::kErrorDeAcceso},
+                                              {protegido, ficheros::kErrorDeAcceso},
+                                              {ajeno, ficheros::kPermisoDenegado},
+                                              {"NUL", ficheros::kErrorDeAcceso},
+                                              {carpeta_ / "no" / "f", ficheros::kRutaNoEncontrada},
+                                              {carpeta_ / "a?b", ficheros::kNombreIncorrecto},
+                                              {"", ficheros::kErrorDeAcceso}};
     for (const auto& [ruta, numero] : casos)
       EXPECT_EQ(NumeroError([&, r = ruta] { guardar(r, "x"); }), numero) << ruta;
-    EXPECT_EQ(NumeroError([&] { LeerFichero(ajeno); }), 70);
-    EXPECT_EQ(NumeroError([&] { LeerFichero("NUL"); }), 75);
+    EXPECT_EQ(NumeroError([&] { LeerFichero(ajeno); }), ficheros::kPermisoDenegado);
+    EXPECT_EQ(NumeroError([&] { LeerFichero("NUL"); }), ficheros::kErrorDeAcceso);
   }
   EXPECT_EQ(nombres(), (Nombres{"ajeno", "dir", "protegido"}));
   for (const auto& ruta : {protegido, ajeno})
@@ -94,8 +99,8 @@ TEST_F(Guardados, RutasDeMasDe260CaracteresYConCaracteresDeFuera) {
   ::CloseHandle(::CreateFileW(abandonado.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr));
   guardar(destino, "otro");
   EXPECT_EQ(::GetFileAttributesW(abandonado.c_str()), INVALID_FILE_ATTRIBUTES);
-  EXPECT_EQ(NumeroError([&] { LeerFichero(larga); }), 75);
-  EXPECT_EQ(NumeroError([&] { LeerFichero(larga / "falta"); }), 53);
+  EXPECT_EQ(NumeroError([&] { LeerFichero(larga); }), ficheros::kErrorDeAcceso);
+  EXPECT_EQ(NumeroError([&] { LeerFichero(larga / "falta"); }), ficheros::kNoEncontrado);
 }
 
 // El otro programa: este mismo, que se llama con esta prueba sola y muere a mitad.

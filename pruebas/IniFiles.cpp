@@ -14,10 +14,12 @@ using namespace std::string_literals;
 
 namespace {
 
+using namespace Qt::StringLiterals;
+
 class IniFiles : public testing::Test {
  protected:
   QString escribir(const std::string& bytes) {
-    QFile fichero(carpeta_.filePath(QStringLiteral("a.INI")));
+    QFile fichero(carpeta_.filePath(u"a.INI"_s));
     EXPECT_TRUE(fichero.open(QIODevice::WriteOnly));
     fichero.write(bytes.data(), static_cast<qint64>(bytes.size()));
     return fichero.fileName();
@@ -82,7 +84,7 @@ TEST_F(IniFiles, CortaEnDosMilCuarentaYSieteBytes) {
   const auto leer = [&](const char* clave) { return ReadINI(ruta, "S", QString::fromLatin1(clave), {}); };
   EXPECT_EQ(leer("a"), QString(2047, u'x'));
   EXPECT_EQ(leer("b"), QString(2047, u'y'));
-  EXPECT_EQ(leer("c"), QStringLiteral("fin"));
+  EXPECT_EQ(leer("c"), u"fin"_s);
 }
 
 TEST_F(IniFiles, VeElFicheroRecienCambiadoYSinElDaElDefecto) {
@@ -98,6 +100,6 @@ TEST_F(IniFiles, SinNombreAvisaYDaElDefecto) {
       [&](GradoAviso, const QString& texto, const QString& titulo) { avisos << texto << titulo; });
   EXPECT_EQ(ReadINI({}, "Comunes", "OrigenQ19", "C:\\"), "C:\\");
   PonerAvisador(anterior);
-  EXPECT_EQ(avisos, QStringList({QStringLiteral("ReadINI no recibió nombre de fichero a leer"),
+  EXPECT_EQ(avisos, QStringList({u"ReadINI no recibió nombre de fichero a leer"_s,
                                  QCoreApplication::applicationName()}));
 }

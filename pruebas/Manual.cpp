@@ -18,8 +18,7 @@ using pruebas::Ventana;
 namespace {
 
 /// El apartado de una ventana, en su formulario o en su código.
-constexpr auto kApartado =
-    R"((?:name="Ayuda" stdset="0"><string[^>]*>|setProperty\("Ayuda", QStringLiteral\(")([^<"]+))";
+constexpr auto kApartado = R"((?:name="Ayuda" stdset="0"><string[^>]*>|setProperty\("Ayuda", u")([^<"]+))";
 
 QString Leer(const QString& ruta) {
   QFile fichero(ruta);

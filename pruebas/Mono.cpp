@@ -24,6 +24,8 @@ using namespace pruebas;
 
 namespace {
 
+using namespace Qt::StringLiterals;
+
 using Registros = std::vector<std::string>;
 
 Registros Filtrados(const Registros& registros, std::initializer_list<std::string_view> codigos,
@@ -84,7 +86,7 @@ class Vigia : public QObject {
     const bool caben = NumeroError([&] { remesa::RecalcularTotales(otra); }) == 0;
     ASSERT_TRUE(!recalculada_ || !caben || Bytes(otra) == lista_) << "los totales no son los suyos";
     const remesa::Resumen resumen = remesa::Resumir(v_.Acumulado->lista());
-    ASSERT_TRUE(v_.texto("InfoAcumulado").contains(QStringLiteral(" adeudo")));
+    ASSERT_TRUE(v_.texto("InfoAcumulado").contains(u" adeudo"_s));
     const QString dicho = v_.texto("InfoAcumulado").section(", ", 1, 1).section(' ', 0, 0).remove('.');
     ASSERT_EQ(dicho.toULongLong(), resumen.adeudos) << v_.texto("InfoAcumulado").toStdString();
   }
@@ -222,7 +224,7 @@ class Mono : public QObject {
   }
 
   void apuntar(const QString& que) {
-    ultima_ = QStringLiteral("paso %1: %2").arg(dados_).arg(que).toStdString();
+    ultima_ = u"paso %1: %2"_s.arg(dados_).arg(que).toStdString();
     if (diario_.isOpen()) diario_.write((ultima_ + '\n').c_str());
   }
 
@@ -276,8 +278,7 @@ class Mono : public QObject {
                                                        Qt::ControlModifier};
     const QPoint donde(hasta(std::max(1, w->width())), hasta(std::max(1, w->height())));
     const Qt::KeyboardModifier tecla = alguno(kTeclas);
-    apuntar(QStringLiteral("pulsar %1 (%2) en %3,%4")
-                .arg(w->objectName(), w->metaObject()->className())
+    apuntar(u"pulsar %1 (%2) en %3,%4"_s.arg(w->objectName(), w->metaObject()->className())
                 .arg(donde.x())
                 .arg(donde.y()));
     const bool doble = boton == Qt::LeftButton && vez(20);
@@ -323,8 +324,8 @@ class Mono : public QObject {
     }
     const Qt::Key tecla = alguno(kTeclas);
     const Qt::KeyboardModifier modo = alguno(kModos);
-    apuntar(QStringLiteral("tecla %1 en %2 (%3)")
-                .arg(QKeySequence(modo | tecla).toString(), w->objectName(), w->metaObject()->className()));
+    apuntar(u"tecla %1 en %2 (%3)"_s.arg(QKeySequence(modo | tecla).toString(), w->objectName(),
+                                         w->metaObject()->className()));
     QTest::keyClick(w, tecla, modo);
   }
 
@@ -364,8 +365,7 @@ class Mono : public QObject {
   /// Otro programa toca los ficheros.
   void estropear() {
     const QStringList nombres = QDir(carpeta_ + "/entradas").entryList(QDir::Files);
-    const QString ruta =
-        carpeta_ + "/entradas/" + (nombres.isEmpty() ? QStringLiteral("nuevo.Q19") : alguno(nombres));
+    const QString ruta = carpeta_ + "/entradas/" + (nombres.isEmpty() ? u"nuevo.Q19"_s : alguno(nombres));
     apuntar("estropear " + ruta);
     QFile f(ruta);
     switch (hasta(3)) {
@@ -376,8 +376,7 @@ class Mono : public QObject {
         f.resize(f.size() / 2);
         break;
       default:
-        QFile::copy(QStringLiteral(DIR_EJEMPLOS "/gimnasio-acuario.Q19"),
-                    ruta + QString::number(hasta(5)) + ".Q19");
+        QFile::copy(u"" DIR_EJEMPLOS u"/gimnasio-acuario.Q19"_s, ruta + QString::number(hasta(5)) + ".Q19");
     }
   }
 
@@ -387,8 +386,7 @@ class Mono : public QObject {
     static const char* const kSalidas[] = {"uno",      "dos.Q19", "tres.pdf",
                                            "no hay/x", "carpeta", "entradas/uno.Q19"};
     const bool entrada = peticion.abrir && !entradas.isEmpty() && vez(90);
-    const QString ruta =
-        carpeta_ + (entrada ? "/entradas/" + alguno(entradas) : QStringLiteral("/") + alguno(kSalidas));
+    const QString ruta = carpeta_ + (entrada ? "/entradas/" + alguno(entradas) : u"/"_s + alguno(kSalidas));
     apuntar("elegir " + ruta);
     if (!peticion.abrir && peticion.propietario == &v_.frm &&
         peticion.filtros.value(0).patrones.contains("q19", Qt::CaseInsensitive))

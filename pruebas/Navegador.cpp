@@ -13,6 +13,8 @@ using namespace principal;
 
 namespace {
 
+using namespace Qt::StringLiterals;
+
 struct Listas {
   Listas() {
     QObject::connect(&navegador, &Navegador::elegido, [this](const QString& ruta) { elegidos << ruta; });
@@ -84,8 +86,7 @@ TEST_F(Navegacion, ArranqueDesdeLosAjustes) {
             QStringList({QDir(raiz).dirName(), "a & <b>", "dentro"}));
   EXPECT_EQ(l.discos.unidad(), QStorageInfo(raiz).rootPath());
   EXPECT_EQ(l.discos.currentData().toString(), l.discos.unidad());
-  for (const QString& origen :
-       {QString(), raiz + "/no existe", raiz + "/b.Q19", QStringLiteral("D:\\Remesas")}) {
+  for (const QString& origen : {QString(), raiz + "/no existe", raiz + "/b.Q19", u"D:\\Remesas"_s}) {
     Listas otras;
     otras.navegador.iniciar("C:", origen, "*.Q19");
     EXPECT_EQ(otras.carpetas.ruta(), QDir(QDir::homePath()).absolutePath()) << origen.toStdString();

@@ -69,7 +69,17 @@ TEST(Observaciones, DeUnFicheroQueSeVaAImportar) {
       {"sin totales", sana, {Presentador(), kA, a1}, {C::SinTotales}, 3, 0},
       {"sin cabeceras", {}, {a1, Total("99")}, {C::SinCabeceras}},
       {"sin cabeceras, pero ya las hay", sana, {a1, Total("99")}, {}},
-      {"pasa del máximo con lo que había", medio, medio, {C::Desbordamiento}},
+      {"sin cabeceras en la acumulación", {a1, Total("99")}, sana, {C::CabecerasPerdidas}},
+      {"sin cabeceras en ninguno", {a1, Total("99")}, {a1, Total("99")}, {}},
+      {"pasa del máximo con lo que había", medio, medio, {C::Desbordamiento}, 3, 0},
+      {"y sin totales", medio, {Adeudo("1", "1200000000")}, {C::Desbordamiento, C::SinTotales}},
+      {"total sin sitio", {}, {Presentador(), kA, a1, "04"}, {C::TotalesSinSitio, C::RegistrosCortos}, 1, 4},
+      {"totales entre adeudos",
+       Remesa({a1, Total("04"), Total("05"), kA, a1}),
+       sana,
+       {C::TotalesInteriores},
+       2,
+       0},
       {"otro acreedor y otra fecha",
        sana,
        Remesa({a1}, Acreedor("ES02", "20260106")),
@@ -114,6 +124,10 @@ TEST(Observaciones, DeLaAcumulacion) {
        4},
       {"sin recalcular", Lista(Remesa({a})), {C::TotalesNoCuadran}, 4},
       {"sin totales", Lista({Presentador(), kA, a}), {C::TotalesAusentes}},
+      {"sin el 02", Acumulada({Presentador(), a, Total("99")}), {C::FaltanCabeceras}},
+      {"desbordada y sin totales",
+       Lista({Presentador(), kA, Adeudo("a", "2147483648")}),
+       {C::TotalesDesbordados, C::TotalesAusentes}},
       {"por bloque", Lista(norma), {C::TotalesPorBloque}},
       {"varios bloques recalculados", Acumulada(norma), {C::VariosBloques}},
       {"total corto", Lista({Presentador(), kA, a, "99"}), {C::TotalesCortos}},
@@ -136,9 +150,10 @@ TEST(Observaciones, DeLaAcumulacion) {
 
 // El resumen del recálculo y el combinado por importaciones dicen lo que dice recorrer la lista.
 TEST(Observaciones, ElResumenEsElMismoPorTodosLosCaminos) {
-  const Registros ficheros[] = {Remesa({Adeudo("a", "100"), Opcional("004", "x"), Registro("77")}),
-                                Remesa({Adeudo("b", "7"), ""}, Acreedor("ES02", "20260303")),
-                                {Presentador(), Adeudo("c", "3")}};
+  const Registros ficheros[] = {
+      Remesa({Adeudo("a", "100"), Total("04"), Opcional("004", "x"), Registro("77")}),
+      Remesa({Adeudo("b", "7"), ""}, Acreedor("ES02", "20260303")),
+      {Presentador(), Adeudo("c", "3")}};
   ListaRegistros lista;
   Resumen combinado;
   for (const Registros& fichero : ficheros) {
@@ -146,13 +161,14 @@ TEST(Observaciones, ElResumenEsElMismoPorTodosLosCaminos) {
     combinado = TrasImportar(combinado, Resumir(previo));
     Importar(lista, previo);
     Resumen delRecalculo;
-    RecalcularTotales(lista, &delRecalculo);
+    RecalcularYResumir(lista, delRecalculo);
     const Resumen entero = Resumir(lista);
     for (const Resumen& r : {combinado, delRecalculo}) {
       EXPECT_EQ(r.registros, entero.registros);
       EXPECT_EQ(r.adeudos, entero.adeudos);
       EXPECT_EQ(r.importe, entero.importe);
       EXPECT_EQ(r.deTotales, entero.deTotales);
+      EXPECT_EQ(r.totalesInteriores, entero.totalesInteriores);
       EXPECT_EQ(r.bloques, entero.bloques);
       EXPECT_EQ(r.ultimoBloque, entero.ultimoBloque);
       EXPECT_EQ(Clases(ObservarAcumulado(r)), Clases(ObservarAcumulado(entero)));
@@ -163,7 +179,7 @@ TEST(Observaciones, ElResumenEsElMismoPorTodosLosCaminos) {
 
   ListaRegistros fallida = Lista({Total("04"), "99", Adeudo("a", "5")});
   Resumen resumen;
-  EXPECT_EQ(NumeroError([&] { RecalcularTotales(fallida, &resumen); }), 5);
+  EXPECT_EQ(NumeroError([&] { RecalcularYResumir(fallida, resumen); }), ficheros::kArgumentoNoValido);
   EXPECT_EQ(resumen.registros, 3u);
   EXPECT_EQ(resumen.adeudos, 1u);
 }

@@ -237,7 +237,7 @@ TEST_F(PreguntasCaja, LaMuestraDaElColorComoNumero) {
   QColor inicial;
   const auto anterior = PonerSelectorColor([&](const QColor& color, QWidget*) {
     inicial = color;
-    if (!respuesta.isValid()) throw ficheros::ErrorEjecucion(5);
+    if (!respuesta.isValid()) throw ficheros::ErrorEjecucion(ficheros::kArgumentoNoValido);
     return respuesta;
   });
   EXPECT_EQ("16764160", Pedir("T(D) A(D) L(8) (RGB)", "255", [&](MyBox& caja) {

@@ -3,6 +3,8 @@
 #include <tuple>
 
 #include "Registros.h"
+#include "remesa/Identificacion.h"
+#include "remesa/TipoFichero.h"
 
 using namespace remesa;
 using pruebas::NumeroError;
@@ -65,4 +67,48 @@ TEST(Registro, LecturaBenevolaDeNumeros) {
       {"\r1", 0}};
   for (const auto& [texto, valor] : casos)
     EXPECT_EQ(ValorNumerico(texto), valor) << texto;
+}
+
+TEST(Registro, DiceQueFicheroEs) {
+  using enum TipoFichero;
+  const std::pair<const char*, TipoFichero> casos[] = {{"0119143001", Presentacion},
+                                                       {"0319143", Presentacion},
+                                                       {"1119143001", Rechazos},
+                                                       {"1319143003", Rechazos},
+                                                       {"2119143", Devoluciones},
+                                                       {"2219143002", Devoluciones},
+                                                       {"3119143", SolicitudesCancelacion},
+                                                       {"0119154", PlazoCorto},
+                                                       {"2119445", Empresas},
+                                                       {"01ORD34145", Transferencias},
+                                                       {"5180123", Anterior},
+                                                       {"14ES1234", Ajeno},
+                                                       {"XX19143", Ajeno},
+                                                       {"2019143", Ajeno},
+                                                       {"2119144", Ajeno},
+                                                       {"", Ajeno}};
+  for (const auto& [bytes, tipo] : casos)
+    EXPECT_EQ(TipoDe(bytes), tipo) << bytes;
+}
+
+TEST(Registro, RenuevaLaIdentificacionSinTocarLoDelPresentador) {
+  using namespace std::chrono;
+  const Momento ahora = local_days(2026y / 11 / 30) + 23h + 59min + 59s + 7ms;
+  const struct {
+    const char* actual;
+    int parte;
+    const char* nueva;
+  } casos[] = {{"PRE2026010112131400001REMESA-000123", 0, "PRE2026113023595900007REMESA-000123"},
+               {"PRE2026010112131400001REMESA-000123", 9, "PRE2026113023595900016REMESA-000123"},
+               {"PRE2026010112131400001REMESA-000123", 99'993, "PRE2026120100000000000REMESA-000123"},
+               {"PREFSDD2026010112131400001MIO-12345", 0, "PREFSDD2026113023595900007MIO-12345"},
+               {"REMESA", 0, "PRE2026113023595900007             "},
+               {"", 0, "PRE2026113023595900007             "}};
+  for (const auto& caso : casos)
+    EXPECT_EQ(IdentificacionRenovada(caso.actual, ahora, caso.parte), caso.nueva) << caso.actual;
+
+  std::string cabecera = pruebas::Registro("0119143001", {{{124, 158}, casos[0].actual}});
+  RenovarIdentificacion(cabecera, ahora);
+  EXPECT_EQ(cabecera,
+            pruebas::Registro("0119143001", {{{116, 123}, "20261130"}, {{124, 158}, casos[0].nueva}}));
 }

@@ -9,15 +9,19 @@
 #include "comunes/rejilla/Importe.h"
 #include "comunes/rejilla/MiVisor.h"
 #include "comunes/rejilla/ModeloRejilla.h"
+#include "comunes/rejilla/Orden.h"
+#include "comunes/rejilla/Subtotales.h"
 #include "ficheros/ErrorEjecucion.h"
 
 using namespace comunes;
 
 namespace {
 
+using namespace Qt::StringLiterals;
+
 /// Una rejilla de columnas "Grupo;Importe;Otra" con una fila por texto "a|b|c"; delante de "~", fila oculta.
 void llenar(Rejilla& rejilla, const QStringList& filas) {
-  PrepararRejilla(rejilla, QStringLiteral("Grupo#10;Importe#8>;Otra#5"));
+  PrepararRejilla(rejilla, u"Grupo#10;Importe#8>;Otra#5"_s);
   for (int f = 0; f < filas.size(); ++f) {
     const QStringList celdas = QString(filas[f]).remove(u'~').split(u'|');
     for (int c = 0; c < celdas.size(); ++c)
@@ -40,7 +44,7 @@ QStringList volcar(const Rejilla& rejilla) {
     QStringList celdas;
     for (int c = 0; c < rejilla.Cols(); ++c)
       celdas << rejilla.TextMatrix(f, c);
-    textos << (rejilla.RowData(f) > 0 ? QStringLiteral("+") : QString()) + celdas.join(u'|');
+    textos << (rejilla.RowData(f) > 0 ? u"+"_s : QString()) + celdas.join(u'|');
   }
   return textos;
 }
@@ -61,7 +65,7 @@ class LaRejilla : public testing::Test {
     PonerAvisador(anterior_);
     PonerLocaleUsuario(std::nullopt);
   }
-  Rejilla rejilla{QStringLiteral("VisorPrt")};
+  Rejilla rejilla{u"VisorPrt"_s};
   QStringList avisos_;
   Avisador anterior_;
 };
@@ -82,14 +86,14 @@ TEST_F(LaRejilla, SePreparaConLaEspecificacion) {
       {"A#2.5=", "A/300/4/4"}};
   for (const auto& [especificacion, columnas] : casos) {
     rejilla.PonerRows(9);
-    rejilla.PonerTextMatrix(1, 0, QStringLiteral("resto"));
+    rejilla.PonerTextMatrix(1, 0, u"resto"_s);
     rejilla.PonerRowData(1, 1);
     rejilla.PonerRowHeight(1, 0);
     PrepararRejilla(rejilla, especificacion);
     QStringList obtenido;
     for (int c = 0; c < rejilla.Cols(); ++c) {
       EXPECT_EQ(rejilla.ColWidth(c), rejilla.ColData(c));
-      const QString medidas = QStringLiteral("%1/%2/%3").arg(rejilla.ColWidth(c));
+      const QString medidas = u"%1/%2/%3"_s.arg(rejilla.ColWidth(c));
       obtenido << rejilla.TextMatrix(0, c) + u'/' +
                       medidas.arg(rejilla.FixedAlignment(c)).arg(rejilla.ColAlignment(c));
     }
@@ -100,10 +104,10 @@ TEST_F(LaRejilla, SePreparaConLaEspecificacion) {
     EXPECT_TRUE(rejilla.Redraw());
   }
   EscalaHorizontal = 1.5F;
-  PrepararRejilla(rejilla, QStringLiteral("A#10"));
+  PrepararRejilla(rejilla, u"A#10"_s);
   EXPECT_EQ(rejilla.ColWidth(0), 1800);
   EscalaSuspendida = true;
-  PrepararRejilla(rejilla, QStringLiteral("A#10"));
+  PrepararRejilla(rejilla, u"A#10"_s);
   EXPECT_EQ(rejilla.ColWidth(0), 1200);
   EscalaSuspendida = false;
   EscalaHorizontal = 1.0F;
@@ -134,14 +138,14 @@ TEST_F(LaRejilla, LeeYEscribeImportesAlCentimo) {
   PonerLocaleUsuario(QLocale(QLocale::English, QLocale::UnitedKingdom));
   EXPECT_EQ(LeerImporte("1,234.50"), 12345000);
   EXPECT_EQ(LeerImporte("12,5"), 125000);
-  EXPECT_EQ(FormatoCelda(QStringLiteral("1234567.8")), QStringLiteral("1,234,567.80"));
+  EXPECT_EQ(FormatoCelda(u"1234567.8"_s), u"1,234,567.80"_s);
 }
 
 TEST_F(LaRejilla, AcumulaYSumaSinPerderCentimos) {
-  PrepararRejilla(rejilla, QStringLiteral("A;B"));
+  PrepararRejilla(rejilla, u"A;B"_s);
   for (int i = 0; i < 1000; ++i)
     PonerCelda(rejilla, 3, 4, i % 2 == 0 ? "0,10" : "0.20", true);
-  EXPECT_EQ(rejilla.TextMatrix(3, 4), QStringLiteral("150,00"));
+  EXPECT_EQ(rejilla.TextMatrix(3, 4), u"150,00"_s);
   EXPECT_EQ(rejilla.Rows(), 4);
   EXPECT_EQ(rejilla.Cols(), 5);
   PonerCelda(rejilla, 3, 4, "-150", true);
@@ -149,14 +153,14 @@ TEST_F(LaRejilla, AcumulaYSumaSinPerderCentimos) {
 
   llenar(rejilla, {"a|1.234,50|x", "b|12,5|y", "~c|1000|x", "a|1234.50|x", "a|nada|x"});
   rejilla.PonerRowData(2, 1);
-  EXPECT_EQ(SumarColumna(rejilla, 1, 1, 5), QStringLiteral("2.469,00"));
-  EXPECT_EQ(SumarColumna(rejilla, 1, 1, 5, 2, "x"), QStringLiteral("2.469,00"));
+  EXPECT_EQ(SumarColumna(rejilla, 1, 1, 5), u"2.469,00"_s);
+  EXPECT_EQ(SumarColumna(rejilla, 1, 1, 5, 2, "x"), u"2.469,00"_s);
   EXPECT_EQ(SumarColumna(rejilla, 1, 1, 5, 2, "y"), QString());
-  EXPECT_EQ(SumarColumna(rejilla, 1, 1, 5, 2, "y", true), QStringLiteral("0,00"));
+  EXPECT_EQ(SumarColumna(rejilla, 1, 1, 5, 2, "y", true), u"0,00"_s);
 }
 
 TEST_F(LaRejilla, BuscaPorTitulo) {
-  PrepararRejilla(rejilla, QStringLiteral("Nombre;Importe;Importe"));
+  PrepararRejilla(rejilla, u"Nombre;Importe;Importe"_s);
   EXPECT_EQ(BuscarColumna(rejilla, "Importe"), 1);
   EXPECT_EQ(BuscarColumna(rejilla, "#2"), 2);
   EXPECT_EQ(BuscarColumna(rejilla, "importe", true), -1);
@@ -185,7 +189,7 @@ TEST_F(LaRejilla, OrdenaSegunElTipo) {
   llenar(rejilla, {"b|1", "A|2", "a|3", "~B|4"});
   rejilla.PonerCol(0);
   OrdenarColumna(rejilla, -1, false, 2);
-  EXPECT_EQ(columna(rejilla, 1).join(u' '), QStringLiteral("2 3 1 4"));
+  EXPECT_EQ(columna(rejilla, 1).join(u' '), u"2 3 1 4"_s);
   EXPECT_EQ(rejilla.RowHeight(4), 0);
   EXPECT_EQ(rejilla.Col(), 2);
   EXPECT_TRUE(rejilla.Redraw() && rejilla.Visible());
@@ -195,10 +199,10 @@ TEST_F(LaRejilla, OrdenaSegunElTipo) {
 TEST_F(LaRejilla, OrdenaMuchasSinMoverLoIgual) {
   constexpr int kFilas = 30000;
   for (const int distintas : {1, 7, 20000}) {
-    PrepararRejilla(rejilla, QStringLiteral("Clave#5;Orden#5"));
+    PrepararRejilla(rejilla, u"Clave#5;Orden#5"_s);
     rejilla.PonerRows(kFilas + 1);
     for (int f = 1; f <= kFilas; ++f) {
-      rejilla.PonerTextMatrix(f, 0, QStringLiteral("%1").arg(f * 7919LL % distintas, 5, 10, QChar(u'0')));
+      rejilla.PonerTextMatrix(f, 0, u"%1"_s.arg(f * 7919LL % distintas, 5, 10, QChar(u'0')));
       rejilla.PonerTextMatrix(f, 1, QString::number(f));
     }
     OrdenarColumna(rejilla, 0);
@@ -248,7 +252,7 @@ TEST_F(LaRejilla, InsertaSubtotales) {
 }
 
 TEST_F(LaRejilla, OcultaYEnsenaColumnas) {
-  PrepararRejilla(rejilla, QStringLiteral("Nombre#25;Importe#8>;Referencia#10<"));
+  PrepararRejilla(rejilla, u"Nombre#25;Importe#8>;Referencia#10<"_s);
   OcultarColumnas(rejilla, false, {"Referencia", "Importe"});
   EXPECT_EQ(rejilla.ColWidth(1) + rejilla.ColWidth(2), 0);
   EXPECT_EQ(rejilla.Estilo(0, 2).ForeColor, rejilla.BackColor());
@@ -264,7 +268,7 @@ TEST_F(LaRejilla, OcultaYEnsenaColumnas) {
 TEST_F(LaRejilla, EscribeConEstiloYCreceDondeHaceFalta) {
   EscribirCelda(rejilla, 4, 3, "uno", 255, -1, "C", 1);
   EscribirCelda(rejilla, 4, 3, "", -1, 12632256, "X", -1);
-  EXPECT_EQ(rejilla.TextMatrix(4, 3), QStringLiteral("uno"));
+  EXPECT_EQ(rejilla.TextMatrix(4, 3), u"uno"_s);
   const EstiloCelda estilo = rejilla.Estilo(4, 3);
   EXPECT_EQ(std::tie(estilo.ForeColor, estilo.BackColor, estilo.Alineacion),
             std::make_tuple(255, 12632256, int{kCentro}));
@@ -288,7 +292,7 @@ TEST_F(LaRejilla, ElModeloSigueALaRejilla) {
   Subtotales("", rejilla, "Total", "Grupo", "NOSORT", {"Importe"});
   EXPECT_EQ(reposiciones, 2);
   EXPECT_EQ(modelo.rowCount(), 3);
-  EXPECT_EQ(modelo.headerData(1, Qt::Horizontal, Qt::DisplayRole), QStringLiteral("Importe"));
+  EXPECT_EQ(modelo.headerData(1, Qt::Horizontal, Qt::DisplayRole), u"Importe"_s);
   EXPECT_EQ(modelo.data(modelo.index(0, 1), Qt::TextAlignmentRole).toInt(),
             Qt::AlignRight | Qt::AlignVCenter);
   EXPECT_TRUE(modelo.FilaOculta(1));

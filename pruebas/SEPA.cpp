@@ -3,6 +3,9 @@
 #include <gtest/gtest.h>
 
 #include "Registros.h"
+#include "remesa/CaracteresSEPA.h"
+#include "remesa/CuentaNacional.h"
+#include "remesa/PaisesSEPA.h"
 
 using namespace remesa;
 
@@ -31,7 +34,7 @@ TEST(SEPA, ValoresYResto) {
   EXPECT_EQ(Modulo97(""), 0);
   EXPECT_EQ(Modulo97("98"), 1);
   EXPECT_EQ(Modulo97("3214282912345698765432161182"), 1);
-  EXPECT_EQ(pruebas::NumeroError([] { Modulo97("12-4"); }), 13);
+  EXPECT_EQ(pruebas::NumeroError([] { Modulo97("12-4"); }), ficheros::kTiposNoCoinciden);
 }
 
 TEST(SEPA, TextoReducidoAlJuegoDeCaracteres) {
@@ -46,4 +49,29 @@ TEST(SEPA, TextoReducidoAlJuegoDeCaracteres) {
                                                        {"\"_@;\x80\xFF", "000000"}};
   for (const auto& [texto, reducido] : casos)
     EXPECT_EQ(TextoSEPA(texto), reducido);
+}
+
+TEST(SEPA, UnCaracterDelJuegoPorCadaUno) {
+  for (int byte = 0; byte < 256; ++byte)
+    EXPECT_TRUE(EsDelJuegoSEPA(EquivalenteSEPA(static_cast<char>(byte)))) << byte;
+  EXPECT_EQ(EquivalenteSEPA("Jos\xE9 Pe\xF1"
+                            "a & \xC7\xCD"
+                            "a; [3\xBA] \xAB"
+                            "a_b\xBB 5\x80\xA0!\t'\x81"),
+            "Jose Pena + CIa, (3o) 'a-b' 5E . '.");
+}
+
+TEST(SEPA, CuentasNacionalesYPaises) {
+  const std::string ccc = "21000418450200051332";
+  EXPECT_TRUE(ControlCcc(ccc));
+  EXPECT_EQ(IbanDeCcc(ccc), "ES9121000418450200051332");
+  for (std::size_t i = 0; i < ccc.size(); ++i) {
+    std::string otra = ccc;
+    otra[i] = otra[i] == '9' ? '0' : static_cast<char>(otra[i] + 1);
+    EXPECT_FALSE(ControlCcc(otra)) << i;
+  }
+  for (const char* dentro : {"ES", "NO", "RE", "SK"})
+    EXPECT_TRUE(EnEEE(dentro)) << dentro;
+  for (const char* fuera : {"GB", "CH", "ME", "T ", "S", "", "SB"})
+    EXPECT_FALSE(EnEEE(fuera)) << fuera;
 }

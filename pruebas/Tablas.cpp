@@ -13,6 +13,8 @@ using namespace herramientas;
 
 namespace {
 
+using namespace Qt::StringLiterals;
+
 class Tablas : public pruebas::EnCarpeta {
  protected:
   QString Escribir(const QByteArray& bytes) { return escribir("tabla.txt", bytes); }
@@ -56,7 +58,7 @@ TEST_F(Tablas, IdaYVueltaDeLosFicheros) {
   const std::tuple<QByteArray, QString, QByteArray> casos[] = {
       {"uno\r\ndos\r\ntres\r\n", "uno|dos|tres", "uno\r\ndos\r\ntres\r\n"},
       {"uno\n   \n\rcuatro", "uno|   ||cuatro", "uno\r\ncuatro\r\n"},
-      {"A\xD1O \x80\r\n\xA0\r\n\t\r\n", u"AÑO €|\u00A0|\t"_qs, "A\xD1O \x80\r\n\xA0\r\n\t\r\n"},
+      {"A\xD1O \x80\r\n\xA0\r\n\t\r\n", u"AÑO €|\u00A0|\t"_s, "A\xD1O \x80\r\n\xA0\r\n\t\r\n"},
       {QByteArray("a\0b\r\n", 5), QString::fromUtf16(u"a\0b", 3), QByteArray("a\0b\r\n", 5)},
       {"", "", ""},
   };

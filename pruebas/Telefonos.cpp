@@ -22,6 +22,8 @@ using namespace herramientas;
 
 namespace {
 
+using namespace Qt::StringLiterals;
+
 class LaAgenda : public pruebas::Carpeta {
  protected:
   void SetUp() override {
@@ -111,7 +113,7 @@ TEST_F(LaAgenda, SeBuscaSeOrdenaYSeRecorre) {
   // La rueda mueve la lista también desde la línea de búsqueda.
   FicheroAgenda(ruta_).cambiar([](Agenda& agenda) {
     for (int i = 0; i < 200; ++i)
-      agenda.contactos.push_back({ClaveNueva(), {u"Cliente %1"_qs.arg(i), {}, {}, {}}, {}});
+      agenda.contactos.push_back({ClaveNueva(), {u"Cliente %1"_s.arg(i), {}, {}, {}}, {}});
   });
   EXPECT_TRUE(QTest::qWaitFor([this] { return cuenta() == "203 contactos"; }));  // lo de otro programa se ve
   QWidget* buscado = hijo<QLineEdit>("Buscado");

@@ -88,7 +88,7 @@ TEST_F(PruebaUnionFlujo, FinesDeLineaYLongitudes) {
   };
   for (const auto& ficheros : casos) {
     SCOPED_TRACE(&ficheros - casos);
-    comparar(ficheros, {1024, 1203, 1204, 1205, 1206, consola::UnionFlujo::kBufer});
+    comparar(ficheros, {1024, 1203, 1204, 1205, 1206, consola::LectorRegistros::kBufer});
   }
 }
 
@@ -130,7 +130,7 @@ TEST_F(PruebaUnionFlujo, FicherosAlAzar) {
         registro.resize(azar() % 3 == 0 ? de(largos) : 600, ' ');
         fichero += registro + de(fines);
       }
-    comparar(ficheros, {1024 + semilla % 400, consola::UnionFlujo::kBufer});
+    comparar(ficheros, {1024 + semilla % 400, consola::LectorRegistros::kBufer});
   }
 }
 

@@ -1,25 +1,64 @@
 #include "remesa/Campos.h"
 
 namespace remesa {
+namespace {
+
+/// De los rechazos (11 a 15) y las devoluciones (21 a 25).
+std::span<const Campo> CamposDeRetorno(std::string_view codigo) {
+  if (codigo == "11" || codigo == "21") return tabla::kPresentadorRetorno;
+  if (codigo == "12") return tabla::kAcreedorRechazo;
+  if (codigo == "13") return tabla::kAdeudoRechazado;
+  if (codigo == "14") return tabla::kTotalesFecha;
+  if (codigo == "22") return tabla::kAcreedorDevolucion;
+  if (codigo == "23") return tabla::kAdeudoDevuelto;
+  if (codigo == "24") return tabla::kTotalesFechaDevolucion;
+  if (codigo == "15" || codigo == "25") return tabla::kTotalesAcreedor;
+  return {};
+}
+
+}  // namespace
+
+CodigoRegistro Codigo(std::string_view registro) {
+  if (registro.size() < 2) return CodigoRegistro::Otro;
+  if (registro[0] == '0') switch (registro[1]) {
+      case '1':
+        return CodigoRegistro::Presentador;
+      case '2':
+        return CodigoRegistro::Acreedor;
+      case '3':
+        return CodigoRegistro::Adeudo;
+      case '4':
+        return CodigoRegistro::TotalesFecha;
+      case '5':
+        return CodigoRegistro::TotalesAcreedor;
+      default:
+        break;
+    }
+  return registro.starts_with("99") ? CodigoRegistro::TotalesGenerales : CodigoRegistro::Otro;
+}
 
 ClaseRegistro Clase(std::string_view registro) {
-  const std::string_view codigo = LeerCampo(registro, kCodigo);
-  if (codigo == "03") {
-    const std::string_view dato = LeerCampo(registro, kNumeroDato);
-    if (dato == "003") return ClaseRegistro::Adeudo;
-    if (dato == "004") return ClaseRegistro::Ultimos;
-    if (dato == "005") return ClaseRegistro::Balanza;
-    if (dato == "006") return ClaseRegistro::Mandato;
-  } else if (codigo == "01") {
-    return ClaseRegistro::Presentador;
-  } else if (codigo == "02") {
-    return ClaseRegistro::Acreedor;
-  } else if (codigo == "04") {
-    return ClaseRegistro::TotalesFecha;
-  } else if (codigo == "05") {
-    return ClaseRegistro::TotalesAcreedor;
-  } else if (codigo == "99") {
-    return ClaseRegistro::TotalesGenerales;
+  switch (Codigo(registro)) {
+    case CodigoRegistro::Presentador:
+      return ClaseRegistro::Presentador;
+    case CodigoRegistro::Acreedor:
+      return ClaseRegistro::Acreedor;
+    case CodigoRegistro::Adeudo: {
+      const std::string_view dato = LeerCampo(registro, kNumeroDato);
+      if (dato == "003") return ClaseRegistro::Adeudo;
+      if (dato == "004") return ClaseRegistro::Ultimos;
+      if (dato == "005") return ClaseRegistro::Balanza;
+      if (dato == "006") return ClaseRegistro::Mandato;
+      break;
+    }
+    case CodigoRegistro::TotalesFecha:
+      return ClaseRegistro::TotalesFecha;
+    case CodigoRegistro::TotalesAcreedor:
+      return ClaseRegistro::TotalesAcreedor;
+    case CodigoRegistro::TotalesGenerales:
+      return ClaseRegistro::TotalesGenerales;
+    case CodigoRegistro::Otro:
+      break;
   }
   return ClaseRegistro::Desconocido;
 }
@@ -51,7 +90,9 @@ std::span<const Campo> CamposDe(ClaseRegistro clase) {
 }
 
 std::span<const Campo> CamposDe(std::string_view registro) {
-  return CamposDe(Clase(registro));
+  const ClaseRegistro clase = Clase(registro);
+  return clase == ClaseRegistro::Desconocido ? CamposDeRetorno(LeerCampo(registro, kCodigo))
+                                             : CamposDe(clase);
 }
 
 std::string_view NombreRegistro(ClaseRegistro clase) {

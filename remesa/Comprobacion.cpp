@@ -85,7 +85,7 @@ ResultadoComprobacion ComprobarFichero(const std::filesystem::path& ruta, Dia ho
     std::string_view bytes(bufer.get(), trozo);
     if (leidos == 0)
       if (const std::string_view marca = Marca(bytes); !marca.empty()) {
-        comprobador.anotador().fichero(C::MarcaDeBytes, std::string(marca));
+        comprobador.marca(marca);
         bytes.remove_prefix(marca.size());
       }
     leidos += trozo;
@@ -114,10 +114,7 @@ ResultadoComprobacion ComprobarLista(const ListaRegistros& lista, Dia hoy, const
   for (std::size_t i = 0; i < lista.size(); ++i) {
     lista.anticipar(i);
     std::string_view registro = lista[i];
-    if (comoGuardada && registro.size() != kLongitudRegistro) {
-      rehecho.assign(registro.substr(0, kLongitudRegistro)).resize(kLongitudRegistro, ' ');
-      registro = rehecho;
-    }
+    if (comoGuardada) registro = ComoSeGuarda(registro, rehecho);
     fila = i + 1;
     if (registro.find('\n') == std::string_view::npos) {
       dar(registro, registro.size(), ultimo);

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 #include <limits>
 #include <new>
 #include <utility>
@@ -10,47 +9,12 @@
 #include "ficheros/ErrorEjecucion.h"
 #include "ficheros/Lectura.h"
 #include "remesa/Campos.h"
+#include "remesa/LineasFichero.h"
 
 namespace remesa {
 namespace {
 
 constexpr std::size_t kTrozo = 1 << 20;
-
-// Corta en líneas lo leído mientras aún está en la caché.
-class Cortador {
- public:
-  explicit Cortador(const char* datos, std::size_t total) : datos_(datos) {
-    lineas_.reserve(total / (kLongitudRegistro + 2) + 1);
-  }
-
-  void hasta(std::size_t leidos) {
-    while (mirado_ < leidos) {
-      if (saltarLF_ && datos_[mirado_] == '\n') inicio_ = ++mirado_;
-      saltarLF_ = false;
-      const void* cr = std::memchr(datos_ + mirado_, '\r', leidos - mirado_);
-      if (!cr) {
-        mirado_ = leidos;
-        return;
-      }
-      const auto fin = static_cast<std::size_t>(static_cast<const char*>(cr) - datos_);
-      lineas_.emplace_back(datos_ + inicio_, fin - inicio_);
-      inicio_ = mirado_ = fin + 1;
-      saltarLF_ = true;
-    }
-  }
-
-  std::vector<std::string_view> terminar() {
-    if (inicio_ < mirado_) lineas_.emplace_back(datos_ + inicio_, mirado_ - inicio_);
-    return std::move(lineas_);
-  }
-
- private:
-  const char* datos_;
-  std::vector<std::string_view> lineas_;
-  std::size_t inicio_ = 0;
-  std::size_t mirado_ = 0;
-  bool saltarLF_ = false;
-};
 
 }  // namespace
 
@@ -59,7 +23,7 @@ Cabeza ComprobarCabeza(const std::filesystem::path& ruta) {
   ficheros::LecturaFichero lectura(ruta);
   if (lectura.leer(bytes) < bytes.size()) return Cabeza::Desconocida;
   const std::string_view cabeza(bytes.data(), bytes.size());
-  if (LeerCampo(cabeza, kVersion) == "19143") return Cabeza::Q19;
+  if (LeerCampo(cabeza, kVersion) == kVersion1914) return Cabeza::Q19;
   return LeerCampo(cabeza, kCabezaAnterior) == "5180" ? Cabeza::VersionAnterior : Cabeza::Desconocida;
 }
 
@@ -68,18 +32,30 @@ ListaRegistros LeerFichero(const std::filesystem::path& ruta, const AvanceLectur
   if (lectura.tamano() > std::numeric_limits<std::size_t>::max() / 2) throw std::bad_alloc();
   const auto total = static_cast<std::size_t>(lectura.tamano());
   auto datos = std::make_shared_for_overwrite<char[]>(total);
-  Cortador cortador(datos.get(), total);
+  std::vector<std::string_view> registros;
+  registros.reserve(total / (kLongitudRegistro + 2) + 1);
+  // Las líneas se ven en el bloque; del cortador solo hace falta lo que miden. Corta lo leído mientras aún
+  // está en la caché.
+  const char* inicio = datos.get();
+  LineasFichero lineas(
+      [&](std::string_view, std::uint64_t longitud, FinLinea fin) {
+        registros.emplace_back(inicio, longitud);
+        inicio += longitud + LargoFin(fin);
+      },
+      Fines::SoloCR);
   for (std::size_t leidos = 0; leidos < total;) {
-    leidos += lectura.leer({datos.get() + leidos, std::min(kTrozo, total - leidos)});
-    cortador.hasta(leidos);
+    const std::size_t trozo = lectura.leer({datos.get() + leidos, std::min(kTrozo, total - leidos)});
+    lineas.dar({datos.get() + leidos, trozo});
+    leidos += trozo;
     if (avance) avance(leidos, total);
   }
+  lineas.terminar();
   lectura.comprobarFinal();
   ListaRegistros lista;
-  lista.anadirBloque({std::move(datos), total}, cortador.terminar());
+  lista.anadirBloque({std::move(datos), total}, std::move(registros));
   return lista;
 } catch (const std::bad_alloc&) {
-  throw ficheros::ErrorEjecucion(7, ruta);
+  throw ficheros::ErrorEjecucion(ficheros::kMemoriaInsuficiente, ruta);
 }
 
 }  // namespace remesa

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -17,9 +18,6 @@ struct Totales {
   std::int32_t importe = 0;
   std::int32_t adeudos = 0;
 };
-
-/// Códigos "04", "05" y "99".
-bool EsDeTotales(std::string_view registro);
 
 /// ¿Entra el registro en la acumulación? "01" y "02" solo en la primera importación; "03" y los de totales,
 /// siempre; los demás códigos, nunca.
@@ -88,11 +86,10 @@ void Importar(ListaRegistros& acumulado, const ListaRegistros& previo);
 /// Quita todo registro "04", "05" y "99", esté donde esté.
 void QuitarTotales(ListaRegistros& acumulado);
 
-struct Resumen;
-
 /// Reescribe los registros de totales con contadores corridos. Lanza ErrorEjecucion 6 si un contador no cabe
-/// en 32 bits y 5 si un registro de totales no alcanza sus posiciones; lo ya reescrito se conserva. Si se da
-/// `resumen`, lo calcula en el mismo recorrido (completo también cuando lanza).
-Totales RecalcularTotales(ListaRegistros& acumulado, Resumen* resumen = nullptr);
+/// en 32 bits y 5 si un registro de totales no alcanza sus posiciones; lo ya reescrito se conserva.
+/// `alPasar` recibe cada registro como queda: quien tenga que recorrerlos aprovecha el mismo recorrido.
+Totales RecalcularTotales(ListaRegistros& acumulado,
+                          const std::function<void(std::string_view registro)>& alPasar = {});
 
 }  // namespace remesa

@@ -1,9 +1,7 @@
 #include <vector>
 
-#include "ficheros/ErrorEjecucion.h"
 #include "remesa/Campos.h"
 #include "remesa/Fusion.h"
-#include "remesa/Observaciones.h"
 
 namespace remesa {
 namespace {
@@ -34,31 +32,20 @@ void QuitarTotales(ListaRegistros& acumulado) {
   std::vector<std::size_t> sobran;
   for (std::size_t i = 0; i < acumulado.size(); ++i) {
     acumulado.anticipar(i);
-    if (EsDeTotales(acumulado[i])) sobran.push_back(i);
+    if (EsDeTotales(Codigo(acumulado[i]))) sobran.push_back(i);
   }
   acumulado.quitar(sobran);
 }
 
-Totales RecalcularTotales(ListaRegistros& acumulado, Resumen* resumen) {
+Totales RecalcularTotales(ListaRegistros& acumulado,
+                          const std::function<void(std::string_view registro)>& alPasar) {
   Recuento recuento;
-  Resumidor resumidor;
   std::string nuevo;  // cppcheck-suppress variableScope ; fuera del bucle, aprovecha su memoria
-  std::size_t i = 0;
-  try {
-    for (; i < acumulado.size(); ++i) {
-      acumulado.anticipar(i);
-      if (Cambia(acumulado[i], recuento.contar(acumulado[i]), nuevo)) acumulado.sustituir(i, nuevo);
-      if (resumen) resumidor.dar(acumulado[i]);
-    }
-  } catch (const ficheros::ErrorEjecucion&) {
-    if (resumen) {
-      for (; i < acumulado.size(); ++i)
-        resumidor.dar(acumulado[i]);
-      *resumen = resumidor.resumen();
-    }
-    throw;
+  for (std::size_t i = 0; i < acumulado.size(); ++i) {
+    acumulado.anticipar(i);
+    if (Cambia(acumulado[i], recuento.contar(acumulado[i]), nuevo)) acumulado.sustituir(i, nuevo);
+    if (alPasar) alPasar(acumulado[i]);
   }
-  if (resumen) *resumen = resumidor.resumen();
   return recuento.totales();
 }
 

@@ -18,10 +18,10 @@ constexpr std::chrono::milliseconds kCadaEspera{50};
 void GuardarRemesa(const std::filesystem::path& destino, const ListaRegistros& lista,
                    const AvanceGuardado& avance) {
   ficheros::EscrituraSegura salida(destino);
-  std::string linea;
+  std::string rehecho;  // cppcheck-suppress variableScope ; fuera del bucle, aprovecha su memoria
   for (std::size_t i = 0; i < lista.size(); ++i) {
-    linea.assign(lista[i].substr(0, kLongitudRegistro)).resize(kLongitudRegistro, ' ');
-    salida.escribir(linea.append("\r\n"));
+    salida.escribir(ComoSeGuarda(lista[i], rehecho));
+    salida.escribir("\r\n");
     if (avance && (i + 1) % kCadaAvance == 0) avance(i + 1, lista.size());
   }
   if (!avance) return salida.confirmar();

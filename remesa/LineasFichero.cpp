@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "remesa/Registro.h"
+#include "remesa/Utf8.h"
 
 namespace remesa {
 
@@ -15,10 +15,13 @@ void LineasFichero::dar(std::string_view trozo) {
     if (conLF) trozo.remove_prefix(1);
   }
   // El LF siguiente se busca una vez, aunque antes haya muchas líneas acabadas en CR.
-  std::size_t lf = std::min(trozo.find('\n'), trozo.size());
+  const auto buscarLF = [&](std::size_t desde) {
+    return fines_ == Fines::SoloCR ? trozo.size() : std::min(trozo.find('\n', desde), trozo.size());
+  };
+  std::size_t lf = buscarLF(0);
   std::size_t p = 0;
   while (p < trozo.size()) {
-    if (lf < p) lf = std::min(trozo.find('\n', p), trozo.size());
+    if (lf < p) lf = buscarLF(p);
     const std::size_t cr = p + std::min(trozo.substr(p, lf - p).find('\r'), lf - p);
     const std::string_view linea = trozo.substr(p, cr - p);
     if (cr + 1 == trozo.size() && trozo[cr] == '\r') {
@@ -28,7 +31,7 @@ void LineasFichero::dar(std::string_view trozo) {
     }
     if (cr == trozo.size()) return guardar(linea);
     const bool deCR = cr < lf;
-    const bool doble = deCR && cr + 1 == lf;
+    const bool doble = deCR && trozo[cr + 1] == '\n';
     entregar(linea, doble ? FinLinea::CRLF : deCR ? FinLinea::CR : FinLinea::LF);
     p = cr + (doble ? 2 : 1);
   }
@@ -43,7 +46,7 @@ void LineasFichero::terminar() {
 }
 
 void LineasFichero::guardar(std::string_view bytes) {
-  inicio_ += bytes.substr(0, kLongitudRegistro - inicio_.size());
+  inicio_ += bytes.substr(0, kRegistroUtf8 - inicio_.size());
   largo_ += bytes.size();
 }
 

@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "remesa/Campos.h"
+
 namespace remesa {
 
 /// Bytes inmutables que comparten las listas cuyos registros los ven.
@@ -39,10 +41,13 @@ class ListaRegistros {
   void anadirDe(const ListaRegistros& otra, std::span<const std::size_t> indices);
   /// Sustituye el registro `i` por `bytes`, que pasa a ser un bloque propio.
   void sustituir(std::size_t i, std::string_view bytes);
-  /// Inserta una copia del registro `i` en `i + 1`.
-  void duplicar(std::size_t i);
+  /// Inserta una copia del registro `i` en `donde`.
+  void duplicar(std::size_t i, std::size_t donde);
   /// Quita los registros de `indices`, ascendentes y sin repetir, en un solo recorrido.
   void quitar(std::span<const std::size_t> indices);
+
+  /// Deja solo los registros de `indices`, en ese orden.
+  void elegir(std::span<const std::size_t> indices);
 
   /// Bloques vivos: para comprobar que no se acumulan.
   std::size_t bloques() const noexcept { return bloques_.size(); }
@@ -62,7 +67,7 @@ inline void ListaRegistros::anticipar(std::size_t i) const noexcept {
   // El código y las referencias están en las dos primeras líneas de caché, y el importe puede caer en la
   // tercera.
   constexpr std::size_t kLinea = 64;
-  constexpr std::size_t kFinImporte = 98;
+  constexpr auto kFinImporte = static_cast<std::size_t>(kImporteAdeudo.hasta - 1);
   if (i + kPasos >= registros_.size()) return;
   __builtin_prefetch(registros_[i + kPasos].data());
   __builtin_prefetch(registros_[i + kPasos].data() + kLinea);

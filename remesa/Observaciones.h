@@ -3,92 +3,12 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
-#include <string_view>
 #include <vector>
 
-#include "remesa/Campos.h"
-#include "remesa/Fusion.h"
+#include "remesa/Resumen.h"
+#include "remesa/TipoFichero.h"
 
 namespace remesa {
-
-/// Cuántos registros y el número del primero (desde 1; 0 si ninguno).
-struct Apariciones {
-  std::size_t cuenta = 0;
-  std::size_t primero = 0;
-};
-
-/// Acreedor y fecha de cobro (AAAAMMDD) de un "02", sin blancos a los lados, en bytes del registro.
-struct Bloque02 {
-  std::string acreedor;
-  std::string fecha;
-  bool operator==(const Bloque02&) const = default;
-};
-
-/// Lo que un solo recorrido ve en una lista o en un fichero.
-struct Resumen {
-  std::size_t registros = 0;
-  std::size_t adeudos = 0;   ///< "03" con número de dato "003".
-  std::int64_t importe = 0;  ///< Suma real en céntimos, sin el límite de 32 bits.
-  std::size_t cabeceras01 = 0;
-  std::size_t cabeceras02 = 0;
-  std::size_t registros03 = 0;     ///< Todos los "03", opcionales incluidos.
-  std::size_t deTotales = 0;       ///< "04", "05" y "99".
-  Apariciones cortos;              ///< De menos de 600 bytes (las líneas vacías no cuentan).
-  Apariciones largos;              ///< De más de 600 bytes.
-  Apariciones conLF;               ///< Con un LF dentro (solo si se pidió mirarlo).
-  std::size_t lineasVacias = 0;    ///< Sin nada más que blancos o 0x1A: se descartan sin perder nada.
-  Apariciones descartados;         ///< Con un código que la importación descarta.
-  Apariciones copiasIntercaladas;  ///< Opcionales separados de su adeudo por una copia.
-  Apariciones opcionalesSueltos;   ///< Opcionales (004-006) que no siguen a su adeudo.
-  Apariciones totalesDistintos;    ///< Totales que un recálculo cambiaría (o en los que fallaría).
-  bool totalesSegunNorma = true;   ///< Los totales son los de cada bloque, como pide la norma.
-  int errorRecalculo = 0;          ///< Número de error que daría un recálculo; 0 si ninguno.
-  std::vector<Bloque02> bloques;   ///< Los distintos, en orden de aparición (hasta kMaxBloques).
-  Bloque02 ultimoBloque;           ///< El del último "02", bajo el que caen los adeudos que se añadan.
-
-  static constexpr std::size_t kMaxBloques = 64;
-  bool vacia() const { return registros == 0; }
-};
-
-/// Construye el resumen registro a registro, también sobre un flujo.
-class Resumidor {
- public:
-  /// Con `mirarLF` busca además LF dentro de cada registro (recorre todos sus bytes).
-  explicit Resumidor(bool mirarLF = false) : mirarLF_(mirarLF) {}
-  void dar(std::string_view registro);
-  const Resumen& resumen() const noexcept { return resumen_; }
-
- private:
-  void mirarForma(std::string_view registro);
-  void mirarOpcional(std::string_view registro);
-  void mirarTotales(std::string_view registro, ClaseRegistro clase);
-  void recontar(std::string_view registro);
-  void apuntar(Apariciones& hallazgo) const;
-  void abrirBloque(std::string_view registro);
-  void contarAdeudo(std::string_view registro);
-
-  struct Suma {
-    std::int64_t registros = 0;
-    std::int64_t importe = 0;
-    std::int64_t adeudos = 0;
-    void sumar(const Suma& otra);
-  };
-
-  Resumen resumen_;
-  Recuento recuento_;
-  Suma bloque_, acreedor_, fichero_;
-  std::string referencias_, referenciasPrevias_;
-  bool hayAdeudo_ = false;       // el último adeudo del bloque sigue a la vista
-  bool previoContiguo_ = false;  // y el registro anterior a él era otro adeudo
-  bool ultimoEsAdeudo_ = false;
-  bool mirarLF_;
-};
-
-/// Resumen de una lista entera.
-Resumen Resumir(const ListaRegistros& lista, bool mirarLF = false);
-
-/// Resumen de la acumulación tras importar en ella `previo` y recalcular sin error.
-Resumen TrasImportar(const Resumen& acumulado, const Resumen& previo);
 
 enum class ClaseObservacion : std::uint8_t {
   // De un fichero que se va a importar:
@@ -100,14 +20,28 @@ enum class ClaseObservacion : std::uint8_t {
   SinTotales,          ///< La acumulación se quedará sin totales.
   SinCabeceras,  ///< Primera importación sin "01" o sin "02"; `antes` dice cuáles faltan ("01", "02", "01 y
                  ///< 02").
-  Desbordamiento,  ///< El total pasará de 2147483647 céntimos; `importe` = total que resultaría.
-  OtroAcreedor,    ///< `antes` = el de la acumulación, `ahora` = el del fichero, que se pierde.
-  OtraFecha,       ///< Igual, con fechas de cobro AAAAMMDD.
+  CabecerasPerdidas,  ///< La acumulación no tiene las de `antes`, y las del fichero no entrarán.
+  Desbordamiento,  ///< El total pasará de 2147483647 céntimos; `importe` = total que resultaría, `cuenta` =
+                   ///< registros de totales que lo llevarían.
+  TotalesSinSitio,    ///< La importación fallará: un registro de totales es demasiado corto.
+  TotalesInteriores,  ///< Se quitarán los que la acumulación tiene entre sus adeudos.
+  OtroAcreedor,       ///< `antes` = el de la acumulación, `ahora` = el del fichero, que se pierde.
+  OtraFecha,          ///< Igual, con fechas de cobro AAAAMMDD.
+  OtraCuenta,         ///< Igual, con la cuenta en que se abona.
+  // Si se conservan los bloques:
+  SinDueno,          ///< No se puede importar: `primero` es un "03" sin "02" delante en su fichero.
+  BloquesNuevos,     ///< Los que tendrá (`cuenta`, quizá 0) de los que serán en total (`total`).
+  OtroPresentador,   ///< `antes` = el que se queda, `ahora` = el primero que se pierde.
+  CabeceraDistinta,  ///< De un bloque que ya está (acreedor `antes` y fecha `fecha`), con otra dirección...
+  CabeceraOtroNombre,  ///< ...u otro nombre, `ahora`, que se pierde.
+  CabeceraIncorrecta,  ///< De otra longitud, sin identificador o con una fecha que no existe.
   // De la acumulación:
   TotalesAusentes,
   TotalesNoCuadran,    ///< Un recálculo los cambiaría.
   TotalesPorBloque,    ///< Correctos por bloque según la norma, pero un recálculo los cambiaría.
-  TotalesDesbordados,  ///< El recálculo no es posible: el importe pasa del máximo; `importe` = total real.
+  FaltanCabeceras,     ///< Las que dice `antes`, como en SinCabeceras.
+  TotalesDesbordados,  ///< El recálculo no es posible: el importe pasa del máximo; `importe` = total real,
+                       ///< `cuenta` = registros de totales.
   TotalesCortos,       ///< El recálculo no es posible: un registro de totales es demasiado corto.
   VariosBloques,       ///< Hay varios "02": los totales corren de uno a otro y no son los de cada bloque.
   CopiaIntercalada,
@@ -121,10 +55,16 @@ struct Observacion {
   std::int64_t importe = 0;  ///< Céntimos.
   std::string antes = {};
   std::string ahora = {};
+  std::string fecha = {};  ///< AAAAMMDD.
+  std::size_t total = 0;
 };
 
 /// Qué perdería o cambiaría la importación de `previo` en `acumulado`, de lo más a lo menos grave.
 std::vector<Observacion> ObservarImportacion(const Resumen& previo, const Resumen& acumulado);
+
+/// ¿Se queda en nada un fichero que no está vacío de adeudos? Uno cuyas líneas acaban solo en LF, o uno que
+/// no es una remesa, como los de rechazos y devoluciones, del que no entra ningún "03".
+bool SePierdenSusAdeudos(const Resumen& previo, TipoFichero tipo);
 
 /// Qué hay que saber de la acumulación antes de guardarla. Nada si está vacía.
 std::vector<Observacion> ObservarAcumulado(const Resumen& acumulado);

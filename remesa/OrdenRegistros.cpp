@@ -22,23 +22,30 @@ std::string_view OrdenRegistros::Admitidos(Estado estado) {
   return {};
 }
 
+/// Donde se queda tras un registro con ese código.
+OrdenRegistros::Estado OrdenRegistros::Tras(CodigoRegistro codigo) {
+  switch (codigo) {
+    case CodigoRegistro::Presentador:
+      return Estado::Presentador;
+    case CodigoRegistro::Acreedor:
+      return Estado::Cabecera;
+    case CodigoRegistro::Adeudo:
+      return Estado::Adeudos;
+    case CodigoRegistro::TotalesFecha:
+      return Estado::Bloque;
+    case CodigoRegistro::TotalesAcreedor:
+      return Estado::Acreedor;
+    case CodigoRegistro::TotalesGenerales:
+    case CodigoRegistro::Otro:
+      break;
+  }
+  return Estado::Final;
+}
+
 void OrdenRegistros::dar() {
+  if (Codigo(anotador_.registro()) == CodigoRegistro::Otro) return;
   const std::string_view codigo = LeerCampo(anotador_.registro(), kCodigo);
-  Estado siguiente{};
-  if (codigo == "01")
-    siguiente = Estado::Presentador;
-  else if (codigo == "02")
-    siguiente = Estado::Cabecera;
-  else if (codigo == "03")
-    siguiente = Estado::Adeudos;
-  else if (codigo == "04")
-    siguiente = Estado::Bloque;
-  else if (codigo == "05")
-    siguiente = Estado::Acreedor;
-  else if (codigo == "99")
-    siguiente = Estado::Final;
-  else
-    return;
+  const Estado siguiente = Tras(Codigo(anotador_.registro()));
   const std::string_view admitidos = Admitidos(estado_);
   if (admitidos.find(codigo) == std::string_view::npos)
     anotador_.posiciones(CodigoHallazgo::FueraDeOrden, kCodigo, std::string(codigo), std::string(admitidos));

@@ -20,6 +20,7 @@ class OrdenRegistros {
  private:
   enum class Estado { Inicio, Presentador, Cabecera, Adeudos, Bloque, Acreedor, Final };
   static std::string_view Admitidos(Estado estado);
+  static Estado Tras(CodigoRegistro codigo);
   void mirarDato();
   void mirarAcreedor();
 

@@ -28,7 +28,7 @@ std::string_view Recortar(std::string_view texto) {
 
 void EscribirCampo(std::string& registro, Posiciones donde, std::string_view texto) {
   const auto desde = static_cast<std::size_t>(donde.desde - 1);
-  if (desde >= registro.size()) throw ficheros::ErrorEjecucion(5);
+  if (desde >= registro.size()) throw ficheros::ErrorEjecucion(ficheros::kArgumentoNoValido);
   const std::size_t largo =
       std::min({texto.size(), static_cast<std::size_t>(donde.longitud()), registro.size() - desde});
   texto.copy(registro.data() + desde, largo);
@@ -40,6 +40,12 @@ std::string Ceros(std::int32_t valor, int ancho) {
   return texto.substr(texto.size() - cifras);
 }
 
+std::string CifrasDe(std::int64_t valor, int ancho) {
+  std::string cifras = std::to_string(valor);
+  const auto largo = static_cast<std::size_t>(ancho);
+  return cifras.size() < largo ? cifras.insert(0, largo - cifras.size(), '0') : cifras;
+}
+
 std::string FechaQ19(std::string_view fecha) {
   const std::string_view dia = fecha.substr(fecha.size() - std::min<std::size_t>(fecha.size(), 2));
   std::string resultado(dia);
@@ -48,6 +54,17 @@ std::string FechaQ19(std::string_view fecha) {
   resultado += '/';
   resultado += LeerCampo(fecha, {1, 4});
   return resultado;
+}
+
+void AjustarLongitud(std::string& registro) {
+  registro.resize(kLongitudRegistro, ' ');
+}
+
+std::string_view ComoSeGuarda(std::string_view registro, std::string& bufer) {
+  if (registro.size() == kLongitudRegistro) return registro;
+  bufer.assign(registro.substr(0, kLongitudRegistro));
+  AjustarLongitud(bufer);
+  return bufer;
 }
 
 double ValorNumerico(std::string_view texto) {

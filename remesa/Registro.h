@@ -34,8 +34,17 @@ void EscribirCampo(std::string& registro, Posiciones donde, std::string_view tex
 /// Valor en decimal con ceros a la izquierda, los `ancho` caracteres de la derecha.
 std::string Ceros(std::int32_t valor, int ancho);
 
+/// El valor con ceros a la izquierda hasta `ancho`; entero si no cabe en él.
+std::string CifrasDe(std::int64_t valor, int ancho);
+
 /// AAAAMMDD como DD/MM/AAAA, sin comprobar las cifras.
 std::string FechaQ19(std::string_view fecha);
+
+/// Deja el registro como se guarda: cortado o completado con blancos a 600 bytes.
+void AjustarLongitud(std::string& registro);
+
+/// El registro como se guarda. Si ya mide 600 bytes, él mismo; si no, `bufer`, donde se rehace.
+std::string_view ComoSeGuarda(std::string_view registro, std::string& bufer);
 
 /// Lectura benévola: blancos (espacio o TAB), un signo, cifras y un punto; se detiene en el primer carácter
 /// que no siga y da 0 si no leyó nada.

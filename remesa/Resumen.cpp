@@ -1,9 +1,9 @@
+#include "remesa/Resumen.h"
+
 #include <algorithm>
-#include <cmath>
 
 #include "ficheros/ErrorEjecucion.h"
 #include "remesa/Campos.h"
-#include "remesa/Observaciones.h"
 
 namespace remesa {
 namespace {
@@ -26,12 +26,6 @@ bool TieneEscrito(std::string_view registro, std::span<const Cambio> cambios) {
 
 }  // namespace
 
-void Resumidor::Suma::sumar(const Suma& otra) {
-  registros += otra.registros;
-  importe += otra.importe;
-  adeudos += otra.adeudos;
-}
-
 void Resumidor::apuntar(Apariciones& hallazgo) const {
   if (hallazgo.cuenta++ == 0) hallazgo.primero = resumen_.registros;
 }
@@ -39,8 +33,12 @@ void Resumidor::apuntar(Apariciones& hallazgo) const {
 void Resumidor::dar(std::string_view registro) {
   ++resumen_.registros;
   mirarForma(registro);
-  if (LeerCampo(registro, kCodigo) == "03") ++resumen_.registros03;
+  const CodigoRegistro codigo = Codigo(registro);
   const ClaseRegistro clase = Clase(registro);
+  if (codigo == CodigoRegistro::Adeudo) {
+    ++resumen_.registros03;
+    resumen_.totalesInteriores = resumen_.deTotales;
+  }
   switch (clase) {
     case ClaseRegistro::Adeudo:
       contarAdeudo(registro);
@@ -52,7 +50,6 @@ void Resumidor::dar(std::string_view registro) {
       break;
     case ClaseRegistro::Presentador:
       ++resumen_.cabeceras01;
-      ++fichero_.registros;
       break;
     case ClaseRegistro::Acreedor:
       abrirBloque(registro);
@@ -60,18 +57,25 @@ void Resumidor::dar(std::string_view registro) {
     case ClaseRegistro::TotalesFecha:
     case ClaseRegistro::TotalesAcreedor:
     case ClaseRegistro::TotalesGenerales:
-      mirarTotales(registro, clase);
+      ++resumen_.deTotales;
+      hayAdeudo_ = previoContiguo_ = ultimoEsAdeudo_ = false;
       break;
     case ClaseRegistro::Desconocido:
-      if (LeerCampo(registro, kCodigo) == "03")
-        ++bloque_.registros;
-      else if (Vacia(registro))
+      if (codigo == CodigoRegistro::Adeudo) break;
+      if (Vacia(registro))
         ++resumen_.lineasVacias;
       else
         apuntar(resumen_.descartados);
       break;
   }
+  // Una línea de más en blanco no es un registro.
+  if (registro.size() >= kLongitudRegistro || !Vacia(registro)) contarEnNorma(registro, clase);
   recontar(registro);
+}
+
+void Resumidor::contarEnNorma(std::string_view registro, ClaseRegistro clase) {
+  for (const TotalDebido& debido : norma_.dar(registro, clase))
+    if (!Dice(registro, debido.donde, debido.valor)) resumen_.totalesSegunNorma = false;
 }
 
 void Resumidor::mirarForma(std::string_view registro) {
@@ -84,11 +88,8 @@ void Resumidor::mirarForma(std::string_view registro) {
 }
 
 void Resumidor::contarAdeudo(std::string_view registro) {
-  const auto importe =
-      static_cast<std::int64_t>(std::nearbyint(ValorNumerico(LeerCampo(registro, kImporteAdeudo))));
-  bloque_.sumar({1, importe, 1});
   ++resumen_.adeudos;
-  resumen_.importe += importe;
+  resumen_.importe += ImporteDe(registro);
   previoContiguo_ = ultimoEsAdeudo_;
   if (previoContiguo_) std::swap(referencias_, referenciasPrevias_);
   referencias_ = LeerCampo(registro, kReferencias);
@@ -98,7 +99,6 @@ void Resumidor::contarAdeudo(std::string_view registro) {
 // Un opcional repite las referencias de su adeudo. Si el registro anterior a ese adeudo era otro con las
 // mismas, entre el original y sus opcionales se insertó una copia (cambiada o no después).
 void Resumidor::mirarOpcional(std::string_view registro) {
-  ++bloque_.registros;
   ultimoEsAdeudo_ = false;
   const std::string_view suyas = LeerCampo(registro, kReferencias);
   if (previoContiguo_ && suyas == referenciasPrevias_)
@@ -109,38 +109,14 @@ void Resumidor::mirarOpcional(std::string_view registro) {
 
 void Resumidor::abrirBloque(std::string_view registro) {
   ++resumen_.cabeceras02;
-  bloque_ = {1, 0, 0};
   hayAdeudo_ = previoContiguo_ = ultimoEsAdeudo_ = false;
   resumen_.ultimoBloque = {std::string(Recortar(LeerCampo(registro, kIdentificadorAcreedor))),
-                           std::string(Recortar(LeerCampo(registro, kFechaCobro)))};
+                           std::string(Recortar(LeerCampo(registro, kFechaCobro))),
+                           std::string(Recortar(LeerCampo(registro, kCuentaAcreedor)))};
   std::vector<Bloque02>& bloques = resumen_.bloques;
   if (bloques.size() < Resumen::kMaxBloques &&
       std::ranges::find(bloques, resumen_.ultimoBloque) == bloques.end())
     bloques.push_back(resumen_.ultimoBloque);
-}
-
-void Resumidor::mirarTotales(std::string_view registro, ClaseRegistro clase) {
-  ++resumen_.deTotales;
-  hayAdeudo_ = previoContiguo_ = ultimoEsAdeudo_ = false;
-  const auto comparar = [&](const Suma& suma, Posiciones importe, Posiciones adeudos, Posiciones registros) {
-    if (!Dice(registro, importe, suma.importe) || !Dice(registro, adeudos, suma.adeudos) ||
-        !Dice(registro, registros, suma.registros))
-      resumen_.totalesSegunNorma = false;
-  };
-  if (clase == ClaseRegistro::TotalesFecha) {
-    ++bloque_.registros;
-    comparar(bloque_, kImporte04, kAdeudos04, kRegistros04);
-    acreedor_.sumar(bloque_);
-    bloque_ = {};
-  } else if (clase == ClaseRegistro::TotalesAcreedor) {
-    ++acreedor_.registros;
-    comparar(acreedor_, kImporte05, kAdeudos05, kRegistros05);
-    fichero_.sumar(acreedor_);
-    acreedor_ = {};
-  } else {
-    ++fichero_.registros;
-    comparar(fichero_, kImporte99, kAdeudos99, kRegistros99);
-  }
 }
 
 void Resumidor::recontar(std::string_view registro) {
@@ -149,6 +125,7 @@ void Resumidor::recontar(std::string_view registro) {
     if (!TieneEscrito(registro, recuento_.contar(registro))) apuntar(resumen_.totalesDistintos);
   } catch (const ficheros::ErrorEjecucion& error) {
     resumen_.errorRecalculo = error.numero();
+    resumen_.registroError = resumen_.registros;
   }
 }
 
@@ -159,6 +136,17 @@ Resumen Resumir(const ListaRegistros& lista, bool mirarLF) {
     resumidor.dar(lista[i]);
   }
   return resumidor.resumen();
+}
+
+void RecalcularYResumir(ListaRegistros& lista, Resumen& resumen) {
+  Resumidor resumidor;
+  try {
+    RecalcularTotales(lista, [&](std::string_view registro) { resumidor.dar(registro); });
+  } catch (const ficheros::ErrorEjecucion&) {
+    resumen = Resumir(lista);
+    throw;
+  }
+  resumen = resumidor.resumen();
 }
 
 }  // namespace remesa

@@ -1,28 +1,14 @@
 #include "remesa/SEPA.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdint>
 #include <cstring>
 
 #include "ficheros/ErrorEjecucion.h"
+#include "remesa/CaracteresSEPA.h"
 #include "remesa/Registro.h"
 
 namespace remesa {
 namespace {
-
-// Una consulta por byte: las comprobaciones recorren con ella remesas enteras.
-constexpr auto kPermitidos = [] {
-  std::array<bool, 256> permitidos{};
-  for (const char c :
-       std::string_view("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789/-?:().,'+ "))
-    permitidos[static_cast<std::uint8_t>(c)] = true;
-  return permitidos;
-}();
-
-bool EsCaracterSEPA(char c) {
-  return kPermitidos[static_cast<std::uint8_t>(c)];
-}
 
 // Casi todo un registro son blancos: se saltan de ocho en ocho.
 constexpr std::size_t kAncho = 8;
@@ -42,7 +28,7 @@ char CaracterSEPA(char c) {
     case '\xC7':
       return 'C';
     default:
-      return EsCaracterSEPA(c) ? c : '0';
+      return EsDelJuegoSEPA(c) ? c : '0';
   }
 }
 
@@ -77,7 +63,7 @@ std::string ValorIBAN(std::string_view caracter) {
 int Modulo97(std::string_view cifras) {
   int resto = 0;
   for (const char c : cifras) {
-    if (!EsCifra(c)) throw ficheros::ErrorEjecucion(13);
+    if (!EsCifra(c)) throw ficheros::ErrorEjecucion(ficheros::kTiposNoCoinciden);
     resto = (resto * 10 + (c - '0')) % 97;
   }
   return resto;
@@ -97,7 +83,7 @@ std::string DigitosControl(std::string_view cuerpo, std::string_view pais) {
 
 std::size_t BuscarCaracter(std::string_view texto, std::size_t desde, bool fuera) {
   std::size_t i = desde;
-  while (i < texto.size() && EsCaracterSEPA(texto[i]) == fuera)
+  while (i < texto.size() && EsDelJuegoSEPA(texto[i]) == fuera)
     i = fuera && SonBlancos(texto.substr(i, kAncho)) ? i + kAncho : i + 1;
   return std::min(i, texto.size());
 }

@@ -36,6 +36,9 @@ enum class ValorCampo : std::uint8_t {
   ClaseCuenta,
   ClasePago,
   EntidadOriginal,
+  IdentificacionFichero,
+  Categoria,
+  Proposito,
 };
 
 struct Campo {
@@ -62,7 +65,7 @@ inline constexpr std::array kPresentador{
     Campo{"Identificador del presentador", {11, 45}, A, OB, V::Identificador},
     Campo{"Nombre del presentador", {46, 115}, A, OB, V::Texto},
     Campo{"Fecha de creación del fichero", {116, 123}, N, OB, V::Fecha},
-    Campo{"Identificación del fichero", {124, 158}, A, OB, V::Referencia},
+    Campo{"Identificación del fichero", {124, 158}, A, OB, V::IdentificacionFichero},
     Campo{"Entidad receptora", {159, 162}, N, OB, V::Numero},
     Campo{"Oficina receptora", {163, 166}, N, OB, V::Numero},
     Campo{"Libre", {167, 600}, A, OB, V::Libre},
@@ -90,7 +93,7 @@ inline constexpr std::array kAdeudo{
     Campo{"Referencia del adeudo", {11, 45}, A, OB, V::Referencia},
     Campo{"Referencia única del mandato", {46, 80}, A, OB, V::Referencia},
     Campo{"Tipo de adeudo", {81, 84}, A, OB, V::TipoAdeudo},
-    Campo{"Categoría de propósito", {85, 88}, A, OP, V::Texto},
+    Campo{"Categoría de propósito", {85, 88}, A, OP, V::Categoria},
     Campo{"Importe del adeudo", {89, 99}, N, OB, V::Importe},
     Campo{"Fecha de firma del mandato", {100, 107}, N, OB, V::Fecha},
     Campo{"Entidad del deudor", {108, 118}, A, OB, V::Bic},
@@ -104,7 +107,7 @@ inline constexpr std::array kAdeudo{
     Campo{"Identificación del deudor (emisor)", {368, 402}, A, OP, V::EmisorIdentificacion},
     Campo{"Identificador de la cuenta del deudor", {403, 403}, A, OB, V::ClaseCuenta},
     Campo{"Cuenta del deudor", {404, 437}, A, OB, V::Cuenta},
-    Campo{"Propósito del adeudo", {438, 441}, A, OP, V::Texto},
+    Campo{"Propósito del adeudo", {438, 441}, A, OP, V::Proposito},
     Campo{"Concepto", {442, 581}, A, OP, V::Texto},
     Campo{"Libre", {582, 600}, A, OB, V::Libre},
 };
@@ -181,6 +184,53 @@ inline constexpr std::array kTotalesGenerales{
     Campo{"Total de registros", {28, 37}, N, OB, V::Numero},
     Campo{"Libre", {38, 600}, A, OB, V::Libre},
 };
+
+// Los de rechazos (11 a 15) y devoluciones (21 a 25) son los de la presentación con algún campo más o con
+// otro nombre: aquí solo está la diferencia.
+
+/// Los campos de `base` y, en el sitio de su último, que es el libre, los de `cola`.
+template <std::size_t N, std::size_t M>
+consteval std::array<Campo, N - 1 + M> ConCola(const std::array<Campo, N>& base,
+                                               const std::array<Campo, M>& cola) {
+  std::array<Campo, N - 1 + M> campos{};
+  for (std::size_t i = 0; i + 1 < N; ++i)
+    campos[i] = base[i];
+  for (std::size_t i = 0; i < M; ++i)
+    campos[N - 1 + i] = cola[i];
+  return campos;
+}
+
+template <std::size_t N>
+consteval std::array<Campo, N> Renombrado(std::array<Campo, N> campos, std::string_view antes,
+                                          std::string_view ahora) {
+  for (Campo& campo : campos) {
+    if (campo.nombre != antes) continue;
+    campo.nombre = ahora;
+    return campos;
+  }
+  throw "campo inexistente";
+}
+
+inline constexpr std::array kPresentadorRetorno =
+    Renombrado(Renombrado(kPresentador, "Entidad receptora", "Entidad que informa"), "Oficina receptora",
+               "Oficina que informa");
+
+inline constexpr std::array kAcreedorRechazo = ConCola(
+    kAcreedor, std::array{Campo{"Identificación del fichero original", {300, 334}, A, OB, V::Referencia},
+                          Campo{"Libre", {335, 600}, A, OB, V::Libre}});
+inline constexpr std::array kAcreedorDevolucion =
+    Renombrado(kAcreedorRechazo, "Fecha de cobro", "Fecha de devolución");
+
+inline constexpr std::array kAdeudoRechazado = ConCola(
+    kAdeudo,
+    std::array{Campo{"Motivo", {582, 585}, A, OB, V::Texto}, Campo{"Libre", {586, 600}, A, OB, V::Libre}});
+inline constexpr std::array kAdeudoDevuelto =
+    ConCola(kAdeudo, std::array{Campo{"Motivo", {582, 585}, A, OB, V::Texto},
+                                Campo{"Fecha de cobro original", {586, 593}, N, OB, V::Fecha},
+                                Campo{"Libre", {594, 600}, A, OB, V::Libre}});
+
+inline constexpr std::array kTotalesFechaDevolucion =
+    Renombrado(kTotalesFecha, "Fecha de cobro", "Fecha de devolución");
 
 }  // namespace tabla
 }  // namespace remesa

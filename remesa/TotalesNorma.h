@@ -1,30 +1,46 @@
 #pragma once
 
-#include "remesa/Anotador.h"
+#include <array>
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+#include "remesa/Campos.h"
 
 namespace remesa {
 
-/// Los totales de la norma: cada 04, los de su bloque; cada 05, los de su acreedor; el 99, los del fichero.
+/// Lo que suman unos registros; el importe, en céntimos.
+struct SumaNorma {
+  std::int64_t importe = 0;
+  std::int64_t adeudos = 0;
+  std::int64_t registros = 0;
+  void sumar(const SumaNorma& otra);
+};
+
+/// Un campo de un registro de totales y lo que la norma pide en él.
+struct TotalDebido {
+  Posiciones donde;
+  std::int64_t valor;
+};
+
+/// Céntimos que dice el importe de un adeudo, leído como en el recálculo: 0 si no dice ninguno.
+std::int64_t ImporteDe(std::string_view adeudo);
+
+/// Los totales de la norma, registro a registro: cada 04, los de su bloque; cada 05, los de su acreedor; el
+/// 99, los del fichero. Un registro de código desconocido cuenta donde cae. Es la única suma por bloques: la
+/// usan las observaciones de la ventana, las comprobaciones y quien los escribe.
 class TotalesNorma {
  public:
-  explicit TotalesNorma(Anotador& anotador) : anotador_(anotador) {}
-
-  /// Cuenta el registro en que está el anotador y, si es de totales, compara los suyos.
-  void dar();
+  /// Cuenta el registro. De uno de totales da lo que debe decir, siempre por este orden: importe, adeudos y
+  /// registros (vale hasta el siguiente); de los demás, nada.
+  std::span<const TotalDebido> dar(std::string_view registro, ClaseRegistro clase);
 
  private:
-  // Sin signo: en un fichero que no tenga fin darían la vuelta, no un error.
-  struct Suma {
-    std::uint64_t importe = 0;
-    std::uint64_t adeudos = 0;
-    std::uint64_t registros = 0;
-    void sumar(const Suma& otra);
-  };
-  void comparar(const Suma& suma, Posiciones importe, Posiciones adeudos, Posiciones registros);
-  void compararUno(CodigoHallazgo codigo, Posiciones donde, std::uint64_t debido);
+  std::span<const TotalDebido> deber(const SumaNorma& suma, Posiciones importe, Posiciones adeudos,
+                                     Posiciones registros);
 
-  Anotador& anotador_;
-  Suma bloque_, acreedor_, fichero_;
+  SumaNorma bloque_, acreedor_, fichero_;
+  std::array<TotalDebido, 3> debidos_{};
 };
 
 }  // namespace remesa

@@ -94,7 +94,7 @@ void Importacion(benchmark::State& estado) {
     estado.ResumeTiming();
     Resumen resumen;
     Importar(acumulado, previo);
-    RecalcularTotales(acumulado, &resumen);
+    RecalcularYResumir(acumulado, resumen);
     benchmark::DoNotOptimize(resumen);
   }
 }
@@ -104,7 +104,7 @@ void Insercion(benchmark::State& estado) {
   for (auto _ : estado) {
     Resumen resumen;
     InsertarCopia(acumulado, 2);
-    RecalcularTotales(acumulado, &resumen);
+    RecalcularYResumir(acumulado, resumen);
     benchmark::DoNotOptimize(resumen);
   }
 }
@@ -122,7 +122,7 @@ void Eliminacion(benchmark::State& estado) {
     Resumen resumen;
     PuedeEliminar(acumulado, seleccion);
     EliminarAdeudos(acumulado, seleccion);
-    RecalcularTotales(acumulado, &resumen);
+    RecalcularYResumir(acumulado, resumen);
     benchmark::DoNotOptimize(resumen);
   }
 }

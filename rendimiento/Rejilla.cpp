@@ -6,21 +6,25 @@
 
 #include "comunes/rejilla/Importe.h"
 #include "comunes/rejilla/MiVisor.h"
+#include "comunes/rejilla/Orden.h"
+#include "comunes/rejilla/Subtotales.h"
 
 using namespace comunes;
 
 namespace {
 
+using namespace Qt::StringLiterals;
+
 void llenar(Rejilla& rejilla, int filas) {
-  PrepararRejilla(rejilla, QStringLiteral("Nombre#25;Importe#8>;IBAN#25=;Concepto#30;Referencia#10<"));
-  rejilla.PonerTag(QStringLiteral(" IF"));
+  PrepararRejilla(rejilla, u"Nombre#25;Importe#8>;IBAN#25=;Concepto#30;Referencia#10<"_s);
+  rejilla.PonerTag(u" IF"_s);
   for (int i = 1; i <= filas; ++i) {
     const int mezclado = static_cast<int>(i * 7919LL % filas);
     // Dos filas de cada nombre: la mitad de grupos que de filas.
-    PonerCelda(rejilla, i, 0, QStringLiteral("DEUDOR %1").arg(mezclado / 2, 6, 10, QLatin1Char('0')));
+    PonerCelda(rejilla, i, 0, u"DEUDOR %1"_s.arg(mezclado / 2, 6, 10, QChar(u'0')));
     PonerCelda(rejilla, i, 1, FormatoCelda(Diezmilesimas{mezclado} * 100 + 100));
-    PonerCelda(rejilla, i, 2, QStringLiteral("%1/%2/2026").arg(1 + i % 28, 2).arg(1 + i % 12));
-    PonerCelda(rejilla, i, 3, QStringLiteral("CUOTA MENSUAL DE MANTENIMIENTO"));
+    PonerCelda(rejilla, i, 2, u"%1/%2/2026"_s.arg(1 + i % 28, 2).arg(1 + i % 12));
+    PonerCelda(rejilla, i, 3, u"CUOTA MENSUAL DE MANTENIMIENTO"_s);
     PonerCelda(rejilla, i, 4, QString::number(i));
   }
 }
@@ -53,10 +57,8 @@ void SubtotalesPorNombre(benchmark::State& estado) {
     Rejilla rejilla;
     llenar(rejilla, Filas(estado));
     estado.ResumeTiming();
-    Subtotales(QStringLiteral("Nombre"), rejilla, QStringLiteral("Suma ?"), {}, {},
-               {QStringLiteral("Importe")});
-    Subtotales(QStringLiteral("Nombre"), rejilla, QStringLiteral("Suma ?"), {}, QStringLiteral("NOSORT"),
-               {QStringLiteral("Importe")});
+    Subtotales(u"Nombre"_s, rejilla, u"Suma ?"_s, {}, {}, {u"Importe"_s});
+    Subtotales(u"Nombre"_s, rejilla, u"Suma ?"_s, {}, u"NOSORT"_s, {u"Importe"_s});
   }
 }
 

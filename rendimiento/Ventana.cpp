@@ -17,6 +17,8 @@
 
 namespace {
 
+using namespace Qt::StringLiterals;
+
 constexpr std::size_t kRegistro = 600;
 
 std::string Registro(std::string cabeza) {
@@ -27,11 +29,11 @@ std::string Registro(std::string cabeza) {
 constexpr int kTamanos[] = {10'000, 100'000, 1'000'000};
 
 QString Nombre(std::int64_t adeudos) {
-  return QStringLiteral("%1.Q19").arg(adeudos);
+  return u"%1.Q19"_s.arg(adeudos);
 }
 /// Los mismos bytes en una sola línea.
 QString NombreLinea(std::int64_t adeudos) {
-  return QStringLiteral("linea-%1.Q19").arg(adeudos);
+  return u"linea-%1.Q19"_s.arg(adeudos);
 }
 
 class Banco {

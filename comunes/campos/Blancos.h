@@ -9,9 +9,9 @@ namespace comunes {
 inline QString SinBlancos(const QString& texto) {
   qsizetype desde = 0;
   qsizetype hasta = texto.size();
-  while (desde < hasta && texto[desde] == QLatin1Char(' '))
+  while (desde < hasta && texto[desde] == u' ')
     ++desde;
-  while (hasta > desde && texto[hasta - 1] == QLatin1Char(' '))
+  while (hasta > desde && texto[hasta - 1] == u' ')
     --hasta;
   return texto.mid(desde, hasta - desde);
 }

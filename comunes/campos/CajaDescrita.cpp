@@ -15,6 +15,8 @@
 
 namespace comunes {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// Las cajas en las que se está: una por ventana a lo más.
@@ -121,7 +123,7 @@ bool CajaDescrita::tecla(QKeyEvent* evento) {
     }
   }
   if (!dentro_ && caja_->hasFocus() && !esModificador(evento->key())) Entrar();
-  if (esIntro(evento) || (!entrada_ && evento->text() == QLatin1String("+"))) {
+  if (esIntro(evento) || (!entrada_ && evento->text() == "+"_L1)) {
     char32_t c = esIntro(evento) ? U'\r' : U'+';
     TagKeyPress(caja_, c);
     return true;

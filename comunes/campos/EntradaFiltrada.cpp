@@ -156,7 +156,7 @@ void EntradaFiltrada::menu(const QPoint& lugar) {
   const auto anadir = [menu, this](const QString& texto, QKeySequence::StandardKey tecla, bool activa,
                                    auto hacer) {
     const QString atajo = QKeySequence(tecla).toString(QKeySequence::NativeText);
-    QAction* accion = menu->addAction(atajo.isEmpty() ? texto : texto + QLatin1Char('\t') + atajo);
+    QAction* accion = menu->addAction(atajo.isEmpty() ? texto : texto + u'\t' + atajo);
     accion->setEnabled(activa);
     connect(accion, &QAction::triggered, this, hacer);
   };

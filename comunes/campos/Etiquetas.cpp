@@ -6,18 +6,20 @@
 
 namespace comunes {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 QString parDe(const QString& clave, const QString& par) {
   if (!par.isEmpty()) return par;
-  return clave == QLatin1String("+") ? QStringLiteral("[]") : QStringLiteral("()");
+  return clave == "+"_L1 ? u"[]"_s : u"()"_s;
 }
 
 /// Nombre de una clave obligatoria en el aviso; vacío si no lo es.
 QString rotuloObligatorio(const QString& clave) {
-  if (clave == QLatin1String("T")) return QStringLiteral("(T) Tipo");
-  if (clave == QLatin1String("A")) return QStringLiteral("(A) Ajuste");
-  if (clave == QLatin1String("L")) return QStringLiteral("(L) Longitud");
+  if (clave == "T"_L1) return u"(T) Tipo"_s;
+  if (clave == "A"_L1) return u"(A) Ajuste"_s;
+  if (clave == "L"_L1) return u"(L) Longitud"_s;
   return {};
 }
 
@@ -42,10 +44,9 @@ std::optional<QString> GetTag(const QString& descriptor, const QString& clave, c
   if (lugar.desde >= 0) return descriptor.mid(lugar.desde, lugar.hasta - lugar.desde);
   const QString rotulo = rotuloObligatorio(clave);
   if (!rotulo.isEmpty()) {
-    AvisarPlataforma(
-        GradoAviso::Critico,
-        QStringLiteral(" No encontrado dato TAG obligatorio ") + rotulo + QStringLiteral(" en ") + descriptor,
-        QCoreApplication::applicationName());
+    AvisarPlataforma(GradoAviso::Critico,
+                     u" No encontrado dato TAG obligatorio "_s + rotulo + u" en "_s + descriptor,
+                     QCoreApplication::applicationName());
   }
   return std::nullopt;
 }
@@ -53,8 +54,7 @@ std::optional<QString> GetTag(const QString& descriptor, const QString& clave, c
 QString SetTag(const QString& descriptor, const QString& clave, const QString& valor, const QString& par) {
   const QString signos = parDe(clave, par);
   const Lugar lugar = lugarDe(descriptor, clave, signos);
-  if (lugar.desde < 0)
-    return descriptor + QLatin1Char(' ') + clave + signos.left(1) + valor + signos.mid(1, 1);
+  if (lugar.desde < 0) return descriptor + u' ' + clave + signos.left(1) + valor + signos.mid(1, 1);
   return descriptor.left(lugar.desde) + valor + descriptor.mid(lugar.hasta);
 }
 

@@ -1,6 +1,5 @@
 #include "comunes/campos/Filtro.h"
 
-#include <QRegularExpression>
 #include <algorithm>
 
 #include "comunes/campos/Etiquetas.h"
@@ -8,6 +7,8 @@
 #include "comunes/plataforma/Formatos.h"
 
 namespace comunes {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -18,20 +19,19 @@ bool esCifra(char32_t c) {
 char32_t fecha(const EstadoCaja& caja, char32_t c) {
   if (c == U'-' || c == U'.') c = U'/';
   if (c != U'/') return esCifra(c) ? c : 0;
-  const bool sobra =
-      caja.cursor == 0 || caja.texto.endsWith(QLatin1Char('/')) || caja.texto.count(QLatin1Char('/')) >= 2;
+  const bool sobra = caja.cursor == 0 || caja.texto.endsWith(u'/') || caja.texto.count(u'/') >= 2;
   return sobra ? 0 : c;
 }
 
 char32_t hora(const EstadoCaja& caja, char32_t c) {
   if (c == U'/' || c == U'.') c = U':';
   if (c != U':') return esCifra(c) ? c : 0;
-  return caja.texto.contains(QLatin1Char(':')) ? 0 : c;
+  return caja.texto.contains(u':') ? 0 : c;
 }
 
 /// El último carácter del NIF con su letra: sin número delante, el último del texto.
 char32_t letraNif(const EstadoCaja& caja) {
-  QString nif = caja.texto + QLatin1Char('?');
+  QString nif = caja.texto + u'?';
   NifLetter(nif);
   const auto puntos = nif.toUcs4();
   return puntos.isEmpty() ? 0 : puntos.last();
@@ -41,30 +41,31 @@ char32_t letraNif(const EstadoCaja& caja) {
 /// forma de edición: carácter a carácter, el primer punto sería el decimal y el importe, otro. Con los signos
 /// cambiados ("1,234.50") no cabe duda si están los dos. Lo demás queda igual.
 QString sinGrupos(const QString& texto) {
-  const auto leer = [&texto](const QString& grupo, const QString& decimal, QLatin1String veces) -> QString {
-    const QRegularExpression forma(
-        QStringLiteral("\\A(\\D*)([0-9]{1,3}(?:%1[0-9]{3})+)(?:%2([0-9]*))%3(\\D*)\\z")
-            .arg(QRegularExpression::escape(grupo), QRegularExpression::escape(decimal), veces));
-    const auto partes = forma.match(texto);
-    if (!partes.hasMatch()) return {};
-    const QLatin1Char menos('-');
-    QString numero = partes.captured(2).remove(grupo);
-    if (partes.captured(1).contains(menos) || partes.captured(4).contains(menos)) numero.prepend(menos);
-    return partes.capturedStart(3) < 0 ? numero : numero + QLatin1Char('.') + partes.captured(3);
+  const auto* primera =
+      std::find_if(texto.cbegin(), texto.cend(), [](QChar c) { return esCifra(c.unicode()); });
+  const QStringView delante(texto.cbegin(), primera);
+  const auto leer = [&](const QString& decimal, const QString& grupo, bool exigirDecimal) -> QString {
+    const auto [c, conGrupos, conDecimal, cola] = LeerDecimal(
+        {primera, texto.cend()},
+        {.signos = {}, .decimal = decimal, .grupo = grupo, .grupos = ReglasDecimal::Grupos::DeTres});
+    if (!conGrupos || (exigirDecimal && !conDecimal)) return {};
+    if (std::ranges::any_of(cola, [](QChar otra) { return esCifra(otra.unicode()); })) return {};
+    const std::string numero = c.enteras + (conDecimal ? "." : "") + c.decimales;
+    return (delante.contains(u'-') || cola.contains(u'-') ? u"-"_s : QString()) +
+           QString::fromStdString(numero);
   };
-  QString numero = leer(SignoGrupo(), SignoDecimal(), QLatin1String("?"));
-  if (numero.isNull()) numero = leer(SignoDecimal(), SignoGrupo(), QLatin1String());
+  QString numero = leer(SignoDecimal(), SignoGrupo(), false);
+  if (numero.isNull()) numero = leer(SignoGrupo(), SignoDecimal(), true);
   return numero.isNull() ? texto : numero;
 }
 
 }  // namespace
 
-Filtro::Filtro(const QString& descriptor)
-    : tipo_(GetTag(descriptor, QStringLiteral("T")).value_or(QString())) {
-  QString d = GetTag(descriptor, QStringLiteral("D")).value_or(QString());
-  if (d.isEmpty() && tipo_.toUpper() == QLatin1String("N")) d = QStringLiteral("2");
+Filtro::Filtro(const QString& descriptor) : tipo_(GetTag(descriptor, u"T"_s).value_or(QString())) {
+  QString d = GetTag(descriptor, u"D"_s).value_or(QString());
+  if (d.isEmpty() && tipo_.toUpper() == "N"_L1) d = u"2"_s;
   decimales_ = static_cast<int>(std::clamp(Val(d), 0.0, 65535.0));
-  const QString l = GetTag(descriptor, QStringLiteral("L")).value_or(QString());
+  const QString l = GetTag(descriptor, u"L"_s).value_or(QString());
   longitud_ = static_cast<qsizetype>(std::clamp(Val(l), 0.0, 65535.0));
 }
 
@@ -75,14 +76,14 @@ bool Filtro::esTipo(const char* letras) const {
 char32_t Filtro::numero(const EstadoCaja& caja, char32_t c) const {
   if (c == U',') c = U'.';
   if (c == U'-') {
-    if (caja.cursor != 0 || tipo_ != QLatin1String("N")) return 0;
+    if (caja.cursor != 0 || tipo_ != "N"_L1) return 0;
   } else if (c != U'.' && !esCifra(c)) {
     return 0;
   }
-  const qsizetype punto = caja.texto.indexOf(QLatin1Char('.'));
+  const qsizetype punto = caja.texto.indexOf(u'.');
   const bool todo = !caja.texto.isEmpty() && caja.seleccion == caja.texto.size();
   if (c == U'.' && punto >= 0 && !todo) return 0;
-  if (decimales_ == 0 && tipo_ != QLatin1String("C")) return c == U'.' ? 0 : c;
+  if (decimales_ == 0 && tipo_ != "C"_L1) return c == U'.' ? 0 : c;
   if (punto < 0 || todo) return c;
   // Con los decimales completos no entra otro detrás de uno; justo tras el punto, solo si alguno cabe.
   const bool detras = caja.cursor > punto + 1 || (decimales_ == 0 && caja.cursor == punto + 1);
@@ -106,7 +107,7 @@ bool Filtro::EsNumeroConGrupos(const QString& texto) const {
 QString Filtro::Texto(const EstadoCaja& caja, const QString& texto) const {
   QString entrante = esTipo("Nn") ? sinGrupos(texto) : texto;
   // Los blancos de la forma impresa de una cuenta no son parte de ella, y cortarían su final.
-  if (esTipo("I")) entrante.remove(QLatin1Char(' '));
+  if (esTipo("I")) entrante.remove(u' ');
   EstadoCaja estado{caja.texto, caja.cursor, 0};
   estado.texto.remove(caja.cursor, caja.seleccion);
   QString escrito;

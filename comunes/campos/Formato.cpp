@@ -11,87 +11,65 @@
 
 namespace comunes {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int kMaxDecimales = 30;
 
-bool esCifra(QChar c) {
-  return c >= QLatin1Char('0') && c <= QLatin1Char('9');
-}
-
 int decimalesDe(const QString& descriptor) {
-  const QString d = GetTag(descriptor, QStringLiteral("D")).value_or(QString());
+  const QString d = GetTag(descriptor, u"D"_s).value_or(QString());
   return d.isEmpty() ? 2 : static_cast<int>(std::clamp(Val(d), 0.0, double{kMaxDecimales}));
 }
 
 /// Las cifras que leería Val, todas.
 Cifras cifrasConPunto(const QString& texto) {
-  Cifras c;
-  qsizetype i = 0;
-  while (i < texto.size() && (texto[i] == QLatin1Char(' ') || texto[i] == QLatin1Char('\t')))
-    ++i;
-  if (i < texto.size() && (texto[i] == QLatin1Char('-') || texto[i] == QLatin1Char('+')))
-    c.negativo = texto[i++] == QLatin1Char('-');
-  bool punto = false;
-  for (; i < texto.size() && (esCifra(texto[i]) || (!punto && texto[i] == QLatin1Char('.'))); ++i) {
-    if (texto[i] == QLatin1Char('.'))
-      punto = true;
-    else
-      (punto ? c.decimales : c.enteras) += texto[i].toLatin1();
-  }
-  return c;
+  return LeerDecimal(SinBlancosDelante(texto), {.signos = u"+-", .decimal = u"."}).cifras;
 }
 
-/// true si `texto` es un número con un solo punto que no puede separar grupos de tres cifras: está en la
-/// forma de edición y no en la que se muestra.
-bool tienePuntoDecimal(const QString& texto) {
-  const QString numero = SinBlancos(texto);
-  const qsizetype inicio = numero.startsWith(QLatin1Char('-')) ? 1 : 0;
-  const qsizetype punto = numero.indexOf(QLatin1Char('.'));
-  if (punto < 0) return false;
-  for (qsizetype i = inicio; i < numero.size(); ++i)
-    if (i != punto && !esCifra(numero[i])) return false;
-  const qsizetype enteras = punto - inicio;
-  const qsizetype decimales = numero.size() - punto - 1;
-  if (enteras + decimales == 0) return false;
-  return SignoGrupo() != QLatin1String(".") || enteras == 0 || enteras > 3 || decimales != 3;
+/// Lo que es un número con un solo punto que no puede separar grupos de tres cifras: está en la forma de
+/// edición y no en la que se muestra.
+std::optional<Cifras> cifrasDeEdicion(const QString& texto) {
+  const QString limpio = SinBlancos(texto);
+  const auto [c, grupos, conPunto, cola] = LeerDecimal(limpio, {.signos = u"-", .decimal = u"."});
+  if (!conPunto || !cola.isEmpty() || c.vacias()) return std::nullopt;
+  const bool deGrupo =
+      SignoGrupo() == "."_L1 && !c.enteras.empty() && c.enteras.size() <= 3 && c.decimales.size() == 3;
+  return deGrupo ? std::nullopt : std::optional(c);
 }
 
 QString mostrarFijo(const QString& valor, const QString& ajuste, qsizetype longitud) {
   if (SinBlancos(valor).isEmpty()) return {};
   QString sinPrimeros = valor;
-  while (sinPrimeros.startsWith(QLatin1Char(' ')))
+  while (sinPrimeros.startsWith(u' '))
     sinPrimeros.remove(0, 1);
-  if (ajuste == QLatin1String("D"))
-    return (QString(longitud, QLatin1Char(' ')) + sinPrimeros).right(longitud);
-  if (ajuste == QLatin1String("C"))
-    return (QString(longitud, QLatin1Char('0')) + sinPrimeros).right(longitud);
-  if (ajuste == QLatin1String("I"))
-    return (SinBlancos(valor) + QString(longitud, QLatin1Char(' '))).left(longitud);
+  if (ajuste == "D"_L1) return (QString(longitud, u' ') + sinPrimeros).right(longitud);
+  if (ajuste == "C"_L1) return (QString(longitud, u'0') + sinPrimeros).right(longitud);
+  if (ajuste == "I"_L1) return (SinBlancos(valor) + QString(longitud, u' ')).left(longitud);
   return {};
 }
 
 QString mostrarFecha(QString& valor, const QString& descriptor, ModoFecha modo) {
-  const QString defecto = GetTag(descriptor, QStringLiteral("+")).value_or(QString());
-  if (valor.size() == 1) valor.prepend(QLatin1Char('0'));
+  const QString defecto = GetTag(descriptor, u"+"_s).value_or(QString());
+  if (valor.size() == 1) valor.prepend(u'0');
   const bool conMes = !defecto.isEmpty() && valor.size() == 2;
   const auto fecha = CompletarFecha(conMes ? valor + defecto.mid(3, 2) : valor);
   return fecha ? FormatoFecha(*fecha, modo) : QString();
 }
 
 QString mostrarHora(const QString& valor) {
-  qsizetype separador = valor.indexOf(QLatin1Char(':'));
+  qsizetype separador = valor.indexOf(u':');
   if (separador < 0) separador = valor.size();
   const auto dosCifras = [](const QString& parte) {
     const Cifras leidas = cifrasConPunto(parte);
     return QString::fromStdString("00" + leidas.enteras).right(2);
   };
-  return dosCifras(valor.left(separador)) + QLatin1Char(':') + dosCifras(valor.mid(separador + 1));
+  return dosCifras(valor.left(separador)) + u':' + dosCifras(valor.mid(separador + 1));
 }
 
 QString mostrarIban(const QString& valor) {
   QString cuenta = valor;
-  cuenta.remove(QLatin1Char(' '));
+  cuenta.remove(u' ');
   return DesdeWindows1252(remesa::FormatoIBAN(AWindows1252(cuenta), true));
 }
 
@@ -105,14 +83,14 @@ int mesLlamado(const QString& nombre) {
 
 /// Lee lo que FormatValue muestra: "05 mar 2026", o "05 marzo", que es de este año.
 std::optional<QDate> leerMostrada(const QString& texto) {
-  QStringList partes = texto.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+  QStringList partes = texto.split(u' ', Qt::SkipEmptyParts);
   if (partes.size() < 2) return std::nullopt;
   bool esNumero = false;
   const int dia = partes.takeFirst().toInt(&esNumero);
   if (!esNumero) return std::nullopt;
   int ano = partes.last().toInt(&esNumero);
   if (esNumero) partes.removeLast();
-  const int mes = mesLlamado(partes.join(QLatin1Char(' ')));
+  const int mes = mesLlamado(partes.join(u' '));
   if (!esNumero) {
     ano = FechaActual().year();
     // El 29 de febrero que se tecleó con su año no se pierde por visitarlo en otro.
@@ -124,18 +102,15 @@ std::optional<QDate> leerMostrada(const QString& texto) {
 }
 
 QString editarNumero(const QString& valor, int decimales) {
-  std::optional<Cifras> cifras;
-  if (tienePuntoDecimal(valor))
-    cifras = cifrasConPunto(valor);
-  else
-    cifras = LeerCifras(valor);
+  std::optional<Cifras> cifras = cifrasDeEdicion(valor);
+  if (!cifras) cifras = LeerCifras(valor);
   // El formato "#." no muestra el cero de la parte entera, y un texto que no es número queda como está.
   QString texto = cifras ? FormatoEdicion(*cifras, decimales) : valor;
-  if (cifras && decimales == 0 && texto == QLatin1String("0")) return {};
-  if (cifras && texto.startsWith(QLatin1String("-0."))) texto.remove(1, 1);
-  if (const qsizetype coma = texto.indexOf(QLatin1Char(',')); coma >= 0) texto[coma] = QLatin1Char('.');
-  if (texto.endsWith(QLatin1Char('.'))) texto.chop(1);
-  if (texto.startsWith(QLatin1Char('.'))) texto.prepend(QLatin1Char('0'));
+  if (cifras && decimales == 0 && texto == "0"_L1) return {};
+  if (cifras && texto.startsWith("-0."_L1)) texto.remove(1, 1);
+  if (const qsizetype coma = texto.indexOf(u','); coma >= 0) texto[coma] = u'.';
+  if (texto.endsWith(u'.')) texto.chop(1);
+  if (texto.startsWith(u'.')) texto.prepend(u'0');
   return texto;
 }
 
@@ -150,46 +125,44 @@ std::optional<QDate> CompletarFecha(const QString& tecleado) {
   const auto conAno = [&hoy](const QString& diaMes) {
     return diaMes + FormatoFecha(hoy, ModoFecha::Numerica).right(4);
   };
-  const qsizetype barras = texto.count(QLatin1Char('/'));
-  const bool acabaEnBarra = texto.endsWith(QLatin1Char('/'));
-  if (barras == 1)
-    return LeerFecha(acabaEnBarra ? conMes(texto.chopped(1)) : conAno(texto + QLatin1Char('/')));
+  const qsizetype barras = texto.count(u'/');
+  const bool acabaEnBarra = texto.endsWith(u'/');
+  if (barras == 1) return LeerFecha(acabaEnBarra ? conMes(texto.chopped(1)) : conAno(texto + u'/'));
   if (barras == 2) return LeerFecha(acabaEnBarra ? conAno(texto) : texto);
   if (barras > 2 || texto.isEmpty() || texto.size() == 3) return std::nullopt;
   if (texto.size() < 3) return LeerFecha(conMes(texto));
-  const QString diaMes = texto.left(2) + QLatin1Char('/') + texto.mid(2, 2) + QLatin1Char('/');
+  const QString diaMes = texto.left(2) + u'/' + texto.mid(2, 2) + u'/';
   return LeerFecha(texto.size() == 4 ? conAno(diaMes) : diaMes + texto.mid(4));
 }
 
 QString FormatValue(QString& valor, const QString& descriptor) {
-  const QString tipo = GetTag(descriptor, QStringLiteral("T")).value_or(QString());
-  const QString l = GetTag(descriptor, QStringLiteral("L")).value_or(QString());
-  const QString ajuste = GetTag(descriptor, QStringLiteral("A")).value_or(QString());
-  if (tipo == QLatin1String("N") || tipo == QLatin1String("n")) {
+  const QString tipo = GetTag(descriptor, u"T"_s).value_or(QString());
+  const QString l = GetTag(descriptor, u"L"_s).value_or(QString());
+  const QString ajuste = GetTag(descriptor, u"A"_s).value_or(QString());
+  if (tipo == "N"_L1 || tipo == "n"_L1) {
     if (SinBlancos(valor).isEmpty()) return {};
     return FormatoNumero(cifrasConPunto(valor), decimalesDe(descriptor));
   }
-  if (tipo == QLatin1String("D"))
+  if (tipo == "D"_L1)
     return mostrarFijo(valor, ajuste, static_cast<qsizetype>(std::clamp(Val(l), 0.0, 65535.0)));
-  if (tipo == QLatin1String("I")) return mostrarIban(valor);
-  if (tipo == QLatin1String("F")) return mostrarFecha(valor, descriptor, ModoFecha::Corta);
-  if (tipo == QLatin1String("f")) return mostrarFecha(valor, descriptor, ModoFecha::DiaYMes);
-  if (tipo == QLatin1String("H")) return mostrarHora(valor);
+  if (tipo == "I"_L1) return mostrarIban(valor);
+  if (tipo == "F"_L1) return mostrarFecha(valor, descriptor, ModoFecha::Corta);
+  if (tipo == "f"_L1) return mostrarFecha(valor, descriptor, ModoFecha::DiaYMes);
+  if (tipo == "H"_L1) return mostrarHora(valor);
   QString desarrollado = valor;
-  if (tipo == QLatin1String("X")) NifLetter(desarrollado);
-  if (tipo == QLatin1String("C")) LedgerAccount(desarrollado);
+  if (tipo == "X"_L1) NifLetter(desarrollado);
+  if (tipo == "C"_L1) LedgerAccount(desarrollado);
   return desarrollado;
 }
 
 QString UnformatValue(const QString& valor, const QString& descriptor) {
-  const QString tipo = GetTag(descriptor, QStringLiteral("T")).value_or(QString());
-  if (tipo == QLatin1String("N") || tipo == QLatin1String("n"))
-    return editarNumero(valor, decimalesDe(descriptor));
-  if (tipo == QLatin1String("I")) {
+  const QString tipo = GetTag(descriptor, u"T"_s).value_or(QString());
+  if (tipo == "N"_L1 || tipo == "n"_L1) return editarNumero(valor, decimalesDe(descriptor));
+  if (tipo == "I"_L1) {
     QString cuenta = valor;
-    return cuenta.remove(QLatin1Char(' '));
+    return cuenta.remove(u' ');
   }
-  if (tipo == QLatin1String("F") || tipo == QLatin1String("f")) {
+  if (tipo == "F"_L1 || tipo == "f"_L1) {
     auto fecha = LeerFecha(valor);
     if (!fecha) fecha = leerMostrada(valor);
     return fecha ? FormatoFecha(*fecha, ModoFecha::Numerica) : valor;

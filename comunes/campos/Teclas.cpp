@@ -7,6 +7,8 @@
 
 namespace comunes {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 struct Equivalencia {
@@ -32,8 +34,8 @@ int teclaDe(int codigo) {
 
 QString textoDe(int tecla, Qt::KeyboardModifiers modificadores) {
   if (modificadores & (Qt::ControlModifier | Qt::AltModifier)) return {};
-  if (tecla == Qt::Key_Return) return QStringLiteral("\r");
-  if (tecla == Qt::Key_Backspace) return QStringLiteral("\b");
+  if (tecla == Qt::Key_Return) return u"\r"_s;
+  if (tecla == Qt::Key_Backspace) return u"\b"_s;
   if (tecla < Qt::Key_Space || tecla > Qt::Key_Z) return {};
   const QString letra = QChar(static_cast<char16_t>(tecla));
   return (modificadores & Qt::ShiftModifier) ? letra : letra.toLower();
@@ -52,14 +54,14 @@ void PressKey(int tecla, const QString& modificador, QWidget* sinFoco) {
   if (!foco || clave == 0) return;
   int sujeta = 0;
   Qt::KeyboardModifiers con = Qt::NoModifier;
-  if (modificador == QLatin1String("S")) {
+  if (modificador == "S"_L1) {
     sujeta = Qt::Key_Shift;
     con = Qt::ShiftModifier;
     if (clave == Qt::Key_Tab) clave = Qt::Key_Backtab;
-  } else if (modificador == QLatin1String("C")) {
+  } else if (modificador == "C"_L1) {
     sujeta = Qt::Key_Control;
     con = Qt::ControlModifier;
-  } else if (modificador == QLatin1String("A")) {
+  } else if (modificador == "A"_L1) {
     sujeta = Qt::Key_Alt;
     con = Qt::AltModifier;
   }

@@ -16,6 +16,8 @@
 
 namespace comunes {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr char kTag[] = "Tag";
@@ -41,7 +43,7 @@ void ponerFondoDeFoco(QWidget* caja) {
     caja->setProperty(kPaleta, caja->palette());
     caja->setProperty(kRelleno, caja->autoFillBackground());
     const int fondo = haciaBgr(caja->palette().color(papelDelFondo(caja)));
-    PonerDescriptor(caja, SetTag(Descriptor(caja), QStringLiteral("P"), QString::number(fondo)));
+    PonerDescriptor(caja, SetTag(Descriptor(caja), u"P"_s, QString::number(fondo)));
   }
   QPalette paleta = caja->palette();
   const QColor fondo = desdeBgr(kFondoFoco);
@@ -78,7 +80,7 @@ void reescribir(QLineEdit* linea, const QString& texto) {
 }
 
 void ponerDefecto(QWidget* caja) {
-  const auto defecto = GetTag(Descriptor(caja), QStringLiteral("+"));
+  const auto defecto = GetTag(Descriptor(caja), u"+"_s);
   if (!defecto) return;
   if (auto* linea = qobject_cast<QLineEdit*>(caja)) {
     // Como una escritura más, para que se pueda deshacer.
@@ -161,7 +163,7 @@ void TagGotFocus(QWidget* caja) {
 }
 
 void TagLostFocus(QWidget* caja) {
-  const QString fondo = GetTag(Descriptor(caja), QStringLiteral("P")).value_or(QString());
+  const QString fondo = GetTag(Descriptor(caja), u"P"_s).value_or(QString());
   if (!fondo.isEmpty()) quitarFondoDeFoco(caja, fondo);
   if (auto* linea = qobject_cast<QLineEdit*>(caja)) DarFormato(linea);
   if (!Tecleo().noRecordarCaja) Tecleo().ultimaCaja = caja;

@@ -7,6 +7,8 @@
 
 namespace comunes {
 
+using namespace Qt::StringLiterals;
+
 bool WinDosDesactivado = false;
 
 namespace {
@@ -54,8 +56,8 @@ std::string WinDos(std::string_view texto, std::string_view sentido) {
   if (WinDosDesactivado) return sinNulos;
   const QString palabra =
       QString::fromLatin1(sentido.data(), static_cast<qsizetype>(sentido.size())).toLower();
-  if (palabra == QLatin1String("win")) return deDosAWin(sinNulos);
-  if (palabra == QLatin1String("dos")) return deWinADos(sinNulos);
+  if (palabra == "win"_L1) return deDosAWin(sinNulos);
+  if (palabra == "dos"_L1) return deWinADos(sinNulos);
   return sinNulos;
 }
 

@@ -6,6 +6,8 @@
 
 namespace comunes {
 
+using namespace Qt::StringLiterals;
+
 BarraBusqueda::BarraBusqueda(QWidget* padre) : QWidget(padre), ui_(std::make_unique<Ui::BarraBusqueda>()) {
   ui_->setupUi(this);
   const auto siguiente = [this] { Buscar({}); };
@@ -51,7 +53,7 @@ void BarraBusqueda::hideEvent(QHideEvent*) {
 void BarraBusqueda::Buscar(QTextDocument::FindFlags sentido) {
   if (ui_->Buscado->text().isEmpty()) return Abrir();
   const bool hallado = buscar_(ui_->Buscado->text(), sentido);
-  ui_->Hallazgo->setText(hallado ? "" : "No aparece");
+  ui_->Hallazgo->setText(hallado ? QString() : u"No aparece"_s);
   // Buscando con F3 y la barra cerrada, no se vería.
   if (!hallado) show();
 }

@@ -6,6 +6,9 @@
 #include <cmath>
 
 namespace comunes {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr float kTwipsPorPixel = 15;
@@ -52,7 +55,7 @@ QPoint EsquinaCaja(QSize caja, float Top, float Left, const QRect& sobre, const 
 
 QString TextoCaja(const QString& texto) {
   QString salida = texto;
-  return salida.replace("\r\n", "\n").replace(u'\r', u'\n').replace(u';', u'\n');
+  return salida.replace(u"\r\n"_s, u"\n"_s).replace(u'\r', u'\n').replace(u';', u'\n');
 }
 
 QString PartirPalabras(const QString& texto, const QFontMetrics& medidas, int ancho) {

@@ -6,6 +6,9 @@
 #include "comunes/plataforma/Texto.h"
 
 namespace comunes {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr qint64 kMaximo = 16 * 1024 * 1024;
@@ -19,8 +22,8 @@ QStringList LineasFichero(const QString& ruta) {
 
 QStringList ElementosLista(const QString& valor) {
   if (valor.startsWith(u'@')) return LineasFichero(valor.sliced(1));
-  const bool menores = !valor.contains(u';') && valor.contains("<<");
-  QStringList elementos = valor.split(menores ? "<<" : ";");
+  const bool menores = !valor.contains(u';') && valor.contains(u"<<"_s);
+  QStringList elementos = valor.split(menores ? "<<"_L1 : ";"_L1);
   if (elementos.size() > 1 && elementos.constLast().isEmpty()) elementos.removeLast();
   return elementos;
 }

@@ -8,6 +8,8 @@
 
 namespace comunes {
 
+using namespace Qt::StringLiterals;
+
 MiniHelp::MiniHelp(QWidget* padre)
     : QDialog(padre, Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint |
                          Qt::WindowMaximizeButtonHint),
@@ -44,7 +46,7 @@ void MiniHelp::Cargar(const QString& ruta) {
 
 /// El título del documento ya está en la barra: el índice empieza por el segundo nivel.
 void MiniHelp::LlenarIndice() {
-  setWindowTitle("Ayuda: " + ui_->Tema->Titulo());
+  setWindowTitle(u"Ayuda: "_s + ui_->Tema->Titulo());
   const QSignalBlocker callado(ui_->Indice);
   ui_->Indice->clear();
   QTreeWidgetItem* capitulo = nullptr;

@@ -19,6 +19,9 @@
 #include "ui_MyBox.h"
 
 namespace comunes {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 struct RespuestaCaja {
@@ -35,12 +38,12 @@ constexpr RespuestaCaja kRespuestas[] = {
 
 /// Los textos de cada juego, de la ranura 2 a la 0; vacío, oculta.
 const QString kJuegos[][3] = {
-    {{}, {}, u"&Aceptar"_qs},
-    {{}, u"&Aceptar"_qs, u"&Cancelar"_qs},
-    {{}, u"&Si"_qs, u"&No"_qs},
-    {u"&Si"_qs, u"&No"_qs, u"&Cancelar"_qs},
-    {u"A&bortar"_qs, u"&Reintentar"_qs, u"&Ignorar"_qs},
-    {{}, u"&Reintentar"_qs, u"&Cancelar"_qs},
+    {{}, {}, u"&Aceptar"_s},
+    {{}, u"&Aceptar"_s, u"&Cancelar"_s},
+    {{}, u"&Si"_s, u"&No"_s},
+    {u"&Si"_s, u"&No"_s, u"&Cancelar"_s},
+    {u"A&bortar"_s, u"&Reintentar"_s, u"&Ignorar"_s},
+    {{}, u"&Reintentar"_s, u"&Cancelar"_s},
 };
 
 constexpr int kMargenVentana = 40;  // barra de título y bordes, que no se conocen hasta enseñar la caja
@@ -247,7 +250,7 @@ void MyBox::closeEvent(QCloseEvent* suceso) {
 
 void MyBox::showEvent(QShowEvent* suceso) {
   // Con el título vacío algunas plataformas enseñarían el nombre del programa.
-  if (windowTitle().isEmpty() && windowHandle() != nullptr) windowHandle()->setTitle(u" "_qs);
+  if (windowTitle().isEmpty() && windowHandle() != nullptr) windowHandle()->setTitle(u" "_s);
   QAccessibleEvent aviso(this, QAccessible::Alert);
   QAccessible::updateAccessibility(&aviso);
   QDialog::showEvent(suceso);

@@ -27,6 +27,13 @@ inline constexpr int kIconoPregunta = 16;
 int MyMsgBox(const QString& Texto, const QString& Titulo, int Icono, int Botones, int Defecto, float Top = -1,
              float Left = -1, QWidget* Sobre = nullptr, bool Modal = true);
 
+/// Un aviso: sin título y con "Aceptar".
+void Avisar(const QString& Texto, QWidget* Sobre = nullptr);
+
+/// Una pregunta sin título; true si se contesta "Si". `Defecto`: 1 es "Si" y 2, "No", que es también lo que
+/// dice quien la cierra.
+bool Confirmar(const QString& Texto, int Defecto, QWidget* Sobre = nullptr, int Icono = kIconoPregunta);
+
 /// Pide un valor (`Tipo` es un descriptor de campo), un intervalo (`Tipo` acaba en "(/)") o un elemento de
 /// una lista ("TABLA"). `Tema` es la ruta de la ayuda o "". Devuelve "" si se sale sin "Aceptar".
 QString MyInputBox(const QString& Texto, const QString& Titulo, int Icono, const QString& Tipo,

@@ -15,15 +15,18 @@
 #include "ui_MyBox.h"
 
 namespace comunes {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int kAnchoCampo = 260;  // píxeles
 constexpr int kAnchoExtremo = 130;
 constexpr QChar kUneIntervalo(0x0192);  // "ƒ"
-const QString kIntervalo = u"(/)"_qs;
-const QString kLista = u"TABLA"_qs;
-const QString kSecreto = u"(PWD)"_qs;
-const QString kColor = u"(RGB)"_qs;
+const QString kIntervalo = u"(/)"_s;
+const QString kLista = u"TABLA"_s;
+const QString kSecreto = u"(PWD)"_s;
+const QString kColor = u"(RGB)"_s;
 
 /// Lo secreto se enseña con asteriscos y no con el signo de cada escritorio.
 class EstiloAsteriscos : public QProxyStyle {
@@ -35,7 +38,7 @@ class EstiloAsteriscos : public QProxyStyle {
 };
 
 std::optional<QDate> Fecha(const QString& texto) {
-  const QString edicion = UnformatValue(texto, u"T(F) A(D) L(10)"_qs);
+  const QString edicion = UnformatValue(texto, u"T(F) A(D) L(10)"_s);
   const auto fecha = LeerFecha(edicion);
   return fecha ? fecha : CompletarFecha(edicion.trimmed());
 }
@@ -130,7 +133,7 @@ bool MyBox::DesdeHastaOk() const {
   const QString desde = ui_->CampoTexto->text();
   const QString hasta = ui_->CampoHasta->text();
   if (desde.trimmed().isEmpty() || hasta.trimmed().isEmpty()) return true;
-  const QString letra = GetTag(Descriptor(ui_->CampoTexto), u"T"_qs).value_or(QString());
+  const QString letra = GetTag(Descriptor(ui_->CampoTexto), u"T"_s).value_or(QString());
   if (letra == u"F") {
     const auto primera = Fecha(desde);
     const auto segunda = Fecha(hasta);

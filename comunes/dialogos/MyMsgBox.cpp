@@ -16,4 +16,12 @@ int MyMsgBox(const QString& Texto, const QString& Titulo, int Icono, int Botones
   return suelta->Resultado();
 }
 
+void Avisar(const QString& Texto, QWidget* Sobre) {
+  MyMsgBox(Texto, {}, kIconoAviso, 1, 1, -1, -1, Sobre);
+}
+
+bool Confirmar(const QString& Texto, int Defecto, QWidget* Sobre, int Icono) {
+  return MyMsgBox(Texto, {}, Icono, 3, Defecto, -1, -1, Sobre) == kSi;
+}
+
 }  // namespace comunes

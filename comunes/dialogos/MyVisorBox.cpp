@@ -10,9 +10,11 @@
 
 namespace comunes {
 
+using namespace Qt::StringLiterals;
+
 void MyBox::PonerRejilla(const QString& columnas, const std::vector<QStringList>& datos) {
   ui_->MarcoMensaje->hide();
-  if (accessibleName().isEmpty()) setAccessibleName(u"Elija una fila"_qs);
+  if (accessibleName().isEmpty()) setAccessibleName(u"Elija una fila"_s);
   rejilla_ = std::make_unique<Rejilla>(ui_->VisorMini->objectName());
   PrepararRejilla(*rejilla_, columnas);
   {

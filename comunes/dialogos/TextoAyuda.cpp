@@ -6,10 +6,12 @@
 #include "ficheros/ErrorEjecucion.h"
 
 namespace comunes {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr qint64 kMaximoAyuda = 4 * 1024 * 1024;
-constexpr int kDemasiado = 7;  // "Memoria insuficiente"
 
 TextoAyuda::Formato FormatoDe(const QString& ruta, const QString& texto) {
   const QString extension = QFileInfo(ruta).suffix().toLower();
@@ -29,12 +31,12 @@ TextoAyuda LeerAyuda(const QString& ruta) {
   try {
     ayuda.texto = DecodificarTexto(LeerBytes(ruta, kMaximoAyuda));
     ayuda.formato = FormatoDe(ruta, ayuda.texto);
-    if (ayuda.texto.contains(QChar(u'\0'))) ayuda.fallo = u"El tema de ayuda no es un fichero de texto:\n"_qs;
+    if (ayuda.texto.contains(QChar(u'\0'))) ayuda.fallo = u"El tema de ayuda no es un fichero de texto:\n"_s;
   } catch (const ficheros::ErrorEjecucion& error) {
     ayuda.fallo =
-        error.numero() == kDemasiado
-            ? u"El tema de ayuda es demasiado grande para verlo aquí:\n"_qs
-            : u"No se puede leer el tema de ayuda (%1):\n"_qs.arg(QString::fromStdString(error.texto()));
+        error.numero() == ficheros::kMemoriaInsuficiente
+            ? u"El tema de ayuda es demasiado grande para verlo aquí:\n"_s
+            : u"No se puede leer el tema de ayuda (%1):\n"_s.arg(QString::fromStdString(error.texto()));
   }
   if (!ayuda.fallo.isEmpty()) {
     ayuda.texto.clear();

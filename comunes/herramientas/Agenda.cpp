@@ -1,6 +1,7 @@
 #include "comunes/herramientas/Agenda.h"
 
 #include <QCryptographicHash>
+#include <QHash>
 #include <QSet>
 #include <QUuid>
 #include <algorithm>
@@ -10,12 +11,14 @@
 
 namespace herramientas {
 
-const std::array<QString, kDatosContacto> kTitulosContacto{u"Nombre"_qs, u"Teléfono"_qs, u"Fax"_qs,
-                                                           u"eMail o Código"_qs};
+using namespace Qt::StringLiterals;
+
+const std::array<QString, kDatosContacto> kTitulosContacto{u"Nombre"_s, u"Teléfono"_s, u"Fax"_s,
+                                                           u"eMail o Código"_s};
 
 namespace {
 
-const QString kTituloClave = u"Clave"_qs;
+const QString kTituloClave = u"Clave"_s;
 constexpr QChar kSeparador = u';';
 constexpr QChar kTildeEnie(0x0303);
 
@@ -28,19 +31,20 @@ QString Cifras(const QString& texto) {
 QString NumeroNacional(const QString& texto) {
   constexpr int kLargoNacional = 9;
   const QString cifras = Cifras(texto);
-  for (const QString& prefijo : {u"0034"_qs, u"34"_qs})
+  for (const QString& prefijo : {u"0034"_s, u"34"_s})
     if (cifras.size() == prefijo.size() + kLargoNacional && cifras.startsWith(prefijo))
       return cifras.sliced(prefijo.size());
   return cifras;
 }
 
-/// La misma en todos los programas que lean el mismo fichero.
-QString ClaveDerivada(const Contacto& contacto, const QSet<QString>& usadas) {
+/// La misma en todos los programas que lean el mismo fichero. `veces`: de los datos ya vistos, por cuál se
+/// va; empezar otra vez por la primera sería, con muchos iguales, no acabar.
+QString ClaveDerivada(const Contacto& contacto, const QSet<QString>& usadas, QHash<QByteArray, int>& veces) {
   const QByteArray datos = QStringList(contacto.datos.cbegin(), contacto.datos.cend()).join(u'\n').toUtf8();
-  for (int vez = 0;; ++vez) {
+  for (int& vez = veces[datos];; ++vez) {
     const QByteArray resumen =
         QCryptographicHash::hash(datos + '\n' + QByteArray::number(vez), QCryptographicHash::Sha1);
-    const QString clave = u"c-"_qs + QString::fromLatin1(resumen.toHex().first(16));
+    const QString clave = u"c-"_s + QString::fromLatin1(resumen.toHex().first(16));
     if (!usadas.contains(clave)) return clave;
   }
 }
@@ -52,8 +56,9 @@ void PonerClaves(Agenda& agenda) {
     if (contacto.clave.isEmpty() || usadas.contains(contacto.clave)) sinClave.push_back(&contacto);
     usadas.insert(contacto.clave);
   }
+  QHash<QByteArray, int> veces;
   for (Contacto* contacto : sinClave) {
-    contacto->clave = ClaveDerivada(*contacto, usadas);
+    contacto->clave = ClaveDerivada(*contacto, usadas, veces);
     usadas.insert(contacto->clave);
   }
 }

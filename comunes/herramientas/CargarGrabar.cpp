@@ -11,6 +11,9 @@
 #include "ficheros/EscrituraSegura.h"
 
 namespace herramientas {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// "" si se cancela.
@@ -18,7 +21,7 @@ QString pedirRuta(const QString& accion, const Contenido& contenido) {
   QInputDialog peticion(contenido.caja);
   peticion.setObjectName("PeticionRuta");
   peticion.setWindowTitle(contenido.titulo);
-  peticion.setLabelText("Path y Nombre del fichero a " + accion);
+  peticion.setLabelText(u"Path y Nombre del fichero a "_s + accion);
   peticion.move(contenido.caja->mapToGlobal(QPoint(0, 0)));
   return peticion.exec() == QDialog::Accepted ? peticion.textValue() : QString();
 }
@@ -28,7 +31,7 @@ bool sustituir(const QString& ruta, QWidget* caja) {
                        QMessageBox::Ok | QMessageBox::Cancel, caja);
   pregunta.setObjectName("PreguntaSobrescribir");
   pregunta.setTextFormat(Qt::PlainText);
-  pregunta.setText("Fichero " + ruta + " existe en disco. Se Sobreescribirá.");
+  pregunta.setText(u"Fichero "_s + ruta + u" existe en disco. Se Sobreescribirá."_s);
   return pregunta.exec() == QMessageBox::Ok;
 }
 
@@ -42,15 +45,15 @@ void grabar(const QString& ruta, const Contenido& contenido) {
 }  // namespace
 
 bool CargarGrabar(const QString& Accion, QString& Ruta, const Contenido& contenido) {
-  const bool cargar = Accion == "CARGAR";
-  if (!cargar && Accion != "GRABAR" && Accion != "REGRABAR") return false;
+  const bool cargar = Accion == "CARGAR"_L1;
+  if (!cargar && Accion != "GRABAR"_L1 && Accion != "REGRABAR"_L1) return false;
   const QString ruta = Ruta.isEmpty() ? pedirRuta(Accion, contenido) : Ruta;
   if (ruta.isEmpty()) return false;
   const bool existe = QFileInfo::exists(ruta);
   if (cargar) {
     if (!contenido.poner(existe ? comunes::LeerBytes(ruta, kMaximoTexto) : QByteArray())) return false;
   } else {
-    if (Accion == "GRABAR" && existe && !sustituir(ruta, contenido.caja)) return false;
+    if (Accion == "GRABAR"_L1 && existe && !sustituir(ruta, contenido.caja)) return false;
     grabar(ruta, contenido);
   }
   Ruta = ruta;

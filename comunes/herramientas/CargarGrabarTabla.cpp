@@ -11,6 +11,9 @@
 #include "comunes/rejilla/MiVisor.h"
 
 namespace herramientas {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr std::size_t kTanda = 100;
@@ -44,7 +47,7 @@ std::string bytesDe(const comunes::Rejilla& rejilla) {
 
 bool CargarGrabarTabla(const QString& Accion, QString& Ruta, comunes::Rejilla& rejilla, QWidget* visor) {
   return CargarGrabar(Accion, Ruta,
-                      {QStringLiteral("Editor de Tablas de QMX"), visor,
+                      {u"Editor de Tablas de QMX"_s, visor,
                        [&rejilla](const QByteArray& bytes) {
                          const comunes::Reloj reloj;
                          poner(bytes, rejilla);

@@ -12,6 +12,9 @@
 #include "comunes/plataforma/Ventanas.h"
 
 namespace herramientas {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr const char* kUtf8 = "Utf8";
@@ -36,11 +39,11 @@ bool Desiste(const QStringList& lineas) {
   qsizetype mayor = 0;
   for (const QString& linea : lineas)
     mayor = std::max(mayor, linea.size());
-  return mayor > kLineaEnorme &&
-         comunes::MyMsgBox(QString("El fichero tiene una línea de %1 caracteres: tardará en verse y en "
-                                   "responder a cada tecla.;;¿ Desea abrirlo ?")
-                               .arg(comunes::FormatoNumero(static_cast<double>(mayor), 0)),
-                           "", comunes::kIconoPregunta, 2, 2) != comunes::kAceptar;
+  return mayor > kLineaEnorme && comunes::MyMsgBox(
+                                     u"El fichero tiene una línea de %1 caracteres: tardará en verse y en "
+                                     u"responder a cada tecla.;;¿ Desea abrirlo ?"_s.arg(
+                                         comunes::FormatoNumero(static_cast<double>(mayor), 0)),
+                                     {}, comunes::kIconoPregunta, 2, 2) != comunes::kAceptar;
 }
 
 bool poner(const QByteArray& bytes, QPlainTextEdit& caja) {
@@ -72,7 +75,7 @@ std::string bytesDe(const QPlainTextEdit& caja) {
 bool CargarGrabarTexto(const QString& Accion, QString& Ruta, QPlainTextEdit& Caja) {
   return CargarGrabar(
       Accion, Ruta,
-      {"El MicroEditor de QMX", &Caja, [&Caja](const QByteArray& bytes) { return poner(bytes, Caja); },
+      {u"El MicroEditor de QMX"_s, &Caja, [&Caja](const QByteArray& bytes) { return poner(bytes, Caja); },
        [&Caja] { return bytesDe(Caja); }});
 }
 

@@ -7,6 +7,9 @@
 #include "comunes/rejilla/MiVisor.h"
 
 namespace herramientas {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr std::size_t kFraccion = kMaxDecimales;
@@ -50,8 +53,8 @@ std::optional<Millonesimas> LeerCopia(const QString& texto) {
   QString limpio = texto.trimmed();
   if (limpio.endsWith(u'€')) limpio = limpio.chopped(1).trimmed();
   limpio.replace(u'−', u'-');
-  QString editable = comunes::UnformatValue(limpio, QStringLiteral("T(N) A(D) L(40) D(6)"));
-  static const QRegularExpression numero(QStringLiteral("^-?[0-9]*\\.[0-9]{6}$"));
+  QString editable = comunes::UnformatValue(limpio, u"T(N) A(D) L(40) D(6)"_s);
+  static const QRegularExpression numero(u"^-?[0-9]*\\.[0-9]{6}$"_s);
   if (!numero.match(editable).hasMatch()) return std::nullopt;
   bool bien = false;
   const Millonesimas valor = editable.remove(u'.').toLongLong(&bien);
@@ -72,7 +75,7 @@ QString CopiaCinta(const std::vector<Sumadora::Linea>& cinta) {
 }
 
 void RejillaCinta(comunes::Rejilla& rejilla, const std::vector<Sumadora::Linea>& cinta) {
-  comunes::PrepararRejilla(rejilla, QStringLiteral(">Importe#24>;Signo#8="));
+  comunes::PrepararRejilla(rejilla, u">Importe#24>;Signo#8="_s);
   const comunes::SinRedibujo quieta(rejilla);
   int fila = 0;
   for (const Sumadora::Linea& linea : cinta) {

@@ -6,18 +6,21 @@
 #include "ui_Clientes.h"
 
 namespace herramientas {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 QString TextoEstado(EstadoCliente estado) {
   switch (estado) {
     case EstadoCliente::Nuevo:
-      return u"Nuevo"_qs;
+      return u"Nuevo"_s;
     case EstadoCliente::Repetido:
-      return u"Repetido"_qs;
+      return u"Repetido"_s;
     case EstadoCliente::SinNombre:
-      return u"Sin nombre"_qs;
+      return u"Sin nombre"_s;
     case EstadoCliente::Sobran:
-      return u"Sobran datos"_qs;
+      return u"Sobran datos"_s;
   }
   return {};
 }
@@ -29,19 +32,19 @@ QString Resumen(const ImportacionClientes& importacion) {
     QString varios;
   };
   const Parte partes[] = {
-      {EstadoCliente::Repetido, u"1 repetido, que ya está con el mismo nombre y número"_qs,
-       u"%1 repetidos, que ya están con el mismo nombre y número"_qs},
-      {EstadoCliente::SinNombre, u"1 sin nombre"_qs, u"%1 sin nombre"_qs},
-      {EstadoCliente::Sobran, u"1 línea con más datos que columnas"_qs,
-       u"%1 líneas con más datos que columnas"_qs},
+      {EstadoCliente::Repetido, u"1 repetido, que ya está con el mismo nombre y número"_s,
+       u"%1 repetidos, que ya están con el mismo nombre y número"_s},
+      {EstadoCliente::SinNombre, u"1 sin nombre"_s, u"%1 sin nombre"_s},
+      {EstadoCliente::Sobran, u"1 línea con más datos que columnas"_s,
+       u"%1 líneas con más datos que columnas"_s},
   };
   const int nuevos = importacion.cuantos(EstadoCliente::Nuevo);
-  QString texto = nuevos == 1 ? u"Se añadirá 1 contacto."_qs : u"Se añadirán %1 contactos."_qs.arg(nuevos);
+  QString texto = nuevos == 1 ? u"Se añadirá 1 contacto."_s : u"Se añadirán %1 contactos."_s.arg(nuevos);
   QStringList fuera;
   for (const Parte& parte : partes)
     if (const int cuantos = importacion.cuantos(parte.estado); cuantos > 0)
       fuera += cuantos == 1 ? parte.uno : parte.varios.arg(cuantos);
-  if (!fuera.isEmpty()) texto += u" No se añadirán: "_qs + fuera.join(u"; "_qs) + u'.';
+  if (!fuera.isEmpty()) texto += u" No se añadirán: "_s + fuera.join(u"; "_s) + u'.';
   return texto;
 }
 
@@ -54,7 +57,7 @@ Clientes::Clientes(const ImportacionClientes& importacion, const QString& ficher
   ui_->Fichero->setText(fichero);
   ui_->Resumen->setText(Resumen(importacion));
   const comunes::SinRedibujo quieta(rejilla_);
-  comunes::PrepararRejilla(rejilla_, u"<Estado#14;<Nombre#34;<Teléfono#18;<Fax#18;<eMail o Código#25"_qs);
+  comunes::PrepararRejilla(rejilla_, u"<Estado#14;<Nombre#34;<Teléfono#18;<Fax#18;<eMail o Código#25"_s);
   rejilla_.PonerRows(rejilla_.FixedRows() + static_cast<int>(importacion.clientes.size()));
   int fila = rejilla_.FixedRows();
   for (const Cliente& cliente : importacion.clientes) {

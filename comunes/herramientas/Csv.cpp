@@ -3,6 +3,9 @@
 #include <algorithm>
 
 namespace herramientas {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// Lee el campo que empieza en `i` y deja `i` en el signo que lo acaba, o en el final.
@@ -58,11 +61,11 @@ void EscribirFilaCsv(QString& salida, const QStringList& fila, QChar separador) 
     });
     if (i > 0) salida += separador;
     if (comillas)
-      salida += u'"' + QString(campo).replace(u"\""_qs, u"\"\""_qs) + u'"';
+      salida += u'"' + QString(campo).replace(u"\""_s, u"\"\""_s) + u'"';
     else
       salida += campo;
   }
-  salida += u"\r\n"_qs;
+  salida += u"\r\n"_s;
 }
 
 }  // namespace herramientas

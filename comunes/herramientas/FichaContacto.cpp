@@ -10,6 +10,8 @@
 
 namespace herramientas {
 
+using namespace Qt::StringLiterals;
+
 FichaContacto::FichaContacto(const Contacto& contacto, Guardar guardar, QWidget* padre)
     : QDialog(padre),
       ui_(std::make_unique<Ui::FichaContacto>()),
@@ -36,7 +38,7 @@ void FichaContacto::accept() {
   for (std::size_t i = 0; i < cajas_.size(); ++i)
     tecleado.datos[i] = EnUnaLinea(cajas_[i]->text());
   if (tecleado.datos[kNombre].isEmpty()) {
-    comunes::MyMsgBox(u"Falta el nombre del contacto"_qs, {}, 1, 1, 1, -1, -1, this);
+    comunes::Avisar(u"Falta el nombre del contacto"_s, this);
     ui_->Nombre->setFocus();
     return;
   }
@@ -47,9 +49,9 @@ void FichaContacto::accept() {
 // correo.
 bool FichaContacto::eventFilter(QObject* objeto, QEvent* evento) {
   auto* caja = qobject_cast<QLineEdit*>(objeto);
-  if (!caja || evento->type() != QEvent::KeyPress || static_cast<QKeyEvent*>(evento)->text() != u"+"_qs)
+  if (!caja || evento->type() != QEvent::KeyPress || static_cast<QKeyEvent*>(evento)->text() != u"+"_s)
     return QDialog::eventFilter(objeto, evento);
-  caja->insert(u"+"_qs);
+  caja->insert(u"+"_s);
   return true;
 }
 

@@ -7,6 +7,9 @@
 #include "comunes/plataforma/LecturaTexto.h"
 
 namespace herramientas {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 enum Columna { kColCodigo, kColNombre, kColTelefono, kColFax, kColCorreo, kColumnas };
@@ -15,7 +18,7 @@ using Posiciones = std::array<qsizetype, kColumnas>;
 /// Dónde está cada columna en la línea de títulos; -1 si no está. "E-Mail" y "TELEFONO" también valen.
 Posiciones BuscarColumnas(const QStringList& titulos) {
   static const std::array<QStringList, kColumnas> nombres{
-      {{u"codigo"_qs}, {u"nombre"_qs}, {u"telefono"_qs}, {u"fax"_qs}, {u"email"_qs, u"emailocodigo"_qs}}};
+      {{u"codigo"_s}, {u"nombre"_s}, {u"telefono"_s}, {u"fax"_s}, {u"email"_s, u"emailocodigo"_s}}};
   QStringList plegados;
   for (const QString& titulo : titulos) {
     QString plegado = Plegar(titulo);
@@ -84,10 +87,10 @@ ImportacionClientes LeerClientes(const QByteArray& bytes, const Agenda& agenda) 
   if (leido.donde[kColNombre] < 0) {
     importacion.fallo =
         u"La primera línea del fichero ha de nombrar sus columnas: Código, Nombre, Teléfono, Fax y eMail, en "
-        "cualquier orden; al menos, Nombre."_qs;
+        "cualquier orden; al menos, Nombre."_s;
   } else if (leido.csv.comillasSinCerrar) {
     importacion.fallo =
-        u"El fichero abre unas comillas que no se cierran: no se sabe dónde acaba cada dato."_qs;
+        u"El fichero abre unas comillas que no se cierran: no se sabe dónde acaba cada dato."_s;
   }
   if (!importacion.fallo.isEmpty()) return importacion;
   QSet<QString> identidades = Identidades(agenda);

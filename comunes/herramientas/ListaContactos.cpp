@@ -1,13 +1,16 @@
 #include "comunes/herramientas/ListaContactos.h"
 
 #include "comunes/rejilla/MiVisor.h"
+#include "comunes/rejilla/Orden.h"
 
 namespace herramientas {
+
+using namespace Qt::StringLiterals;
 
 void ListarContactos(comunes::Rejilla& rejilla, const Agenda& agenda, const QString& buscado, int columna,
                      bool marcar) {
   const comunes::SinRedibujo quieta(rejilla);
-  comunes::PrepararRejilla(rejilla, u"#0;Nombre#34;Teléfono#18;Fax#18;eMail o Código#25"_qs);
+  comunes::PrepararRejilla(rejilla, u"#0;Nombre#34;Teléfono#18;Fax#18;eMail o Código#25"_s);
   int fila = rejilla.FixedRows();
   for (const Contacto& contacto : agenda.contactos) {
     if (!Coincide(contacto, buscado)) continue;

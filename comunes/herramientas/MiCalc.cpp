@@ -14,6 +14,9 @@
 #include "ui_MiCalc.h"
 
 namespace herramientas {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 using Fallo = Sumadora::Fallo;
@@ -24,18 +27,18 @@ QString TextoFallo(Fallo fallo, const Sumadora& maquina) {
     case Fallo::Ninguno:
       break;
     case Fallo::Desbordamiento:
-      return QObject::tr("Desbordamiento: no caben más de %1 cifras").arg(kMaxEnteras);
+      return u"Desbordamiento: no caben más de %1 cifras"_s.arg(kMaxEnteras);
     case Fallo::DivisionPorCero:
-      return QObject::tr("No se puede dividir por cero");
+      return u"No se puede dividir por cero"_s;
     case Fallo::FaltaNumero:
-      return QObject::tr("Falta el segundo número");
+      return u"Falta el segundo número"_s;
     case Fallo::NumeroSuelto:
-      return maquina.pendiente() == Orden::Igual ? QObject::tr("Falta + o − tras el número")
-                                                 : QObject::tr("Falta = tras el número");
+      return maquina.pendiente() == Orden::Igual ? u"Falta + o − tras el número"_s
+                                                 : u"Falta = tras el número"_s;
     case Fallo::SinBase:
-      return QObject::tr("No hay suma de la que sacar el porcentaje");
+      return u"No hay suma de la que sacar el porcentaje"_s;
     case Fallo::NoCabe:
-      return QObject::tr("No caben más cifras");
+      return u"No caben más cifras"_s;
   }
   return {};
 }
@@ -71,7 +74,7 @@ char TeclaDe(const QKeyEvent& suceso) {
 
 MiCalc::MiCalc(QWidget* padre) : QWidget(padre, Qt::Window), ui_(std::make_unique<Ui::MiCalc>()) {
   ui_->setupUi(this);
-  setProperty("Ayuda", QStringLiteral("la-calculadora"));
+  setProperty("Ayuda", u"la-calculadora"_s);
   comunes::FuentesVentana(*this);
   ui_->Visor->setBackgroundRole(QPalette::Base);
   ui_->Visor->setForegroundRole(QPalette::Text);
@@ -119,7 +122,7 @@ void MiCalc::conectar() {
   connect(ui_->cmdCopiar, &QPushButton::clicked, this, &MiCalc::copiar);
   connect(ui_->cmdCopiarCinta, &QPushButton::clicked, this, [this] {
     QGuiApplication::clipboard()->setText(CopiaCinta(maquina_.cinta()));
-    decir(tr("Cinta copiada"));
+    decir(u"Cinta copiada"_s);
   });
   connect(ui_->cmdImprimir, &QPushButton::clicked, this, &MiCalc::imprimir);
   connect(ui_->cmdCintaNueva, &QPushButton::clicked, this, &MiCalc::cintaNueva);
@@ -200,13 +203,12 @@ void MiCalc::mostrar(Fallo fallo) {
   ui_->Visor->setText(maquina_.tecleado().empty() ? TextoNumero(maquina_.valor(), decimales)
                                                   : TextoTecleado(maquina_.tecleado()));
   const bool espera = maquina_.pendiente() != Orden::Igual;
-  ui_->Pendiente->setText(espera ? TextoNumero(maquina_.primero(), decimales) + QStringLiteral(" ") +
+  ui_->Pendiente->setText(espera ? TextoNumero(maquina_.primero(), decimales) + u" "_s +
                                        QChar(maquina_.pendiente() == Orden::Por ? u'×' : u'÷')
                                  : QString());
   const int partidas = maquina_.partidas();
-  ui_->Suma->setText(tr("Suma %1 (%2)")
-                         .arg(TextoNumero(maquina_.suma(), decimales),
-                              partidas == 1 ? tr("1 partida") : tr("%1 partidas").arg(partidas)));
+  ui_->Suma->setText(u"Suma %1 (%2)"_s.arg(TextoNumero(maquina_.suma(), decimales),
+                                           partidas == 1 ? u"1 partida"_s : u"%1 partidas"_s.arg(partidas)));
   ui_->Decimales->setCurrentIndex(decimales - 2);
   decir(TextoFallo(fallo, maquina_));
   mostrarCinta();
@@ -256,25 +258,25 @@ void MiCalc::copiar() {
   if (ui_->Cinta->hasFocus() && ui_->Cinta->textCursor().hasSelection()) return ui_->Cinta->copy();
   const QString texto = TextoCopia(maquina_.valor(), maquina_.decimales());
   QGuiApplication::clipboard()->setText(texto);
-  decir(tr("Copiado %1").arg(texto));
+  decir(u"Copiado %1"_s.arg(texto));
 }
 
 void MiCalc::pegar() {
   const auto valor = LeerCopia(QGuiApplication::clipboard()->text());
-  if (!valor) return decir(tr("Lo copiado no es un número"));
+  if (!valor) return decir(u"Lo copiado no es un número"_s);
   ultima_ = 0;
   mostrar(maquina_.poner(*valor));
 }
 
 void MiCalc::imprimir() {
-  comunes::Rejilla visor(QStringLiteral("VisorCinta"));
+  comunes::Rejilla visor(u"VisorCinta"_s);
   RejillaCinta(visor, maquina_.cinta());
-  const QString titulo = tr("Cinta de la calculadora");
+  const QString titulo = u"Cinta de la calculadora"_s;
   comunes::ListadoImprimible listado;
   listado.padre = this;
   for (int columna = 0; columna < visor.Cols(); ++columna)
     listado.anchoTabla += visor.ColWidth(columna);
-  listado.rotulos = [&] { return comunes::RotulosListado{titulo, titulo, tr("Cinta")}; };
+  listado.rotulos = [&] { return comunes::RotulosListado{titulo, titulo, u"Cinta"_s}; };
   listado.imprimir = [&](comunes::TrabajoImpresion& trabajo, const comunes::AvanceImpresion& avance) {
     return comunes::ImprimirRejilla(trabajo, visor, titulo, false, {}, true, -1, -1, false, true, {}, avance);
   };
@@ -283,10 +285,8 @@ void MiCalc::imprimir() {
 }
 
 void MiCalc::cintaNueva() {
-  constexpr int kPregunta = 16;
-  constexpr int kBotonesSiNo = 3;
-  if (comunes::MyMsgBox(tr(" ¿ Confirma que desea empezar una cinta nueva ?;;La suma vuelve a cero. "), {},
-                        kPregunta, kBotonesSiNo, 2, -1, -1, this) == comunes::kNo)
+  if (!comunes::Confirmar(u" ¿ Confirma que desea empezar una cinta nueva ?;;La suma vuelve a cero. "_s, 2,
+                          this))
     return;
   maquina_.cintaNueva();
   ultima_ = 0;

@@ -2,6 +2,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QGuiApplication>
+#include <optional>
 
 #include "comunes/dialogos/MyBox.h"
 #include "comunes/herramientas/Clientes.h"
@@ -10,6 +11,7 @@
 #include "comunes/herramientas/ListaContactos.h"
 #include "comunes/herramientas/Telefonos.h"
 #include "comunes/impresion/ImprimirListado.h"
+#include "comunes/impresion/Progreso.h"
 #include "comunes/plataforma/Explorar.h"
 #include "comunes/plataforma/IniFiles.h"
 #include "comunes/plataforma/LecturaTexto.h"
@@ -18,19 +20,12 @@
 
 // Las órdenes de la agenda: lo que hace cada botón.
 namespace herramientas {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
-constexpr int kBotonesSiNo = 3;
 constexpr qint64 kMaximoClientes = 64 * 1024 * 1024;
-
-void Avisar(const QString& texto, QWidget* sobre) {
-  comunes::MyMsgBox(texto, {}, comunes::kIconoAviso, 1, 1, -1, -1, sobre);
-}
-
-bool Confirmar(const QString& texto, int defecto, QWidget* sobre) {
-  return comunes::MyMsgBox(texto, {}, comunes::kIconoPregunta, kBotonesSiNo, defecto, -1, -1, sobre) ==
-         comunes::kSi;
-}
 
 QString TextoFin(FinCambio fin) {
   switch (fin) {
@@ -38,13 +33,13 @@ QString TextoFin(FinCambio fin) {
     case FinCambio::NoQuitado:
       return {};
     case FinCambio::Mezclado:
-      return u"Otro programa ha cambiado a la vez otros datos de este contacto.;;Quedan los cambios de los dos."_qs;
+      return u"Otro programa ha cambiado a la vez otros datos de este contacto.;;Quedan los cambios de los dos."_s;
     case FinCambio::Conservados:
       return u"Otro programa ha cambiado a la vez los mismos datos de este contacto.;;Quedan los dos "
              u"contactos: "
-             "compruebe cuál vale."_qs;
+             "compruebe cuál vale."_s;
     case FinCambio::Recuperado:
-      return u"Otro programa ha quitado este contacto mientras lo cambiaba.;;Vuelve a estar, con sus cambios."_qs;
+      return u"Otro programa ha quitado este contacto mientras lo cambiaba.;;Vuelve a estar, con sus cambios."_s;
   }
   return {};
 }
@@ -58,16 +53,27 @@ int AnchoTabla(const comunes::Rejilla& rejilla) {
 
 }  // namespace
 
-void Telefonos::hacer(const std::function<void(Agenda&)>& cambio) {
+bool Telefonos::hacer(const std::function<void(Agenda&)>& cambio) {
   try {
     const comunes::Reloj reloj;
-    fichero_.cambiar(cambio);
+    std::optional<comunes::Avance> avance;
+    fichero_.cambiar(cambio, [&](const QString& quien, qint64 llevado, qint64 maximo) {
+      if (!avance) avance.emplace(u"Esperando a que suelte la agenda %1…"_s.arg(quien));
+      return avance->avanzar(static_cast<double>(llevado), static_cast<double>(maximo));
+    });
+  } catch (const AgendaOcupada& ocupada) {
+    mostrar();
+    comunes::Avisar(u"No se ha guardado: la agenda la tiene %1.;;Vuelva a intentarlo cuando la suelte."_s.arg(
+                        ocupada.quien()),
+                    QApplication::activeModalWidget());
+    return false;
   } catch (...) {
     mostrar();  // lo que se haya leído antes de fallar
     throw;
   }
   vigia_.addPath(QFileInfo(fichero_.ruta()).path());
   mostrar();
+  return true;
 }
 
 bool Telefonos::guardar(const std::optional<Contacto>& antes, const Contacto& despues) {
@@ -75,16 +81,17 @@ bool Telefonos::guardar(const std::optional<Contacto>& antes, const Contacto& de
   const QString identidad = IdentidadContacto(despues);
   for (const Contacto& otro : fichero_.agenda().contactos) {
     if (otro.clave == despues.clave || IdentidadContacto(otro) != identidad) continue;
-    if (!Confirmar(u"Ya hay un contacto con ese nombre y ese número.;; ¿ Lo guarda de todas formas ? "_qs, 2,
-                   QApplication::activeModalWidget()))
+    if (!comunes::Confirmar(
+            u"Ya hay un contacto con ese nombre y ese número.;; ¿ Lo guarda de todas formas ? "_s, 2,
+            QApplication::activeModalWidget()))
       return false;
     break;
   }
   FinCambio fin = FinCambio::Hecho;
-  hacer([&](Agenda& agenda) { fin = Aplicar(agenda, {antes, despues}); });
+  if (!hacer([&](Agenda& agenda) { fin = Aplicar(agenda, {antes, despues}); })) return false;
   elegir({despues.clave});
   const QString aviso = TextoFin(fin);
-  if (!aviso.isEmpty()) Avisar(aviso, QApplication::activeModalWidget());
+  if (!aviso.isEmpty()) comunes::Avisar(aviso, QApplication::activeModalWidget());
   return true;
 }
 
@@ -120,43 +127,44 @@ void Telefonos::quitar() {
     if (const Contacto* contacto = vista.buscar(clave)) vistos.push_back(*contacto);
   if (vistos.empty()) return;
   const QString cuales =
-      vistos.size() == 1 ? vistos.front().datos[kNombre] : u"los %1 contactos elegidos"_qs.arg(vistos.size());
-  if (!Confirmar(u" ¿ Confirma que desea quitar %1 ? "_qs.arg(cuales), 2, this)) return;
+      vistos.size() == 1 ? vistos.front().datos[kNombre] : u"los %1 contactos elegidos"_s.arg(vistos.size());
+  if (!comunes::Confirmar(u" ¿ Confirma que desea quitar %1 ? "_s.arg(cuales), 2, this)) return;
   std::size_t quedan = 0;
-  hacer([&](Agenda& agenda) {
+  const bool hecho = hacer([&](Agenda& agenda) {
     for (const Contacto& visto : vistos)
       if (Aplicar(agenda, {visto, std::nullopt}) == FinCambio::NoQuitado) ++quedan;
   });
+  if (!hecho) return;
   const std::size_t quitados = vistos.size() - quedan;
-  decir(quitados == 1 ? u"1 contacto quitado"_qs : u"%1 contactos quitados"_qs.arg(quitados));
+  decir(quitados == 1 ? u"1 contacto quitado"_s : u"%1 contactos quitados"_s.arg(quitados));
   if (quedan > 0)
-    Avisar(u"Otro programa ha cambiado a la vez lo que iba a quitar.;;Compruébelo: sigue en la lista."_qs,
-           this);
+    comunes::Avisar(
+        u"Otro programa ha cambiado a la vez lo que iba a quitar.;;Compruébelo: sigue en la lista."_s, this);
 }
 
 void Telefonos::importar() {
   decir({});
-  const QString carpeta = comunes::ReadINI(comunes::RutaAjustes, u"Comunes"_qs, u"ClientesZor"_qs, {});
-  const QString ruta = comunes::DialogoFichero(true, this, carpeta, u"@*.csv;*.txt"_qs, false, {});
+  const QString carpeta = comunes::ReadINI(comunes::RutaAjustes, u"Comunes"_s, u"ClientesZor"_s, {});
+  const QString ruta = comunes::DialogoFichero(true, this, carpeta, u"@*.csv;*.txt"_s, false, {});
   if (ruta.isEmpty()) return;
   refrescar();
   const ImportacionClientes importacion =
       LeerClientes(comunes::LeerBytes(ruta, kMaximoClientes), fichero_.agenda());
-  if (!importacion.fallo.isEmpty()) return Avisar(importacion.fallo, this);
+  if (!importacion.fallo.isEmpty()) return comunes::Avisar(importacion.fallo, this);
   if (Clientes(importacion, QDir::toNativeSeparators(ruta), this).exec() != QDialog::Accepted) return;
   int anadidos = 0;
-  hacer([&](Agenda& agenda) { anadidos = AnadirClientes(agenda, importacion); });
-  decir(anadidos == 1 ? u"1 contacto añadido"_qs : u"%1 contactos añadidos"_qs.arg(anadidos));
+  if (!hacer([&](Agenda& agenda) { anadidos = AnadirClientes(agenda, importacion); })) return;
+  decir(anadidos == 1 ? u"1 contacto añadido"_s : u"%1 contactos añadidos"_s.arg(anadidos));
 }
 
 void Telefonos::imprimir() {
   decir({});
   // Otra rejilla: en la de la pantalla está señalada la columna por la que se ordena.
-  comunes::Rejilla visor(u"VisorTelefonos"_qs);
+  comunes::Rejilla visor(u"VisorTelefonos"_s);
   ListarContactos(visor, fichero_.agenda(), ui_->Buscado->text(), orden_, false);
   const QString buscado = EnUnaLinea(ui_->Buscado->text());
-  const QString subtitulo = buscado.isEmpty() ? QString() : u"Buscado: "_qs + buscado;
-  const QString titulo = u"Teléfonos"_qs;
+  const QString subtitulo = buscado.isEmpty() ? QString() : u"Buscado: "_s + buscado;
+  const QString titulo = u"Teléfonos"_s;
   comunes::ListadoImprimible listado;
   listado.padre = this;
   listado.anchoTabla = AnchoTabla(visor);

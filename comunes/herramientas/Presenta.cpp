@@ -9,16 +9,18 @@
 
 namespace herramientas {
 
+using namespace Qt::StringLiterals;
+
 Presenta::Presenta(const QString& licencia, QWidget* padre)
     : QDialog(padre, Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint),
       ui_(std::make_unique<Ui::Presenta>()) {
   ui_->setupUi(this);
   ui_->Icono->setPixmap(QGuiApplication::windowIcon().pixmap(QSize(64, 64), devicePixelRatioF()));
   const QString nombre = QCoreApplication::applicationName();
-  setWindowTitle(tr("Acerca de %1").arg(nombre));
+  setWindowTitle(u"Acerca de %1"_s.arg(nombre));
   ui_->Nombre->setText(nombre);
-  ui_->Version->setText(tr("Versión %1").arg(QCoreApplication::applicationVersion()));
-  ui_->Toolkit->setText(tr("Hecho con Qt %1").arg(QLatin1String(qVersion())));
+  ui_->Version->setText(u"Versión %1"_s.arg(QCoreApplication::applicationVersion()));
+  ui_->Toolkit->setText(u"Hecho con Qt %1"_s.arg(QLatin1String(qVersion())));
   comunes::FuentesVentana(*this);
   adjustSize();
   comunes::DisponerVentana(*this);

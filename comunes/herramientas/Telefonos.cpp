@@ -14,6 +14,8 @@
 
 namespace herramientas {
 
+using namespace Qt::StringLiterals;
+
 Telefonos::Telefonos(QWidget* padre, const QString& ruta)
     : QDialog(padre, Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
                          Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint),
@@ -148,8 +150,8 @@ void Telefonos::mostrar() {
   ListarContactos(rejilla_, fichero_.agenda(), ui_->Buscado->text(), orden_, true);
   const int visibles = rejilla_.Rows() - rejilla_.FixedRows();
   const int todos = static_cast<int>(fichero_.agenda().contactos.size());
-  const QString contactos = todos == 1 ? u"1 contacto"_qs : u"%1 contactos"_qs.arg(todos);
-  ui_->Cuenta->setText(visibles == todos ? contactos : u"%1 de %2"_qs.arg(visibles).arg(contactos));
+  const QString contactos = todos == 1 ? u"1 contacto"_s : u"%1 contactos"_s.arg(todos);
+  ui_->Cuenta->setText(visibles == todos ? contactos : u"%1 de %2"_s.arg(visibles).arg(contactos));
   ui_->cmdImprimir->setEnabled(visibles > 0);
   elegir(claves);
   mostrarElegidos();

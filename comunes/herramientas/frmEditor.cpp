@@ -14,17 +14,20 @@
 #include "ui_frmEditor.h"
 
 namespace herramientas {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int kIconoCifrado = 17;
-constexpr const char* kModificado = "MODIFICADO";
-constexpr const char* kClave = "VELMAR";
+const QString kModificado = u"MODIFICADO"_s;
+const QString kClave = u"VELMAR"_s;
 /// Más no lo lee nadie, y maquetarlo tarda.
 constexpr qsizetype kMaximoPregunta = 20000;
 
 /// Color inicial que pide un texto que empieza por "&H"; los demás no piden ninguno.
 QColor colorDe(const QString& texto) {
-  if (!texto.startsWith("&H")) return Qt::black;
+  if (!texto.startsWith(u"&H"_s)) return Qt::black;
   uint numero = 0;
   for (const QChar c : QStringView(texto).mid(2, 8)) {
     bool esCifra = false;
@@ -68,13 +71,13 @@ frmEditor::~frmEditor() = default;
 
 bool frmEditor::Cargar(const QString& ruta, const QStringList& valores) {
   QString elegida = ruta;
-  if (!CargarGrabarTexto("CARGAR", elegida, *ui_->txtEditor)) return false;
+  if (!CargarGrabarTexto(u"CARGAR"_s, elegida, *ui_->txtEditor)) return false;
   ruta_ = elegida;
   ui_->Valores->clear();
   ui_->Valores->addItems(valores);
-  ui_->cmdMas->setToolTip(valores.isEmpty() ? "Este fichero no tiene líneas preparadas"
-                                            : "Enseña u oculta las líneas preparadas");
-  ui_->Codificacion->setText(EsUtf8(*ui_->txtEditor) ? "UTF-8" : "Windows-1252");
+  ui_->cmdMas->setToolTip(valores.isEmpty() ? u"Este fichero no tiene líneas preparadas"_s
+                                            : u"Enseña u oculta las líneas preparadas"_s);
+  ui_->Codificacion->setText(EsUtf8(*ui_->txtEditor) ? u"UTF-8"_s : u"Windows-1252"_s);
   Marcar(false);
   return true;
 }
@@ -85,7 +88,7 @@ bool frmEditor::Grabar() {
     AvisarPerdida(perdido);
     return false;
   }
-  if (!CargarGrabarTexto("REGRABAR", ruta_, *ui_->txtEditor)) return false;
+  if (!CargarGrabarTexto(u"REGRABAR"_s, ruta_, *ui_->txtEditor)) return false;
   Marcar(false);
   return true;
 }
@@ -98,14 +101,12 @@ void frmEditor::AvisarPerdida(qsizetype posicion) {
   const int columna = cursor.anchor() - cursor.block().position() + 1;
   ui_->txtEditor->setTextCursor(cursor);
   const QString caracter = cursor.selectedText();
-  const QString codigo = QString("%1").arg(caracter.toUcs4().value(0), 4, 16, QChar(u'0')).toUpper();
-  comunes::MyMsgBox(
-      QString("El carácter «%1» (U+%2), en la línea %3, columna %4, no existe en Windows-1252 y se "
-              "perdería.;;Cámbielo antes de seguir.")
-          .arg(caracter, codigo)
+  const QString codigo = u"%1"_s.arg(caracter.toUcs4().value(0), 4, 16, QChar(u'0')).toUpper();
+  comunes::Avisar(
+      u"El carácter «%1» (U+%2), en la línea %3, columna %4, no existe en Windows-1252 y se "
+      u"perdería.;;Cámbielo antes de seguir."_s.arg(caracter, codigo)
           .arg(cursor.blockNumber() + 1)
-          .arg(columna),
-      "", comunes::kIconoAviso, 1, 1);
+          .arg(columna));
   ui_->txtEditor->setFocus();
 }
 
@@ -113,7 +114,7 @@ void frmEditor::reject() {
   if (!ui_->txtEditor->property("Tag").toString().isEmpty()) {
     raise();
     activateWindow();
-    if (comunes::MyMsgBox("Datos han sido modificados. ¿ Desea salir sin grabar ?", "",
+    if (comunes::MyMsgBox(u"Datos han sido modificados. ¿ Desea salir sin grabar ?"_s, {},
                           comunes::kIconoPregunta, 2, 2) != comunes::kAceptar)
       return;
   }
@@ -121,10 +122,11 @@ void frmEditor::reject() {
 }
 
 void frmEditor::Marcar(bool modificado) {
-  ui_->txtEditor->setProperty("Tag", modificado ? kModificado : "");
-  ui_->Modificado->setText(modificado ? "Modificado" : "");
+  ui_->txtEditor->setProperty("Tag", modificado ? kModificado : QString());
+  ui_->Modificado->setText(modificado ? u"Modificado"_s : QString());
   // En el título, "[*]" es el sitio del asterisco de lo modificado.
-  setWindowTitle(QFileInfo(ruta_).fileName().replace("[*]", "[*][*]") + "[*] - El MicroEditor de QMX");
+  setWindowTitle(QFileInfo(ruta_).fileName().replace(u"[*]"_s, u"[*][*]"_s) +
+                 u"[*] - El MicroEditor de QMX"_s);
   setWindowModified(modificado);
 }
 
@@ -134,7 +136,7 @@ void frmEditor::AlternarPanel() {
     for (int i = 0; i < ui_->Valores->count(); ++i)
       ui_->QueOpc->addItem(ui_->Valores->item(i)->text());
   ui_->FondoExtra->setVisible(mostrar);
-  ui_->cmdMas->setText(mostrar ? "<<" : ">>");
+  ui_->cmdMas->setText(mostrar ? u"<<"_s : u">>"_s);
 }
 
 void frmEditor::Insertar(const QListWidgetItem* linea) {
@@ -149,7 +151,7 @@ void frmEditor::InsertarColor() {
   QTextCursor cursor = ui_->txtEditor->textCursor();
   const QColor color = comunes::ElegirColor(colorDe(cursor.selectedText()), this);
   if (color.isValid())
-    cursor.insertText(QString("&H%1&").arg(comunes::NumeroDeColor(color), 8, 16, QChar(u'0')).toUpper());
+    cursor.insertText(u"&H%1&"_s.arg(comunes::NumeroDeColor(color), 8, 16, QChar(u'0')).toUpper());
   ui_->txtEditor->setFocus();
 }
 
@@ -158,17 +160,16 @@ void frmEditor::EncriptarSeleccion() {
   QString texto = cursor.selectedText().replace(QChar::ParagraphSeparator, u'\n');
   const qsizetype perdido = comunes::PrimeroFueraDeWindows1252(texto);
   if (perdido >= 0) return AvisarPerdida(cursor.selectionStart() + perdido);
-  texto.replace(u'\n', QLatin1String("\r\n"));
-  const QString visible = texto.size() > kMaximoPregunta ? texto.left(kMaximoPregunta) + "…" : texto;
-  if (comunes::MyMsgBox("¿ Desea encriptar el texto " + visible + " ?", "", kIconoCifrado, 3, 1) ==
-      comunes::kSi)
+  texto.replace(u'\n', u"\r\n"_s);
+  const QString visible = texto.size() > kMaximoPregunta ? texto.left(kMaximoPregunta) + u"…"_s : texto;
+  if (comunes::Confirmar(u"¿ Desea encriptar el texto "_s + visible + u" ?"_s, 1, nullptr, kIconoCifrado))
     cursor.insertText(Encriptar(texto, kClave));
 }
 
 void frmEditor::MostrarPosicion() {
   const QTextCursor cursor = ui_->txtEditor->textCursor();
   ui_->Posicion->setText(
-      QString("Línea %1, columna %2").arg(cursor.blockNumber() + 1).arg(cursor.positionInBlock() + 1));
+      u"Línea %1, columna %2"_s.arg(cursor.blockNumber() + 1).arg(cursor.positionInBlock() + 1));
 }
 
 }  // namespace herramientas

@@ -17,6 +17,9 @@
 #include "ui_frmTablas.h"
 
 namespace herramientas {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int kIconoSalir = 3;
@@ -27,10 +30,10 @@ constexpr int kBotonesAceptarCancelar = 2;
 frmTablas::frmTablas(QWidget* padre)
     : QDialog(padre, Qt::Window),
       ui_(std::make_unique<Ui::frmTablas>()),
-      rejilla_(QStringLiteral("VisorTabla")),
+      rejilla_(u"VisorTabla"_s),
       modelo_(rejilla_) {
   ui_->setupUi(this);
-  setProperty("Ayuda", QStringLiteral("el-editor-de-tablas"));
+  setProperty("Ayuda", u"el-editor-de-tablas"_s);
   comunes::FuentesVentana(*this);
   PonerRuta({});
   conectar();
@@ -41,9 +44,9 @@ frmTablas::~frmTablas() = default;
 void frmTablas::PonerRuta(const QString& ruta) {
   ruta_ = ruta;
   // En el título, "[*]" es el sitio del asterisco de lo modificado.
-  const QString nombre = QFileInfo(ruta).fileName().replace(QLatin1String("[*]"), QLatin1String("[*][*]"));
-  setWindowTitle(nombre + QLatin1String("[*]") + (nombre.isEmpty() ? QString() : QStringLiteral(" - ")) +
-                 tr("Editor de Tablas de QMX"));
+  const QString nombre = QFileInfo(ruta).fileName().replace(u"[*]"_s, u"[*][*]"_s);
+  setWindowTitle(nombre + u"[*]"_s + (nombre.isEmpty() ? QString() : u" - "_s) +
+                 u"Editor de Tablas de QMX"_s);
 }
 
 void frmTablas::conectar() {
@@ -85,7 +88,7 @@ void frmTablas::Dimensionar(const QWidget* Origen, int Ajuste, const QString& Co
   comunes::Describir(ui_->Elemento, Descriptor);
   editada_ = 0;
   sinValores_ = true;
-  if (Cargar && CargarGrabarTabla(QStringLiteral("CARGAR"), ruta_, rejilla_, ui_->VisorTabla)) {
+  if (Cargar && CargarGrabarTabla(u"CARGAR"_s, ruta_, rejilla_, ui_->VisorTabla)) {
     sinValores_ =
         rejilla_.Rows() == rejilla_.FixedRows() + 1 && rejilla_.TextMatrix(rejilla_.FixedRows(), 0).isEmpty();
     PonerRuta(ruta_);
@@ -177,15 +180,14 @@ void frmTablas::mover(int pasos) {
 
 bool frmTablas::grabar() {
   comunes::DejarCampo(this);
-  if (avisarPerdida() || !CargarGrabarTabla(QStringLiteral("REGRABAR"), ruta_, rejilla_, ui_->VisorTabla))
-    return false;
+  if (avisarPerdida() || !CargarGrabarTabla(u"REGRABAR"_s, ruta_, rejilla_, ui_->VisorTabla)) return false;
   PonerRuta(ruta_);
   marcar(false);
   const QString pendiente = ui_->Elemento->text();
   const bool sinPasar =
       editada_ > 0 ? pendiente != rejilla_.TextMatrix(editada_, 0) : !pendiente.trimmed().isEmpty();
-  decir(sinPasar ? tr("Tabla grabada, sin el valor que se está tecleando: falta «Aceptar»")
-                 : tr("Tabla grabada en %1").arg(QDir::toNativeSeparators(ruta_)));
+  decir(sinPasar ? u"Tabla grabada, sin el valor que se está tecleando: falta «Aceptar»"_s
+                 : u"Tabla grabada en %1"_s.arg(QDir::toNativeSeparators(ruta_)));
   if (ui_->Elemento->hasFocus()) {
     // Lo siguiente que se teclee sigue a lo que había, no lo sustituye.
     comunes::EntrarCampo(this);
@@ -202,11 +204,11 @@ bool frmTablas::avisarPerdida() {
     QString perdidos;
     for (const QChar c : valor)
       if (!comunes::CabeEnWindows1252(c)) perdidos += c;
-    comunes::MyMsgBox(tr("«%1», en la fila %2, no existe en Windows-1252 y se perdería.;;Cámbielo antes de "
-                         "grabar.")
-                          .arg(perdidos)
-                          .arg(fila - rejilla_.FixedRows() + 1),
-                      {}, comunes::kIconoAviso, 1, 1, -1, -1, this);
+    comunes::Avisar(
+        u"«%1», en la fila %2, no existe en Windows-1252 y se perdería.;;Cámbielo antes de "
+        u"grabar."_s.arg(perdidos)
+            .arg(fila - rejilla_.FixedRows() + 1),
+        this);
     return true;
   }
   return false;
@@ -216,7 +218,7 @@ void frmTablas::reject() {
   if (!ui_->VisorTabla->property("Tag").toString().isEmpty()) {
     raise();
     activateWindow();
-    if (comunes::MyMsgBox(tr("Datos han sido modificados.;;¿ Desea salir sin grabar ?"), {}, kIconoSalir,
+    if (comunes::MyMsgBox(u"Datos han sido modificados.;;¿ Desea salir sin grabar ?"_s, {}, kIconoSalir,
                           kBotonesAceptarCancelar, 2) != comunes::kAceptar)
       return;
   }
@@ -245,18 +247,17 @@ void frmTablas::senalar(int fila) {
 }
 
 void frmTablas::marcar(bool modificado) {
-  ui_->VisorTabla->setProperty("Tag", modificado ? QStringLiteral("MODIFICADO") : QString());
+  ui_->VisorTabla->setProperty("Tag", modificado ? u"MODIFICADO"_s : QString());
   setWindowModified(modificado);
 }
 
 void frmTablas::decir(const QString& texto) {
   const int primera = rejilla_.FixedRows();
   const int valores = sinValores_ ? 0 : rejilla_.Rows() - primera;
-  const QString cuenta = valores == 1 ? tr("1 valor") : tr("%1 valores").arg(valores);
+  const QString cuenta = valores == 1 ? u"1 valor"_s : u"%1 valores"_s.arg(valores);
   ui_->Estado->setText(texto.isEmpty() ? cuenta : texto);
   ui_->Estado->setToolTip(comunes::TextoLiteral(texto));
-  ui_->Marco->setTitle(editada_ > 0 ? tr("Cambiar la fila %1").arg(editada_ - primera + 1)
-                                    : tr("Valor nuevo"));
+  ui_->Marco->setTitle(editada_ > 0 ? u"Cambiar la fila %1"_s.arg(editada_ - primera + 1) : u"Valor nuevo"_s);
   const int fila = filaSenalada();
   const bool hay = fila > 0 && !sinValores_;
   ui_->cmdQuitar->setEnabled(hay);

@@ -10,6 +10,9 @@
 #include "comunes/impresion/VentanaImpresora.h"
 
 namespace comunes {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr double kPuntosPorTwip = 72.0 / 1440.0;
@@ -84,14 +87,14 @@ bool ActivarImpresora(bool showDialog, const PeticionImpresora& peticion) {
   try {
     const QString nombre = buscar(ajustes.elegida.isEmpty() ? NombreImpresoraActual() : ajustes.elegida);
     const auto orientacion =
-        ajustes.orientacion == "Horizontal" ? QPageLayout::Landscape : QPageLayout::Portrait;
+        ajustes.orientacion == "Horizontal"_L1 ? QPageLayout::Landscape : QPageLayout::Portrait;
     ponerOrientacion(*crear(nombre), orientacion);
     enVigor = {nombre, orientacion, ajustes.copias};
     return true;
   } catch (const std::exception& error) {
     // Sigue en vigor la que había, y su orientación es la que se propone después.
-    ajustes.orientacion = enVigor.orientacion == QPageLayout::Landscape ? "Horizontal" : "Vertical";
-    QMessageBox caja(QMessageBox::Critical, "Activación Impresora " + ajustes.elegida,
+    ajustes.orientacion = enVigor.orientacion == QPageLayout::Landscape ? u"Horizontal"_s : u"Vertical"_s;
+    QMessageBox caja(QMessageBox::Critical, u"Activación Impresora "_s + ajustes.elegida,
                      QString::fromUtf8(error.what()), QMessageBox::Ok, peticion.padre);
     caja.setTextFormat(Qt::PlainText);
     caja.exec();

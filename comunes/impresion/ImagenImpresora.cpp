@@ -4,6 +4,9 @@
 #include <QPixmap>
 
 namespace comunes {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // Sobre una cuadrícula de 32 x 32.
@@ -38,7 +41,7 @@ void dibujarDocumento(QPainter& p) {
   letra.setBold(true);
   p.setFont(letra);
   p.setPen(Qt::white);
-  p.drawText(QRect(4, 14, 20, 9), Qt::AlignCenter, "PDF");
+  p.drawText(QRect(4, 14, 20, 9), Qt::AlignCenter, u"PDF"_s);
 }
 
 }  // namespace

@@ -12,7 +12,7 @@ class QWidget;
 namespace comunes {
 
 /// La impresora propia del programa: escribe un fichero PDF donde se le diga.
-inline const QString kDocumentoPDF = QStringLiteral("Documento PDF");
+inline const QString kDocumentoPDF = QLatin1String("Documento PDF");
 
 /// Registro de nivel 1 de una impresora del sistema.
 struct InfoImpresora {
@@ -30,9 +30,9 @@ int ShowPrinterProperties(quintptr hwnd, const QString& printerName);
 
 /// Ajustes que comparten la ventana `Impresora` y la activación; duran lo que el programa.
 struct AjustesImpresora {
-  QString elegida;                   ///< nombre de la impresora
-  QString orientacion = "Vertical";  ///< "Vertical" u "Horizontal": la que está en vigor
-  QString recordada;                 ///< la que se preselecciona
+  QString elegida;                                  ///< nombre de la impresora
+  QString orientacion = QLatin1String("Vertical");  ///< "Vertical" u "Horizontal": la que está en vigor
+  QString recordada;                                ///< la que se preselecciona
   int copias = 1;
   bool cancelada = false;
 };

@@ -15,39 +15,41 @@
 #include "comunes/plataforma/Texto.h"
 
 namespace comunes {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
-const QString kImprimiendo = QStringLiteral("Imprimiendo…");
+const QString kImprimiendo = u"Imprimiendo…"_s;
 
 /// "Remesa Acreedor 2026-03-05.pdf", sin lo que un nombre de fichero no admite.
 QString NombrePropuesto(const QString& comienzo) {
   QString nombre = comienzo.simplified();
   for (QChar& c : nombre)
-    if (c < QLatin1Char(' ') || QStringLiteral("<>:\"/\\|?*").contains(c)) c = QLatin1Char('-');
-  return nombre + QLatin1Char(' ') + FechaActual().toString(Qt::ISODate) + QStringLiteral(".pdf");
+    if (c < u' ' || u"<>:\"/\\|?*"_s.contains(c)) c = u'-';
+  return nombre + u' ' + FechaActual().toString(Qt::ISODate) + u".pdf"_s;
 }
 
 QString ConExtensionPdf(const QString& elegido) {
-  return elegido.endsWith(QStringLiteral(".pdf"), Qt::CaseInsensitive) ? elegido
-                                                                       : elegido + QStringLiteral(".pdf");
+  return elegido.endsWith(u".pdf"_s, Qt::CaseInsensitive) ? elegido : elegido + u".pdf"_s;
 }
 
 FinListado EnDocumento(const ListadoImprimible& listado) {
   const RotulosListado rotulos = listado.rotulos();
-  const QString elegido = DialogoFichero(false, listado.padre, listado.carpeta, QStringLiteral("pdf"), false,
+  const QString elegido = DialogoFichero(false, listado.padre, listado.carpeta, u"pdf"_s, false,
                                          NombrePropuesto(rotulos.fichero), ConExtensionPdf);
   if (elegido.isEmpty()) return {};
   const QString ruta = QFileInfo(ConExtensionPdf(elegido)).absoluteFilePath();
-  const bool apaisado = AjustesDeImpresora().orientacion == QLatin1String("Horizontal");
+  const bool apaisado = AjustesDeImpresora().orientacion == "Horizontal"_L1;
   DocumentoPdf documento(ARuta(ruta), apaisado, rotulos.titulo);
   Avance avance(kImprimiendo);
   const bool completo = listado.imprimir(documento.trabajo(), [&](int hechas, int total, int) {
     documento.comprobar();
     return avance.avanzar(hechas, total);
   });
-  if (!completo) return {QStringLiteral("Impresión detenida: no se ha escrito el documento."), {}};
+  if (!completo) return {u"Impresión detenida: no se ha escrito el documento."_s, {}};
   documento.confirmar();
-  return {QStringLiteral("Listado escrito en %1").arg(QDir::toNativeSeparators(ruta)), ruta};
+  return {u"Listado escrito en %1"_s.arg(QDir::toNativeSeparators(ruta)), ruta};
 }
 
 FinListado EnPapel(const ListadoImprimible& listado) {
@@ -58,10 +60,10 @@ FinListado EnPapel(const ListadoImprimible& listado) {
   Avance avance(kImprimiendo);
   const bool completo =
       listado.imprimir(trabajo, [&](int hechas, int total, int) { return avance.avanzar(hechas, total); });
-  if (!completo) return {QStringLiteral("Impresión detenida."), {}};
+  if (!completo) return {u"Impresión detenida."_s, {}};
   trabajo.Terminar();
   abortar.dismiss();
-  return {QStringLiteral("Listado enviado a %1").arg(impresora->printerName()), {}};
+  return {u"Listado enviado a %1"_s.arg(impresora->printerName()), {}};
 }
 
 }  // namespace
@@ -82,7 +84,7 @@ FinListado ImprimirListado(const ListadoImprimible& listado) {
 
 QString AbrirDocumento(const QString& ruta) {
   if (QDesktopServices::openUrl(QUrl::fromLocalFile(ruta))) return {};
-  return QStringLiteral("No hay ningún programa que abra %1").arg(QDir::toNativeSeparators(ruta));
+  return u"No hay ningún programa que abra %1"_s.arg(QDir::toNativeSeparators(ruta));
 }
 
 }  // namespace comunes

@@ -12,6 +12,8 @@ static void cargarRecursos() {
 
 namespace comunes {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// Cuerpo con que se mide: las unidades en que está dibujada la letra.
@@ -23,10 +25,10 @@ constexpr float kNoEsta = -2;
 const QString& familia() {
   static const QString nombre = [] {
     cargarRecursos();
-    QFontDatabase::addApplicationFont(QStringLiteral(":/letras/LiberationSans-Bold.ttf"));
-    const int id = QFontDatabase::addApplicationFont(QStringLiteral(":/letras/LiberationSans-Regular.ttf"));
+    QFontDatabase::addApplicationFont(u":/letras/LiberationSans-Bold.ttf"_s);
+    const int id = QFontDatabase::addApplicationFont(u":/letras/LiberationSans-Regular.ttf"_s);
     const QStringList familias = QFontDatabase::applicationFontFamilies(id);
-    return familias.isEmpty() ? QStringLiteral("Liberation Sans") : familias.first();
+    return familias.isEmpty() ? u"Liberation Sans"_s : familias.first();
   }();
   return nombre;
 }

@@ -7,6 +7,8 @@
 
 namespace comunes {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr double kLineaCabeza = 40;
@@ -62,11 +64,11 @@ bool Listado::pagina() {
 void Listado::cabeza() {
   const double ancho = impresora_.ScaleWidth();
   const auto medir = [&](const QString& texto) { return normal_.Ancho(texto, kTamanoCabeza); };
-  const QString numero = QStringLiteral("Página %1").arg(impresora_.Pagina());
+  const QString numero = u"Página %1"_s.arg(impresora_.Pagina());
   const double xNumero = ancho - medir(numero);
   double finFecha = 0;
   if (cabeza_.conFecha) {
-    const QString fecha = QStringLiteral("Fecha ") + FormatoFecha(FechaActual(), ModoFecha::Numerica);
+    const QString fecha = u"Fecha "_s + FormatoFecha(FechaActual(), ModoFecha::Numerica);
     impresora_.Texto(kMargen, kLineaCabeza, fecha, normal_, kTamanoCabeza);
     finFecha = kMargen + medir(fecha);
   }

@@ -10,6 +10,9 @@
 #include "ui_Progreso.h"
 
 namespace comunes {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr double kSegundosDia = 86400.0;
@@ -17,16 +20,16 @@ constexpr qint64 kEsperaMs = 500;
 constexpr qint64 kAtencionMs = 50;
 constexpr int kMilesimas = 1000;
 constexpr float kMaximoBarra = 1e9F;
-constexpr auto kMarcaInicio = "INICIO";
+const QString kMarcaInicio = u"INICIO"_s;
 
 double temporizadorFijo = -1;
 
 /// Format(v, "#.00 ") + "%": sin cero delante del punto, y con punto en cualquier idioma.
 QString porcentaje(double valor) {
   QString texto = QString::number(valor, 'f', 2);
-  if (texto.startsWith("0.")) texto.remove(0, 1);
-  if (texto.startsWith("-0.")) texto.remove(1, 1);
-  return texto + " %";
+  if (texto.startsWith(u"0."_s)) texto.remove(0, 1);
+  if (texto.startsWith(u"-0."_s)) texto.remove(1, 1);
+  return texto + u" %"_s;
 }
 
 // La destruye quien la crea, no el fin del proceso: entonces la aplicación ya no está.
@@ -45,8 +48,8 @@ void PonerTemporizador(double segundos) {
 QString TextoTiempo(double segundos) {
   const auto total = static_cast<qint64>(std::max(0.0, segundos));
   const QString resto =
-      QString("%1:%2").arg(total / 60 % 60, 2, 10, QChar('0')).arg(total % 60, 2, 10, QChar('0'));
-  return total >= 3600 ? QString("%1:%2").arg(total / 3600).arg(resto) : resto;
+      u"%1:%2"_s.arg(total / 60 % 60, 2, 10, QChar(u'0')).arg(total % 60, 2, 10, QChar(u'0'));
+  return total >= 3600 ? u"%1:%2"_s.arg(total / 3600).arg(resto) : resto;
 }
 
 Progreso::Progreso() : ui_(std::make_unique<::Ui::Progreso>()) {
@@ -114,7 +117,7 @@ double Progreso::transcurridos() const {
 // Esc y el botón de cerrar piden que el trabajo pare; la ventana la quita quien lo hace, cuando haya parado.
 void Progreso::reject() {
   detenido_ = true;
-  ui_->BarraTitulo->setText("Deteniendo…");
+  ui_->BarraTitulo->setText(u"Deteniendo…"_s);
   ui_->cmdDetener->setEnabled(false);
 }
 

@@ -3,14 +3,13 @@
 #include <QMarginsF>
 #include <cmath>
 
-#include "comunes/impresion/Memoria.h"
+#include "comunes/plataforma/Sistema.h"
 #include "ficheros/ErrorEjecucion.h"
 
 namespace comunes {
 
 namespace {
 
-constexpr int kErrorImpresora = 482;
 constexpr double kTwipsPulgada = 1440;
 constexpr double kTwipsMilimetro = kTwipsPulgada / 25.4;
 constexpr double kGrosorBorde = 8;
@@ -35,14 +34,14 @@ QSizeF ZonaImprimible(const QPageLayout& pagina) {
 
 TrabajoImpresion::TrabajoImpresion(QPagedPaintDevice& dispositivo)
     : dispositivo_(dispositivo), zona_(ZonaImprimible(dispositivo.pageLayout())) {
-  ConservarMemoriaDePagina();
+  ConservarMemoria();
   // Se dibuja contando desde el borde del papel, porque el toolkit redondea los márgenes a puntos.
   QPageLayout pagina = dispositivo.pageLayout();
   pagina.setUnits(QPageLayout::Point);
   const QMarginsF margenes = pagina.margins() * kTwipsPunto;
   pagina.setMode(QPageLayout::FullPageMode);
   dispositivo.setPageLayout(pagina);
-  if (!pintor_.begin(&dispositivo)) throw ficheros::ErrorEjecucion(kErrorImpresora);
+  if (!pintor_.begin(&dispositivo)) throw ficheros::ErrorEjecucion(ficheros::kErrorDeImpresora);
   const double escalaX = dispositivo.logicalDpiX() / kTwipsPulgada;
   const double escalaY = dispositivo.logicalDpiY() / kTwipsPulgada;
   pintor_.scale(escalaX, escalaY);
@@ -53,13 +52,13 @@ TrabajoImpresion::TrabajoImpresion(QPagedPaintDevice& dispositivo)
 }
 
 void TrabajoImpresion::NuevaPagina() {
-  if (!dispositivo_.newPage()) throw ficheros::ErrorEjecucion(kErrorImpresora);
+  if (!dispositivo_.newPage()) throw ficheros::ErrorEjecucion(ficheros::kErrorDeImpresora);
   empezada_ = false;
   ++pagina_;
 }
 
 void TrabajoImpresion::Terminar() {
-  if (pintor_.isActive() && !pintor_.end()) throw ficheros::ErrorEjecucion(kErrorImpresora);
+  if (pintor_.isActive() && !pintor_.end()) throw ficheros::ErrorEjecucion(ficheros::kErrorDeImpresora);
 }
 
 void TrabajoImpresion::colocarColor(const QColor& color) {

@@ -14,15 +14,17 @@
 #include "ui_Impresora.h"
 
 namespace comunes {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
-constexpr int kAviso = 1;
 constexpr int kLadoImagen = 32;
 
 QPointer<Impresora> abierta;
 
 QString orientacion(bool horizontal) {
-  return horizontal ? QStringLiteral("Horizontal") : QStringLiteral("Vertical");
+  return horizontal ? u"Horizontal"_s : u"Vertical"_s;
 }
 
 }  // namespace
@@ -34,7 +36,7 @@ Impresora::Impresora(const PeticionImpresora& peticion)
   abierta = this;
 
   const AjustesImpresora& ajustes = AjustesDeImpresora();
-  horizontal_ = ajustes.orientacion == "Horizontal";
+  horizontal_ = ajustes.orientacion == "Horizontal"_L1;
   ui_->Copias->setRange(1, kCopiasMaximas);
   ui_->Copias->setValue(ajustes.copias);
   ui_->cmdVistaPrevia->setVisible(static_cast<bool>(peticion_.dibujar));
@@ -71,17 +73,17 @@ Impresora::Impresora(const PeticionImpresora& peticion)
 Impresora::~Impresora() = default;
 
 bool Impresora::pidePDF() const {
-  return ui_->Etiqueta->text().startsWith("Imp");
+  return ui_->Etiqueta->text().startsWith(u"Imp"_s);
 }
 
 void Impresora::llenar(bool soloPDF) {
   QStringList nombres = NombresDeImpresoras();
   nombres.append(kDocumentoPDF);
-  if (soloPDF) nombres = nombres.filter("PDF", Qt::CaseInsensitive);
+  if (soloPDF) nombres = nombres.filter(u"PDF"_s, Qt::CaseInsensitive);
   ui_->ListaImpresoras->clear();
   ui_->ListaImpresoras->addItems(nombres);
   ui_->ListaImpresoras->setCurrentRow(-1);
-  ui_->Etiqueta->setText(soloPDF ? QString("PDF") : QString("Impresoras (%1)").arg(nombres.size()));
+  ui_->Etiqueta->setText(soloPDF ? u"PDF"_s : u"Impresoras (%1)"_s.arg(nombres.size()));
   ui_->Imagen->setIcon(ImagenImpresora(soloPDF));
   ui_->Imagen->setIconSize({kLadoImagen, kLadoImagen});
 }
@@ -105,7 +107,7 @@ QString Impresora::seleccionada() const {
 void Impresora::mostrarOrientacion() {
   ui_->ModoPapel->setText(orientacion(!horizontal_));
   ui_->ModoPapel->setShortcut(Qt::ALT | Qt::Key_O);  // el texto se lleva el que hubiera
-  ui_->Papel->setText("Papel " + orientacion(horizontal_));
+  ui_->Papel->setText(u"Papel "_s + orientacion(horizontal_));
   comprobarAncho();
 }
 
@@ -132,31 +134,31 @@ void Impresora::comprobarAncho() {
   }
   ui_->Aviso->setVisible(!cabe);
   ui_->cmdGirar->setVisible(!cabe && cabeGirado);
-  ui_->Aviso->setText(QString("En papel %1 no caben todas las columnas: las de la derecha no se imprimirían.")
-                          .arg(orientacion(horizontal_).toLower()));
+  ui_->Aviso->setText(u"En papel %1 no caben todas las columnas: las de la derecha no se imprimirían."_s.arg(
+      orientacion(horizontal_).toLower()));
 }
 
 void Impresora::propiedades() {
   const QString nombre = seleccionada();
   if (nombre.isEmpty()) {
-    MyMsgBox("Elija primero una impresora de la lista.", "", kAviso, 1, 1, -1, -1, this);
+    Avisar(u"Elija primero una impresora de la lista."_s, this);
     return;
   }
   if (nombre != kDocumentoPDF && ShowPrinterProperties(winId(), nombre) != 0) return;
-  QStringList datos{"Impresora: " + nombre};
+  QStringList datos{u"Impresora: "_s + nombre};
   if (nombre == kDocumentoPDF) {
-    datos << "Escribe el listado en un fichero PDF que se elige al imprimir.";
+    datos << u"Escribe el listado en un fichero PDF que se elige al imprimir."_s;
   } else {
     const QPrinterInfo info = QPrinterInfo::printerInfo(nombre);
-    datos << "Modelo: " + info.makeAndModel() << "Lugar: " + info.location()
-          << "Descripción: " + info.description();
+    datos << u"Modelo: "_s + info.makeAndModel() << u"Lugar: "_s + info.location()
+          << u"Descripción: "_s + info.description();
   }
   const auto impresora = CrearImpresora(nombre, QPageLayout::Portrait, 1);
-  datos << "Papel: " + impresora->pageLayout().pageSize().name();
+  datos << u"Papel: "_s + impresora->pageLayout().pageSize().name();
   // En los mensajes el punto y coma es un cambio de línea; el de un nombre no lo es.
   for (QString& dato : datos)
-    dato.replace(';', ',');
-  MyMsgBox(datos.join(';'), "Propiedades", kAviso, 1, 1, -1, -1, this);
+    dato.replace(u';', u',');
+  MyMsgBox(datos.join(u';'), u"Propiedades"_s, kIconoAviso, 1, 1, -1, -1, this);
 }
 
 void Impresora::vistaPrevia() {
@@ -169,7 +171,7 @@ void Impresora::vistaPrevia() {
 void Impresora::accept() {
   const QString nombre = seleccionada();
   if (nombre.isEmpty()) {
-    MyMsgBox("Elija una impresora de la lista.", "", kAviso, 1, 1, -1, -1, this);
+    Avisar(u"Elija una impresora de la lista."_s, this);
     ui_->ListaImpresoras->setFocus();
     return;
   }
@@ -192,7 +194,7 @@ void ProponerApaisado() {
     return;
   }
   QString& ajuste = AjustesDeImpresora().orientacion;
-  ajuste = orientacion(ajuste != "Horizontal");
+  ajuste = orientacion(ajuste != "Horizontal"_L1);
 }
 
 }  // namespace comunes

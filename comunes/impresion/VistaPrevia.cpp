@@ -14,6 +14,9 @@
 #include "comunes/plataforma/Ventanas.h"
 
 namespace comunes {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int kPaginasVistaPrevia = 200;
@@ -23,8 +26,8 @@ class VistaPrevia : public QDialog {
   VistaPrevia(QPrinter& impresora, const std::function<bool(QPrinter&, int)>& dibujar, QWidget* padre)
       : QDialog(padre), visor_(new QPrintPreviewWidget(&impresora, this)) {
     setObjectName("VistaPrevia");
-    setWindowTitle("Vista previa");
-    setProperty("Ayuda", QStringLiteral("imprimir"));
+    setWindowTitle(u"Vista previa"_s);
+    setProperty("Ayuda", u"imprimir"_s);
     setWindowFlag(Qt::WindowMaximizeButtonHint, true);
     auto* columna = new QVBoxLayout(this);
     columna->addLayout(botones_);
@@ -37,7 +40,7 @@ class VistaPrevia : public QDialog {
     connect(visor_, &QPrintPreviewWidget::paintRequested, this, [this, &dibujar](QPrinter* en) {
       const bool todas = dibujar(*en, kPaginasVistaPrevia);
       aviso_->setText(
-          QString("Se muestran las primeras %1 páginas; se imprimirán todas.").arg(kPaginasVistaPrevia));
+          u"Se muestran las primeras %1 páginas; se imprimirán todas."_s.arg(kPaginasVistaPrevia));
       aviso_->setVisible(!todas);
     });
     connect(visor_, &QPrintPreviewWidget::previewChanged, this, &VistaPrevia::actualizar);
@@ -67,24 +70,24 @@ class VistaPrevia : public QDialog {
   void prepararBotones() {
     auto* fila = new QHBoxLayout;
     botones_->addLayout(fila, 0, 0, Qt::AlignLeft);
-    anterior_ = boton(fila, "cmdAnterior", "&Anterior", {Qt::CTRL | Qt::Key_PageUp},
+    anterior_ = boton(fila, "cmdAnterior", u"&Anterior"_s, {Qt::CTRL | Qt::Key_PageUp},
                       [this] { ir(visor_->currentPage() - 1); });
     pagina_->setObjectName("Pagina");
-    pagina_->setAccessibleName("Página");
+    pagina_->setAccessibleName(u"Página"_s);
     pagina_->setKeyboardTracking(false);
     fila->addWidget(pagina_);
     connect(pagina_, &QSpinBox::valueChanged, this, &VistaPrevia::ir);
     fila->addWidget(de_);
-    siguiente_ = boton(fila, "cmdSiguiente", "&Siguiente", {Qt::CTRL | Qt::Key_PageDown},
+    siguiente_ = boton(fila, "cmdSiguiente", u"&Siguiente"_s, {Qt::CTRL | Qt::Key_PageDown},
                        [this] { ir(visor_->currentPage() + 1); });
     fila = tamano_ = new QHBoxLayout;
-    boton(fila, "cmdMas", "A&umentar", QKeySequence::keyBindings(QKeySequence::ZoomIn),
+    boton(fila, "cmdMas", u"A&umentar"_s, QKeySequence::keyBindings(QKeySequence::ZoomIn),
           [this] { visor_->zoomIn(); });
-    boton(fila, "cmdMenos", "&Reducir", QKeySequence::keyBindings(QKeySequence::ZoomOut),
+    boton(fila, "cmdMenos", u"&Reducir"_s, QKeySequence::keyBindings(QKeySequence::ZoomOut),
           [this] { visor_->zoomOut(); });
-    boton(fila, "cmdPagina", "&Página entera", {}, [this] { visor_->fitInView(); });
-    boton(fila, "cmdAncho", "Anc&ho de página", {}, [this] { visor_->fitToWidth(); });
-    boton(fila, "cmdCerrar", "&Cerrar", {}, [this] { accept(); });
+    boton(fila, "cmdPagina", u"&Página entera"_s, {}, [this] { visor_->fitInView(); });
+    boton(fila, "cmdAncho", u"Anc&ho de página"_s, {}, [this] { visor_->fitToWidth(); });
+    boton(fila, "cmdCerrar", u"&Cerrar"_s, {}, [this] { accept(); });
     botones_->addLayout(tamano_, 0, 1, Qt::AlignRight);
   }
 
@@ -112,7 +115,7 @@ class VistaPrevia : public QDialog {
     pagina_->setRange(1, paginas);
     const QSignalBlocker sinEco(pagina_);
     pagina_->setValue(actual);
-    de_->setText(QString("de %1").arg(paginas));
+    de_->setText(u"de %1"_s.arg(paginas));
     anterior_->setEnabled(actual > 1);
     siguiente_->setEnabled(actual < paginas);
   }

@@ -10,6 +10,8 @@
 
 namespace comunes {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// Calla las órdenes de una ventana mientras otra modal la tapa: el ratón y el teclado no le llegan, pero una
@@ -60,7 +62,7 @@ void AvisosConCaja() {
     if (grado == GradoAviso::Critico) icono = QMessageBox::Critical;
     QMessageBox caja(icono, titulo.isEmpty() ? QApplication::applicationDisplayName() : titulo, QString(),
                      QMessageBox::Ok, QApplication::activeWindow());
-    caja.setObjectName(QStringLiteral("AvisoPlataforma"));
+    caja.setObjectName(u"AvisoPlataforma"_s);
     caja.setTextFormat(Qt::PlainText);
     caja.setText(texto);
     caja.exec();

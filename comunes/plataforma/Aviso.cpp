@@ -5,10 +5,12 @@
 
 namespace comunes {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 void avisarPorErrores(GradoAviso, const QString& texto, const QString& titulo) {
-  const QString linea = titulo.isEmpty() ? texto : titulo + QStringLiteral(": ") + texto;
+  const QString linea = titulo.isEmpty() ? texto : titulo + u": "_s + texto;
   std::fprintf(stderr, "%s\n", linea.toUtf8().constData());
 }
 

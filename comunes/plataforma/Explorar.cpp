@@ -7,27 +7,27 @@
 #include <QPushButton>
 #include <utility>
 
-#include "comunes/plataforma/DialogoSistema.h"
-
 namespace comunes {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
 /// Filtro de QFileDialog: los patrones van entre paréntesis al final, que el diálogo no enseña.
 QString filtroQt(const FiltroFicheros& filtro) {
-  QStringList patrones = filtro.patrones.split(QLatin1Char(';'), Qt::SkipEmptyParts);
+  QStringList patrones = filtro.patrones.split(u';', Qt::SkipEmptyParts);
   for (QString& patron : patrones) {
     patron = patron.trimmed();
     // En la plataforma original "*.*" son todos, también los que no llevan punto.
-    if (patron == QStringLiteral("*.*")) patron = QStringLiteral("*");
+    if (patron == u"*.*"_s) patron = u"*"_s;
   }
-  if (patrones.isEmpty()) patrones.append(QStringLiteral("*"));
-  return filtro.descripcion + QStringLiteral(" (") + patrones.join(QLatin1Char(' ')) + QLatin1Char(')');
+  if (patrones.isEmpty()) patrones.append(u"*"_s);
+  return filtro.descripcion + u" ("_s + patrones.join(u' ') + u')';
 }
 
 QStringList elegirConDialogo(const PeticionFicheros& peticion) {
   QFileDialog dialogo(peticion.propietario, peticion.titulo, peticion.carpeta);
-  dialogo.setObjectName(QStringLiteral("DialogoFichero"));
+  dialogo.setObjectName(u"DialogoFichero"_s);
   dialogo.setAcceptMode(peticion.abrir ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
   const bool varios = peticion.abrir && peticion.multiple;
   dialogo.setFileMode(varios ? QFileDialog::ExistingFiles : QFileDialog::AnyFile);
@@ -50,19 +50,18 @@ SelectorFicheros& selector() {
 QString carpetaInicial(const QString& carpeta) {
   const QString pedida = carpeta.trimmed();
   if (!pedida.isEmpty() && QFileInfo(pedida).isDir()) return pedida;
-  const QString raiz = QStringLiteral("C:\\");
+  const QString raiz = u"C:\\"_s;
   return QFileInfo(raiz).isDir() ? raiz : QDir::homePath();
 }
 
 bool sustituir(const PeticionFicheros& peticion, const QString& ruta) {
   QMessageBox caja(QMessageBox::Question, peticion.titulo, QString(), QMessageBox::NoButton,
                    peticion.propietario);
-  caja.setObjectName(QStringLiteral("PreguntaSustituir"));
+  caja.setObjectName(u"PreguntaSustituir"_s);
   caja.setTextFormat(Qt::PlainText);
-  caja.setText(QStringLiteral("El fichero ya existe:\n%1\n\n¿Quiere sustituirlo?")
-                   .arg(QDir::toNativeSeparators(ruta)));
-  const QPushButton* si = caja.addButton(QStringLiteral("&Si"), QMessageBox::YesRole);
-  QPushButton* no = caja.addButton(QStringLiteral("&No"), QMessageBox::NoRole);
+  caja.setText(u"El fichero ya existe:\n%1\n\n¿Quiere sustituirlo?"_s.arg(QDir::toNativeSeparators(ruta)));
+  const QPushButton* si = caja.addButton(u"&Si"_s, QMessageBox::YesRole);
+  QPushButton* no = caja.addButton(u"&No"_s, QMessageBox::NoRole);
   caja.setDefaultButton(no);
   caja.setEscapeButton(no);
   caja.exec();
@@ -88,7 +87,7 @@ QString DialogoFichero(bool Abrir, QWidget* Propietario, const QString& Carpeta,
   const QString carpetaActual = QDir::currentPath();
   PeticionFicheros peticion{Abrir,
                             Propietario,
-                            Abrir ? QStringLiteral("Abrir Fichero") : QStringLiteral("Guardar Fichero"),
+                            Abrir ? u"Abrir Fichero"_s : u"Guardar Fichero"_s,
                             carpetaInicial(Carpeta),
                             ConstruirFiltro(Filtro),
                             Multiple,

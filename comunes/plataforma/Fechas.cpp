@@ -5,6 +5,8 @@
 
 namespace comunes {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 std::optional<QDate> fechaPuesta;
@@ -29,7 +31,7 @@ constexpr std::array<Mes, 12> kMeses{{{"ene", "enero"},
                                       {"dic", "diciembre"}}};
 
 QString conCeros(int valor, int ancho) {
-  return QStringLiteral("%1").arg(valor, ancho, 10, QLatin1Char('0'));
+  return u"%1"_s.arg(valor, ancho, 10, QChar(u'0'));
 }
 
 }  // namespace
@@ -50,18 +52,17 @@ QString FormatoFecha(const QDate& fecha, ModoFecha modo) {
   const QString ano = conCeros(fecha.year(), 4);
   switch (modo) {
     case ModoFecha::Numerica:
-      return dia + QLatin1Char('/') + conCeros(fecha.month(), 2) + QLatin1Char('/') + ano;
+      return dia + u'/' + conCeros(fecha.month(), 2) + u'/' + ano;
     case ModoFecha::Corta:
-      return dia + QLatin1Char(' ') + NombreMes(fecha.month(), true) + QLatin1Char(' ') + ano;
+      return dia + u' ' + NombreMes(fecha.month(), true) + u' ' + ano;
     case ModoFecha::DiaYMes:
-      return dia + QLatin1Char(' ') + NombreMes(fecha.month(), false);
+      return dia + u' ' + NombreMes(fecha.month(), false);
   }
   return {};
 }
 
 std::optional<QDate> LeerFecha(const QString& texto) {
-  static const QRegularExpression forma(
-      QStringLiteral("\\A([0-9]{1,2})/([0-9]{1,2})/([0-9]{4}|[0-9]{2})\\z"));
+  static const QRegularExpression forma(u"\\A([0-9]{1,2})/([0-9]{1,2})/([0-9]{4}|[0-9]{2})\\z"_s);
   const auto partes = forma.match(texto.trimmed());
   if (!partes.hasMatch()) return std::nullopt;
   int ano = partes.capturedView(3).toInt();
@@ -79,6 +80,11 @@ std::chrono::year_month_day Hoy() {
   const QDate hoy = FechaActual();
   return {std::chrono::year(hoy.year()), std::chrono::month(static_cast<unsigned>(hoy.month())),
           std::chrono::day(static_cast<unsigned>(hoy.day()))};
+}
+
+std::chrono::local_time<std::chrono::milliseconds> Ahora() {
+  const std::chrono::milliseconds hora(QTime::currentTime().msecsSinceStartOfDay());
+  return std::chrono::local_days(Hoy()) + hora;
 }
 
 void PonerFechaActual(const std::optional<QDate>& fecha) {

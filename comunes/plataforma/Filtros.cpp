@@ -2,24 +2,25 @@
 
 namespace comunes {
 
+using namespace Qt::StringLiterals;
+
 QString QuitarExtension(const QString& Nombre) {
-  return Nombre.left(Nombre.lastIndexOf(QLatin1Char('.')));
+  return Nombre.left(Nombre.lastIndexOf(u'.'));
 }
 
 QList<FiltroFicheros> ConstruirFiltro(const QString& Filtro) {
-  if (Filtro.startsWith(QLatin1Char('|'))) {
+  if (Filtro.startsWith(u'|')) {
     QList<FiltroFicheros> filtros;
-    const QStringList partes = Filtro.mid(1).split(QLatin1Char('|'));
+    const QStringList partes = Filtro.mid(1).split(u'|');
     for (qsizetype i = 0; i + 1 < partes.size() && !partes[i].isEmpty(); i += 2)
       filtros.append({partes[i], partes[i + 1]});
     return filtros;
   }
-  if (Filtro.startsWith(QLatin1Char('@'))) {
+  if (Filtro.startsWith(u'@')) {
     const QString patrones = Filtro.mid(1);
-    return {{QStringLiteral("Ficheros (") + patrones + QLatin1Char(')'), patrones}};
+    return {{u"Ficheros ("_s + patrones + u')', patrones}};
   }
-  return {{QStringLiteral("Ficheros (*.") + Filtro.toLower() + QLatin1Char(')'),
-           QStringLiteral("*.") + Filtro.toUpper()}};
+  return {{u"Ficheros (*."_s + Filtro.toLower() + u')', u"*."_s + Filtro.toUpper()}};
 }
 
 }  // namespace comunes

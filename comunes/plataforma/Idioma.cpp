@@ -11,10 +11,12 @@ static void cargarRecursoIdioma() {
 
 namespace comunes {
 
+using namespace Qt::StringLiterals;
+
 void PonerIdioma(QApplication& aplicacion) {
   cargarRecursoIdioma();
   auto* toolkit = new QTranslator(&aplicacion);
-  if (toolkit->load(QStringLiteral(":/idioma/qtbase_es.qm"))) QApplication::installTranslator(toolkit);
+  if (toolkit->load(u":/idioma/qtbase_es.qm"_s)) QApplication::installTranslator(toolkit);
   // El último instalado es el primero que se consulta.
   QApplication::installTranslator(new TextosPropios(&aplicacion));
   QLocale::setDefault(LocaleUsuario());

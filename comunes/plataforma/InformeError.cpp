@@ -10,10 +10,9 @@
 
 namespace comunes {
 
-namespace {
+using namespace Qt::StringLiterals;
 
-constexpr int kMemoriaInsuficiente = 7;
-constexpr int kErrorInterno = 51;
+namespace {
 
 void informar(const ficheros::ErrorEjecucion& error) {
   InformarError(error.numero(), QString::fromStdString(error.texto()), DesdeRuta(error.fichero()));
@@ -23,8 +22,8 @@ void informar(const ficheros::ErrorEjecucion& error) {
 
 void InformarError(int numero, const QString& texto, const QString& fichero) {
   static bool informando = false;
-  QString mensaje = QStringLiteral("Error %1: ").arg(numero) + texto;
-  if (!fichero.isEmpty()) mensaje += QLatin1Char('\n') + fichero;
+  QString mensaje = u"Error %1: "_s.arg(numero) + texto;
+  if (!fichero.isEmpty()) mensaje += u'\n' + fichero;
   if (informando) {
     qWarning("%s", qUtf8Printable(mensaje));
     return;
@@ -32,7 +31,7 @@ void InformarError(int numero, const QString& texto, const QString& fichero) {
   informando = true;
   QMessageBox caja(QMessageBox::Critical, QApplication::applicationDisplayName(), QString(), QMessageBox::Ok,
                    QApplication::activeWindow());
-  caja.setObjectName(QStringLiteral("InformeError"));
+  caja.setObjectName(u"InformeError"_s);
   caja.setTextFormat(Qt::PlainText);
   caja.setText(mensaje);
   caja.exec();
@@ -45,9 +44,9 @@ void InformarError(const std::exception& error) {
   } else if (const auto* fichero = dynamic_cast<const std::filesystem::filesystem_error*>(&error)) {
     informar(ficheros::ErrorEjecucion(fichero->code(), fichero->path1()));
   } else if (dynamic_cast<const std::bad_alloc*>(&error)) {
-    InformarError(kMemoriaInsuficiente, QStringLiteral("Memoria insuficiente"));
+    InformarError(ficheros::kMemoriaInsuficiente, u"Memoria insuficiente"_s);
   } else {
-    InformarError(kErrorInterno, QStringLiteral("Error interno"), QString::fromLocal8Bit(error.what()));
+    InformarError(ficheros::kErrorInterno, u"Error interno"_s, QString::fromLocal8Bit(error.what()));
   }
 }
 

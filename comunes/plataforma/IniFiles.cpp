@@ -17,6 +17,8 @@
 
 namespace comunes {
 
+using namespace Qt::StringLiterals;
+
 QString RutaAjustes;
 
 namespace {
@@ -145,10 +147,9 @@ void avisarGrande(const QString& ruta) {
   static QString avisado;
   if (avisado == ruta) return;
   avisado = ruta;
-  AvisarPlataforma(
-      GradoAviso::Exclamacion,
-      QStringLiteral("%1: no se ha leído porque pasa de 4 MB: no es un fichero de ajustes.").arg(ruta),
-      QCoreApplication::applicationName());
+  AvisarPlataforma(GradoAviso::Exclamacion,
+                   u"%1: no se ha leído porque pasa de 4 MB: no es un fichero de ajustes."_s.arg(ruta),
+                   QCoreApplication::applicationName());
 }
 
 }  // namespace
@@ -156,7 +157,7 @@ void avisarGrande(const QString& ruta) {
 QString ReadINI(const QString& Fichero, const QString& Seccion, const QString& Clave,
                 const QString& Defecto) {
   if (Fichero.isEmpty()) {
-    AvisarPlataforma(GradoAviso::SinIcono, QStringLiteral("ReadINI no recibió nombre de fichero a leer"),
+    AvisarPlataforma(GradoAviso::SinIcono, u"ReadINI no recibió nombre de fichero a leer"_s,
                      QCoreApplication::applicationName());
     return Defecto;
   }

@@ -11,16 +11,16 @@
 namespace comunes {
 
 QByteArray LeerBytes(const QString& ruta, qint64 maximo) {
-  constexpr int kDemasiado = 7;  // "Memoria insuficiente"
   if (ruta.startsWith(u':')) {
     QFile recurso(ruta);
-    if (!recurso.open(QIODevice::ReadOnly)) throw ficheros::ErrorEjecucion(53, ARuta(ruta));
-    if (recurso.size() > maximo) throw ficheros::ErrorEjecucion(kDemasiado, ARuta(ruta));
+    if (!recurso.open(QIODevice::ReadOnly))
+      throw ficheros::ErrorEjecucion(ficheros::kNoEncontrado, ARuta(ruta));
+    if (recurso.size() > maximo) throw ficheros::ErrorEjecucion(ficheros::kMemoriaInsuficiente, ARuta(ruta));
     return recurso.readAll();
   }
   ficheros::LecturaFichero fichero(ARuta(ruta));
   if (fichero.tamano() > static_cast<std::uintmax_t>(maximo)) {
-    throw ficheros::ErrorEjecucion(kDemasiado, ARuta(ruta));
+    throw ficheros::ErrorEjecucion(ficheros::kMemoriaInsuficiente, ARuta(ruta));
   }
   QByteArray bytes(static_cast<qsizetype>(fichero.tamano()), Qt::Uninitialized);
   bytes.truncate(

@@ -10,10 +10,12 @@
 
 namespace comunes {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-const QString kFuenteDialogos = QStringLiteral("MS Shell Dlg 2");
-const QString kFuenteFija = QStringLiteral("Courier New");
+const QString kFuenteDialogos = u"MS Shell Dlg 2"_s;
+const QString kFuenteFija = u"Courier New"_s;
 
 void sustituir(const QString& familia, QFontDatabase::SystemFont sistema) {
   QFont::insertSubstitution(familia, QFontInfo(QFontDatabase::systemFont(sistema)).family());
@@ -31,7 +33,7 @@ void FuentesVentana(QWidget& ventana) {
   // Primero se fijan las letras propias: si no, tomarían la de un control que las contenga.
   for (const bool propias : {true, false}) {
     for (QWidget* control : controles) {
-      const bool propia = control->property("Tag").toString().contains(QStringLiteral("(FF)"));
+      const bool propia = control->property("Tag").toString().contains(u"(FF)"_s);
       if (propia != propias) continue;
       QFont letra = control->font();
       letra.setFamilies({propia ? letra.family() : kFuenteDialogos});
@@ -66,7 +68,7 @@ Reloj::~Reloj() {
 }
 
 QString SinMnemonico(QString texto) {
-  return texto.replace(QLatin1Char('&'), QStringLiteral("&&"));
+  return texto.replace(u'&', u"&&"_s);
 }
 
 QString TextoLiteral(const QString& texto) {

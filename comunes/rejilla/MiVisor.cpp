@@ -10,6 +10,8 @@
 
 namespace comunes {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int kTwipsCaracter = 120;
@@ -94,9 +96,8 @@ int BuscarColumna(const Rejilla& rejilla, const QString& titulo, bool silencio, 
     if (rejilla.TextMatrix(fila, c) == titulo) return c;
   }
   if (silencio) return -1;
-  AvisarPlataforma(GradoAviso::Critico,
-                   QStringLiteral("No encontrado ninguna columna con el título [") + titulo + u']',
-                   QStringLiteral("Búsqueda en [") + rejilla.Name() + u']');
+  AvisarPlataforma(GradoAviso::Critico, u"No encontrado ninguna columna con el título ["_s + titulo + u']',
+                   u"Búsqueda en ["_s + rejilla.Name() + u']');
   return 0;
 }
 
@@ -125,7 +126,7 @@ QString SumarColumna(const Rejilla& rejilla, int columna, int desdeFila, int has
     if (columnaFiltro != -1 && rejilla.TextMatrix(f, columnaFiltro) != valorFiltro) continue;
     suma = Sumar(suma, LeerImporte(rejilla.TextMatrix(f, columna), signos));
   }
-  return FormatoCelda(suma, ceros, QStringLiteral("#,##0.00"), signos);
+  return FormatoCelda(suma, ceros, kFormatoImporte, signos);
 }
 
 void OcultarColumnas(Rejilla& rejilla, bool mostrarTodas, const QStringList& titulos) {

@@ -8,18 +8,16 @@ namespace comunes {
 
 namespace {
 
-constexpr int kFueraDeIntervalo = 9;
-
 template <class Vector>
 auto& elemento(Vector& vector, int indice) {
   if (indice < 0 || static_cast<std::size_t>(indice) >= vector.size()) {
-    throw ficheros::ErrorEjecucion(kFueraDeIntervalo);
+    throw ficheros::ErrorEjecucion(ficheros::kFueraDeIntervalo);
   }
   return vector[static_cast<std::size_t>(indice)];
 }
 
 void exigir(bool dentro) {
-  if (!dentro) throw ficheros::ErrorEjecucion(kFueraDeIntervalo);
+  if (!dentro) throw ficheros::ErrorEjecucion(ficheros::kFueraDeIntervalo);
 }
 
 }  // namespace
@@ -148,6 +146,9 @@ void Rejilla::PonerFixedAlignment(int columna, int alineacion) {
 }
 void Rejilla::PonerRowData(int fila, int dato) {
   fil(fila).dato = dato;
+}
+void Rejilla::PonerRowItem(int fila, int elemento) {
+  fil(fila).elemento = elemento;
 }
 void Rejilla::PonerRowHeight(int fila, int twips) {
   fil(fila).alto = twips == -1 ? kAltoFila : twips;

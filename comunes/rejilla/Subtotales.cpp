@@ -1,3 +1,5 @@
+#include "comunes/rejilla/Subtotales.h"
+
 #include <QCursor>
 #include <QGuiApplication>
 
@@ -5,6 +7,8 @@
 #include "comunes/rejilla/Orden.h"
 
 namespace comunes {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -63,7 +67,7 @@ void sumarGrupos(Rejilla& rejilla, int columna) {
     if (rejilla.RowData(f) < 1) continue;
     if (f > primera) {
       const QString suma = SumarColumna(rejilla, columna, primera, f - 1);
-      EscribirCelda(rejilla, f, columna, suma, -1, kGrisTotales, QStringLiteral("D"));
+      EscribirCelda(rejilla, f, columna, suma, -1, kGrisTotales, u"D"_s);
     }
     primera = f + 1;
   }
@@ -101,12 +105,12 @@ void Subtotales(const QString& tituloGrupo, Rejilla& rejilla, const QString& pla
   rejilla.PonerRows(total + 1);
   rejilla.PonerRowData(total, 1);
   if (etiqueta >= 0) {
-    PonerCelda(rejilla, total, etiqueta, conGrupo ? QStringLiteral("Total general") : plantilla);
+    PonerCelda(rejilla, total, etiqueta, conGrupo ? u"Total general"_s : plantilla);
   }
   for (const QString& titulo : titulosTotal) {
     const int columna = BuscarColumna(rejilla, titulo);
     const QString suma = SumarColumna(rejilla, columna, 1, total);
-    EscribirCelda(rejilla, total, columna, suma, -1, kGrisTotales, QStringLiteral("D"));
+    EscribirCelda(rejilla, total, columna, suma, -1, kGrisTotales, u"D"_s);
   }
 }
 

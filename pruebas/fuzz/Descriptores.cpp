@@ -16,16 +16,18 @@ using fuzz::Exigir;
 
 namespace {
 
+using namespace Qt::StringLiterals;
+
 /// Mostrar lo que se edita de lo mostrado no lo cambia: visitar un campo sin tocarlo no puede cambiar su
 /// dato. Salvo un cero sin decimales, que se edita vacío, y los "?" de más de un NIF, que se quitan de uno en
 /// uno.
 void MirarFormato(const QString& descriptor, QString valor) {
   // En un campo de cifras o en una cuenta contable no hay más que lo que se deja escribir.
-  const auto tipo = GetTag(descriptor, QStringLiteral("T"));
-  if (tipo == QStringLiteral("C") || tipo == QStringLiteral("D")) valor = Filtro(descriptor).Texto({}, valor);
+  const auto tipo = GetTag(descriptor, u"T"_s);
+  if (tipo == u"C"_s || tipo == u"D"_s) valor = Filtro(descriptor).Texto({}, valor);
   const QString mostrado = FormatValue(valor, descriptor);
   QString editado = UnformatValue(mostrado, descriptor);
-  if ((mostrado == QLatin1String("0") && editado.isEmpty()) || mostrado.endsWith(u'?')) return;
+  if ((mostrado == "0"_L1 && editado.isEmpty()) || mostrado.endsWith(u'?')) return;
   Exigir(FormatValue(editado, descriptor) == mostrado, "editar lo mostrado y mostrarlo da lo mismo");
 }
 
@@ -51,7 +53,7 @@ void MirarFiltro(const QString& descriptor, const QString& valor) {
 void MirarEtiquetas(const QString& descriptor, const QString& valor) {
   for (const char* clave : {"T", "L", "A", "D", "+"}) {
     const QString nombre = QLatin1String(clave);
-    if (valor.contains(nombre == QLatin1String("+") ? u']' : u')')) continue;
+    if (valor.contains(nombre == "+"_L1 ? u']' : u')')) continue;
     Exigir(GetTag(SetTag(descriptor, nombre, valor), nombre) == valor, "se lee la etiqueta que se puso");
   }
 }

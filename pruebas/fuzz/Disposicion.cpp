@@ -15,6 +15,8 @@ using fuzz::Exigir;
 
 namespace {
 
+using namespace Qt::StringLiterals;
+
 constexpr int kMaxLongitud = 32767;
 
 std::vector<QString> Valores(const Descripcion& diseno, std::string_view registro) {
@@ -25,8 +27,7 @@ std::vector<QString> Valores(const Descripcion& diseno, std::string_view registr
 }
 
 bool ConRelleno(const CampoDescrito& campo) {
-  return campo.relleno == QLatin1String("I") || campo.relleno == QLatin1String("D") ||
-         campo.relleno == QLatin1String("C");
+  return campo.relleno == "I"_L1 || campo.relleno == "D"_L1 || campo.relleno == "C"_L1;
 }
 
 void MirarCampos(const Descripcion& diseno, const std::vector<QString>& valores) {
@@ -69,7 +70,7 @@ void MirarVuelta(const Descripcion& diseno, const std::string& registro, std::si
          "leer y escribir solo reduce los caracteres a SEPA");
 
   cambiado %= diseno.campos.size();
-  valores[cambiado] = QStringLiteral("x");
+  valores[cambiado] = u"x"_s;
   std::string esperado = reducido;
   const CampoDescrito& campo = diseno.campos[cambiado];
   esperado.replace(static_cast<std::size_t>(campo.desde) - 1, static_cast<std::size_t>(campo.longitud),
@@ -81,12 +82,11 @@ void MirarVuelta(const Descripcion& diseno, const std::string& registro, std::si
 const Descripcion& DelPrograma(const QString& seccion) {
   static std::map<QString, Descripcion> leidas;
   static const Descripcion ninguna;
-  if (seccion.startsWith(QLatin1Char('C'))) return ninguna;  // [Comunes]
+  if (seccion.startsWith(u'C')) return ninguna;  // [Comunes]
   auto hallada = leidas.find(seccion);
   if (hallada == leidas.end()) {
     if (leidas.size() > 64) return ninguna;
-    hallada = leidas.emplace(seccion, LeerDescripcion(QStringLiteral(DIR_PROYECTO "/app/Tarvo.INI"), seccion))
-                  .first;
+    hallada = leidas.emplace(seccion, LeerDescripcion(u"" DIR_PROYECTO u"/app/Tarvo.INI"_s, seccion)).first;
   }
   return hallada->second;
 }

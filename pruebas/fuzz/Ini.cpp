@@ -11,6 +11,8 @@ using comunes::DesdeWindows1252;
 
 namespace {
 
+using namespace Qt::StringLiterals;
+
 constexpr qsizetype kMaximo = 2047;
 
 }  // namespace
@@ -28,7 +30,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* datos, std::size_t lar
     return comunes::ReadINI(comunes::DesdeRuta(ruta), cual, que, si);
   };
 
-  const QString otro = defecto + QStringLiteral("otro");
+  const QString otro = defecto + u"otro"_s;
   const QString valor = leer(contenido, seccion, clave, defecto);
   const bool hallado = valor == leer(contenido, seccion, clave, otro);
   Exigir(hallado || valor == defecto, "sin valor se da el defecto");
@@ -43,11 +45,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* datos, std::size_t lar
                         contenido.starts_with("\xFE\xFF") || contenido.find('\0') != std::string::npos;
   const std::string propia = "[Propia]\r\nclave=puesto\r\n";
   const auto leerPropia = [&](const std::string& bytes) {
-    return leer(bytes, QStringLiteral(" pROPIA"), QStringLiteral("Clave "), {}) == QLatin1String("puesto");
+    return leer(bytes, u" pROPIA"_s, u"Clave "_s, {}) == "puesto"_L1;
   };
   if (conMarca) return 0;
   Exigir(leerPropia(propia + contenido), "vale la primera sección de su nombre");
-  if (!DesdeWindows1252(contenido).contains(QStringLiteral("propia"), Qt::CaseInsensitive))
+  if (!DesdeWindows1252(contenido).contains(u"propia"_s, Qt::CaseInsensitive))
     Exigir(leerPropia(contenido + "\r\n" + propia), "se encuentra la última sección");
   return 0;
 }

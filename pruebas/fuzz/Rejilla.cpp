@@ -11,12 +11,16 @@
 #include "comunes/plataforma/Texto.h"
 #include "comunes/rejilla/Importe.h"
 #include "comunes/rejilla/MiVisor.h"
+#include "comunes/rejilla/Orden.h"
+#include "comunes/rejilla/Subtotales.h"
 #include "ficheros/ErrorEjecucion.h"
 
 using namespace comunes;
 using fuzz::Exigir;
 
 namespace {
+
+using namespace Qt::StringLiterals;
 
 constexpr int kMaxFilas = 60;
 
@@ -71,7 +75,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* datos, std::size_t lar
   fuzz::Entrada entrada(datos, largo);
   const auto linea = [&] { return DesdeWindows1252(entrada.hasta('\n')); };
 
-  Rejilla rejilla(QStringLiteral("prueba"));
+  Rejilla rejilla(u"prueba"_s);
   PrepararRejilla(rejilla, linea());
   rejilla.PonerTag(linea());
   const QString grupo = linea();
@@ -95,10 +99,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* datos, std::size_t lar
   if (!Hacer(rejilla, subtotales) || rejilla.Cols() > kMuchas) return 0;
   Filas despues = Textos(rejilla, true);
   Exigir(despues.size() == antes.size(), "los subtotales conservan las filas");
-  if (grupo.isEmpty() || opcion == QLatin1String("NOSORT"))
+  if (grupo.isEmpty() || opcion == "NOSORT"_L1)
     Exigir(despues == antes, "sin ordenar, las filas quedan como estaban");
   for (const QString& titulo : sumados)
-    MirarTotal(rejilla, titulo, grupo.isEmpty() ? plantilla : QStringLiteral("Total general"));
+    MirarTotal(rejilla, titulo, grupo.isEmpty() ? plantilla : u"Total general"_s);
   // Otro formato de fecha puede perder lo que ordenaba: el mes sin su año.
   if (QStringList{"", "NOSORT", "dd/mm/yyyy", "dd mmm yyyy", "mmmm yyyy", "yyyy"}.contains(opcion)) {
     const Filas una = Textos(rejilla, false);

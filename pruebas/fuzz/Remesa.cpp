@@ -111,7 +111,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* datos, std::size_t lar
   std::vector<Observacion> observaciones;
   const int errorFlujo = NumeroError([&] {
     ficheros::EscrituraSegura escritura(salida);
-    consola::UnionFlujo flujo(escritura, consola::UnionFlujo::kBuferMinimo + sorteo);
+    consola::UnionFlujo flujo(escritura, consola::LectorRegistros::kBuferMinimo + sorteo);
     for (const auto& ruta : rutas)
       flujo.unir(ruta, &ruta == &rutas.back());
     observaciones = flujo.observacionesFinales();

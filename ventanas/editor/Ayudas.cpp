@@ -8,6 +8,8 @@
 
 namespace editor {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// Lo que se comprueba de una cuenta: el IBAN español.
@@ -15,14 +17,14 @@ constexpr int kLongitudIBAN = 24;
 constexpr int kLongitudFecha = 8;
 
 std::optional<QDate> fechaDe(const QString& texto) {
-  const QString completo = texto + QString(kLongitudFecha, QLatin1Char(' '));
+  const QString completo = texto + QString(kLongitudFecha, u' ');
   const QString anio = completo.left(4);
   const QString mes = completo.mid(4, 2);
   const QString dia = completo.mid(6, 2);
   const auto entre = [](double valor, int desde, int hasta) { return valor >= desde && valor <= hasta; };
   if (!entre(comunes::Val(mes), 1, 12) || !entre(comunes::Val(dia), 1, 31)) return std::nullopt;
   if (comunes::Val(anio) > comunes::FechaActual().year() + 1) return std::nullopt;
-  return comunes::LeerFecha(dia + QLatin1Char('/') + mes + QLatin1Char('/') + anio);
+  return comunes::LeerFecha(dia + u'/' + mes + u'/' + anio);
 }
 
 QString centimos(const QString& texto) {
@@ -32,7 +34,7 @@ QString centimos(const QString& texto) {
 }
 
 QString conCeros(const QString& cifras, int longitud) {
-  return (QString(longitud, QLatin1Char('0')) + cifras).right(longitud);
+  return (QString(longitud, u'0') + cifras).right(longitud);
 }
 
 }  // namespace
@@ -71,16 +73,16 @@ QString Interpretar(Ayuda ayuda, const QString& texto) {
 }
 
 QString DescriptorPeticion(Ayuda ayuda, int longitud) {
-  const QString cierre = QString::number(longitud) + QLatin1Char(')');
+  const QString cierre = QString::number(longitud) + u')';
   switch (ayuda) {
     case Ayuda::Fecha:
-      return QStringLiteral("T(F) A(D) L(10)");
+      return u"T(F) A(D) L(10)"_s;
     case Ayuda::Euros:
-      return QStringLiteral("T(n) A(D) L(") + cierre;
+      return u"T(n) A(D) L("_s + cierre;
     case Ayuda::Iban:
-      return QStringLiteral("T(M) A(I) L(") + cierre;
+      return u"T(M) A(I) L("_s + cierre;
     case Ayuda::Numero:
-      return QStringLiteral("T(D) A(D) L(") + cierre;
+      return u"T(D) A(D) L("_s + cierre;
     case Ayuda::Ninguna:
       break;
   }
@@ -94,13 +96,13 @@ std::optional<QString> ConvertirRespuesta(Ayuda ayuda, int longitud, const QStri
     case Ayuda::Fecha: {
       const auto fecha = comunes::LeerFecha(valor);
       if (!fecha) return std::nullopt;
-      return fecha->toString(QStringLiteral("yyyyMMdd"));
+      return fecha->toString(u"yyyyMMdd"_s);
     }
     case Ayuda::Iban:
-      valor.remove(QLatin1Char(' '));
-      return valor.startsWith(QLatin1String("IBAN")) ? valor.mid(4) : valor;
+      valor.remove(u' ');
+      return valor.startsWith("IBAN"_L1) ? valor.mid(4) : valor;
     case Ayuda::Euros:
-      return conCeros(valor.remove(QLatin1Char('.')), longitud);
+      return conCeros(valor.remove(u'.'), longitud);
     case Ayuda::Numero:
       return conCeros(valor, longitud);
     case Ayuda::Ninguna:

@@ -12,6 +12,8 @@
 
 namespace editor {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // Columnas de una línea de campo; la novena no se lee.
@@ -29,22 +31,22 @@ int entero(const QString& texto) {
 
 std::string completado(std::string_view registro) {
   std::string bytes(registro.substr(0, remesa::kLongitudRegistro));
-  bytes.resize(remesa::kLongitudRegistro, ' ');
+  remesa::AjustarLongitud(bytes);
   return bytes;
 }
 
 QString descriptorDe(const QStringList& columnas) {
   const QString& clase = columnas[kClase];
-  if (clase != QLatin1String("A") && clase != QLatin1String("N")) return {};
-  return QStringLiteral("L(") + columnas[kLongitud] + QStringLiteral(") A(") + columnas[kRelleno] +
-         (clase == QLatin1String("A") ? QStringLiteral(") T(M)") : QStringLiteral(") T(D)"));
+  if (clase != "A"_L1 && clase != "N"_L1) return {};
+  return u"L("_s + columnas[kLongitud] + u") A("_s + columnas[kRelleno] +
+         (clase == "A"_L1 ? u") T(M)"_s : u") T(D)"_s);
 }
 
 Ayuda ayudaDe(const QString& nombre) {
-  if (nombre == QLatin1String("FECHA")) return Ayuda::Fecha;
-  if (nombre == QLatin1String("IBAN")) return Ayuda::Iban;
-  if (nombre == QLatin1String("EUROS")) return Ayuda::Euros;
-  if (nombre == QLatin1String("NUMERO")) return Ayuda::Numero;
+  if (nombre == "FECHA"_L1) return Ayuda::Fecha;
+  if (nombre == "IBAN"_L1) return Ayuda::Iban;
+  if (nombre == "EUROS"_L1) return Ayuda::Euros;
+  if (nombre == "NUMERO"_L1) return Ayuda::Numero;
   return Ayuda::Ninguna;
 }
 
@@ -61,28 +63,27 @@ QString SeccionDe(std::string_view registro, int tipo) {
 }
 
 int NumeroCampos(const QString& fichero, const QString& seccion) {
-  return std::min(entero(comunes::ReadINI(fichero, seccion, QStringLiteral("Campos"), {})), kCamposMaximos);
+  return std::min(entero(comunes::ReadINI(fichero, seccion, u"Campos"_s, {})), kCamposMaximos);
 }
 
 CampoDescrito LeerCampo(const QString& linea) {
-  const QStringList columnas = (linea + QString(kSeparadores, QLatin1Char(';'))).split(QLatin1Char(';'));
+  const QStringList columnas = (linea + QString(kSeparadores, u';')).split(u';');
   CampoDescrito campo;
   campo.rotulo = columnas[kRotulo];
-  campo.posicion =
-      QStringLiteral("Desde ") + columnas[kDesde] + QStringLiteral(" - Bytes ") + columnas[kLongitud];
+  campo.posicion = u"Desde "_s + columnas[kDesde] + u" - Bytes "_s + columnas[kLongitud];
   campo.longitud = entero(columnas[kLongitud]);
   campo.desde = entero(columnas[kDesde]);
-  campo.editable = columnas[kEditable] != QLatin1String("N");
+  campo.editable = columnas[kEditable] != "N"_L1;
   campo.descriptor = descriptorDe(columnas);
   campo.relleno = columnas[kRelleno];
-  campo.opcional = columnas[kOpcional] == QLatin1String("OP");
+  campo.opcional = columnas[kOpcional] == "OP"_L1;
   campo.ayuda = ayudaDe(columnas[kAyuda]);
   campo.explicacion = columnas[kExplicacion];
   return campo;
 }
 
 Descripcion LeerDescripcion(const QString& fichero, const QString& seccion) {
-  Descripcion descripcion{seccion, comunes::ReadINI(fichero, seccion, QStringLiteral("Titulo"), {}), {}};
+  Descripcion descripcion{seccion, comunes::ReadINI(fichero, seccion, u"Titulo"_s, {}), {}};
   const int campos = NumeroCampos(fichero, seccion);
   descripcion.campos.reserve(static_cast<std::size_t>(campos));
   for (int i = 1; i <= campos; ++i)
@@ -108,10 +109,10 @@ std::string BytesSEPA(const QString& texto) {
 std::string BytesCampo(const CampoDescrito& campo, const QString& texto) {
   std::string bytes = BytesSEPA(texto);
   const auto longitud = static_cast<std::size_t>(campo.longitud);
-  if (campo.relleno == QLatin1String("I")) {
+  if (campo.relleno == "I"_L1) {
     bytes.resize(longitud, ' ');
-  } else if (campo.relleno == QLatin1String("D") || campo.relleno == QLatin1String("C")) {
-    bytes.insert(0, longitud, campo.relleno == QLatin1String("C") ? '0' : ' ');
+  } else if (campo.relleno == "D"_L1 || campo.relleno == "C"_L1) {
+    bytes.insert(0, longitud, campo.relleno == "C"_L1 ? '0' : ' ');
     bytes.erase(0, bytes.size() - longitud);
   }
   return bytes;

@@ -23,11 +23,9 @@
 
 namespace editor {
 
-namespace {
+using namespace Qt::StringLiterals;
 
-void avisar(const QString& mensaje) {
-  comunes::MyMsgBox(mensaje, {}, comunes::kIconoAviso, 1, 1);
-}
+namespace {
 
 /// true si el operador ha cambiado el dato; los blancos que completan el campo no cuentan.
 bool cambiada(const FilaCampo& fila) {
@@ -115,9 +113,9 @@ void EdiSEPA::cargar() {
   preparar(std::move(nueva));
   for (std::size_t i = 0; i < descripcion_.campos.size(); ++i)
     filas_[i]->Poner(ValorCampo(registro, descripcion_.campos[i]));
-  setWindowTitle(QStringLiteral("Edición del registro %1 de %2")
-                     .arg(comunes::FormatoNumero(lista_.actual + 1, 0),
-                          comunes::FormatoNumero(static_cast<double>(lista_.registros.size()), 0)));
+  setWindowTitle(u"Edición del registro %1 de %2"_s.arg(
+      comunes::FormatoNumero(lista_.actual + 1, 0),
+      comunes::FormatoNumero(static_cast<double>(lista_.registros.size()), 0)));
   mostrarAviso();
   setUpdatesEnabled(true);
 }
@@ -131,9 +129,8 @@ void EdiSEPA::preparar(Descripcion nueva) {
   for (std::size_t i = 0; i < filas_.size(); ++i)
     i < usados ? filas_[i]->Preparar(descripcion_.campos[i]) : filas_[i]->Ocultar();
   const bool usables = std::any_of(filas_.begin(), filas_.end(), [](FilaCampo* f) { return f->Usable(); });
-  ui_->Ayuda->setText(usables || usados == 0
-                          ? QString()
-                          : QStringLiteral("Este registro no tiene campos que se puedan cambiar."));
+  ui_->Ayuda->setText(usables || usados == 0 ? QString()
+                                             : u"Este registro no tiene campos que se puedan cambiar."_s);
   ui_->Desplazable->ensureVisible(0, 0);
 }
 
@@ -141,20 +138,18 @@ void EdiSEPA::mostrarAviso() {
   QString aviso;
   if (descripcion_.campos.empty()) {
     aviso =
-        QStringLiteral(
-            "El registro de tipo «%1» no tiene descripción en Tarvo.INI y no se puede mostrar por campos. "
-            "Con «Aceptar» quedaría vacío. Pulse «Salir» para dejarlo como está.")
-            .arg(comunes::SinControles(descripcion_.seccion.trimmed()));
+        u"El registro de tipo «%1» no tiene descripción en Tarvo.INI y no se puede mostrar por campos. "
+        u"Con «Aceptar» quedaría vacío. Pulse «Salir» para dejarlo como está."_s.arg(
+            comunes::SinControles(descripcion_.seccion.trimmed()));
   } else {
     const auto longitud = EscribirRegistro(descripcion_.campos, textos()).size();
     if (longitud != remesa::kLongitudRegistro)
-      aviso = QStringLiteral(
-                  "Los campos de la descripción «%1» de Tarvo.INI suman %2 posiciones y no %3: «Aceptar» "
-                  "cambiaría "
-                  "la longitud del registro.")
-                  .arg(descripcion_.seccion)
-                  .arg(longitud)
-                  .arg(remesa::kLongitudRegistro);
+      aviso =
+          u"Los campos de la descripción «%1» de Tarvo.INI suman %2 posiciones y no %3: «Aceptar» "
+          u"cambiaría "
+          u"la longitud del registro."_s.arg(descripcion_.seccion)
+              .arg(longitud)
+              .arg(remesa::kLongitudRegistro);
   }
   ui_->Aviso->setText(aviso);
   ui_->MarcoAviso->setVisible(!aviso.isEmpty());
@@ -189,8 +184,8 @@ bool EdiSEPA::mostrarErroneas() {
   bool intactas = true;
   for (FilaCampo* fila : dejadas) {
     intactas = intactas && !cambiada(*fila);
-    avisar(QStringLiteral(
-        "¡ Los datos en este campo son incorrectos.!;;Se restaura el dato original del registro."));
+    comunes::Avisar(
+        u"¡ Los datos en este campo son incorrectos.!;;Se restaura el dato original del registro."_s);
     fila->Restaurar();
   }
   return intactas;
@@ -264,9 +259,9 @@ void EdiSEPA::aceptar() {
   }
   const int campos = NumeroCampos(comunes::RutaAjustes, descripcion_.seccion);
   if (campos != static_cast<int>(descripcion_.campos.size())) {
-    avisar(
-        QStringLiteral("La descripción de este registro ha cambiado en Tarvo.INI mientras se editaba."
-                       ";;El registro queda como estaba."));
+    comunes::Avisar(
+        u"La descripción de este registro ha cambiado en Tarvo.INI mientras se editaba."
+        u";;El registro queda como estaba."_s);
     return;
   }
   const auto indice = static_cast<std::size_t>(lista_.actual);
@@ -292,11 +287,11 @@ void EdiSEPA::avisarSinAceptar() {
     if (cambiados++ == 0) primero = fila.Campo().rotulo;
   }
   if (cambiados == 0 || !lista_.aviso) return;
-  QString campos = QStringLiteral("«%1»").arg(primero);
-  if (cambiados == 2) campos += QStringLiteral(" y otro campo");
-  if (cambiados > 2) campos += QStringLiteral(" y otros %1 campos").arg(cambiados - 1);
-  lista_.aviso(QStringLiteral("Registro %1: los cambios en %2 no se aceptaron y se han perdido.")
-                   .arg(comunes::FormatoNumero(lista_.actual + 1, 0), campos));
+  QString campos = u"«%1»"_s.arg(primero);
+  if (cambiados == 2) campos += u" y otro campo"_s;
+  if (cambiados > 2) campos += u" y otros %1 campos"_s.arg(cambiados - 1);
+  lista_.aviso(u"Registro %1: los cambios en %2 no se aceptaron y se han perdido."_s.arg(
+      comunes::FormatoNumero(lista_.actual + 1, 0), campos));
 }
 
 void EdiSEPA::keyPressEvent(QKeyEvent* evento) {

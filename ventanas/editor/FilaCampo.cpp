@@ -21,6 +21,8 @@
 
 namespace editor {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // Las cajas más largas no pasan de este ancho, ni bajan de este otro si la ventana es estrecha.
@@ -36,13 +38,13 @@ QLabel* etiqueta(const char* nombre, int indice, QWidget* padre) {
 
 /// Una línea sin clase no tiene descriptor: su caja toma texto libre, que puede ser más largo que el campo.
 QString descriptorCaja(const CampoDescrito& campo) {
-  return campo.descriptor.isEmpty() ? QStringLiteral("L(32767) A() T()") : campo.descriptor;
+  return campo.descriptor.isEmpty() ? u"L(32767) A() T()"_s : campo.descriptor;
 }
 
 /// Una respuesta con más cifras que el campo pierde las primeras.
 bool noCabe(const CampoDescrito& campo, const QString& respuesta) {
   const bool cifras = campo.ayuda == Ayuda::Euros || campo.ayuda == Ayuda::Numero;
-  return cifras && respuesta.trimmed().remove(QLatin1Char('.')).size() > campo.longitud;
+  return cifras && respuesta.trimmed().remove(u'.').size() > campo.longitud;
 }
 
 }  // namespace
@@ -55,15 +57,15 @@ FilaCampo::FilaCampo(int indice, QGridLayout& rejilla, QObject* padre) : QObject
   observacion_->setWordWrap(true);
 
   caja_ = new QLineEdit(formulario);
-  caja_->setObjectName(QStringLiteral("cpo%1").arg(indice));
+  caja_->setObjectName(u"cpo%1"_s.arg(indice));
   QFont fija = caja_->font();
-  fija.setFamilies({QStringLiteral("Courier New")});
+  fija.setFamilies({u"Courier New"_s});
   fija.setStyleHint(QFont::Monospace);
   caja_->setFont(fija);
-  comunes::PonerDescriptor(caja_, QStringLiteral("(FF)"));
+  comunes::PonerDescriptor(caja_, u"(FF)"_s);
 
   ayuda_ = new QToolButton(formulario);
-  ayuda_->setObjectName(QStringLiteral("edi%1").arg(indice));
+  ayuda_->setObjectName(u"edi%1"_s.arg(indice));
   ayuda_->setAutoRaise(true);
   ayuda_->setFocusPolicy(Qt::NoFocus);
   ayuda_->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
@@ -90,12 +92,12 @@ void FilaCampo::Preparar(const CampoDescrito& campo) {
   ocultada_ = false;
   rotulo_->setText(campo.rotulo);
   rotulo_->setToolTip(comunes::TextoLiteral(campo.posicion));
-  opcional_->setText(campo.opcional ? QStringLiteral("OP") : QString());
-  opcional_->setToolTip(campo.opcional ? QStringLiteral("Campo opcional") : QString());
+  opcional_->setText(campo.opcional ? u"OP"_s : QString());
+  opcional_->setToolTip(campo.opcional ? u"Campo opcional"_s : QString());
   caja_->setEnabled(campo.editable);
   caja_->setPalette(QPalette());
-  if (campo.relleno == QLatin1String("I")) caja_->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-  if (campo.relleno == QLatin1String("D") || campo.relleno == QLatin1String("C"))
+  if (campo.relleno == "I"_L1) caja_->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+  if (campo.relleno == "D"_L1 || campo.relleno == "C"_L1)
     caja_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   ajustarAncho();
   auto* descrita = comunes::Describir(caja_, descriptorCaja(campo));
@@ -103,7 +105,7 @@ void FilaCampo::Preparar(const CampoDescrito& campo) {
   connect(descrita, &comunes::CajaDescrita::haSalido, this, &FilaCampo::alSalir, Qt::UniqueConnection);
 
   pide_ = campo.editable && campo.ayuda != Ayuda::Ninguna;
-  ayuda_->setToolTip(pide_ ? QStringLiteral("Escribir el valor (F4)") : QString());
+  ayuda_->setToolTip(pide_ ? u"Escribir el valor (F4)"_s : QString());
   // En un campo que no se cambia la ayuda solo enseña el valor.
   ayuda_->setEnabled(pide_);
   PonerColores();
@@ -213,7 +215,7 @@ void FilaCampo::refrescar() {
   ayuda_->setText(comunes::SinMnemonico(Interpretar(campo_.ayuda, texto)));
   QString aviso = Observacion(campo_, texto);
   if (!respuestaCortada_.isEmpty() && texto == respuestaCortada_)
-    aviso = QStringLiteral("La cifra pedida no cabe: se han perdido las primeras.");
+    aviso = u"La cifra pedida no cabe: se han perdido las primeras."_s;
   observacion_->setText(aviso);
   observacion_->setVisible(!ocultada_ && !aviso.isEmpty());
   accesible();
@@ -223,8 +225,8 @@ void FilaCampo::accesible() {
   caja_->setAccessibleName(campo_.rotulo);
   QStringList partes{campo_.explicacion, observacion_->text()};
   partes.removeAll(QString());
-  caja_->setAccessibleDescription(partes.join(QLatin1Char(' ')));
-  ayuda_->setAccessibleName(campo_.rotulo + QStringLiteral(": ") + ayuda_->text());
+  caja_->setAccessibleDescription(partes.join(u' '));
+  ayuda_->setAccessibleName(campo_.rotulo + u": "_s + ayuda_->text());
 }
 
 }  // namespace editor

@@ -13,9 +13,11 @@
 
 namespace principal {
 
+using namespace Qt::StringLiterals;
+
 QString frmUnirQ19::Marca(const QString& ruta) {
   const QFileInfo informe(ruta);
-  return QStringLiteral("%1 %2").arg(informe.lastModified().toMSecsSinceEpoch()).arg(informe.size());
+  return u"%1 %2"_s.arg(informe.lastModified().toMSecsSinceEpoch()).arg(informe.size());
 }
 
 bool frmUnirQ19::EsQ19(const QString& ruta) {
@@ -23,12 +25,12 @@ bool frmUnirQ19::EsQ19(const QString& ruta) {
     case remesa::Cabeza::Q19:
       return true;
     case remesa::Cabeza::VersionAnterior:
-      comunes::MyMsgBox(tr("!!! Versión incorrecta de archivo Q19 ¡¡¡"), {}, 1, 1, 1);
+      comunes::Avisar(u"!!! Versión incorrecta de archivo Q19 ¡¡¡"_s);
       return false;
     case remesa::Cabeza::Desconocida:
       break;
   }
-  comunes::MyMsgBox(tr("!!! El archivo no parece ser tipo Q19 ¡¡¡"), {}, 1, 1, 1);
+  comunes::Avisar(u"!!! El archivo no parece ser tipo Q19 ¡¡¡"_s);
   return false;
 }
 
@@ -36,31 +38,30 @@ bool frmUnirQ19::CargarFichero(const QString& ruta, VistaRegistros& lista) {
   // Se lee entero antes de cambiar nada: un fichero leído a medias no debe poder importarse.
   remesa::ListaRegistros leida;
   try {
-    comunes::Avance avance(tr("Leyendo %1…").arg(QFileInfo(ruta).fileName()));
+    comunes::Avance avance(u"Leyendo %1…"_s.arg(QFileInfo(ruta).fileName()));
     leida = remesa::LeerFichero(comunes::ARuta(ruta), [&](std::uintmax_t leidos, std::uintmax_t total) {
       avance.avanzarODetener(static_cast<double>(leidos), static_cast<double>(total));
     });
   } catch (const comunes::TrabajoDetenido&) {
-    decir(tr("Lectura detenida: no se ha cargado el fichero."));
+    decir(u"Lectura detenida: no se ha cargado el fichero."_s);
     return false;
   }
   rutaActual_ = ruta;
   FicheroActual = ruta.toUpper();
-  ui_->Importado->setVisible(
-      FicherosImportados.contains(QLatin1Char('[') + FicheroActual + QLatin1Char(']')));
+  ui_->Importado->setVisible(FicherosImportados.contains(u'[' + FicheroActual + u']'));
   lista.poner(std::move(leida));
   return true;
 }
 
 void frmUnirQ19::cargarInicial(const QString& lineaOrdenes) {
   QString nombre = lineaOrdenes;
-  nombre.remove(QLatin1Char('"'));
+  nombre.remove(u'"');
   if (nombre.isEmpty()) return;
   const QString ruta = QDir::toNativeSeparators(QFileInfo(nombre).absoluteFilePath());
   if (!EsQ19(ruta)) return;
   const comunes::Reloj reloj;
   if (!CargarFichero(ruta, *ui_->Acumulado)) return;
-  FicherosImportados = QLatin1Char('[') + FicheroActual + QLatin1Char(']');
+  FicherosImportados = u'[' + FicheroActual + u']';
   rutasImportadas_ = {{FicheroActual, rutaActual_}};
   mirarAcumulado();
 }

@@ -8,12 +8,14 @@
 
 namespace principal {
 
+using namespace Qt::StringLiterals;
+
 Columnas::Columnas(const QFont& fuente) : fuente_(QRawFont::fromFont(fuente)) {
   const QFontMetricsF medidas(fuente);
-  ancho_ = std::max(4, qRound(medidas.horizontalAdvance(QLatin1Char('0'))));
+  ancho_ = std::max(4, qRound(medidas.horizontalAdvance(u'0')));
   alto_ = qCeil(medidas.height()) + 4;
   base_ = 2 + qRound(medidas.ascent());
-  const QList<quint32> blanco = fuente_.glyphIndexesForString(QStringLiteral(" "));
+  const QList<quint32> blanco = fuente_.glyphIndexesForString(u" "_s);
   for (int byte = 0; byte < 256; ++byte) {
     const char bytes[] = {static_cast<char>(byte)};
     const QList<quint32> glifo =

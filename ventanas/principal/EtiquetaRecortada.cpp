@@ -8,6 +8,9 @@
 #include <algorithm>
 
 namespace principal {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // Más que esto no se pide: un nombre largo no debe dejar sin sitio a los avisos de al lado.
@@ -51,7 +54,7 @@ bool EtiquetaRecortada::event(QEvent* evento) {
   if (evento->type() == QEvent::ToolTip) {
     const QStringList partes = repartir(width());
     const bool cabe = partes.isEmpty() || fontMetrics().horizontalAdvance(partes.constLast()) <= width();
-    const QString ayuda = QStringLiteral("<span>") + text().toHtmlEscaped() + QStringLiteral("</span>");
+    const QString ayuda = u"<span>"_s + text().toHtmlEscaped() + u"</span>"_s;
     QToolTip::showText(static_cast<QHelpEvent*>(evento)->globalPos(), cabe ? QString() : ayuda, this);
     return true;
   }

@@ -22,9 +22,11 @@ static void cargarRecursoManual() {
 
 namespace principal {
 
+using namespace Qt::StringLiterals;
+
 Herramientas::Herramientas(const Ui::frmUnirQ19& ui, QWidget& principal) : QObject(&principal) {
   cargarRecursoManual();
-  comunes::PonerAyuda(QStringLiteral(":/manual/manual.md"));
+  comunes::PonerAyuda(u":/manual/manual.md"_s);
   connect(ui.mnuTextos, &QAction::triggered, this, [this, &principal] { editarTexto(principal); });
   connect(ui.mnuTablas, &QAction::triggered, this, [this, &principal] { editarTabla(principal); });
   connect(ui.mnuCalculadora, &QAction::triggered, this, &Herramientas::unica<herramientas::MiCalc>);
@@ -32,26 +34,26 @@ Herramientas::Herramientas(const Ui::frmUnirQ19& ui, QWidget& principal) : QObje
   connect(ui.mnuContenido, &QAction::triggered, &principal,
           [&principal] { comunes::MostrarAyuda(principal); });
   connect(ui.mnuAcercaDe, &QAction::triggered, &principal,
-          [&principal] { herramientas::Presenta(QStringLiteral(":/manual/Licencia"), &principal).exec(); });
+          [&principal] { herramientas::Presenta(u":/manual/Licencia"_s, &principal).exec(); });
   ui.menuHerramientas->menuAction()->setVisible(ui.mnuTextos->isVisible() || ui.mnuTablas->isVisible() ||
                                                 ui.mnuCalculadora->isVisible() ||
                                                 ui.mnuTelefonos->isVisible() || ui.mnuComprobar->isVisible());
 }
 
 void Herramientas::editarTabla(QWidget& principal) {
-  const QString elegido = comunes::DialogoFichero(
-      true, &principal, {}, QStringLiteral("|Tablas (*.txt)|*.txt|Todos los ficheros|*"), false, {});
+  const QString elegido = comunes::DialogoFichero(true, &principal, {},
+                                                  u"|Tablas (*.txt)|*.txt|Todos los ficheros|*"_s, false, {});
   if (elegido.isEmpty() || traerLaDe<herramientas::frmTablas>(elegido)) return;
   auto tabla = std::make_unique<herramientas::frmTablas>();
   tabla->PonerRuta(QFileInfo(elegido).absoluteFilePath());
-  tabla->Dimensionar(nullptr, 0, QStringLiteral("Valor#40"), QStringLiteral("T(Z) A(I) L(255)"), true);
+  tabla->Dimensionar(nullptr, 0, u"Valor#40"_s, u"T(Z) A(I) L(255)"_s, true);
   mostrar(tabla.release());
 }
 
 void Herramientas::editarTexto(QWidget& principal) {
-  const QString ruta = comunes::DialogoFichero(
-      true, &principal, QFileInfo(comunes::RutaAjustes).path(),
-      QStringLiteral("|Textos y ajustes|*.INI;*.TXT|Todos los ficheros|*.*"), false, {});
+  const QString ruta =
+      comunes::DialogoFichero(true, &principal, QFileInfo(comunes::RutaAjustes).path(),
+                              u"|Textos y ajustes|*.INI;*.TXT|Todos los ficheros|*.*"_s, false, {});
   if (ruta.isEmpty() || traerLaDe<herramientas::frmEditor>(ruta)) return;
   auto editor = std::make_unique<herramientas::frmEditor>();
   if (editor->Cargar(ruta, herramientas::LineasAjustes(ruta))) mostrar(editor.release());

@@ -7,10 +7,13 @@
 #include "ventanas/principal/frmUnirQ19.h"
 
 namespace principal {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 void Avisar(QLabel* etiqueta, const QStringList& avisos) {
-  const QString texto = avisos.join(QLatin1Char(' '));
+  const QString texto = avisos.join(u' ');
   if (etiqueta->text() == texto) return;
   etiqueta->setText(texto);
   etiqueta->setVisible(!texto.isEmpty());
@@ -33,17 +36,16 @@ void frmUnirQ19::mirarAcumulado() {
 void frmUnirQ19::mostrarObservaciones() {
   ui_->InfoPreview->setText(
       rutaPreview_.isEmpty()
-          ? tr("Ningún fichero previsualizado")
-          : tr("%1: %2").arg(QFileInfo(rutaPreview_).fileName(),
-                             TextoCuenta(resumenPreview_.registros, tr("registro"), tr("registros"))));
+          ? u"Ningún fichero previsualizado"_s
+          : u"%1: %2"_s.arg(QFileInfo(rutaPreview_).fileName(),
+                            TextoCuenta(resumenPreview_.registros, u"registro"_s, u"registros"_s)));
   const auto ficheros = static_cast<std::size_t>(rutasImportadas_.size());
   ui_->InfoAcumulado->setText(
       resumenAcumulado_.vacia()
-          ? tr("Remesa vacía")
-          : tr("%1, %2, %3")
-                .arg(TextoCuenta(ficheros, tr("fichero"), tr("ficheros")),
-                     TextoCuenta(resumenAcumulado_.adeudos, tr("adeudo"), tr("adeudos")),
-                     TextoEuros(resumenAcumulado_.importe)));
+          ? u"Remesa vacía"_s
+          : u"%1, %2, %3"_s.arg(TextoCuenta(ficheros, u"fichero"_s, u"ficheros"_s),
+                                TextoCuenta(resumenAcumulado_.adeudos, u"adeudo"_s, u"adeudos"_s),
+                                TextoEuros(resumenAcumulado_.importe)));
   Avisar(ui_->AvisoPreview, avisosPreview());
   Avisar(ui_->AvisoAcumulado, TextosObservaciones(remesa::ObservarAcumulado(resumenAcumulado_)));
 }
@@ -55,25 +57,25 @@ QStringList frmUnirQ19::avisosPreview() const {
   // En Debian dos ficheros pueden distinguirse solo en las mayúsculas, y cuentan como el mismo.
   const QString importada = rutasImportadas_.value(rutaPreview_.toUpper());
   if (importada.isEmpty() || importada == rutaPreview_) return {};
-  return {tr("Ya se importó %1, que solo se distingue por las mayúsculas.").arg(importada)};
+  return {u"Ya se importó %1, que solo se distingue por las mayúsculas."_s.arg(importada)};
 }
 
 void frmUnirQ19::mostrarPosicion(const VistaRegistros& lista, int fila, int posicion) {
   QString texto;
   if (posicion > 0) {
-    texto = tr("Posición %1").arg(posicion);
+    texto = u"Posición %1"_s.arg(posicion);
     // Sobre la regla vale el registro actual.
     const int registro = fila >= 0 ? fila : lista.actual();
     if (registro >= 0) {
       if (const remesa::Campo* campo =
               remesa::CampoEn(lista.lista()[static_cast<std::size_t>(registro)], posicion)) {
         texto +=
-            tr(" · %1 (%2-%3)")
+            u" · %1 (%2-%3)"_s
                 .arg(QString::fromUtf8(campo->nombre.data(), static_cast<qsizetype>(campo->nombre.size())))
                 .arg(campo->donde.desde)
                 .arg(campo->donde.hasta);
       }
-      texto = tr("Registro %1 · ").arg(registro + 1) + texto;
+      texto = u"Registro %1 · "_s.arg(registro + 1) + texto;
     }
   }
   ui_->EstadoPosicion->setText(texto);

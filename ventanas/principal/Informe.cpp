@@ -8,11 +8,15 @@
 #include "comunes/plataforma/Formatos.h"
 #include "comunes/plataforma/Texto.h"
 #include "comunes/rejilla/MiVisor.h"
+#include "comunes/rejilla/Subtotales.h"
 #include "remesa/Campos.h"
 #include "remesa/Registro.h"
 #include "remesa/SEPA.h"
+#include "ventanas/principal/RecuentoInforme.h"
 
 namespace principal {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -78,7 +82,7 @@ void anadirAdeudo(comunes::Rejilla& visor, int fila, std::string_view registro) 
 int AnchoInforme(bool conReferencia) {
   comunes::Rejilla columnas;
   comunes::PrepararRejilla(columnas, QString::fromLatin1(kColumnas));
-  if (!conReferencia) comunes::OcultarColumnas(columnas, false, {QStringLiteral("Referencia")});
+  if (!conReferencia) comunes::OcultarColumnas(columnas, false, {u"Referencia"_s});
   float ancho = 0;
   for (int c = 0; c < columnas.Cols(); ++c)
     ancho += static_cast<float>(columnas.ColWidth(c)) / comunes::FactorHorizontal();
@@ -86,7 +90,7 @@ int AnchoInforme(bool conReferencia) {
 }
 
 Informe PrepararInforme(comunes::Rejilla& visor, const remesa::ListaRegistros& acumulado,
-                        const QString& ficheroActual, bool conReferencia) {
+                        const QString& ficheroActual, bool conReferencia, bool soloAdeudos) {
   Informe informe;
   QString envio;
   QString emision;
@@ -99,35 +103,37 @@ Informe PrepararInforme(comunes::Rejilla& visor, const remesa::ListaRegistros& a
   int fila = visor.FixedRows();
   std::string completo;
   for (std::string_view registro : acumulado) {
-    if (registro.size() < remesa::kLongitudRegistro) {
-      completo.assign(registro).resize(remesa::kLongitudRegistro, ' ');
-      registro = completo;
-    }
-    registro = registro.substr(0, remesa::kLongitudRegistro);
-    const std::string_view codigo = LeerCampo(registro, remesa::kCodigo);
-    if (codigo == "03" && LeerCampo(registro, remesa::kMarcaAdeudo) == "300") {
-      anadirAdeudo(visor, fila++, registro);
-    } else if (codigo == "01") {
-      envio = fecha(registro, remesa::kFechaCreacion);
-    } else if (codigo == "02") {
-      informe.titulo = texto(registro, remesa::kNombreAcreedor);
-      emision = fecha(registro, remesa::kFechaCobro);
-      cuentaAcreedor = cuenta(registro, remesa::kCuentaAcreedor);
-    } else if (codigo == "04") {
-      total = importe(registro, remesa::kImporte04);
-      recibos = numero(registro, remesa::kAdeudos04);
+    registro = remesa::ComoSeGuarda(registro, completo);
+    switch (remesa::Codigo(registro)) {
+      case remesa::CodigoRegistro::Adeudo:
+        if (EntraEnInforme(registro, soloAdeudos)) anadirAdeudo(visor, fila++, registro);
+        break;
+      case remesa::CodigoRegistro::Presentador:
+        envio = fecha(registro, remesa::kFechaCreacion);
+        break;
+      case remesa::CodigoRegistro::Acreedor:
+        informe.titulo = texto(registro, remesa::kNombreAcreedor);
+        emision = fecha(registro, remesa::kFechaCobro);
+        cuentaAcreedor = cuenta(registro, remesa::kCuentaAcreedor);
+        break;
+      case remesa::CodigoRegistro::TotalesFecha:
+        total = importe(registro, remesa::kImporte04);
+        recibos = numero(registro, remesa::kAdeudos04);
+        break;
+      default:
+        break;
     }
   }
-  comunes::Subtotales({}, visor, QStringLiteral("Total"), QStringLiteral("Nombre"), QStringLiteral("NOSORT"),
-                      {QStringLiteral("Importe")});
-  if (!conReferencia) comunes::OcultarColumnas(visor, false, {QStringLiteral("Referencia")});
+  comunes::Subtotales({}, visor, u"Total"_s, u"Nombre"_s, u"NOSORT"_s, {u"Importe"_s});
+  if (!conReferencia) comunes::OcultarColumnas(visor, false, {u"Referencia"_s});
 
-  informe.subtitulo = QStringLiteral("Remesa al Cobro");
-  informe.lineas = QStringLiteral(";Emisor:** ") + informe.titulo + QStringLiteral(";Fichero:** ") +
-                   ficheroActual + QStringLiteral(";Envío:  ** ") + envio + QStringLiteral(";Emisión:** ") +
-                   emision + QStringLiteral(";Cuenta:** ") + cuentaAcreedor + QStringLiteral(";;Total:** ") +
-                   total + QStringLiteral(" €   (") + recibos + QStringLiteral(" recibos)");
-  informe.lineas.replace(QStringLiteral("**"), QStringLiteral("\t"));
+  informe.subtitulo = u"Remesa al Cobro"_s;
+  informe.lineas = u";Emisor:** "_s + informe.titulo + u";Fichero:** "_s + ficheroActual + u";Envío:  ** "_s +
+                   envio + u";Emisión:** "_s + emision + u";Cuenta:** "_s + cuentaAcreedor +
+                   u";;Total:** "_s + total + u" €   ("_s + recibos + u" recibos)"_s;
+  if (const QString otros = TextoRecuentoInforme(ContarInforme(acumulado)); !soloAdeudos && !otros.isEmpty())
+    informe.lineas += u";;"_s + otros;
+  informe.lineas.replace(u"**"_s, u"\t"_s);
   return informe;
 }
 

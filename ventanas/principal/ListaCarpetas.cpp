@@ -10,6 +10,8 @@
 
 namespace principal {
 
+using namespace Qt::StringLiterals;
+
 using comunes::Pictograma;
 namespace {
 
@@ -100,10 +102,10 @@ void ListaCarpetas::llenar() {
   QFont negrita = font();
   negrita.setBold(true);
   abierta->setFont(negrita);
-  abierta->setData(Qt::AccessibleDescriptionRole, tr("Carpeta abierta"));
+  abierta->setData(Qt::AccessibleDescriptionRole, u"Carpeta abierta"_s);
   const QStringList hijas =
       QDir(ruta_).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name | QDir::IgnoreCase);
-  const QString prefijo = ruta_.endsWith(QLatin1Char('/')) ? ruta_ : ruta_ + QLatin1Char('/');
+  const QString prefijo = ruta_.endsWith(u'/') ? ruta_ : ruta_ + u'/';
   for (const QString& hija : hijas)
     poner(hija, prefijo + hija, Pictograma::Carpeta);
   setCurrentItem(abierta);

@@ -7,6 +7,9 @@
 #include <QStorageInfo>
 
 namespace principal {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 bool EsDelSistema(const QStorageInfo& volumen) {
@@ -17,22 +20,21 @@ bool EsDelSistema(const QStorageInfo& volumen) {
   if (volumen.isRoot()) return false;
   const QString raiz = volumen.rootPath();
   for (const char* propia : {"/boot", "/dev", "/etc", "/proc", "/sys", "/snap"})
-    if (raiz == QLatin1String(propia) || raiz.startsWith(QLatin1String(propia) + QLatin1Char('/')))
-      return true;
+    if (raiz == QLatin1String(propia) || raiz.startsWith(QLatin1String(propia) + u'/')) return true;
   return tipos.contains(volumen.fileSystemType()) || !QFileInfo(raiz).isDir();
 }
 
 QString Texto(const QStorageInfo& volumen) {
   QString raiz = QDir::toNativeSeparators(volumen.rootPath());
-  if (raiz.endsWith(QLatin1String(":\\"))) raiz.chop(1);
+  if (raiz.endsWith(":\\"_L1)) raiz.chop(1);
   const QString nombre = volumen.name();
-  return nombre.isEmpty() ? raiz : raiz + QStringLiteral(" [") + nombre + QLatin1Char(']');
+  return nombre.isEmpty() ? raiz : raiz + u" ["_s + nombre + u']';
 }
 
 }  // namespace
 
 QString CarpetaDeUnidad(const QString& raiz) {
-  const bool letra = raiz.size() >= 2 && raiz.at(0).isLetter() && raiz.at(1) == QLatin1Char(':');
+  const bool letra = raiz.size() >= 2 && raiz.at(0).isLetter() && raiz.at(1) == u':';
   return letra ? QFileInfo(raiz.left(2)).absoluteFilePath() : raiz;
 }
 

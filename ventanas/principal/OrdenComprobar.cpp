@@ -12,6 +12,8 @@
 
 namespace principal {
 
+using namespace Qt::StringLiterals;
+
 // Se comprueba la lista en que se está; desde otro sitio, la acumulación, que es lo que se va a guardar, y si
 // está vacía, lo previsualizado. La ventana dice cuál.
 void frmUnirQ19::comprobar() {
@@ -22,12 +24,11 @@ void frmUnirQ19::comprobar() {
   else if (hayAcumulado)
     comprobarAcumulado();
   else
-    comunes::MyMsgBox(tr("No hay ninguna remesa que comprobar: elija un fichero o importe alguno."), {}, 1, 1,
-                      1);
+    comunes::Avisar(u"No hay ninguna remesa que comprobar: elija un fichero o importe alguno."_s);
 }
 
 void frmUnirQ19::comprobarAcumulado() {
-  mostrarComprobaciones({[] { return tr("Remesa acumulada"); },
+  mostrarComprobaciones({[] { return u"Remesa acumulada"_s; },
                          [this](const auto& recibir, const auto& avance) {
                            return remesa::ComprobarLista(ui_->Acumulado->lista(), comunes::Hoy(), recibir,
                                                          false, avance);
@@ -43,7 +44,7 @@ void frmUnirQ19::comprobarAcumulado() {
 
 // El fichero y no la lista, que ya no tiene sus fines de línea.
 void frmUnirQ19::comprobarPreview() {
-  mostrarComprobaciones({[this] { return tr("Previsualizado, %1").arg(QFileInfo(rutaPreview_).fileName()); },
+  mostrarComprobaciones({[this] { return u"Previsualizado, %1"_s.arg(QFileInfo(rutaPreview_).fileName()); },
                          [this](const auto& recibir, const auto& avance) {
                            return remesa::ComprobarFichero(comunes::ARuta(rutaPreview_), comunes::Hoy(),
                                                            recibir, avance);
@@ -54,7 +55,7 @@ void frmUnirQ19::comprobarPreview() {
 
 void frmUnirQ19::comprobarGuardado() {
   const QString ruta = guardado_;
-  mostrarComprobaciones({[ruta] { return tr("Guardado, %1").arg(QFileInfo(ruta).fileName()); },
+  mostrarComprobaciones({[ruta] { return u"Guardado, %1"_s.arg(QFileInfo(ruta).fileName()); },
                          [ruta](const auto& recibir, const auto& avance) {
                            return remesa::ComprobarFichero(comunes::ARuta(ruta), comunes::Hoy(), recibir,
                                                            avance);

@@ -25,6 +25,9 @@
 #include "ventanas/principal/frmUnirQ19.h"
 
 namespace principal {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int kCuaderno19 = 19;  // tipo de fichero para el editor
@@ -45,7 +48,7 @@ Senalado SinTotales(const VistaRegistros& vista) {
   for (std::size_t i = 0; i < vista.lista().size(); ++i) {
     const bool seleccionado = siguiente != seleccion.end() && *siguiente == i;
     if (seleccionado) ++siguiente;
-    if (remesa::EsDeTotales(vista.lista()[i])) continue;
+    if (remesa::EsDeTotales(remesa::Codigo(vista.lista()[i]))) continue;
     if (seleccionado) tras.seleccion.push_back(nuevo);
     if (vista.actual() == static_cast<int>(i)) tras.actual = static_cast<int>(nuevo);
     ++nuevo;
@@ -64,7 +67,7 @@ void frmUnirQ19::importar() {
       [this](remesa::ListaRegistros& lista) { remesa::Importar(lista, ui_->Preview->lista()); });
   acumulado.seleccionar(senalado.seleccion);
   acumulado.ponerActual(senalado.actual);
-  FicherosImportados += QLatin1Char('[') + FicheroActual + QLatin1Char(']');
+  FicherosImportados += u'[' + FicheroActual + u']';
   if (!FicheroActual.isEmpty()) rutasImportadas_.insert(FicheroActual, rutaActual_);
   ui_->Importado->show();
   decir({});
@@ -75,7 +78,7 @@ void frmUnirQ19::RecalcularTotales() {
   // También si falla: lo reescrito hasta entonces se conserva, y hay que contarlo.
   const auto alSalir = qScopeGuard([this] { mostrarObservaciones(); });
   ui_->Acumulado->modelo().reescribir(
-      [this](remesa::ListaRegistros& lista) { remesa::RecalcularTotales(lista, &resumenAcumulado_); });
+      [this](remesa::ListaRegistros& lista) { remesa::RecalcularYResumir(lista, resumenAcumulado_); });
 }
 
 void frmUnirQ19::empezar() {
@@ -88,13 +91,12 @@ void frmUnirQ19::empezar() {
 }
 
 void frmUnirQ19::guardar() {
-  const QString carpeta = comunes::ReadINI(comunes::RutaAjustes, QStringLiteral("Comunes"),
-                                           QStringLiteral("DestinoQ19"), QString());
+  const QString carpeta = comunes::ReadINI(comunes::RutaAjustes, u"Comunes"_s, u"DestinoQ19"_s, QString());
   const auto nombreFinal = [](const QString& elegido) {
-    return comunes::QuitarExtension(elegido) + QStringLiteral(".Q19");
+    return comunes::QuitarExtension(elegido) + u".Q19"_s;
   };
   const QString elegido =
-      comunes::DialogoFichero(false, this, carpeta, QStringLiteral("q19"), false, QString(), nombreFinal);
+      comunes::DialogoFichero(false, this, carpeta, u"q19"_s, false, QString(), nombreFinal);
   if (elegido.isEmpty()) return;
   const QString ruta = nombreFinal(elegido);
   remesa::ResultadoComprobacion resultado;
@@ -109,7 +111,7 @@ void frmUnirQ19::guardar() {
                                          [&](auto, auto) { return sigue.load(); });
                                    });
     const auto alSalir = qScopeGuard([&] { sigue = false; });
-    comunes::Avance avance(tr("Guardando %1…").arg(QFileInfo(ruta).fileName()));
+    comunes::Avance avance(u"Guardando %1…"_s.arg(QFileInfo(ruta).fileName()));
     remesa::GuardarRemesa(
         comunes::ARuta(ruta), ui_->Acumulado->lista(), [&](std::size_t escritos, std::size_t total) {
           // Escrito todo, ya no hay qué detener: solo se espera a que llegue al disco.
@@ -120,14 +122,14 @@ void frmUnirQ19::guardar() {
         });
     resultado = comprobacion.get();
   } catch (const comunes::TrabajoDetenido&) {
-    return decir(tr("Guardado detenido: el fichero no se ha escrito y la remesa sigue aquí."));
+    return decir(u"Guardado detenido: el fichero no se ha escrito y la remesa sigue aquí."_s);
   }
   ui_->Empezar->click();
   navegador_->refrescar();
   guardado_ = QDir::toNativeSeparators(QFileInfo(ruta).absoluteFilePath());
   // El resultado, delante: una ruta larga se recorta.
   const QString recuento = TextoRecuento(resultado.errores, resultado.avisos);
-  decir((resultado.errores == 0 ? tr("Guardado %1 en %2") : tr("Guardado con %1 en %2"))
+  decir((resultado.errores == 0 ? u"Guardado %1 en %2"_s : u"Guardado con %1 en %2"_s)
             .arg(recuento, guardado_));
   ui_->VerComprobacion->setVisible(resultado.errores + resultado.avisos > 0);
 }
@@ -153,18 +155,17 @@ void frmUnirQ19::eliminar() {
   VistaRegistros& acumulado = *ui_->Acumulado;
   const std::vector<std::size_t> seleccion = acumulado.seleccion();
   if (!remesa::PuedeEliminar(acumulado.lista(), seleccion)) {
-    comunes::MyMsgBox(tr(" ¿ No se pueden suprimir todos los registros de deudores ? "), {}, 1, 1, 1);
+    comunes::Avisar(u" ¿ No se pueden suprimir todos los registros de deudores ? "_s);
     return;
   }
-  if (comunes::MyMsgBox(tr(" ¿ Confirma que desea eliminar deudor(es) seleccionados ? "), {}, 16, 3, 1) ==
-      comunes::kNo)
-    return;
+  if (!comunes::Confirmar(u" ¿ Confirma que desea eliminar deudor(es) seleccionados ? "_s, 1)) return;
   const comunes::Reloj reloj;
   // Con el teclado se sigue desde donde se estaba.
   const int actual = acumulado.actual();
   const auto quitados =
       std::count_if(seleccion.begin(), seleccion.end(), [&, &lista = acumulado.lista()](std::size_t fila) {
-        return static_cast<int>(fila) < actual && remesa::LeerCampo(lista[fila], remesa::kCodigo) == "03";
+        return static_cast<int>(fila) < actual &&
+               remesa::Codigo(lista[fila]) == remesa::CodigoRegistro::Adeudo;
       });
   acumulado.cambiar([&](remesa::ListaRegistros& lista) { remesa::EliminarAdeudos(lista, seleccion); });
   acumulado.ponerActual(
@@ -177,8 +178,7 @@ void frmUnirQ19::editar(int fila, int posicion) {
   if (QApplication::activeModalWidget()) return;  // una ayuda técnica pulsa la fila también entonces
   const QWidgetList ventanas = QApplication::topLevelWidgets();
   for (const QWidget* ventana : ventanas)
-    if (ventana->isVisible() &&
-        ventana->objectName().compare(QLatin1String("EdiTarvo"), Qt::CaseInsensitive) == 0)
+    if (ventana->isVisible() && ventana->objectName().compare("EdiTarvo"_L1, Qt::CaseInsensitive) == 0)
       return;
   VistaRegistros& acumulado = *ui_->Acumulado;
   acumulado.seleccionarSolo(fila);

@@ -5,28 +5,29 @@
 #include <algorithm>
 
 namespace principal {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// No se usan los comodines de Qt: para ellos los corchetes son especiales, y hay nombres que los llevan.
 QRegularExpression Expresion(const QString& patrones) {
   QStringList alternativas;
-  const QStringList partes = patrones.split(QLatin1Char(';'), Qt::SkipEmptyParts);
+  const QStringList partes = patrones.split(u';', Qt::SkipEmptyParts);
   for (const QString& parte : partes) {
     const QString patron = parte.trimmed();
     if (patron.isEmpty()) continue;
-    if (patron == QLatin1String("*.*")) {
-      alternativas << QStringLiteral(".*");
+    if (patron == "*.*"_L1) {
+      alternativas << u".*"_s;
       continue;
     }
     QString expresion;
     for (const QChar c : patron)
-      expresion += c == QLatin1Char('*')   ? QStringLiteral(".*")
-                   : c == QLatin1Char('?') ? QStringLiteral(".")
-                                           : QRegularExpression::escape(QString(c));
+      expresion += c == u'*' ? u".*"_s : c == u'?' ? u"."_s : QRegularExpression::escape(QString(c));
     alternativas << expresion;
   }
   // Sin patrones no hay alternativa que cumplir.
-  const QString todas = alternativas.isEmpty() ? QStringLiteral("(?!)") : alternativas.join(QLatin1Char('|'));
+  const QString todas = alternativas.isEmpty() ? u"(?!)"_s : alternativas.join(u'|');
   return QRegularExpression(QRegularExpression::anchoredPattern(todas),
                             QRegularExpression::CaseInsensitiveOption |
                                 QRegularExpression::DotMatchesEverythingOption |

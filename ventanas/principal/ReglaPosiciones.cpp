@@ -7,9 +7,11 @@
 
 namespace principal {
 
+using namespace Qt::StringLiterals;
+
 ReglaPosiciones::ReglaPosiciones(VistaRegistros* vista) : QWidget(vista), vista_(vista) {
   setMouseTracking(true);
-  setAccessibleName(tr("Regla de posiciones"));
+  setAccessibleName(u"Regla de posiciones"_s);
 }
 
 int ReglaPosiciones::alto() const {

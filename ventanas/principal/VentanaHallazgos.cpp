@@ -11,11 +11,15 @@
 #include "comunes/plataforma/Ventanas.h"
 #include "comunes/rejilla/MiVisor.h"
 #include "comunes/rejilla/ModeloRejilla.h"
+#include "comunes/rejilla/Orden.h"
 #include "ui_VentanaHallazgos.h"
 #include "ventanas/principal/TextosComprobacion.h"
 #include "ventanas/principal/TextosObservacion.h"
 
 namespace principal {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// Más no los lee nadie, y una remesa enorme puede tener millones.
@@ -23,14 +27,14 @@ constexpr std::size_t kMaximo = 5000;
 
 constexpr const char* kColumnas =
     "<Nivel#7;<Código#7;>Registro#9>;<Posiciones#11;<Campo#28;<Valor#24;<Se esperaba#30;<Deudor#24;"
-    "<Referencia#18;<Qué pasa y qué hacer#60;Hallazgo#0";
+    "<Referencia#18;<Qué pasa y qué hacer#60";
 /// El tipo de cada columna, para ordenarla.
-constexpr const char* kTipos = "TT#TTTTTTT#";
+constexpr const char* kTipos = "TT#TTTTTTT";
 
 QString Posiciones(const remesa::Hallazgo& h) {
   if (h.donde.desde == 0) return {};
   return h.donde.desde == h.donde.hasta ? QString::number(h.donde.desde)
-                                        : QStringLiteral("%1-%2").arg(h.donde.desde).arg(h.donde.hasta);
+                                        : u"%1-%2"_s.arg(h.donde.desde).arg(h.donde.hasta);
 }
 
 }  // namespace
@@ -39,7 +43,7 @@ VentanaHallazgos::VentanaHallazgos(OrigenHallazgos comprobada, QWidget* padre)
     : QDialog(padre),
       ui_(std::make_unique<Ui::VentanaHallazgos>()),
       comprobada_(std::move(comprobada)),
-      rejilla_(QStringLiteral("Visor")) {
+      rejilla_(u"Visor"_s) {
   ui_->setupUi(this);
   preparar();
   comunes::FuentesVentana(*this);
@@ -99,7 +103,7 @@ void VentanaHallazgos::comprobar() {
   remesa::ResultadoComprobacion resultado;
   {
     const comunes::Reloj reloj;
-    comunes::Avance avance(tr("Comprobando…"));
+    comunes::Avance avance(u"Comprobando…"_s);
     resultado = comprobada_.comprobar(recoger, [&](std::uintmax_t mirados, std::uintmax_t total) {
       return avance.avanzar(static_cast<double>(mirados), static_cast<double>(total));
     });
@@ -137,22 +141,21 @@ void VentanaHallazgos::llenar(const remesa::ResultadoComprobacion& resultado) {
                                 TextoEsperado(h),
                                 comunes::DesdeWindows1252(h.deudor),
                                 comunes::DesdeWindows1252(h.referencia),
-                                TextoHallazgo(h),
-                                QString::number(fila - rejilla_.FixedRows())};
+                                TextoHallazgo(h)};
       int columna = 0;
       for (const QString& celda : celdas)
         rejilla_.PonerTextMatrix(fila, columna++, celda);
+      rejilla_.PonerRowItem(fila, fila - rejilla_.FixedRows());
       if (remesa::EsError(h.codigo)) rejilla_.PonerEstilo(fila, 0, {.Negrita = true});
       ++fila;
     }
   }
-  QString resumen =
-      tr("%1: %2, %3.")
-          .arg(comprobada_.titulo(), TextoCuenta(resultado.registros, tr("registro"), tr("registros")),
-               TextoRecuento(resultado.errores, resultado.avisos));
+  QString resumen = u"%1: %2, %3."_s.arg(comprobada_.titulo(),
+                                         TextoCuenta(resultado.registros, u"registro"_s, u"registros"_s),
+                                         TextoRecuento(resultado.errores, resultado.avisos));
   if (resultado.errores + resultado.avisos > hallazgos_.size())
-    resumen += tr(" Se muestran los primeros %1 de cada nivel.").arg(kMaximo);
-  if (!resultado.completa) resumen += tr(" Comprobación detenida antes de acabar.");
+    resumen += u" Se muestran los primeros %1 de cada nivel."_s.arg(kMaximo);
+  if (!resultado.completa) resumen += u" Comprobación detenida antes de acabar."_s;
   ui_->Resumen->setText(resumen);
 }
 
@@ -187,8 +190,8 @@ void VentanaHallazgos::Apartar(const QRect& zona) {
 }
 
 const remesa::Hallazgo* VentanaHallazgos::hallazgoDe(int fila) const {
-  const std::size_t cual = rejilla_.TextMatrix(modelo_->FilaRejilla(fila), rejilla_.Cols() - 1).toUInt();
-  return cual < hallazgos_.size() ? &hallazgos_[cual] : nullptr;
+  const int cual = modelo_->index(fila, 0).data(comunes::ModeloRejilla::kElemento).toInt();
+  return cual >= 0 && cual < std::ssize(hallazgos_) ? &hallazgos_[static_cast<std::size_t>(cual)] : nullptr;
 }
 
 const remesa::Hallazgo* VentanaHallazgos::actual() const {
@@ -205,19 +208,19 @@ void VentanaHallazgos::detallar() {
 void VentanaHallazgos::caducar() {
   if (caducada_) return;
   caducada_ = true;
-  ui_->Resumen->setText(ui_->Resumen->text() + tr(" Ha cambiado desde entonces."));
+  ui_->Resumen->setText(ui_->Resumen->text() + u" Ha cambiado desde entonces."_s);
 }
 
 void VentanaHallazgos::ir() {
   if (caducada_) {
     comprobar();
-    ui_->Resumen->setText(ui_->Resumen->text() + tr(" Había cambiado y se ha comprobado otra vez."));
+    ui_->Resumen->setText(ui_->Resumen->text() + u" Había cambiado y se ha comprobado otra vez."_s);
     return;
   }
   const remesa::Hallazgo* hallazgo = actual();
   if (hallazgo == nullptr || hallazgo->registro == 0) return;
   if (!comprobada_.ir(*hallazgo)) {
-    ui_->Detalle->setText(tr("Ese registro ya no está: el fichero ha cambiado. Compruébelo de nuevo."));
+    ui_->Detalle->setText(u"Ese registro ya no está: el fichero ha cambiado. Compruébelo de nuevo."_s);
     return;
   }
   if (caducada_) comprobar();

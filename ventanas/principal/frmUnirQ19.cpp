@@ -19,6 +19,9 @@
 #include "ventanas/principal/Navegador.h"
 
 namespace principal {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int kMargenes = 40;  // píxeles: los de la ventana y su marco
@@ -27,8 +30,8 @@ constexpr int kMargenes = 40;  // píxeles: los de la ventana y su marco
 
 frmUnirQ19::frmUnirQ19(const QString& lineaOrdenes, QWidget* padre)
     : QMainWindow(padre), ui_(std::make_unique<Ui::frmUnirQ19>()) {
-  comunes::RutaAjustes = QDir::toNativeSeparators(QCoreApplication::applicationDirPath()) +
-                         QDir::separator() + QStringLiteral("Tarvo.INI");
+  comunes::RutaAjustes =
+      QDir::toNativeSeparators(QCoreApplication::applicationDirPath()) + QDir::separator() + u"Tarvo.INI"_s;
   // Antes de crear las listas: al llenarse ya piden su interfaz.
   PrepararAccesibilidadDisco();
   PrepararAccesibilidadListas();
@@ -115,10 +118,12 @@ void frmUnirQ19::conectar() {
 
 void frmUnirQ19::leerAjustes() {
   const auto ajuste = [](const char* clave, const QString& defecto) {
-    return comunes::ReadINI(comunes::RutaAjustes, QStringLiteral("Comunes"), QLatin1String(clave), defecto);
+    return comunes::ReadINI(comunes::RutaAjustes, u"Comunes"_s, QLatin1String(clave), defecto);
   };
-  navegador_->iniciar(ajuste("OrigenQ19", QStringLiteral("C:\\")).left(2), ajuste("OrigenQ19", {}),
-                      ajuste("ExtensionQ19", QStringLiteral("*.Q19")));
+  navegador_->iniciar(ajuste("OrigenQ19", u"C:\\"_s).left(2), ajuste("OrigenQ19", {}),
+                      ajuste("ExtensionQ19", u"*.Q19"_s));
+  const QString soloAdeudos = ajuste("SoloAdeudosQ19", {});
+  ui_->SoloAdeudos->setChecked(soloAdeudos.startsWith(u'S', Qt::CaseInsensitive) || soloAdeudos == u"1");
   ui_->Ficheros->setFocus();
 }
 

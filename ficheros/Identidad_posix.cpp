@@ -1,0 +1,18 @@
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <system_error>
+
+#include "ficheros/ErrorEjecucion.h"
+#include "ficheros/Rutas.h"
+
+namespace ficheros {
+
+std::optional<Identidad> IdentidadDe(const std::filesystem::path& ruta) {
+  struct stat estado {};
+  if (::stat(ruta.c_str(), &estado) == 0) return Identidad{estado.st_dev, {estado.st_ino}};
+  if (errno == ENOENT) return std::nullopt;
+  throw ErrorEjecucion(std::error_code(errno, std::generic_category()), ruta);
+}
+
+}  // namespace ficheros

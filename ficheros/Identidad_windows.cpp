@@ -1,0 +1,45 @@
+#include <cstring>
+
+#include "ficheros/ErrorEjecucion.h"
+#include "ficheros/Rutas.h"
+#include "ficheros/Sistema_windows.h"
+
+namespace ficheros {
+namespace {
+
+// El número de 128 bits, y donde el sistema de ficheros no lo da, el de 64.
+bool Preguntar(HANDLE fichero, Identidad& identidad) {
+  FILE_ID_INFO informe{};
+  if (::GetFileInformationByHandleEx(fichero, FileIdInfo, &informe, sizeof informe)) {
+    static_assert(sizeof identidad.numero == sizeof informe.FileId);
+    identidad.unidad = informe.VolumeSerialNumber;
+    std::memcpy(identidad.numero.data(), &informe.FileId, sizeof identidad.numero);
+    return true;
+  }
+  BY_HANDLE_FILE_INFORMATION antes{};
+  if (!::GetFileInformationByHandle(fichero, &antes)) return false;
+  identidad.unidad = antes.dwVolumeSerialNumber;
+  identidad.numero = {std::uint64_t{antes.nFileIndexHigh} << 32 | antes.nFileIndexLow};
+  return true;
+}
+
+}  // namespace
+
+std::optional<Identidad> IdentidadDe(const std::filesystem::path& ruta) {
+  const HANDLE fichero = ::CreateFileW(RutaLarga(ruta).c_str(), FILE_READ_ATTRIBUTES,
+                                       FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                       OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+  if (fichero == INVALID_HANDLE_VALUE) {
+    const DWORD error = ::GetLastError();
+    if (error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND) return std::nullopt;
+    FallarWindows(error, ruta);
+  }
+  Identidad identidad;
+  const bool sabida = Preguntar(fichero, identidad);
+  const DWORD error = ::GetLastError();
+  ::CloseHandle(fichero);
+  if (!sabida) FallarWindows(error, ruta);
+  return identidad;
+}
+
+}  // namespace ficheros

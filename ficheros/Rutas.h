@@ -1,0 +1,29 @@
+#pragma once
+
+#include <array>
+#include <compare>
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+
+namespace ficheros {
+
+/// La ruta absoluta y sin rodeos con que el sistema llega al mismo sitio: detrás de un enlace, ".." es la
+/// carpeta que contiene aquella a la que lleva. Con lo que no existe no se puede saber y se queda como está.
+std::filesystem::path RutaAbsoluta(const std::filesystem::path& ruta);
+
+/// Lo que distingue un fichero de todos los demás, se llegue a él con el nombre que se llegue.
+struct Identidad {
+  std::uint64_t unidad = 0;
+  std::array<std::uint64_t, 2> numero{};
+  auto operator<=>(const Identidad&) const = default;
+};
+
+/// La de aquello a lo que lleva `ruta`; sin valor solo si no existe. Lanza ErrorEjecucion si no se puede
+/// saber.
+std::optional<Identidad> IdentidadDe(const std::filesystem::path& ruta);
+
+/// true si existen y son el mismo fichero.
+bool EsElMismo(const std::filesystem::path& uno, const std::filesystem::path& otro);
+
+}  // namespace ficheros
