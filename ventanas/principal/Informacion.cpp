@@ -1,6 +1,7 @@
 #include <QAccessible>
 #include <QFileInfo>
 
+#include "comunes/plataforma/Texto.h"
 #include "remesa/Campos.h"
 #include "ui_frmUnirQ19.h"
 #include "ventanas/principal/TextosObservacion.h"
@@ -37,7 +38,7 @@ void frmUnirQ19::mostrarObservaciones() {
   ui_->InfoPreview->setText(
       rutaPreview_.isEmpty()
           ? u"Ningún fichero previsualizado"_s
-          : u"%1: %2"_s.arg(QFileInfo(rutaPreview_).fileName(),
+          : u"%1: %2"_s.arg(comunes::ConMarcasEscritas(QFileInfo(rutaPreview_).fileName()),
                             TextoCuenta(resumenPreview_.registros, u"registro"_s, u"registros"_s)));
   const auto ficheros = static_cast<std::size_t>(rutasImportadas_.size());
   ui_->InfoAcumulado->setText(
@@ -82,7 +83,7 @@ void frmUnirQ19::mostrarPosicion(const VistaRegistros& lista, int fila, int posi
 }
 
 void frmUnirQ19::decir(const QString& texto) {
-  ui_->EstadoMensaje->setText(texto);
+  ui_->EstadoMensaje->setText(comunes::ConMarcasEscritas(texto));
   ui_->AbrirListado->hide();
   ui_->VerComprobacion->hide();
 }
