@@ -7,6 +7,7 @@
 #include "comunes/plataforma/Texto.h"
 #include "consola/LineasDevoluciones.h"
 #include "consola/Ordenes.h"
+#include "consola/Sustituido.h"
 #include "consola/Terminal.h"
 #include "devoluciones/RemesaNueva.h"
 #include "devoluciones/Textos.h"
@@ -147,8 +148,7 @@ bool OrdenDeDevoluciones::puedeEscribirse(const fs::path& destino) {
   for (const auto& remesa : cotejo_->remesas())
     leidos.push_back(remesa.ruta);
   for (const fs::path& leido : leidos) {
-    std::error_code noExiste;
-    if (!fs::equivalent(leido, destino, noExiste)) continue;
+    if (!ficheros::EsElMismo(leido, destino)) continue;
     fallar(u"%1: la remesa nueva no puede escribirse sobre un fichero que se lee"_s.arg(Mostrable(destino)));
     return false;
   }
@@ -184,7 +184,9 @@ void OrdenDeDevoluciones::hacerNueva() {
   if (nueva.registros.empty())
     return fallar(u"%1: no hay nada que presentar otra vez, no se escribe"_s.arg(Mostrable(destino)));
   try {
+    const Sustituido sustituido(destino);
     remesa::GuardarRemesa(destino, nueva.registros);
+    sustituido.decir();
   } catch (const ficheros::ErrorEjecucion& error) {
     return fallar(Explicar(error, destino));
   }

@@ -61,8 +61,7 @@ std::uint64_t Lote::huella(const Entrada& entrada) const {
   std::uint64_t huella = 0;
   for (const remesa::Posiciones donde : {kHastaImporte, remesa::kCuentaDeudor, kDesdeMotivo})
     huella = remesa::Mezclar(huella, remesa::Huella(remesa::LeerCampo(entrada.registro, donde)));
-  const bool conCabecera = entrada.donde != kSinCabecera;
-  return remesa::Mezclar(huella, conCabecera ? Numero(cabeceras_[entrada.donde].fecha) : 0);
+  return entrada.donde == kSinCabecera ? huella : remesa::Mezclar(huella, cabeceras_[entrada.donde].huella);
 }
 
 void Lote::mirarRepetidos() {
@@ -114,7 +113,10 @@ void Lote::anadirRegistro(std::string_view bytes, std::uint64_t numero) {
   entradas_.push_back({bytes, numero, static_cast<std::uint32_t>(ficheros_.size() - 1), cabecera_});
 }
 
-void Lote::ponerCabecera(const Cabecera& cabecera) {
+void Lote::ponerCabecera(Cabecera cabecera) {
+  cabecera.huella = Numero(cabecera.fecha);
+  for (const Dato* dato : {&cabecera.acreedor, &cabecera.ficheroOriginal})
+    cabecera.huella = remesa::Mezclar(cabecera.huella, remesa::Huella(dato->bytes()));
   cabecera_ = static_cast<std::uint32_t>(cabeceras_.size());
   cabeceras_.push_back(cabecera);
 }

@@ -71,6 +71,7 @@ struct FicheroAjeno {
 struct Cabecera {
   Dato acreedor, nombre, cuenta, ficheroOriginal;
   std::optional<remesa::Dia> fecha;  ///< De cobro en un rechazo; de devolución en una devolución.
+  std::uint64_t huella = 0;          ///< La pone el lote.
 };
 
 /// Las devoluciones de uno o varios ficheros, en su orden. De las que vienen en un registro solo guarda dónde
@@ -99,7 +100,7 @@ class Lote {
   void anadir(const Devolucion& devolucion, std::uint64_t linea);
   /// Un registro de adeudo, que sigue a la última cabecera o, sin ella, a ninguna.
   void anadirRegistro(std::string_view bytes, std::uint64_t numero);
-  void ponerCabecera(const Cabecera& cabecera);
+  void ponerCabecera(Cabecera cabecera);
   void quitarCabecera() { cabecera_ = kSinCabecera; }
   bool hayCabecera() const { return cabecera_ != kSinCabecera; }
   void reservar(std::size_t mas) { entradas_.reserve(entradas_.size() + mas); }

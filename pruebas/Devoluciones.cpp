@@ -565,14 +565,14 @@ TEST_F(Siguiente, HaceLaRemesaConLosRegistrosEnteros) {
   ASSERT_EQ(registros.size(), 13U);
   EXPECT_EQ(LeerCampo(registros[0], kIdentificacionFichero), "PRE2026120908300000000ACUARIO000000");
   EXPECT_EQ(LeerCampo(registros[0], kFechaCreacion), "20261209");
-  for (const std::size_t i : {1, 7})
+  for (const std::size_t i : {1, 8})
     EXPECT_EQ(LeerCampo(registros[i], kFechaCobro), "20270104");
   // Por referencia, con los opcionales detrás de su adeudo y sin cambiar nada.
   EXPECT_EQ(registros[2], noviembre[4]);
   EXPECT_EQ(registros[3], cuarto);
   EXPECT_EQ(registros[4], sexto);
   EXPECT_EQ(registros[5], noviembre[2]);
-  EXPECT_EQ(Recortar(LeerCampo(registros[8], kReferenciaAdeudo)), "Z-2");
+  EXPECT_EQ(Recortar(LeerCampo(registros[9], kReferenciaAdeudo)), "Z-2");
   EXPECT_EQ(nueva.adeudos, 3U);
   EXPECT_EQ(nueva.importe, 450);
   EXPECT_EQ(nueva.conSufijo, 1U);
