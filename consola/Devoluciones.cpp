@@ -11,6 +11,7 @@
 #include "consola/Terminal.h"
 #include "devoluciones/RemesaNueva.h"
 #include "devoluciones/Textos.h"
+#include "ficheros/Rutas.h"
 #include "remesa/Guardado.h"
 
 namespace consola {
@@ -59,11 +60,6 @@ class OrdenDeDevoluciones {
     falla_ = true;
     Avisar(linea);
   }
-  void fallarPorAjeno(const fs::path& ruta, const devoluciones::FicheroAjeno& ajeno,
-                      const QString& esperado) {
-    fallar(u"%1: no es %2: es %3"_s.arg(Mostrable(ruta), esperado, QString::fromStdString(ajeno.queEs)));
-  }
-
   const PeticionDevoluciones& peticion_;
   devoluciones::Lote lote_;
   std::optional<devoluciones::Cotejo> cotejo_;
@@ -79,7 +75,7 @@ void OrdenDeDevoluciones::leer(const fs::path& ruta) try {
     Avisar(
         u"%1: aviso: %2"_s.arg(Mostrable(ruta), Mostrable(devoluciones::TextoAviso(aviso, fichero.forma))));
 } catch (const devoluciones::FicheroAjeno& ajeno) {
-  fallarPorAjeno(ruta, ajeno, u"un fichero de devoluciones"_s);
+  fallar(u"%1: %2"_s.arg(Mostrable(ruta), Mostrable(ajeno.porque)));
 } catch (const ficheros::ErrorEjecucion& error) {
   fallar(Explicar(error, ruta));
 }
@@ -97,7 +93,7 @@ void OrdenDeDevoluciones::buscarEnRemesa(const fs::path& ruta) try {
                          [&](std::uintmax_t leidos, std::uintmax_t total) { avance.poner(leidos, total); }))
     Avisar(u"%1: es copia de otra remesa, se omite"_s.arg(Mostrable(ruta)));
 } catch (const devoluciones::FicheroAjeno& ajeno) {
-  fallarPorAjeno(ruta, ajeno, u"una remesa"_s);
+  fallar(u"%1: %2"_s.arg(Mostrable(ruta), Mostrable(ajeno.porque)));
 } catch (const ficheros::ErrorEjecucion& error) {
   fallar(Explicar(error, ruta));
 }

@@ -11,6 +11,8 @@
 namespace devoluciones {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 remesa::TipoFichero TipoDelFichero(const std::filesystem::path& ruta) {
   std::array<char, 7> cabeza{};
   ficheros::LecturaFichero lectura(ruta);
@@ -31,6 +33,13 @@ std::uint64_t Huella(const Devolucion& d) {
 
 }  // namespace
 
+FicheroAjeno AjenoDe(remesa::TipoFichero tipo, const QString& esperado) {
+  if (tipo == remesa::TipoFichero::Ajeno) return {u"no es "_s + esperado};
+  const std::string_view nombre = remesa::NombreTipo(tipo);
+  return {u"es %1, no %2"_s.arg(QString::fromUtf8(nombre.data(), static_cast<qsizetype>(nombre.size())),
+                                esperado)};
+}
+
 const FicheroLeido& Lote::leer(const std::filesystem::path& ruta, const remesa::AvanceLectura& avance) {
   ficheros_.push_back({.ruta = ruta, .primera = size()});
   quitarCabecera();
@@ -50,7 +59,7 @@ const FicheroLeido& Lote::leer(const std::filesystem::path& ruta, const remesa::
 void Lote::leerEnSuForma(const std::filesystem::path& ruta, const remesa::AvanceLectura& avance) {
   if (iso20022::EmpiezaComoXml(ruta)) return LeerXml(*this, ruta, avance);
   const remesa::TipoFichero tipo = TipoDelFichero(ruta);
-  if (!remesa::EsDeDevoluciones(tipo)) throw FicheroAjeno{std::string(remesa::NombreTipo(tipo))};
+  if (!remesa::EsDeDevoluciones(tipo)) throw AjenoDe(tipo, u"un fichero de devoluciones"_s);
   LeerPlano(*this, ruta, avance);
 }
 

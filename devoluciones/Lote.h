@@ -62,10 +62,13 @@ struct FicheroLeido {
   std::vector<AvisoLectura> avisos = {};
 };
 
-/// El fichero no es de devoluciones: qué es, en español y para seguir a «es».
+/// El fichero no es lo que se pide.
 struct FicheroAjeno {
-  std::string queEs;
+  QString porque;  ///< En una frase sin punto ni mayúscula: "es una remesa de adeudos, no …".
 };
+
+/// De un fichero de texto que no es `esperado` ("una remesa").
+FicheroAjeno AjenoDe(remesa::TipoFichero tipo, const QString& esperado);
 
 /// Lo que un registro de cabecera dice de las devoluciones que le siguen.
 struct Cabecera {
