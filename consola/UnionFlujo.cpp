@@ -35,8 +35,9 @@ void UnionFlujo::unir(const std::filesystem::path& fichero, bool ultimo,
         tratar(registro, conFin, resumidor);
       },
       [&] { volcarTramo(); });
-  observaciones_ = remesa::ObservarImportacion(resumidor.resumen(), acumulado_);
-  acumulado_ = remesa::TrasImportar(acumulado_, resumidor.resumen());
+  resumen_ = resumidor.resumen();
+  observaciones_ = remesa::ObservarImportacion(resumen_, acumulado_);
+  acumulado_ = remesa::TrasImportar(acumulado_, resumen_);
 }
 
 std::vector<remesa::Observacion> UnionFlujo::observacionesFinales() const {
@@ -44,7 +45,7 @@ std::vector<remesa::Observacion> UnionFlujo::observacionesFinales() const {
 }
 
 void UnionFlujo::tratar(std::string_view registro, std::string_view conFin, remesa::Resumidor& resumidor) {
-  ++registro_;
+  if (++registro_ == 1) tipo_ = remesa::TipoDe(registro);
   const remesa::Destino destino = reglas_.dar(registro);
   resumidor.dar(registro);
   if (destino == remesa::Destino::Quitar) return;

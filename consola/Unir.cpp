@@ -1,14 +1,17 @@
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <memory>
+#include <optional>
 #include <set>
 
-#include "comunes/plataforma/Explorar.h"
 #include "comunes/plataforma/Formatos.h"
 #include "comunes/plataforma/Texto.h"
 #include "consola/Ordenes.h"
+#include "consola/Sustituido.h"
 #include "consola/Terminal.h"
 #include "consola/UnionBloques.h"
 #include "consola/UnionFlujo.h"
+#include "ficheros/Rutas.h"
 #include "remesa/Fichero.h"
 #include "ventanas/principal/TextosObservacion.h"
 
@@ -23,6 +26,7 @@ namespace fs = std::filesystem;
 struct OpcionesUnir {
   std::string salida;
   std::vector<std::string> ficheros;
+  bool deTodosModos = false;
   bool bloques = false;
   bool renovar = false;
 };
@@ -34,42 +38,29 @@ struct Unida {
   QString bloques;  // una línea, con su fin; "" si no se conservan
 };
 
-/// Los bytes de la ruta, uno por carácter: para buscar en ella sin que importe su codificación.
-QString ComoBytes(const fs::path& ruta) {
-  const std::u8string bytes = ruta.u8string();
-  return QString::fromLatin1(reinterpret_cast<const char*>(bytes.data()),
-                             static_cast<qsizetype>(bytes.size()));
-}
-
-/// La ruta absoluta y sin rodeos; si la carpeta actual ya no existe, como estaba.
-fs::path Absoluta(const fs::path& ruta) {
-  std::error_code error;
-  const fs::path absoluta = fs::absolute(ruta, error);
-  return (error ? ruta : absoluta).lexically_normal();
-}
-
-/// La salida con la extensión forzada como al guardar. Los "." y ".." que solo nombran carpetas se resuelven
-/// antes, para que no pasen por el punto de una extensión.
+/// La salida, absoluta y con la extensión forzada como al guardar; aquí solo la tiene el último nombre.
 fs::path ConExtension(const fs::path& salida) {
-  fs::path ruta = salida.lexically_normal();
-  if (*ruta.begin() == "..") ruta = Absoluta(salida);
-  return RutaDe(comunes::QuitarExtension(ComoBytes(ruta)).toLatin1().toStdString() + ".Q19");
+  const fs::path nombre = salida.filename();
+  if (nombre.empty() || nombre == "." || nombre == "..")
+    throw ficheros::ErrorEjecucion(ficheros::kErrorDeAcceso, salida, "es una carpeta");
+  fs::path::string_type texto = nombre.native();
+  texto.resize(std::min(texto.rfind('.'), texto.size()));
+  return ficheros::RutaAbsoluta(salida.parent_path() / fs::path(texto).concat(".Q19"));
 }
 
-/// Con qué se reconoce un fichero ya importado: la ruta absoluta en mayúsculas, sin resolver enlaces.
-QString Clave(const fs::path& ruta) {
-  const fs::path absoluta = Absoluta(ruta);
-  const QString texto = comunes::DesdeRuta(absoluta);
-  return comunes::ARuta(texto) == absoluta ? texto.toUpper() : ComoBytes(absoluta);
-}
-
-/// Quita los repetidos, avisando.
+/// Quita los que ya estaban, con ese nombre o con otro, avisando. Los que no se pueden mirar se quedan: ya
+/// fallarán.
 std::vector<fs::path> SinRepetir(const std::vector<std::string>& argumentos) {
   std::vector<fs::path> ficheros;
-  std::set<QString> vistos;
+  std::set<ficheros::Identidad> vistos;
   for (const std::string& argumento : argumentos) {
     const fs::path fichero = RutaDe(argumento);
-    if (vistos.insert(Clave(fichero)).second)
+    std::optional<ficheros::Identidad> identidad;
+    try {
+      identidad = ficheros::IdentidadDe(fichero);
+    } catch (const ficheros::ErrorEjecucion&) {
+    }
+    if (!identidad || vistos.insert(*identidad).second)
       ficheros.push_back(fichero);
     else
       Avisar(u"%1: ya importado, se omite"_s.arg(Mostrable(fichero)));
@@ -100,7 +91,16 @@ void AvisarObservaciones(const fs::path& fichero, const std::vector<remesa::Obse
     Avisar(u"%1: aviso: %2"_s.arg(Mostrable(fichero), Mostrable(principal::TextoObservacion(observacion))));
 }
 
-bool Importar(UnionFlujo& flujo, const fs::path& fichero, bool ultimo) {
+/// Por qué no debe unirse lo que se acaba de leer; vacío si puede unirse.
+QString Perdida(const UnionFlujo& flujo) {
+  if (!remesa::SePierdenSusAdeudos(flujo.resumen(), flujo.tipo())) return {};
+  const QString que = flujo.tipo() == remesa::TipoFichero::Presentacion
+                          ? u"sus líneas acaban solo en LF"_s
+                          : u"es "_s + QString::fromUtf8(remesa::NombreTipo(flujo.tipo()).data());
+  return que + u" y se perderían todos sus adeudos: no se une sin --de-todos-modos"_s;
+}
+
+bool Importar(UnionFlujo& flujo, const fs::path& fichero, bool ultimo, bool deTodosModos) {
   try {
     Avance avance(u"Uniendo"_s, fichero);
     flujo.unir(fichero, ultimo,
@@ -109,6 +109,10 @@ bool Importar(UnionFlujo& flujo, const fs::path& fichero, bool ultimo) {
     const bool delRegistro = error.fichero().empty();
     Avisar(Explicar(error, fichero) +
            (delRegistro ? u" en el registro %1"_s.arg(flujo.registroActual()) : QString()));
+    return false;
+  }
+  if (const QString perdida = Perdida(flujo); !deTodosModos && !perdida.isEmpty()) {
+    Avisar(u"%1: %2"_s.arg(Mostrable(fichero), perdida));
     return false;
   }
   AvisarObservaciones(fichero, flujo.observaciones());
@@ -127,7 +131,7 @@ bool UnirEnUno(const OpcionesUnir& opciones, const std::vector<fs::path>& ficher
   UnionFlujo flujo(escritura);
   if (opciones.renovar) flujo.renovar(comunes::Ahora());
   for (std::size_t i = 0; i < ficheros.size(); ++i)
-    if (!Importar(flujo, ficheros[i], i + 1 == ficheros.size())) return false;
+    if (!Importar(flujo, ficheros[i], i + 1 == ficheros.size(), opciones.deTodosModos)) return false;
   if (flujo.faltaRenovar()) return FaltaPresentador(salida);
   unida.adeudos = flujo.totales().adeudos;
   unida.importe = flujo.totales().importe;
@@ -184,19 +188,22 @@ Salida Unir(const OpcionesUnir& opciones) {
   const std::vector<fs::path> ficheros = SinRepetir(opciones.ficheros);
   if (!CabezasValidas(ficheros)) return Salida::Fallo;
 
-  const fs::path salida = Absoluta(ConExtension(RutaDe(opciones.salida)));
+  fs::path salida = RutaDe(opciones.salida);
   try {
+    salida = ConExtension(salida);
     ficheros::EscrituraSegura escritura(salida);
     Unida unida;
     std::vector<remesa::Observacion> finales;
     if (!(opciones.bloques ? UnirPorBloques(opciones, ficheros, salida, escritura, unida)
                            : UnirEnUno(opciones, ficheros, salida, escritura, unida, finales)))
       return Salida::Fallo;
+    const Sustituido sustituido(salida);
     {
       Avance avance(u"Llevando al disco"_s, salida);
       avance.poner(0, 0);
       escritura.confirmar();
     }
+    sustituido.decir();
     AvisarObservaciones(salida, finales);
     // Aunque no se pueda decir, la remesa está escrita.
     Decir(u"Ficheros: %1\n%2Adeudos: %3\nTotal: %4\nEscrito: %5"_s.arg(
@@ -226,6 +233,8 @@ void OrdenUnir(CLI::App& q19, Accion& accion) {
                   "Conserva el acreedor, la fecha y la cuenta de cada adeudo");
   orden->add_flag("--renovar", opciones->renovar,
                   "Pone la fecha de hoy y una identificación de fichero nueva");
+  orden->add_flag("--de-todos-modos", opciones->deTodosModos,
+                  "Une también un fichero del que se perderían todos los adeudos");
   orden->footer(
       "La primera da el presentador y el acreedor; de las demás solo entran los adeudos. Con --bloques, cada "
       "acreedor, fecha y cuenta tiene su bloque, con los adeudos por orden de referencia. Los totales se "

@@ -92,9 +92,9 @@ void Lote::mirarRepetidos() {
   }
   huellas_.push_back(todas);
   for (std::size_t i = fichero().primera; i < size(); ++i) {
-    const auto [vista, nueva] = vistas_.poner(huellas[i - fichero().primera], i + 1);
-    iguales_.push_back(vista.registro - 1);
-    if (!nueva) contar(ClaseAviso::DevolucionRepetida, entradas_[i].numero);
+    const auto anterior = vistas_.poner(huellas[i - fichero().primera], i + 1);
+    iguales_.push_back(anterior == 0 ? i : anterior - 1);
+    if (anterior != 0) contar(ClaseAviso::DevolucionRepetida, entradas_[i].numero);
   }
 }
 

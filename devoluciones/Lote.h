@@ -133,7 +133,7 @@ class Lote {
   std::vector<FicheroLeido> ficheros_;
   std::vector<std::size_t> iguales_;    // la primera igual a cada una, quizá ella
   std::vector<std::uint64_t> huellas_;  // de lo que trae cada fichero
-  remesa::Huellas<remesa::ClaveVista> vistas_;
+  remesa::ClavesVistas vistas_;
   std::deque<remesa::ListaRegistros> listas_;
   std::deque<std::string> textos_;
 };

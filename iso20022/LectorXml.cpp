@@ -9,7 +9,6 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr int kFormato = 321;
 constexpr std::size_t kTrozoLectura = std::size_t{64} << 10;
 
 /// El nombre sin el prefijo de su espacio.
@@ -85,7 +84,7 @@ void LectorXml::alimentar() try {
   }
   xml_.addData(listos);
 } catch (const FalloXml& fallo) {
-  throw ficheros::ErrorEjecucion(kFormato, ruta_, fallo.what());
+  throw ficheros::ErrorEjecucion(ficheros::kFormatoNoValido, ruta_, fallo.what());
 }
 
 QByteArray LectorXml::convertir(std::string_view bytes) {
@@ -116,7 +115,7 @@ QString LectorXml::atributo(QStringView nombre) const {
 }
 
 void LectorXml::fallar(const std::string& causa) const {
-  throw ficheros::ErrorEjecucion(kFormato, ruta_, ConLinea(linea(), causa));
+  throw ficheros::ErrorEjecucion(ficheros::kFormatoNoValido, ruta_, ConLinea(linea(), causa));
 }
 
 }  // namespace iso20022

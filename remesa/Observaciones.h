@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "remesa/Resumen.h"
+#include "remesa/TipoFichero.h"
 
 namespace remesa {
 
@@ -60,6 +61,10 @@ struct Observacion {
 
 /// Qué perdería o cambiaría la importación de `previo` en `acumulado`, de lo más a lo menos grave.
 std::vector<Observacion> ObservarImportacion(const Resumen& previo, const Resumen& acumulado);
+
+/// ¿Se queda en nada un fichero que no está vacío de adeudos? Uno cuyas líneas acaban solo en LF, o uno que
+/// no es una remesa, como los de rechazos y devoluciones, del que no entra ningún "03".
+bool SePierdenSusAdeudos(const Resumen& previo, TipoFichero tipo);
 
 /// Qué hay que saber de la acumulación antes de guardarla. Nada si está vacía.
 std::vector<Observacion> ObservarAcumulado(const Resumen& acumulado);

@@ -88,7 +88,7 @@ void ReglasAdeudo::mirarRepetidos() {
   const std::string_view registro = anotador_.registro();
   const std::uint64_t numero = anotador_.numero();
   if (const std::string_view referencia = dice(kReferenciaAdeudo); !referencia.empty())
-    if (const auto otro = repetidos_.referencia(referencia, numero); otro != 0)
+    if (const auto otro = referencias_.poner(Huella(referencia), numero); otro != 0)
       anotar(C::ReferenciaRepetida, kReferenciaAdeudo, {}, otro);
   const std::string_view mandato = dice(kReferenciaMandato);
   if (mandato.empty()) return;

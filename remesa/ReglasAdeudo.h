@@ -39,6 +39,7 @@ class ReglasAdeudo {
   Anotador& anotador_;
   const CabeceraVista& bloque_;
   Dia hoy_;
+  ClavesVistas referencias_;
   Repetidos repetidos_;
   bool hayAdeudo_ = false;
   bool desordenado_ = false;    // ya se dijo de este bloque

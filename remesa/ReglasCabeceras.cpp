@@ -78,9 +78,9 @@ void ReglasCabeceras::mirarFechaCobro() {
 /// Otro acreedor, otra fecha u otra cuenta piden otro bloque; los mismos, uno solo.
 void ReglasCabeceras::mirarRepetido() {
   if (bloque_.acreedor.empty() || !bloque_.cobro || bloque_.cuenta.empty()) return;
-  if (const auto otro = bloques_.bloque(bloque_.acreedor, bloque_.fechaCobro,
-                                        CuentaComparable(bloque_.cuenta), anotador_.numero());
-      otro != 0)
+  const std::uint64_t huella = Mezclar(Mezclar(Huella(bloque_.acreedor), Huella(bloque_.fechaCobro)),
+                                       Huella(CuentaComparable(bloque_.cuenta)));
+  if (const auto otro = bloques_.poner(huella, anotador_.numero()); otro != 0)
     anotar(C::BloqueRepetido, kIdentificadorAcreedor, {}, otro);
 }
 

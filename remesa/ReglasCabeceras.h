@@ -44,7 +44,7 @@ class ReglasCabeceras {
   Anotador& anotador_;
   Dia hoy_;
   CabeceraVista bloque_;
-  BloquesVistos bloques_;
+  ClavesVistas bloques_;
   std::optional<Hallazgo> receptora_;  // la del 01, por si ninguna cuenta es suya
   bool esDeAlguna_ = false;
 };

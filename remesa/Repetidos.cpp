@@ -7,24 +7,11 @@ constexpr std::uint32_t kMarcaCuenta = (std::uint32_t{1} << 29) - 1;
 
 }  // namespace
 
-std::uint64_t BloquesVistos::bloque(std::string_view acreedor, std::string_view fecha,
-                                    std::string_view cuenta, std::uint64_t registro) {
-  const std::uint64_t huella = Mezclar(Mezclar(Huella(acreedor), Huella(fecha)), Huella(cuenta));
-  const auto [entrada, nueva] = bloques_.poner(huella, registro);
-  return nueva ? 0 : entrada.registro;
-}
-
-std::uint64_t Repetidos::referencia(std::string_view referencia, std::uint64_t registro) {
-  const auto [entrada, nueva] = referencias_.poner(Huella(referencia), registro);
-  return nueva ? 0 : entrada.registro;
-}
-
 Choques Repetidos::adeudo(const AdeudoVisto& adeudo) {
   Choques choques;
   const std::uint64_t importe = Huella(adeudo.importe);
   const std::uint64_t cobro = Mezclar(Mezclar(adeudo.mandato, importe), Huella(adeudo.fechaCobro));
-  if (const auto [entrada, nueva] = cobros_.poner(cobro, adeudo.registro); !nueva)
-    choques.cobro = entrada.registro;
+  choques.cobro = cobros_.poner(cobro, adeudo.registro);
 
   const auto [mandato, nuevo] = mandatos_.poner(adeudo.mandato, adeudo.registro);
   choques.secuencia = secuencia(mandato, nuevo, adeudo);

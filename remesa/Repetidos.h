@@ -49,6 +49,26 @@ class Huellas {
   std::size_t usadas_ = 0;
 };
 
+/// Una clave ya vista y, con ella, un dato más.
+struct ClaveVista {
+  std::uint64_t huella = 0;
+  std::uint32_t registro = 0;
+  std::uint32_t marca = 0;
+};
+
+/// Claves de las que solo importa quién las tenía.
+class ClavesVistas {
+ public:
+  /// El registro anterior que la tenía; 0 si ninguno. Recuerda el suyo, que no puede ser 0.
+  std::uint64_t poner(std::uint64_t huella, std::uint64_t registro) {
+    const auto [entrada, nueva] = claves_.poner(huella, registro);
+    return nueva ? 0 : entrada.registro;
+  }
+
+ private:
+  Huellas<ClaveVista> claves_;
+};
+
 /// Lo que los tipos de adeudo de un mandato no pueden ser a la vez.
 enum class TipoAdeudo : std::uint8_t { Otro, FRST, RCUR, FNAL, OOFF };
 
@@ -70,29 +90,9 @@ struct Choques {
   std::uint64_t otroMandato = 0;  ///< La misma cuenta, importe y concepto por otro mandato del acreedor.
 };
 
-/// Una clave ya vista y, con ella, un dato más.
-struct ClaveVista {
-  std::uint64_t huella = 0;
-  std::uint32_t registro = 0;
-  std::uint32_t marca = 0;
-};
-
-/// Los bloques de un fichero.
-class BloquesVistos {
- public:
-  /// El registro de la cabecera que tenía los mismos; 0 si ninguna. Recuerda el suyo.
-  std::uint64_t bloque(std::string_view acreedor, std::string_view fecha, std::string_view cuenta,
-                       std::uint64_t registro);
-
- private:
-  Huellas<ClaveVista> bloques_;
-};
-
-/// Lo que no debe repetirse en un fichero.
+/// Los adeudos de un fichero que se parecen demasiado.
 class Repetidos {
  public:
-  /// El registro que llevaba ya esa referencia; 0 si ninguno. Recuerda el suyo.
-  std::uint64_t referencia(std::string_view referencia, std::uint64_t registro);
   Choques adeudo(const AdeudoVisto& adeudo);
 
  private:
@@ -108,7 +108,8 @@ class Repetidos {
   };
   static std::uint64_t secuencia(Mandato& mandato, bool nuevo, const AdeudoVisto& adeudo);
 
-  Huellas<ClaveVista> referencias_, cobros_, cargos_;
+  ClavesVistas cobros_;
+  Huellas<ClaveVista> cargos_;
   Huellas<Mandato> mandatos_;
 };
 
