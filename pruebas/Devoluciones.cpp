@@ -109,12 +109,17 @@ std::string Aviso(ClaseAviso clase, const std::string& resto) {
   return std::to_string(static_cast<int>(clase)) + "x" + resto;
 }
 
+// Y todos están en el manual.
 TEST(Motivos, LosDelCuadernoYLosDelEsquema) {
+  std::ifstream fichero(DIR_PROYECTO "/docs/manual.md");
+  const std::string manual{std::istreambuf_iterator<char>(fichero), {}};
   std::set<std::string_view> deNuevo;
   for (const Motivo& motivo : Motivos()) {
     EXPECT_EQ(BuscarMotivo(motivo.codigo), &motivo);
     EXPECT_FALSE(motivo.texto.empty() || motivo.consejo.empty()) << motivo.codigo;
     EXPECT_EQ((std::string(motivo.texto) + std::string(motivo.consejo)).find(';'), std::string::npos);
+    const std::string enManual = "| " + std::string(motivo.codigo) + " | " + std::string(motivo.texto) + " | ";
+    EXPECT_NE(manual.find(enManual), std::string::npos) << enManual;
     if (motivo.intento == Intento::OtraVez) deNuevo.insert(motivo.codigo);
   }
   EXPECT_EQ(deNuevo, (std::set<std::string_view>{"AM04", "ED05", "MS03", "TM01"}));
