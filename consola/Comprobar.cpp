@@ -5,8 +5,11 @@
 
 #include "comunes/plataforma/Formatos.h"
 #include "comunes/plataforma/Texto.h"
+#include "consola/LineasXml.h"
 #include "consola/Ordenes.h"
+#include "consola/Remesa.h"
 #include "consola/Terminal.h"
+#include "iso20022/LectorXml.h"
 #include "remesa/Comprobacion.h"
 #include "ventanas/principal/TextosComprobacion.h"
 
@@ -43,6 +46,12 @@ class Lineas {
   void dar(const remesa::Hallazgo& h) {
     ++cuentas_[static_cast<std::size_t>(h.codigo)];
     json_ ? ponerJson(h) : ponerLinea(h);
+    if (texto_.size() >= kTrozo) vaciar();
+  }
+  /// Lo que un mensaje XML dice y sus registros no.
+  void dar(const iso20022::AvisoLectura& aviso) {
+    const QString fichero = QString::fromStdString(fichero_);
+    poner((json_ ? EnLineaJson(fichero, aviso) : EnLinea(fichero, aviso)).toStdString(), "\n");
     if (texto_.size() >= kTrozo) vaciar();
   }
   void dar(const remesa::ResultadoComprobacion& resultado) {
@@ -118,6 +127,31 @@ class Lineas {
   bool escrito_ = true;
 };
 
+/// Comprueba un fichero de texto o los registros de un XML; nada si este no se toma, que queda dicho.
+std::optional<remesa::ResultadoComprobacion> ComprobarUno(const std::filesystem::path& ruta, remesa::Dia hoy,
+                                                          Lineas& lineas) {
+  const auto recibir = [&](remesa::Hallazgo&& h) { lineas.dar(h); };
+  if (!iso20022::EmpiezaComoXml(ruta)) {
+    Avance avance(u"Comprobando"_s, ruta);
+    return remesa::ComprobarFichero(ruta, hoy, recibir, [&](std::uintmax_t leidos, std::uintmax_t total) {
+      avance.poner(leidos, total);
+      return lineas.escrito();
+    });
+  }
+  const auto mensaje = LeerMensajeXml(ruta);
+  if (!mensaje) return std::nullopt;
+  for (const iso20022::AvisoLectura& aviso : mensaje->avisos)
+    lineas.dar(aviso);
+  Avance avance(u"Comprobando"_s, ruta);
+  auto resultado = remesa::ComprobarLista(mensaje->registros, hoy, recibir, false,
+                                          [&](std::uintmax_t mirados, std::uintmax_t total) {
+                                            avance.poner(mirados, total);
+                                            return lineas.escrito();
+                                          });
+  resultado.avisos += mensaje->avisos.size();
+  return resultado;
+}
+
 Salida Comprobar(const PeticionComprobar& peticion) {
   const remesa::Dia hoy = Hoy(peticion.fecha);
   const comunes::EscritorUtf8 datos([&](const QString& texto) { return Ajeno(texto, peticion.json); });
@@ -126,15 +160,9 @@ Salida Comprobar(const PeticionComprobar& peticion) {
     const std::filesystem::path ruta = RutaDe(nombre);
     Lineas lineas(comunes::DesdeRuta(ruta), peticion.json, datos);
     try {
-      Avance avance(u"Comprobando"_s, ruta);
-      const auto resultado = remesa::ComprobarFichero(
-          ruta, hoy, [&](remesa::Hallazgo&& h) { lineas.dar(h); },
-          [&](std::uintmax_t leidos, std::uintmax_t total) {
-            avance.poner(leidos, total);
-            return lineas.escrito();
-          });
-      if (resultado.errores > 0) salida = Salida::Fallo;
-      if (!peticion.json) lineas.dar(resultado);
+      const auto resultado = ComprobarUno(ruta, hoy, lineas);
+      if (!resultado || resultado->errores > 0) salida = Salida::Fallo;
+      if (resultado && !peticion.json) lineas.dar(*resultado);
       if (!lineas.vaciar()) return Salida::Fallo;
     } catch (const ficheros::ErrorEjecucion& error) {
       lineas.vaciar();
