@@ -20,7 +20,7 @@ QIcon iconoAplicacion() {
 }  // namespace
 
 int main(int argc, char** argv) {
-  comunes::PrepararProceso();
+  comunes::PrepararProceso("UnirQ19");
   comunes::Aplicacion aplicacion(argc, argv);
   // Sin applicationDisplayName: Qt lo añadiría al título de cada ventana.
   QCoreApplication::setApplicationName(u"UnirQ19"_s);

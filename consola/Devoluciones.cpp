@@ -125,8 +125,8 @@ bool OrdenDeDevoluciones::escribirLista() const {
 std::vector<std::size_t> OrdenDeDevoluciones::elegidas() const {
   if (peticion_.motivos.empty()) return devoluciones::Propuestas(lote_);
   std::vector<std::size_t> elegidas;
-  for (std::size_t i = 0; i < lote_.devoluciones().size(); ++i) {
-    const std::string_view motivo = lote_.devoluciones()[i].motivo.bytes();
+  for (std::size_t i = 0; i < lote_.size(); ++i) {
+    const std::string_view motivo = lote_[i].motivo.bytes();
     if (std::ranges::find(peticion_.motivos, motivo) != peticion_.motivos.end()) elegidas.push_back(i);
   }
   return elegidas;
@@ -157,7 +157,7 @@ bool OrdenDeDevoluciones::puedeEscribirse(const fs::path& destino) {
 
 void OrdenDeDevoluciones::decirFuera(const devoluciones::RemesaNueva& nueva) const {
   for (const devoluciones::Fuera& fuera : nueva.fuera) {
-    const devoluciones::Devolucion& d = lote_.devoluciones()[fuera.devolucion];
+    const devoluciones::Devolucion d = lote_[fuera.devolucion];
     QStringList quien{devoluciones::TextoQuien(d), d.referencia.texto(),
                       devoluciones::TextoImporte(d.importe)};
     quien.removeAll(QString());
@@ -188,9 +188,9 @@ void OrdenDeDevoluciones::hacerNueva() {
   } catch (const ficheros::ErrorEjecucion& error) {
     return fallar(Explicar(error, destino));
   }
-  const QString dicho =
-      u"Remesa nueva: %1, %2 €, en %3"_s.arg(comunes::FormatoNumero(static_cast<double>(nueva.adeudos), 0),
-                                             comunes::FormatoCentimos(nueva.importe), Mostrable(destino));
+  const QString dicho = u"Remesa nueva: %1, en %2"_s.arg(
+      devoluciones::TextoCuenta({static_cast<std::int64_t>(nueva.adeudos), nueva.importe}),
+      Mostrable(destino));
   // En JSON y en CSV la salida es solo de las devoluciones.
   peticion_.json || peticion_.csv ? Avisar(dicho) : static_cast<void>(Decir(dicho));
 }

@@ -59,7 +59,7 @@ QString NombreAlcance(devoluciones::Alcance alcance) {
 
 QString NombreCotejo(const devoluciones::Cotejo* cotejo, std::size_t i) {
   if (cotejo == nullptr) return {};
-  switch (cotejo->estado(i)) {
+  switch (cotejo->hallazgo(i).estado) {
     case devoluciones::EstadoCotejo::Hallada:
       return u"hallado"_s;
     case devoluciones::EstadoCotejo::Ambigua:
@@ -72,7 +72,7 @@ QString NombreCotejo(const devoluciones::Cotejo* cotejo, std::size_t i) {
 
 /// Lo que trae la devolución y, aparte, lo nuestro; nada de lo que la remesa diga de ella.
 QString LineaJson(const devoluciones::Lote& lote, const devoluciones::Cotejo* cotejo, std::size_t i) {
-  const Devolucion& d = lote.devoluciones()[i];
+  const Devolucion d = lote[i];
   const bool conMotivo = !d.motivo.vacio();
   const bool conocido = conMotivo && devoluciones::BuscarMotivo(d.motivo.bytes()) != nullptr;
   const std::pair<const char16_t*, QString> valores[] = {
@@ -115,7 +115,14 @@ QString LineaCsv(const QStringList& valores) {
 }
 
 QString LineasTexto(const devoluciones::Lote& lote, const devoluciones::Cotejo* cotejo, std::size_t i) {
-  const Devolucion d = cotejo != nullptr ? cotejo->completada(i) : lote.devoluciones()[i];
+  Devolucion d = lote[i];
+  QString donde;
+  if (cotejo != nullptr) {
+    const auto hallazgo = cotejo->hallazgo(i);
+    d = cotejo->completada(i, hallazgo);
+    donde = devoluciones::TextoCotejo(*cotejo, hallazgo);
+    if (hallazgo.estado == devoluciones::EstadoCotejo::Hallada) donde.prepend(u"en "_s);
+  }
   const QString importe = devoluciones::TextoImporte(d.importe);
   QStringList quien{devoluciones::TextoQuien(d), importe.isEmpty() ? importe : importe + u" €"_s};
   QStringList datos{devoluciones::TextoIban(d.cuenta), d.referencia.texto()};
@@ -125,7 +132,8 @@ QString LineasTexto(const devoluciones::Lote& lote, const devoluciones::Cotejo* 
   anadir(u"mandato "_s, d.mandato.texto());
   anadir(u"cobro "_s, devoluciones::TextoDia(d.fechaCobro));
   anadir(u"devuelto "_s, devoluciones::TextoDia(d.fechaDevolucion));
-  if (cotejo != nullptr) datos += devoluciones::TextoCotejo(*cotejo, i);
+  if (d.alcance == devoluciones::Alcance::Bloque) anadir(u"de la remesa "_s, d.ficheroOriginal.texto());
+  datos += donde;
   quien.removeAll(QString());
   datos.removeAll(QString());
   return Mostrable(quien.join(u", "_s)) + u": "_s + Mostrable(devoluciones::TextoPorQue(d)) + u"\n    "_s +
@@ -138,8 +146,8 @@ QString CabeceraTexto(const devoluciones::FicheroLeido& fichero) {
   return cabecera + u'\n';
 }
 
-QString ResumenTexto(const devoluciones::Lote& lote) {
-  const devoluciones::Recuento recuento = devoluciones::Recontar(lote);
+QString ResumenTexto(const devoluciones::Lote& lote, const devoluciones::Cotejo* cotejo) {
+  const devoluciones::Recuento recuento = devoluciones::Recontar(lote, cotejo);
   QString texto = u"Por motivo:\n"_s;
   for (const devoluciones::Grupo& grupo : recuento.porMotivo)
     texto += u"  "_s + Mostrable(devoluciones::TextoGrupoMotivo(grupo)) + u'\n';
@@ -167,7 +175,7 @@ bool EscribirDevoluciones(const devoluciones::Lote& lote, const devoluciones::Co
       pendiente.clear();
     }
   }
-  if (forma == FormaLista::Texto && !lote.devoluciones().empty()) pendiente += ResumenTexto(lote);
+  if (forma == FormaLista::Texto && lote.size() > 0) pendiente += ResumenTexto(lote, cotejo);
   return pendiente.isEmpty() || DecirLineas(pendiente.toStdString());
 }
 

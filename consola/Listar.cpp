@@ -5,6 +5,7 @@
 #include <new>
 
 #include "comunes/impresion/DocumentoPdf.h"
+#include "comunes/impresion/Letra.h"
 #include "comunes/plataforma/Texto.h"
 #include "consola/Ordenes.h"
 #include "consola/Sustituido.h"
@@ -39,6 +40,8 @@ Salida Listar(const PeticionListar& peticion) {
   }
   const fs::path* enCurso = &fichero;
   try {
+    // Antes que la remesa: el sistema carga sus letras sin mirar si le queda memoria, y sin ella muere.
+    const comunes::Letra letra(false);
     const QString problema = ProblemaCabeza(remesa::ComprobarCabeza(fichero));
     if (!problema.isEmpty()) {
       Avisar(u"%1: %2"_s.arg(Mostrable(fichero), problema));

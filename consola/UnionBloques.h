@@ -12,7 +12,7 @@
 #include "ficheros/Lectura.h"
 #include "remesa/EscrituraBloques.h"
 #include "remesa/Fichero.h"
-#include "remesa/Observaciones.h"
+#include "remesa/ObservacionesBloques.h"
 
 namespace consola {
 

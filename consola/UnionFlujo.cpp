@@ -1,5 +1,7 @@
 #include "consola/UnionFlujo.h"
 
+#include <utility>
+
 #include "ficheros/Lectura.h"
 #include "remesa/Registro.h"
 
@@ -33,8 +35,9 @@ void UnionFlujo::unir(const std::filesystem::path& fichero, bool ultimo,
         tratar(registro, conFin, resumidor);
       },
       [&] { volcarTramo(); });
-  observaciones_ = remesa::ObservarImportacion(resumidor.resumen(), acumulado_);
-  acumulado_ = remesa::TrasImportar(acumulado_, resumidor.resumen());
+  resumen_ = resumidor.resumen();
+  observaciones_ = remesa::ObservarImportacion(resumen_, acumulado_);
+  acumulado_ = remesa::TrasImportar(acumulado_, resumen_);
 }
 
 std::vector<remesa::Observacion> UnionFlujo::observacionesFinales() const {
@@ -42,10 +45,16 @@ std::vector<remesa::Observacion> UnionFlujo::observacionesFinales() const {
 }
 
 void UnionFlujo::tratar(std::string_view registro, std::string_view conFin, remesa::Resumidor& resumidor) {
-  ++registro_;
+  if (++registro_ == 1) tipo_ = remesa::TipoDe(registro);
   const remesa::Destino destino = reglas_.dar(registro);
   resumidor.dar(registro);
   if (destino == remesa::Destino::Quitar) return;
+  if (renovar_ && remesa::Codigo(registro) == remesa::CodigoRegistro::Presentador) {
+    std::string renovado(registro);
+    remesa::AjustarLongitud(renovado);
+    remesa::RenovarIdentificacion(renovado, *std::exchange(renovar_, std::nullopt));
+    return anadirSuelto(renovado, {});
+  }
   const bool talCual = destino == remesa::Destino::Conservar &&
                        registro.size() == remesa::kLongitudRegistro && conFin.size() == kRegistroConFin;
   if (talCual)

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -10,7 +11,9 @@
 #include "ficheros/EscrituraSegura.h"
 #include "remesa/Fichero.h"
 #include "remesa/Fusion.h"
+#include "remesa/Identificacion.h"
 #include "remesa/Observaciones.h"
+#include "remesa/TipoFichero.h"
 
 namespace consola {
 
@@ -21,6 +24,11 @@ class UnionFlujo {
  public:
   explicit UnionFlujo(ficheros::EscrituraSegura& salida, std::size_t bufer = LectorRegistros::kBufer);
 
+  /// El primer "01" que se escriba llevará la fecha y una identificación nuevas.
+  void renovar(remesa::Momento ahora) { renovar_ = ahora; }
+  /// Se pidió, y no ha habido ninguno.
+  bool faltaRenovar() const noexcept { return renovar_.has_value(); }
+
   /// Importa un fichero; `ultimo` si ningún otro le sigue. Lanza ErrorEjecucion: con fichero si falló leer o
   /// escribir, sin él si lo que falla es el recálculo en el registro `registroActual()`.
   void unir(const std::filesystem::path& fichero, bool ultimo, const remesa::AvanceLectura& avance = {});
@@ -28,6 +36,9 @@ class UnionFlujo {
   const remesa::Totales& totales() const noexcept { return reglas_.totales(); }
   /// Número, desde 1, del último registro visto del fichero.
   std::size_t registroActual() const noexcept { return registro_; }
+  /// Lo que hay en el último fichero, y qué clase de fichero es.
+  const remesa::Resumen& resumen() const noexcept { return resumen_; }
+  remesa::TipoFichero tipo() const noexcept { return tipo_; }
   /// Lo que importar el último fichero perdió o cambió.
   const std::vector<remesa::Observacion>& observaciones() const noexcept { return observaciones_; }
   /// Lo que hay que saber de la remesa unida.
@@ -45,8 +56,11 @@ class UnionFlujo {
   std::string_view tramo_;  // bytes seguidos del búfer que van tal cual
   remesa::ReglasImportacion reglas_;
   remesa::Resumen acumulado_;
+  remesa::Resumen resumen_;
+  remesa::TipoFichero tipo_ = remesa::TipoFichero::Ajeno;
   std::vector<remesa::Observacion> observaciones_;
   std::size_t registro_ = 0;
+  std::optional<remesa::Momento> renovar_;
 };
 
 }  // namespace consola

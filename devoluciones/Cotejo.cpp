@@ -87,6 +87,7 @@ class Cotejo::Lector {
 
  private:
   void acabarAdeudo();
+  std::string bloqueDe(std::string_view adeudo);
   std::string_view identificacion() const {
     return IdentificacionComparable(Valor(presentador_, remesa::kIdentificacionFichero));
   }
@@ -102,7 +103,21 @@ class Cotejo::Lector {
   std::vector<std::string> cabeceras_;
   Presentado actual_;
   std::vector<Hallado> hallados_;
+  std::map<std::string, std::size_t> bloques_;
 };
+
+/// El que le toca al pasar la remesa a XML: los de cada cabecera, tipo y categoría van en uno, numerados por
+/// orden de aparición detrás de la identificación del mensaje.
+std::string Cotejo::Lector::bloqueDe(std::string_view adeudo) {
+  constexpr std::size_t kMaxIdentificacion = 35;
+  std::string clave(LeerCampo(adeudo, remesa::kTipoYCategoria));
+  for (const remesa::Posiciones donde : {remesa::kIdentificadorAcreedor, remesa::kFechaCobro,
+                                         remesa::kNombreAcreedor, remesa::kCuentaAcreedor})
+    clave.append(1, '\0').append(Valor(cabeceras_.back(), donde));
+  const std::size_t numero = bloques_.try_emplace(std::move(clave), bloques_.size() + 1).first->second;
+  const std::string sufijo = "-" + std::to_string(numero);
+  return std::string(identificacion().substr(0, kMaxIdentificacion - sufijo.size())) + sufijo;
+}
 
 void Cotejo::Lector::acabarAdeudo() {
   Hallado hallado;
@@ -121,6 +136,7 @@ void Cotejo::Lector::acabarAdeudo() {
   if (hallado.grupos.empty() && !hallado.deEntero) return;
   hallado.adeudo.registro = actual_.registro;
   hallado.adeudo.cabecera = static_cast<std::uint32_t>(cabeceras_.size() - 1);
+  if (hallado.deEntero) hallado.adeudo.bloque = bloqueDe(registro);
   hallados_.push_back(std::move(hallado));
 }
 
@@ -146,9 +162,9 @@ void Cotejo::Lector::entregar(Cotejo& cotejo, const std::filesystem::path& ruta)
   }
 }
 
-Cotejo::Cotejo(const Lote& lote) : lote_(lote), grupoDe_(lote.devoluciones().size()) {
+Cotejo::Cotejo(const Lote& lote) : lote_(lote), grupoDe_(lote.size()) {
   for (std::size_t i = 0; i < grupoDe_.size(); ++i) {
-    const Devolucion& devolucion = lote.devoluciones()[i];
+    const Devolucion devolucion = lote[i];
     if (devolucion.alcance == Alcance::Adeudo)
       anadirClave(i);
     else if (!devolucion.ficheroOriginal.vacio())
@@ -157,7 +173,7 @@ Cotejo::Cotejo(const Lote& lote) : lote_(lote), grupoDe_(lote.devoluciones().siz
 }
 
 void Cotejo::anadirClave(std::size_t devolucion) {
-  const Devolucion& d = lote_.devoluciones()[devolucion];
+  const Devolucion d = lote_[devolucion];
   if (d.referencia.vacio() && d.mandato.vacio()) return;
   const unsigned mascara = (d.referencia.presente() ? kConReferencia : 0U) |
                            (d.mandato.vacio() ? 0U : kConMandato) | (d.importe ? kConImporte : 0U);
@@ -212,14 +228,20 @@ bool Cotejo::esDeSuAcreedor(const Devolucion& devolucion, std::size_t candidato)
   return SinSufijo(suyo) == SinSufijo(devolucion.acreedor.enRegistro());
 }
 
-std::vector<std::size_t> Cotejo::decidir(std::size_t devolucion) const {
-  const Devolucion& d = lote_.devoluciones()[devolucion];
-  std::vector<std::size_t> quedan = grupos_[*grupoDe_[devolucion]].candidatos;
+Cotejo::Hallazgo Cotejo::hallazgo(std::size_t devolucion) const {
+  const Devolucion d = lote_[devolucion];
+  if (d.alcance != Alcance::Adeudo) return decidirEntero(d);
+  return grupoDe_[devolucion] ? decidir(d, grupos_[*grupoDe_[devolucion]]) : Hallazgo();
+}
+
+Cotejo::Hallazgo Cotejo::decidir(const Devolucion& d, const Grupo& grupo) const {
+  std::vector<std::size_t> quedan = grupo.candidatos;
   std::erase_if(quedan, [&](std::size_t i) { return !esDeSuAcreedor(d, i); });
   const auto cabecera = [&](std::size_t i, remesa::Posiciones donde) {
     return Valor(cabeceras_[presentados_[i].cabecera], donde);
   };
-  const std::string fichero(IdentificacionComparable(d.ficheroOriginal.enRegistro()));
+  const std::string original = d.ficheroOriginal.enRegistro();
+  const std::string_view fichero = IdentificacionComparable(original);
   if (!fichero.empty())
     Preferir(quedan,
              [&](std::size_t i) { return remesas_[presentados_[i].remesa].identificacion == fichero; });
@@ -233,8 +255,26 @@ std::vector<std::size_t> Cotejo::decidir(std::size_t devolucion) const {
       return Valor(presentados_[i].registros.front(), remesa::kCuentaDeudor) == cuenta;
     });
   }
-  quitarCopias(quedan);
-  return quedan;
+  if (quedan.size() > 1) quitarCopias(quedan);
+  const EstadoCotejo estado = quedan.empty()                        ? EstadoCotejo::NoHallada
+                              : quedan.size() == 1 && !grupo.sobran ? EstadoCotejo::Hallada
+                                                                    : EstadoCotejo::Ambigua;
+  return {estado, std::move(quedan)};
+}
+
+Cotejo::Hallazgo Cotejo::decidirEntero(const Devolucion& d) const {
+  const std::string original = d.ficheroOriginal.enRegistro();
+  const auto entero = enteros_.find(IdentificacionComparable(original));
+  if (entero == enteros_.end()) return {};
+  std::vector<std::size_t> suyos = entero->second.candidatos;
+  const std::string bloque = d.bloqueOriginal.enRegistro();
+  if (d.alcance == Alcance::Bloque)
+    std::erase_if(suyos, [&](std::size_t i) { return presentados_[i].bloque != bloque; });
+  if (suyos.empty()) return {};
+  const auto deOtra = [&](std::size_t i) {
+    return presentados_[i].remesa != presentados_[suyos.front()].remesa;
+  };
+  return {std::ranges::any_of(suyos, deOtra) ? EstadoCotejo::Ambigua : EstadoCotejo::Hallada, suyos};
 }
 
 /// Un adeudo que está en una remesa y en otra hecha con ella, que lleva su identificación, es uno.
@@ -252,48 +292,29 @@ void Cotejo::quitarCopias(std::vector<std::size_t>& candidatos) const {
   candidatos = std::move(distintos);
 }
 
-std::vector<std::size_t> Cotejo::candidatos(std::size_t devolucion) const {
-  const Devolucion& d = lote_.devoluciones()[devolucion];
-  if (d.alcance == Alcance::Adeudo)
-    return grupoDe_[devolucion] ? decidir(devolucion) : std::vector<std::size_t>();
-  const auto entero = enteros_.find(IdentificacionComparable(d.ficheroOriginal.enRegistro()));
-  if (entero == enteros_.end()) return {};
-  return entero->second.candidatos;
-}
-
-Devolucion Cotejo::completada(std::size_t devolucion) const {
-  Devolucion d = lote_.devoluciones()[devolucion];
-  if (d.alcance != Alcance::Adeudo || estado(devolucion) != EstadoCotejo::Hallada) return d;
-  const Presentado& suyo = presentados_[candidatos(devolucion).front()];
-  const std::string_view debe = suyo.registros.front();
+Devolucion Cotejo::completada(std::size_t devolucion, const Hallazgo& hallazgo) const {
+  Devolucion d = lote_[devolucion];
+  if (hallazgo.estado != EstadoCotejo::Hallada) return d;
+  const Presentado& suyo = presentados_[hallazgo.adeudos.front()];
+  const auto deOtra = [&](std::size_t i) { return presentados_[i].cabecera != suyo.cabecera; };
+  if (std::ranges::any_of(hallazgo.adeudos, deOtra)) return d;
   const std::string_view cabecera = cabeceras_[suyo.cabecera];
   const auto poner = [](Dato& dato, std::string_view registro, remesa::Posiciones donde) {
     if (!dato.presente()) dato = {Valor(registro, donde), false};
   };
+  poner(d.acreedor, cabecera, remesa::kIdentificadorAcreedor);
+  poner(d.nombreAcreedor, cabecera, remesa::kNombreAcreedor);
+  poner(d.cuentaAcreedor, cabecera, remesa::kCuentaAcreedor);
+  if (!d.fechaCobro) d.fechaCobro = remesa::LeerFecha(LeerCampo(cabecera, remesa::kFechaCobro));
+  if (d.alcance != Alcance::Adeudo) return d;
+  const std::string_view debe = suyo.registros.front();
   poner(d.referencia, debe, remesa::kReferenciaAdeudo);
   poner(d.mandato, debe, remesa::kReferenciaMandato);
   poner(d.deudor, debe, remesa::kNombreDeudor);
   poner(d.cuenta, debe, remesa::kCuentaDeudor);
   poner(d.concepto, debe, remesa::kConcepto);
-  poner(d.acreedor, cabecera, remesa::kIdentificadorAcreedor);
-  poner(d.nombreAcreedor, cabecera, remesa::kNombreAcreedor);
-  poner(d.cuentaAcreedor, cabecera, remesa::kCuentaAcreedor);
   if (!d.importe) d.importe = remesa::ImporteDe(debe);
-  if (!d.fechaCobro) d.fechaCobro = remesa::LeerFecha(LeerCampo(cabecera, remesa::kFechaCobro));
   return d;
-}
-
-EstadoCotejo Cotejo::estado(std::size_t devolucion) const {
-  const auto hallados = candidatos(devolucion);
-  if (hallados.empty()) return EstadoCotejo::NoHallada;
-  if (lote_.devoluciones()[devolucion].alcance == Alcance::Adeudo) {
-    const bool sobran = grupos_[*grupoDe_[devolucion]].sobran;
-    return hallados.size() == 1 && !sobran ? EstadoCotejo::Hallada : EstadoCotejo::Ambigua;
-  }
-  const bool deUna = std::ranges::all_of(hallados, [&](std::size_t i) {
-    return presentados_[i].remesa == presentados_[hallados.front()].remesa;
-  });
-  return deUna ? EstadoCotejo::Hallada : EstadoCotejo::Ambigua;
 }
 
 }  // namespace devoluciones

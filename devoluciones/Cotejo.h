@@ -19,6 +19,8 @@ struct Presentado {
   std::uint32_t cabecera = 0;  ///< Su 02, en Cotejo::cabecera().
   std::uint64_t registro = 0;  ///< El de su 003 en su fichero, desde 1.
   std::vector<std::string> registros;
+  /// El bloque en que va en un XML; vacío si no hace falta saberlo.
+  std::string bloque = {};
 };
 
 struct RemesaPresentada {
@@ -48,12 +50,15 @@ class Cotejo {
   /// salta. Lanza ErrorEjecucion si no se puede recorrer.
   Carpeta buscarEnCarpeta(const std::filesystem::path& carpeta, const remesa::AvanceLectura& avance = {});
 
-  EstadoCotejo estado(std::size_t devolucion) const;
-  /// Los adeudos que son, o que pueden ser, los de la devolución; índices de presentado().
-  std::vector<std::size_t> candidatos(std::size_t devolucion) const;
+  struct Hallazgo {
+    EstadoCotejo estado = EstadoCotejo::NoHallada;
+    std::vector<std::size_t> adeudos;  ///< Los que son, o los que pueden ser; índices de presentado().
+  };
+  /// Cuesta lo que decidirlo: quien lo quiera varias veces, que lo guarde.
+  Hallazgo hallazgo(std::size_t devolucion) const;
 
   /// La devolución con lo que no traía y está en su adeudo, si se halló. Vale mientras el cotejo no cambie.
-  Devolucion completada(std::size_t devolucion) const;
+  Devolucion completada(std::size_t devolucion, const Hallazgo& hallazgo) const;
 
   const Presentado& presentado(std::size_t i) const { return presentados_[i]; }
   std::span<const RemesaPresentada> remesas() const { return remesas_; }
@@ -67,7 +72,8 @@ class Cotejo {
   };
   void anadirClave(std::size_t devolucion);
   bool esDeSuAcreedor(const Devolucion& devolucion, std::size_t candidato) const;
-  std::vector<std::size_t> decidir(std::size_t devolucion) const;
+  Hallazgo decidir(const Devolucion& devolucion, const Grupo& grupo) const;
+  Hallazgo decidirEntero(const Devolucion& devolucion) const;
   void quitarCopias(std::vector<std::size_t>& candidatos) const;
 
   const Lote& lote_;

@@ -165,10 +165,7 @@ void Camt054::listar(Operacion& operacion) {
   datos.fechaDevolucion = anotacion_.fecha;
   if (!cuenta_.isEmpty()) datos.cuentaAcreedor = lote_.guardar(cuenta_);
   operacion.motivo.poner(lote_, datos);
-  Devolucion& nueva = lote_.anadir(operacion.linea);
-  datos.fichero = nueva.fichero;
-  datos.registro = nueva.registro;
-  nueva = datos;
+  lote_.anadir(datos, operacion.linea);
 }
 
 void Camt054::compararAnotacion() {

@@ -49,7 +49,7 @@ class Pain002 : public LectorMensaje {
   void cerrarOperacion();
   void cerrarBloque(std::uint64_t linea);
   void compararCuenta(const Estado& estado, std::int64_t halladas, std::uint64_t linea);
-  Devolucion& anadirEntero(Alcance alcance, const Estado& estado, std::uint64_t linea);
+  void anadirEntero(Alcance alcance, const Estado& estado, std::uint64_t linea);
   void ponerOriginal(Devolucion& devolucion);
   bool deTransferencias() const { return claseOriginal_.startsWith(u"pain.001"); }
 
@@ -148,10 +148,7 @@ void Pain002::cerrarOperacion() {
   if (estado != kRechazado || exito) return lote_.contar(ClaseAviso::NoRechazados, linea_);
   motivo.poner(lote_, leida_);
   ponerOriginal(leida_);
-  Devolucion& nueva = lote_.anadir(linea_);
-  leida_.fichero = nueva.fichero;
-  leida_.registro = nueva.registro;
-  nueva = leida_;
+  lote_.anadir(leida_, linea_);
   ++enBloque_;
   ++enGrupo_;
 }
@@ -170,24 +167,25 @@ void Pain002::cerrarBloque(std::uint64_t linea) {
   const bool vienenTodas = enBloque_ > 0 && enBloque_ >= bloque_.operaciones.value_or(0);
   if (estado != kRechazado || vienenTodas) return compararCuenta(bloque_, enBloque_, linea);
   if (deTransferencias()) return lote_.contar(ClaseAviso::DeTransferencias, linea);
-  Devolucion& entero = anadirEntero(Alcance::Bloque, bloque_, linea);
   // Si algunos vienen aparte, la línea es la de los demás, y no se sabe cuánto suman.
+  Estado demas = bloque_;
   if (enBloque_ > 0) {
-    entero.importe.reset();
-    if (entero.adeudos) *entero.adeudos -= enBloque_;
+    demas.suma.reset();
+    if (demas.operaciones) *demas.operaciones -= enBloque_;
   }
+  anadirEntero(Alcance::Bloque, demas, linea);
 }
 
-Devolucion& Pain002::anadirEntero(Alcance alcance, const Estado& estado, std::uint64_t linea) {
+void Pain002::anadirEntero(Alcance alcance, const Estado& estado, std::uint64_t linea) {
   enteros_ = true;
-  Devolucion& entero = lote_.anadir(linea);
+  Devolucion entero;
   entero.alcance = alcance;
   const bool sinMotivo = estado.motivo.codigo.isEmpty() && estado.motivo.texto.isEmpty();
   (sinMotivo ? grupo_ : estado).motivo.poner(lote_, entero);
   ponerOriginal(entero);
   entero.adeudos = estado.operaciones;
   entero.importe = estado.suma;
-  return entero;
+  lote_.anadir(entero, linea);
 }
 
 void Pain002::compararCuenta(const Estado& estado, std::int64_t halladas, std::uint64_t linea) {

@@ -47,6 +47,12 @@ std::optional<std::int64_t> LeerNumero(std::string_view registro, remesa::Posici
   return numero;
 }
 
+/// Ausente si el registro acaba antes de que empiece el campo.
+Dato DatoDe(std::string_view registro, remesa::Posiciones donde) {
+  if (registro.size() < static_cast<std::size_t>(donde.desde)) return {};
+  return {remesa::Recortar(LeerCampo(registro, donde)), false};
+}
+
 bool EstaEnBlanco(std::string_view linea) {
   return linea.find_first_not_of(" \t\x1A") == std::string_view::npos;
 }
@@ -62,25 +68,14 @@ class LectorPlano {
   void mirarOrden(const Codigo& codigo);
   void empezar(std::string_view bytes);
   void abrirBloque(std::string_view bytes, bool devuelto);
-  void adeudo(std::string_view bytes, bool devuelto);
+  void adeudo(std::string_view bytes);
   void comparar(ClaseAviso clase, std::string_view bytes, const remesa::TotalDebido& debido);
-  /// Ausente si el registro acaba antes de que empiece el campo.
-  static Dato dato(std::string_view bytes, remesa::Posiciones donde);
-
   Lote& lote_;
   remesa::TotalesNorma totales_;
   std::uint64_t registro_ = 0;
   std::optional<bool> devuelto_;
   bool cerrado_ = false;  // el último registro fue el 99
-  bool hayCabecera_ = false;
-  Dato identificador_, nombre_, cuenta_, ficheroOriginal_;
-  std::optional<remesa::Dia> fecha_;
 };
-
-Dato LectorPlano::dato(std::string_view bytes, remesa::Posiciones donde) {
-  if (bytes.size() < static_cast<std::size_t>(donde.desde)) return {};
-  return {remesa::Recortar(LeerCampo(bytes, donde)), false};
-}
 
 void LectorPlano::linea(std::string_view bytes) {
   if (EstaEnBlanco(bytes)) return;
@@ -96,10 +91,10 @@ void LectorPlano::linea(std::string_view bytes) {
       abrirBloque(bytes, codigo.devuelto);
       break;
     case ClaseRegistro::Adeudo:
-      adeudo(bytes, codigo.devuelto);
+      adeudo(bytes);
       break;
     default:
-      hayCabecera_ = false;
+      lote_.quitarCabecera();
       break;
   }
   const auto debidos = totales_.dar(bytes, codigo.clase);
@@ -122,36 +117,21 @@ void LectorPlano::mirarOrden(const Codigo& codigo) {
 
 void LectorPlano::empezar(std::string_view bytes) {
   if (!lote_.fichero().identificacion.presente())
-    lote_.fichero().identificacion = dato(bytes, remesa::kIdentificacionFichero);
-  hayCabecera_ = false;
+    lote_.fichero().identificacion = DatoDe(bytes, remesa::kIdentificacionFichero);
+  lote_.quitarCabecera();
 }
 
 void LectorPlano::abrirBloque(std::string_view bytes, bool devuelto) {
-  hayCabecera_ = true;
-  identificador_ = dato(bytes, remesa::kIdentificadorAcreedor);
-  nombre_ = dato(bytes, remesa::kNombreAcreedor);
-  cuenta_ = dato(bytes, remesa::kCuentaAcreedor);
-  ficheroOriginal_ = dato(bytes, remesa::kFicheroOriginal);
-  fecha_ = remesa::LeerFecha(LeerCampo(bytes, devuelto ? remesa::kFechaDevolucion : remesa::kFechaCobro));
+  lote_.ponerCabecera(
+      {DatoDe(bytes, remesa::kIdentificadorAcreedor), DatoDe(bytes, remesa::kNombreAcreedor),
+       DatoDe(bytes, remesa::kCuentaAcreedor), DatoDe(bytes, remesa::kFicheroOriginal),
+       remesa::LeerFecha(LeerCampo(bytes, devuelto ? remesa::kFechaDevolucion : remesa::kFechaCobro))});
 }
 
-void LectorPlano::adeudo(std::string_view bytes, bool devuelto) {
-  Devolucion& nueva = lote_.anadir(registro_);
-  nueva.referencia = dato(bytes, remesa::kReferenciaAdeudo);
-  nueva.mandato = dato(bytes, remesa::kReferenciaMandato);
-  nueva.deudor = dato(bytes, remesa::kNombreDeudor);
-  nueva.cuenta = dato(bytes, remesa::kCuentaDeudor);
-  nueva.concepto = dato(bytes, remesa::kConcepto);
-  nueva.motivo = dato(bytes, remesa::kMotivo);
-  nueva.importe = LeerNumero(bytes, remesa::kImporteAdeudo);
-  if (!nueva.importe) lote_.contar(ClaseAviso::Importe, registro_);
-  if (devuelto) nueva.fechaCobro = remesa::LeerFecha(LeerCampo(bytes, remesa::kFechaCobroOriginal));
-  if (!hayCabecera_) return lote_.contar(ClaseAviso::SinCabecera, registro_);
-  nueva.acreedor = identificador_;
-  nueva.nombreAcreedor = nombre_;
-  nueva.cuentaAcreedor = cuenta_;
-  nueva.ficheroOriginal = ficheroOriginal_;
-  (devuelto ? nueva.fechaDevolucion : nueva.fechaCobro) = fecha_;
+void LectorPlano::adeudo(std::string_view bytes) {
+  if (!LeerNumero(bytes, remesa::kImporteAdeudo)) lote_.contar(ClaseAviso::Importe, registro_);
+  if (!lote_.hayCabecera()) lote_.contar(ClaseAviso::SinCabecera, registro_);
+  lote_.anadirRegistro(bytes, registro_);
 }
 
 void LectorPlano::comparar(ClaseAviso clase, std::string_view bytes, const remesa::TotalDebido& debido) {
@@ -176,9 +156,30 @@ void DarLineas(LectorPlano& lector, std::string_view registro) {
 
 }  // namespace
 
+Devolucion DesdeRegistro(std::string_view registro, const Cabecera* cabecera) {
+  const bool devuelto = LeerCodigo(registro).devuelto;
+  Devolucion d;
+  d.referencia = DatoDe(registro, remesa::kReferenciaAdeudo);
+  d.mandato = DatoDe(registro, remesa::kReferenciaMandato);
+  d.deudor = DatoDe(registro, remesa::kNombreDeudor);
+  d.cuenta = DatoDe(registro, remesa::kCuentaDeudor);
+  d.concepto = DatoDe(registro, remesa::kConcepto);
+  d.motivo = DatoDe(registro, remesa::kMotivo);
+  d.importe = LeerNumero(registro, remesa::kImporteAdeudo);
+  if (devuelto) d.fechaCobro = remesa::LeerFecha(LeerCampo(registro, remesa::kFechaCobroOriginal));
+  if (cabecera == nullptr) return d;
+  d.acreedor = cabecera->acreedor;
+  d.nombreAcreedor = cabecera->nombre;
+  d.cuentaAcreedor = cabecera->cuenta;
+  d.ficheroOriginal = cabecera->ficheroOriginal;
+  (devuelto ? d.fechaDevolucion : d.fechaCobro) = cabecera->fecha;
+  return d;
+}
+
 void LeerPlano(Lote& lote, const std::filesystem::path& ruta, const remesa::AvanceLectura& avance) {
   remesa::ListaRegistros lista = remesa::LeerFichero(ruta, avance);
   LectorPlano lector(lote);
+  lote.reservar(lista.size());
   for (const std::string_view registro : lista)
     DarLineas(lector, registro);
   lector.terminar();

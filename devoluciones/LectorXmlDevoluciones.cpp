@@ -155,7 +155,8 @@ std::optional<std::int64_t> LeerImporte(Lote& lote, const QString& texto, const 
 std::optional<remesa::Dia> LeerDia(QStringView texto) {
   constexpr qsizetype kLargo = 10;
   if (texto.size() < kLargo || texto[4] != u'-' || texto[7] != u'-') return {};
-  const QString cifras = texto.first(4).toString() + texto.sliced(5, 2).toString() + texto.sliced(8, 2).toString();
+  const QString cifras =
+      texto.first(4).toString() + texto.sliced(5, 2).toString() + texto.sliced(8, 2).toString();
   return remesa::LeerFecha(cifras.toLatin1().toStdString());
 }
 

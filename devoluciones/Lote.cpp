@@ -6,6 +6,7 @@
 #include "ficheros/ErrorEjecucion.h"
 #include "ficheros/Lectura.h"
 #include "iso20022/LectorXml.h"
+#include "remesa/Campos.h"
 
 namespace devoluciones {
 namespace {
@@ -16,30 +17,33 @@ remesa::TipoFichero TipoDelFichero(const std::filesystem::path& ruta) {
   return remesa::TipoDe({cabeza.data(), lectura.leer(cabeza)});
 }
 
+std::uint64_t Numero(const std::optional<remesa::Dia>& dia) {
+  return dia ? static_cast<std::uint64_t>(std::chrono::sys_days(*dia).time_since_epoch().count()) : ~0ULL;
+}
+
 std::uint64_t Huella(const Devolucion& d) {
-  const auto numero = [](const std::optional<remesa::Dia>& dia) {
-    return dia ? static_cast<std::uint64_t>(std::chrono::sys_days(*dia).time_since_epoch().count()) : ~0ULL;
-  };
-  std::uint64_t huella = static_cast<std::uint64_t>(d.importe.value_or(-1));
+  auto huella = static_cast<std::uint64_t>(d.importe.value_or(-1));
   for (const Dato* dato :
        {&d.referencia, &d.mandato, &d.cuenta, &d.deudor, &d.motivo, &d.ficheroOriginal, &d.bloqueOriginal})
     huella = remesa::Mezclar(huella, remesa::Huella(dato->bytes()));
-  return remesa::Mezclar(remesa::Mezclar(huella, numero(d.fechaCobro)), numero(d.fechaDevolucion));
+  return remesa::Mezclar(remesa::Mezclar(huella, Numero(d.fechaCobro)), Numero(d.fechaDevolucion));
 }
 
 }  // namespace
 
 const FicheroLeido& Lote::leer(const std::filesystem::path& ruta, const remesa::AvanceLectura& avance) {
-  ficheros_.push_back({.ruta = ruta, .primera = devoluciones_.size()});
+  ficheros_.push_back({.ruta = ruta, .primera = size()});
+  quitarCabecera();
   try {
     leerEnSuForma(ruta, avance);
   } catch (...) {
-    descartarUltimo();
+    entradas_.resize(fichero().primera);
+    ficheros_.pop_back();
     throw;
   }
-  fichero().cuantas = devoluciones_.size() - fichero().primera;
+  fichero().cuantas = size() - fichero().primera;
   mirarRepetidos();
-  if (fichero().cuantas == 0 && fichero().avisos.empty()) avisar({ClaseAviso::SinDevoluciones});
+  if (fichero().cuantas == 0 && fichero().avisos.empty()) avisar({.clase = ClaseAviso::SinDevoluciones});
   return fichero();
 }
 
@@ -50,40 +54,69 @@ void Lote::leerEnSuForma(const std::filesystem::path& ruta, const remesa::Avance
   LeerPlano(*this, ruta, avance);
 }
 
-void Lote::descartarUltimo() {
-  devoluciones_.resize(fichero().primera);
-  ficheros_.pop_back();
+std::uint64_t Lote::huella(const Entrada& entrada) const {
+  if (entrada.registro.empty()) return Huella(leidas_[entrada.donde]);
+  constexpr remesa::Posiciones kHastaImporte{remesa::kReferenciaAdeudo.desde, remesa::kImporteAdeudo.hasta};
+  constexpr remesa::Posiciones kDesdeMotivo{remesa::kMotivo.desde, remesa::kFechaCobroOriginal.hasta};
+  std::uint64_t huella = 0;
+  for (const remesa::Posiciones donde : {kHastaImporte, remesa::kCuentaDeudor, kDesdeMotivo})
+    huella = remesa::Mezclar(huella, remesa::Huella(remesa::LeerCampo(entrada.registro, donde)));
+  const bool conCabecera = entrada.donde != kSinCabecera;
+  return remesa::Mezclar(huella, conCabecera ? Numero(cabeceras_[entrada.donde].fecha) : 0);
 }
 
 void Lote::mirarRepetidos() {
   std::vector<std::uint64_t> huellas;
+  huellas.reserve(fichero().cuantas);
   std::uint64_t todas = remesa::Huella(fichero().identificacion.bytes());
-  for (std::size_t i = fichero().primera; i < devoluciones_.size(); ++i) {
-    huellas.push_back(Huella(devoluciones_[i]));
+  for (std::size_t i = fichero().primera; i < size(); ++i) {
+    huellas.push_back(huella(entradas_[i]));
     todas = remesa::Mezclar(todas, huellas.back());
   }
   const auto igual = std::ranges::find(huellas_, todas);
   if (igual != huellas_.end() && fichero().cuantas > 0) {
     const auto cual = static_cast<std::size_t>(igual - huellas_.begin());
-    devoluciones_.resize(fichero().primera);
+    entradas_.resize(fichero().primera);
     fichero().cuantas = 0;
     fichero().avisos.clear();
     const std::u8string otro = ficheros_[cual].ruta.filename().u8string();
     avisar({.clase = ClaseAviso::FicheroRepetido, .causa = std::string(otro.begin(), otro.end())});
   }
   huellas_.push_back(todas);
-  for (std::size_t i = fichero().primera; i < devoluciones_.size(); ++i) {
-    const auto anterior = vistas_.poner(huellas[i - fichero().primera], i + 1).registro;
+  for (std::size_t i = fichero().primera; i < size(); ++i) {
+    const auto anterior = vistas_.poner(huellas[i - fichero().primera], i + 1);
     iguales_.push_back(anterior == 0 ? i : anterior - 1);
-    if (anterior != 0) contar(ClaseAviso::DevolucionRepetida, devoluciones_[i].registro);
+    if (anterior != 0) contar(ClaseAviso::DevolucionRepetida, entradas_[i].numero);
   }
 }
 
-Devolucion& Lote::anadir(std::uint64_t registro) {
-  Devolucion& nueva = devoluciones_.emplace_back();
-  nueva.fichero = static_cast<std::uint32_t>(ficheros_.size() - 1);
-  nueva.registro = registro;
-  return nueva;
+Devolucion Lote::operator[](std::size_t i) const {
+  const Entrada& entrada = entradas_[i];
+  Devolucion d;
+  if (entrada.registro.empty())
+    d = leidas_[entrada.donde];
+  else
+    d = DesdeRegistro(entrada.registro, entrada.donde == kSinCabecera ? nullptr : &cabeceras_[entrada.donde]);
+  d.fichero = entrada.fichero;
+  d.registro = entrada.numero;
+  return d;
+}
+
+void Lote::anadir(const Devolucion& devolucion, std::uint64_t linea) {
+  entradas_.push_back({{},
+                       linea,
+                       static_cast<std::uint32_t>(ficheros_.size() - 1),
+                       static_cast<std::uint32_t>(leidas_.size())});
+  leidas_.push_back(devolucion);
+}
+
+void Lote::anadirRegistro(std::string_view bytes, std::uint64_t numero) {
+  entradas_.push_back({bytes, numero, static_cast<std::uint32_t>(ficheros_.size() - 1), cabecera_});
+}
+
+void Lote::ponerCabecera(const Cabecera& cabecera) {
+  cabecera_ = static_cast<std::uint32_t>(cabeceras_.size());
+  cabeceras_.push_back(cabecera);
 }
 
 void Lote::avisar(AvisoLectura aviso) {

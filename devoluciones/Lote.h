@@ -67,7 +67,14 @@ struct FicheroAjeno {
   std::string queEs;
 };
 
-/// Las devoluciones de uno o varios ficheros, en su orden.
+/// Lo que un registro de cabecera dice de las devoluciones que le siguen.
+struct Cabecera {
+  Dato acreedor, nombre, cuenta, ficheroOriginal;
+  std::optional<remesa::Dia> fecha;  ///< De cobro en un rechazo; de devolución en una devolución.
+};
+
+/// Las devoluciones de uno o varios ficheros, en su orden. De las que vienen en un registro solo guarda dónde
+/// está.
 class Lote {
  public:
   Lote() = default;
@@ -81,15 +88,21 @@ class Lote {
   /// con lo que venía antes, con `completo` a false. Un fichero que trae lo mismo que otro no añade nada.
   const FicheroLeido& leer(const std::filesystem::path& ruta, const remesa::AvanceLectura& avance = {});
 
-  std::span<const Devolucion> devoluciones() const noexcept { return devoluciones_; }
+  std::size_t size() const noexcept { return entradas_.size(); }
+  Devolucion operator[](std::size_t i) const;
   std::span<const FicheroLeido> ficheros() const noexcept { return ficheros_; }
-  /// La devolución igual que ya estaba antes que `i`, o `i` si no la hay: el mismo adeudo con los mismos
-  /// motivo y fechas.
-  std::size_t primeraIgual(std::size_t i) const { return iguales_[i]; }
+  /// Ya estaba en un fichero leído antes: el mismo adeudo, con el mismo motivo y las mismas fechas.
+  bool estaEnOtro(std::size_t i) const { return entradas_[iguales_[i]].fichero != entradas_[i].fichero; }
 
   // Para los lectores de cada forma.
 
-  Devolucion& anadir(std::uint64_t registro);
+  void anadir(const Devolucion& devolucion, std::uint64_t linea);
+  /// Un registro de adeudo, que sigue a la última cabecera o, sin ella, a ninguna.
+  void anadirRegistro(std::string_view bytes, std::uint64_t numero);
+  void ponerCabecera(const Cabecera& cabecera);
+  void quitarCabecera() { cabecera_ = kSinCabecera; }
+  bool hayCabecera() const { return cabecera_ != kSinCabecera; }
+  void reservar(std::size_t mas) { entradas_.reserve(entradas_.size() + mas); }
   void avisar(AvisoLectura aviso);
   /// Uno más de su clase en este fichero; el primero dice su registro.
   void contar(ClaseAviso clase, std::uint64_t registro);
@@ -98,15 +111,25 @@ class Lote {
   Dato guardar(QStringView texto);
 
  private:
+  static constexpr std::uint32_t kSinCabecera = std::numeric_limits<std::uint32_t>::max();
+  struct Entrada {
+    std::string_view registro;  // vacío si no vino en uno
+    std::uint64_t numero;
+    std::uint32_t fichero;
+    std::uint32_t donde;  // su cabecera o, si no vino en un registro, la devolución
+  };
   void leerEnSuForma(const std::filesystem::path& ruta, const remesa::AvanceLectura& avance);
-  void descartarUltimo();
+  std::uint64_t huella(const Entrada& entrada) const;
   void mirarRepetidos();
 
-  std::vector<Devolucion> devoluciones_;
+  std::vector<Entrada> entradas_;
+  std::vector<Devolucion> leidas_;  // las que no vinieron en un registro
+  std::deque<Cabecera> cabeceras_;
+  std::uint32_t cabecera_ = kSinCabecera;
   std::vector<FicheroLeido> ficheros_;
-  std::vector<std::size_t> iguales_;
+  std::vector<std::size_t> iguales_;    // la primera igual a cada una, quizá ella
   std::vector<std::uint64_t> huellas_;  // de lo que trae cada fichero
-  remesa::Huellas vistas_;
+  remesa::ClavesVistas vistas_;
   std::deque<remesa::ListaRegistros> listas_;
   std::deque<std::string> textos_;
 };

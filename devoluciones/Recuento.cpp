@@ -32,12 +32,12 @@ void Cuenta::sumar(const Devolucion& devolucion) {
   if (entero) ++bloques;
 }
 
-Recuento Recontar(const Lote& lote) {
+Recuento Recontar(const Lote& lote, const Cotejo* cotejo) {
   Recuento recuento;
   Agrupador motivos, acreedores;
-  for (std::size_t i = 0; i < lote.devoluciones().size(); ++i) {
-    const Devolucion& devolucion = lote.devoluciones()[i];
-    if (lote.devoluciones()[lote.primeraIgual(i)].fichero != devolucion.fichero) continue;
+  for (std::size_t i = 0; i < lote.size(); ++i) {
+    if (lote.estaEnOtro(i)) continue;
+    const Devolucion devolucion = cotejo != nullptr ? cotejo->completada(i, cotejo->hallazgo(i)) : lote[i];
     recuento.total.sumar(devolucion);
     motivos.de(devolucion.motivo).sumar(devolucion);
     acreedores.de(devolucion.acreedor, devolucion.nombreAcreedor).sumar(devolucion);

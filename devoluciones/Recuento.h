@@ -1,6 +1,6 @@
 #pragma once
 
-#include "devoluciones/Lote.h"
+#include "devoluciones/Cotejo.h"
 
 namespace devoluciones {
 
@@ -27,6 +27,7 @@ struct Recuento {
   std::vector<Grupo> porAcreedor;  ///< Por orden de aparición.
 };
 
-Recuento Recontar(const Lote& lote);
+/// `cotejo`, si no es nulo, dice lo que las devoluciones no traen.
+Recuento Recontar(const Lote& lote, const Cotejo* cotejo = nullptr);
 
 }  // namespace devoluciones

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "remesa/BloquesListas.h"
 #include "remesa/Campos.h"
 #include "remesa/TotalesNorma.h"
 
@@ -29,21 +30,12 @@ class Constructor {
   RemesaNueva hacer() {
     for (const std::size_t devolucion : peticion_.elegidas)
       elegir(devolucion);
-    if (!acreedores_.empty()) escribir();
+    if (nueva_.adeudos > 0) escribir();
     return std::move(nueva_);
   }
 
  private:
   using Adeudo = std::vector<std::string>;
-  struct Bloque {
-    std::string cabecera;
-    std::vector<Adeudo> adeudos;
-  };
-  struct Acreedor {
-    std::string identificador;
-    std::vector<Bloque> bloques;
-  };
-
   void elegir(std::size_t devolucion);
   enum class Entrada : std::uint8_t { Nueva, YaEstaba, MismaDeuda };
   Entrada incluir(std::size_t presentado);
@@ -52,38 +44,36 @@ class Constructor {
   void mirarPresentador(const std::string& suyo);
   void darReferencia(Adeudo& adeudo);
   std::string conSufijo(const std::string& referencia);
-  Bloque& bloqueDe(const std::string& cabecera);
+  void anadirCabecera(std::string cabecera);
   void anadir(std::string registro);
   void escribir();
-  void escribirTotales(std::string_view codigo, remesa::Posiciones acreedor, std::string_view identificador);
 
   const Lote& lote_;
   const Cotejo& cotejo_;
   const PeticionNueva& peticion_;
   RemesaNueva nueva_;
   std::string presentador_;
-  std::vector<Acreedor> acreedores_;
+  std::string cabecera_;  // la última puesta
+  std::string bytes_;     // cabeceras y adeudos, registros de 600
   std::set<std::size_t> incluidos_;
   std::set<std::string> deudas_;  // acreedor, referencias e importe
   std::set<std::string> referencias_;
   std::map<std::string, int> sufijos_;  // el que toca a cada referencia
-  std::map<std::string, std::size_t> dondeAcreedor_, dondeBloque_;
   std::optional<std::set<std::size_t>> conLinea_;
-  remesa::TotalesNorma totales_;
 };
 
 void Constructor::elegir(std::size_t devolucion) {
-  const Devolucion& d = lote_.devoluciones()[devolucion];
+  const Devolucion d = lote_[devolucion];
   const auto dejarFuera = [&](CausaFuera causa, std::size_t adeudos = 1) {
     nueva_.fuera.push_back({devolucion, causa, adeudos});
   };
   if (IntentoDe(d) == Intento::Nunca) return dejarFuera(CausaFuera::Nunca);
-  const EstadoCotejo estado = cotejo_.estado(devolucion);
-  if (estado == EstadoCotejo::NoHallada) return dejarFuera(CausaFuera::NoHallada);
-  if (estado == EstadoCotejo::Ambigua) return dejarFuera(CausaFuera::Ambigua);
+  const Cotejo::Hallazgo hallazgo = cotejo_.hallazgo(devolucion);
+  if (hallazgo.estado == EstadoCotejo::NoHallada) return dejarFuera(CausaFuera::NoHallada);
+  if (hallazgo.estado == EstadoCotejo::Ambigua) return dejarFuera(CausaFuera::Ambigua);
   const bool entero = d.alcance != Alcance::Adeudo;
   std::size_t repetidos = 0;
-  for (const std::size_t presentado : cotejo_.candidatos(devolucion)) {
+  for (const std::size_t presentado : hallazgo.adeudos) {
     if (cotejo_.remesas()[cotejo_.presentado(presentado).remesa].presentador.empty())
       return dejarFuera(CausaFuera::SinPresentador);
     if (entero && conLinea().contains(presentado)) continue;
@@ -96,9 +86,9 @@ void Constructor::elegir(std::size_t devolucion) {
 const std::set<std::size_t>& Constructor::conLinea() {
   if (conLinea_) return *conLinea_;
   conLinea_.emplace();
-  for (std::size_t i = 0; i < lote_.devoluciones().size(); ++i) {
-    if (lote_.devoluciones()[i].alcance != Alcance::Adeudo) continue;
-    for (const std::size_t presentado : cotejo_.candidatos(i))
+  for (std::size_t i = 0; i < lote_.size(); ++i) {
+    if (lote_[i].alcance != Alcance::Adeudo) continue;
+    for (const std::size_t presentado : cotejo_.hallazgo(i).adeudos)
       conLinea_->insert(presentado);
   }
   return *conLinea_;
@@ -120,7 +110,9 @@ Constructor::Entrada Constructor::incluir(std::size_t presentado) {
   darReferencia(adeudo);
   ++nueva_.adeudos;
   nueva_.importe += remesa::ImporteDe(adeudo.front());
-  bloqueDe(cabecera).adeudos.push_back(std::move(adeudo));
+  if (cabecera != cabecera_) anadirCabecera(cabecera);
+  for (const std::string& registro : adeudo)
+    anadir(registro);
   return Entrada::Nueva;
 }
 
@@ -157,57 +149,31 @@ std::string Constructor::conSufijo(const std::string& referencia) {
   }
 }
 
-Constructor::Bloque& Constructor::bloqueDe(const std::string& cabecera) {
-  const std::string identificador(Campo(cabecera, remesa::kIdentificadorAcreedor));
-  const auto [acreedor, nuevo] = dondeAcreedor_.try_emplace(identificador, acreedores_.size());
-  if (nuevo) acreedores_.push_back({identificador, {}});
-  auto& bloques = acreedores_[acreedor->second].bloques;
-  const std::string clave = identificador + '\0' + std::string(Campo(cabecera, remesa::kCuentaAcreedor));
-  const auto [bloque, otro] = dondeBloque_.try_emplace(clave, bloques.size());
-  if (otro) bloques.push_back({cabecera, {}});
-  return bloques[bloque->second];
+void Constructor::anadirCabecera(std::string cabecera) {
+  cabecera_ = cabecera;
+  remesa::AjustarLongitud(cabecera);
+  remesa::EscribirCampo(cabecera, remesa::kFechaCobro, remesa::EscribirFecha(peticion_.fechaCobro));
+  anadir(std::move(cabecera));
 }
 
 void Constructor::anadir(std::string registro) {
   remesa::AjustarLongitud(registro);
-  for (const remesa::TotalDebido& debido : totales_.dar(registro, remesa::Clase(registro)))
-    remesa::EscribirCampo(registro, debido.donde, remesa::CifrasDe(debido.valor, debido.donde.longitud()));
-  nueva_.registros.anadir(registro);
-}
-
-void Constructor::escribirTotales(std::string_view codigo, remesa::Posiciones acreedor,
-                                  std::string_view identificador) {
-  std::string total(codigo);
-  remesa::AjustarLongitud(total);
-  remesa::EscribirCampo(total, acreedor, identificador);
-  if (codigo == "04")
-    remesa::EscribirCampo(total, remesa::kFecha04, remesa::EscribirFecha(peticion_.fechaCobro));
-  anadir(std::move(total));
+  bytes_ += registro;
 }
 
 void Constructor::escribir() {
   remesa::AjustarLongitud(presentador_);
   remesa::RenovarIdentificacion(presentador_, peticion_.ahora);
-  anadir(presentador_);
-  const auto referencia = [](const Adeudo& adeudo) {
-    return LeerCampo(adeudo.front(), remesa::kReferenciaAdeudo);
-  };
-  for (Acreedor& acreedor : acreedores_) {
-    for (Bloque& bloque : acreedor.bloques) {
-      ++nueva_.bloques;
-      remesa::AjustarLongitud(bloque.cabecera);
-      remesa::EscribirCampo(bloque.cabecera, remesa::kFechaCobro,
-                            remesa::EscribirFecha(peticion_.fechaCobro));
-      anadir(bloque.cabecera);
-      std::ranges::stable_sort(bloque.adeudos, {}, referencia);
-      for (const Adeudo& adeudo : bloque.adeudos)
-        for (const std::string& registro : adeudo)
-          anadir(registro);
-      escribirTotales("04", remesa::kAcreedor04, acreedor.identificador);
-    }
-    escribirTotales("05", remesa::kAcreedor05, acreedor.identificador);
-  }
-  anadir("99");
+  bytes_.insert(0, presentador_);
+  auto bytes = std::make_shared_for_overwrite<char[]>(bytes_.size());
+  std::ranges::copy(bytes_, bytes.get());
+  std::vector<std::string_view> registros;
+  for (std::size_t i = 0; i < bytes_.size(); i += remesa::kLongitudRegistro)
+    registros.emplace_back(bytes.get() + i, remesa::kLongitudRegistro);
+  nueva_.registros.anadirBloque({std::move(bytes), bytes_.size()}, std::move(registros));
+  remesa::ReunirBloques(nueva_.registros, {});
+  nueva_.bloques = static_cast<std::size_t>(
+      std::ranges::count(nueva_.registros, remesa::CodigoRegistro::Acreedor, remesa::Codigo));
 }
 
 }  // namespace
@@ -219,8 +185,8 @@ Intento IntentoDe(const Devolucion& devolucion) {
 
 std::vector<std::size_t> Propuestas(const Lote& lote) {
   std::vector<std::size_t> propuestas;
-  for (std::size_t i = 0; i < lote.devoluciones().size(); ++i)
-    if (IntentoDe(lote.devoluciones()[i]) == Intento::OtraVez) propuestas.push_back(i);
+  for (std::size_t i = 0; i < lote.size(); ++i)
+    if (IntentoDe(lote[i]) == Intento::OtraVez) propuestas.push_back(i);
   return propuestas;
 }
 

@@ -22,6 +22,12 @@ QString Cuantos(std::uint64_t cuenta, const QString& uno, const QString& varios)
   return Numero(cuenta) + u' ' + (cuenta == 1 ? uno : varios);
 }
 
+/// Un texto de la tabla en medio de una frase.
+QString SinMayuscula(QString texto) {
+  if (!texto.isEmpty()) texto.front() = texto.front().toLower();
+  return texto;
+}
+
 QString Adeudos(std::uint64_t cuenta) {
   return Cuantos(cuenta, u"adeudo"_s, u"adeudos"_s);
 }
@@ -30,20 +36,20 @@ QString Euros(std::int64_t centimos) {
   return comunes::FormatoCentimos(centimos) + u" €"_s;
 }
 
-/// "registro 5" o, en un XML, "línea 5".
+/// "el registro 5" o, en un XML, "la línea 5".
 QString Donde(std::uint64_t numero, Forma forma) {
   const bool plano = forma == Forma::Rechazos || forma == Forma::Devoluciones;
-  return (plano ? u"registro "_s : u"línea "_s) + QString::number(numero);
+  return (plano ? u"el registro "_s : u"la línea "_s) + QString::number(numero);
 }
 
 QString TextoTotal(const AvisoLectura& aviso, Forma forma) {
   const auto decir = [&](const QString& que, const QString& dicho, const QString& debido) {
-    return u"Los totales del fichero no cuadran: el %1 dice %2 y trae %3."_s.arg(Donde(aviso.registro, forma),
-                                                                                 dicho + que, debido);
+    return u"Los totales del fichero no cuadran: %1 dice %2 y trae %3."_s.arg(Donde(aviso.registro, forma),
+                                                                              dicho + que, debido);
   };
   if (!aviso.dicho)
-    return u"Un total del %1 no es un número: «%2»."_s.arg(Donde(aviso.registro, forma),
-                                                           comunes::DesdeWindows1252(aviso.causa));
+    return u"Un total que no es un número, en %1: «%2»."_s.arg(Donde(aviso.registro, forma),
+                                                               comunes::DesdeWindows1252(aviso.causa));
   const auto numero = [](std::int64_t n) { return Numero(static_cast<std::uint64_t>(n)); };
   switch (aviso.clase) {
     case ClaseAviso::TotalImportes:
@@ -105,7 +111,7 @@ QString TextoQuien(const Devolucion& devolucion) {
 QString TextoPorQue(const Devolucion& devolucion) {
   const QString motivo = TextoMotivo(devolucion.motivo);
   const bool conocido = BuscarMotivo(devolucion.motivo.bytes()) != nullptr;
-  QString texto = conocido ? devolucion.motivo.texto() + u", "_s + motivo : motivo;
+  QString texto = conocido ? devolucion.motivo.texto() + u", "_s + SinMayuscula(motivo) : motivo;
   if (!devolucion.textoBanco.vacio()) texto += u" («%1»)"_s.arg(devolucion.textoBanco.texto());
   texto += u'.';
   return conocido ? texto + u' ' + TextoConsejo(devolucion.motivo) : texto;
@@ -125,8 +131,10 @@ QString TextoImporte(const std::optional<std::int64_t>& importe) {
 }
 
 QString TextoAviso(const AvisoLectura& aviso, Forma forma) {
-  const QString primero = u" (el primero, en el %1)"_s.arg(Donde(aviso.registro, forma));
+  const QString primero =
+      (aviso.cuenta == 1 ? u" (en %1)"_s : u" (el primero, en %1)"_s).arg(Donde(aviso.registro, forma));
   const QString adeudos = Adeudos(aviso.cuenta);
+  const QString n = aviso.cuenta == 1 ? QString() : u"n"_s;
   switch (aviso.clase) {
     case ClaseAviso::Cortado:
       if (!aviso.causa.empty())
@@ -137,18 +145,21 @@ QString TextoAviso(const AvisoLectura& aviso, Forma forma) {
       return u"%1 sin cabecera de acreedor delante%2: no se sabe de quién ni de qué fecha."_s.arg(adeudos,
                                                                                                   primero);
     case ClaseAviso::Longitud:
-      return u"%1 que no son de 600 posiciones%2: puede faltarles algo."_s.arg(
-          Cuantos(aviso.cuenta, u"registro"_s, u"registros"_s), primero);
+      return Cuantos(aviso.cuenta, u"registro no es"_s, u"registros no son"_s) +
+             u" de 600 posiciones%1: puede faltarle%2 algo."_s.arg(primero,
+                                                                   aviso.cuenta == 1 ? QString() : u"s"_s);
     case ClaseAviso::CodigoAjeno:
-      return u"%1 que no son de este fichero, o detrás de su 99%2."_s.arg(
-          Cuantos(aviso.cuenta, u"registro"_s, u"registros"_s), primero);
+      return Cuantos(aviso.cuenta, u"registro no es de este fichero, o está"_s,
+                     u"registros no son de este fichero, o están"_s) +
+             u" detrás de su 99%1."_s.arg(primero);
     case ClaseAviso::Mezcla:
-      return u"Lleva mezclados rechazos y devoluciones%1. Se han leído todos."_s.arg(primero);
+      return u"Lleva mezclados rechazos y devoluciones, desde %1. Se han leído todos."_s.arg(
+          Donde(aviso.registro, forma));
     case ClaseAviso::Importe:
       return u"%1 con un importe que no se entiende%2."_s.arg(adeudos, primero);
     case ClaseAviso::Moneda:
-      return u"%1 que no son en euros%2: no se toman."_s.arg(
-          Cuantos(aviso.cuenta, u"importe"_s, u"importes"_s), primero);
+      return Cuantos(aviso.cuenta, u"importe no es"_s, u"importes no son"_s) +
+             u" en euros%1: no se toma%2."_s.arg(primero, n);
     case ClaseAviso::TotalImportes:
     case ClaseAviso::TotalAdeudos:
     case ClaseAviso::TotalRegistros:
@@ -156,37 +167,38 @@ QString TextoAviso(const AvisoLectura& aviso, Forma forma) {
     case ClaseAviso::SinDevoluciones:
       return u"No trae ninguna devolución."_s;
     case ClaseAviso::NoRechazados:
-      return u"%1 siguen adelante: no son rechazos."_s.arg(
-          Cuantos(aviso.cuenta, u"operación"_s, u"operaciones"_s));
+      return Cuantos(aviso.cuenta, u"operación sigue"_s, u"operaciones siguen"_s) +
+             u" adelante: no se enseña%1."_s.arg(n);
     case ClaseAviso::SinMotivo:
-      return u"%1 que no son devoluciones: no se enseñan."_s.arg(
-          Cuantos(aviso.cuenta, u"anotación"_s, u"anotaciones"_s));
+      return Cuantos(aviso.cuenta, u"anotación que no es una devolución"_s,
+                     u"anotaciones que no son devoluciones"_s) +
+             u": no se enseña%1."_s.arg(n);
     case ClaseAviso::AFavor:
-      return u"%1 con motivo de devolución, pero a favor: no son adeudos devueltos y no se enseñan."_s.arg(
-          Cuantos(aviso.cuenta, u"anotación"_s, u"anotaciones"_s));
+      return u"%1 con motivo de devolución, pero a favor, que no es la de un adeudo: no se enseña%2."_s.arg(
+          Cuantos(aviso.cuenta, u"anotación"_s, u"anotaciones"_s), n);
     case ClaseAviso::DeTransferencias:
-      return u"%1 de transferencias: no son adeudos y no se enseñan."_s.arg(
-          Cuantos(aviso.cuenta, u"rechazo"_s, u"rechazos"_s));
+      return u"%1 de transferencias, que no son adeudos: no se enseña%2."_s.arg(
+          Cuantos(aviso.cuenta, u"rechazo"_s, u"rechazos"_s), n);
     case ClaseAviso::FicheroRepetido:
       return u"Trae lo mismo que %1, ya leído: se omite."_s.arg(DesdeUtf8(aviso.causa));
     case ClaseAviso::DevolucionRepetida:
-      return u"%1 ya estaban, con el mismo motivo y las mismas fechas%2."_s.arg(adeudos, primero);
+      return u"%1 ya estaba%2, con el mismo motivo y las mismas fechas%3."_s.arg(adeudos, n, primero);
   }
   return {};
 }
 
-QString TextoCotejo(const Cotejo& cotejo, std::size_t devolucion) {
-  const auto candidatos = cotejo.candidatos(devolucion);
-  const auto alguno = [&](std::size_t i) { return LugarDe(cotejo, candidatos[i]); };
-  switch (cotejo.estado(devolucion)) {
+QString TextoCotejo(const Cotejo& cotejo, const Cotejo::Hallazgo& hallazgo) {
+  const auto& adeudos = hallazgo.adeudos;
+  const auto lugar = [&](std::size_t i) { return LugarDe(cotejo, adeudos[i]); };
+  switch (hallazgo.estado) {
     case EstadoCotejo::Hallada:
-      if (candidatos.size() == 1) return alguno(0);
-      return u"%1: %2"_s.arg(NombreFichero(cotejo.remesas()[cotejo.presentado(candidatos[0]).remesa].ruta),
-                             Adeudos(candidatos.size()));
+      if (adeudos.size() == 1) return lugar(0);
+      return u"%1: %2"_s.arg(NombreFichero(cotejo.remesas()[cotejo.presentado(adeudos[0]).remesa].ruta),
+                             Adeudos(adeudos.size()));
     case EstadoCotejo::Ambigua:
-      return u"Puede ser más de un adeudo: %1 y %2"_s.arg(alguno(0),
-                                                          candidatos.size() > 1 ? alguno(1) : u"otros"_s) +
-             (candidatos.size() > 2 ? u"…"_s : QString());
+      return u"Puede ser más de un adeudo: %1 y %2"_s.arg(lugar(0),
+                                                          adeudos.size() > 1 ? lugar(1) : u"otros"_s) +
+             (adeudos.size() > 2 ? u"…"_s : QString());
     case EstadoCotejo::NoHallada:
       break;
   }
@@ -243,7 +255,13 @@ QStringList TitulosColumnas() {
 }
 
 QStringList ValoresColumnas(const Lote& lote, const Cotejo* cotejo, std::size_t devolucion) {
-  const Devolucion d = cotejo != nullptr ? cotejo->completada(devolucion) : lote.devoluciones()[devolucion];
+  Devolucion d = lote[devolucion];
+  QString donde;
+  if (cotejo != nullptr) {
+    const Cotejo::Hallazgo hallazgo = cotejo->hallazgo(devolucion);
+    d = cotejo->completada(devolucion, hallazgo);
+    donde = TextoCotejo(*cotejo, hallazgo);
+  }
   return {TextoQuien(d),
           TextoImporte(d.importe),
           TextoIban(d.cuenta),
@@ -259,7 +277,7 @@ QStringList ValoresColumnas(const Lote& lote, const Cotejo* cotejo, std::size_t 
           d.textoBanco.texto(),
           d.ficheroOriginal.texto(),
           NombreFichero(lote.ficheros()[d.fichero].ruta),
-          cotejo != nullptr ? TextoCotejo(*cotejo, devolucion) : QString()};
+          donde};
 }
 
 }  // namespace devoluciones

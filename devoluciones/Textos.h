@@ -34,7 +34,7 @@ QString TextoImporte(const std::optional<std::int64_t>& importe);
 QString TextoAviso(const AvisoLectura& aviso, Forma forma);
 
 /// Dónde está su adeudo, dónde puede estar o que no está.
-QString TextoCotejo(const Cotejo& cotejo, std::size_t devolucion);
+QString TextoCotejo(const Cotejo& cotejo, const Cotejo::Hallazgo& hallazgo);
 
 /// Por qué una devolución elegida se queda fuera de la remesa nueva.
 QString TextoFuera(const Fuera& fuera);

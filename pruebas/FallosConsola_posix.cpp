@@ -6,7 +6,7 @@
 #include <QElapsedTimer>
 #include <QRegularExpression>
 
-#include "Consola.h"
+#include "EnCarpeta.h"
 
 using namespace pruebas;
 using namespace Qt::StringLiterals;
@@ -143,13 +143,53 @@ TEST_F(FallosConsola, SalidasCerradasOLlenas) {
     EXPECT_EQ(leer(ruta("salida.Q19")), leer(ruta("bien.Q19"))) << cierre;
   }
   const Salida s = bash("$Q unir -o salida entrada.Q19 >/dev/full");
-  EXPECT_EQ(s.avisado, "q19: no se puede escribir la salida\n");
+  EXPECT_TRUE(s.avisado.endsWith("q19: no se puede escribir la salida\n")) << s.avisado.toStdString();
   for (const char* orden :
        {"comprobar entrada.Q19", "ver entrada.Q19", "--help", "--version", "iban ES", "nif 1"}) {
     const Salida llena = bash(u"$Q %1 >/dev/full"_s.arg(orden));
     EXPECT_EQ(llena.codigo, 1) << orden;
     EXPECT_EQ(llena.avisado, "q19: no se puede escribir la salida\n") << orden;
   }
+}
+
+// Los nombres son los del sistema: ".." detrás de un enlace es la carpeta de verdad, y dos que solo se
+// parecen son dos ficheros.
+TEST_F(FallosConsola, CadaNombreEsSuFichero) {
+  ASSERT_EQ(bash("mkdir -p lejos/dentro; ln -s lejos/dentro enlace; echo viejo >z.Q19;"
+                 "cp entrada.Q19 e.Q19; cp " DIR_EJEMPLOS "/comunidad-fuente-nora.Q19 lejos/e.Q19;"
+                 "for f in E.q19 straße.Q19 strasse.Q19; do cp lejos/e.Q19 $f; done")
+                .codigo,
+            0);
+  const Salida s =
+      bash("$Q unir -o enlace/../z e.Q19 enlace/../e.Q19 E.q19 straße.Q19 strasse.Q19 lejos/dentro/../e.Q19");
+  EXPECT_EQ(s.codigo, 0);
+  EXPECT_TRUE(s.dicho.startsWith("Ficheros: 5\nAdeudos: 125\n")) << s.dicho.toStdString();
+  EXPECT_TRUE(s.dicho.endsWith("/lejos/z.Q19\n")) << s.dicho.toStdString();
+  EXPECT_EQ(s.avisado.count("ya importado"), 1) << s.avisado.toStdString();
+  EXPECT_EQ(leer("z.Q19"), "viejo\n");
+  EXPECT_EQ(leer("lejos/z.Q19").count('\n'), 45 + 4 * 20 + 5);
+}
+
+// Con poca memoria el listado sale entero, o con el error 7 y sin dejar nada.
+TEST_F(FallosConsola, ListarSinMemoria) {
+#ifdef __SANITIZE_ADDRESS__
+  GTEST_SKIP() << "los saneadores apartan más memoria de la que hay";
+#endif
+  escribirGrande("grande.Q19", 300);
+  constexpr int kMega = 1 << 20;
+  constexpr int kNoArranca = 127;
+  int sinMemoria = 0;
+  for (int limite = 60; limite < 600; limite += 3) {
+    const Salida s = bash(u"prlimit --as=%1 $Q listar -o l.pdf grande.Q19"_s.arg(qint64{limite} * kMega));
+    if (s.codigo == 0) break;
+    if (s.codigo == kNoArranca) continue;
+    ++sinMemoria;
+    EXPECT_EQ(s.codigo, 1) << limite;
+    EXPECT_TRUE(s.avisado.contains("Memoria insuficiente (error 7)")) << s.avisado.toStdString();
+    EXPECT_EQ(temporales(), Nombres{}) << limite;
+    EXPECT_FALSE(QFile::exists(ruta("l.pdf")));
+  }
+  EXPECT_GE(sinMemoria, 3);
 }
 
 TEST_F(FallosConsola, LaMemoriaNoDependeDelTamano) {

@@ -1,6 +1,8 @@
 #include "remesa/Adeudos.h"
 #include "remesa/Fusion.h"
 
+#include <gtest/gtest.h>
+
 #include "Registros.h"
 
 using namespace remesa;

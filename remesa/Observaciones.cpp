@@ -104,52 +104,8 @@ std::vector<Observacion> ObservarImportacion(const Resumen& previo, const Resume
   return lista.entregar();
 }
 
-std::vector<Observacion> ObservarImportacion(const Resumen& previo, const IndiceBloques& indice) {
-  Lista lista;
-  const AvisosBloques& avisos = indice.avisos();
-  if (previo.vacia()) return {};
-  if (previo.registros == 1 && previo.conLF.cuenta == 1) return {{Clase_::SoloLF, 1, 1}};
-  if (avisos.sinDueno != 0) return {{Clase_::SinDueno, 1, avisos.sinDueno}};
-  lista.anadirSi(Clase_::ConLF, previo.conLF);
-  lista.anadirSi(Clase_::CabeceraIncorrecta, avisos.incorrectas);
-  Observacion bloques{Clase_::BloquesNuevos, avisos.nuevos};
-  bloques.total = indice.vivos();
-  lista.anadir(std::move(bloques));
-  if (!indice.hayPresentador()) {
-    Observacion falta{Clase_::SinCabeceras};
-    falta.antes = "01";
-    lista.anadir(std::move(falta));
-  }
-  if (avisos.presentadores.cuenta > 0) {
-    Observacion otro{Clase_::OtroPresentador, avisos.presentadores.cuenta, avisos.presentadores.primero};
-    otro.antes = avisos.presentador;
-    otro.ahora = avisos.otroPresentador;
-    lista.anadir(std::move(otro));
-  }
-  if (avisos.distintas.cuenta > 0) {
-    Observacion distinta{avisos.otroNombre ? Clase_::CabeceraOtroNombre : Clase_::CabeceraDistinta,
-                         avisos.distintas.cuenta, avisos.distintas.primero};
-    distinta.antes = avisos.acreedor;
-    distinta.ahora = avisos.nombre;
-    distinta.fecha = avisos.fecha;
-    lista.anadir(std::move(distinta));
-  }
-  lista.anadirSi(Clase_::CodigosDescartados, previo.descartados);
-  lista.anadirSi(Clase_::RegistrosLargos, previo.largos);
-  lista.anadirSi(Clase_::RegistrosCortos, previo.cortos);
-  return lista.entregar();
-}
-
-std::vector<Observacion> ObservarAcumulado(const Resumen& acumulado, const IndiceBloques& indice) {
-  Lista lista;
-  if (acumulado.vacia()) return {};
-  if (acumulado.deTotales == 0)
-    lista.anadir({Clase_::TotalesAusentes});
-  else if (!acumulado.totalesSegunNorma)
-    lista.anadir({Clase_::TotalesNoCuadran});
-  lista.anadirSi(Clase_::CabeceraIncorrecta, indice.avisos().incorrectas);
-  lista.anadirSi(Clase_::OpcionalesSueltos, acumulado.opcionalesSueltos);
-  return lista.entregar();
+bool SePierdenSusAdeudos(const Resumen& previo, TipoFichero tipo) {
+  return previo.registros03 == 0 && (previo.conLF.cuenta > 0 || tipo != TipoFichero::Presentacion);
 }
 
 std::vector<Observacion> ObservarAcumulado(const Resumen& acumulado) {

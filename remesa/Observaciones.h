@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "remesa/IndiceBloques.h"
 #include "remesa/Resumen.h"
+#include "remesa/TipoFichero.h"
 
 namespace remesa {
 
@@ -62,12 +62,11 @@ struct Observacion {
 /// Qué perdería o cambiaría la importación de `previo` en `acumulado`, de lo más a lo menos grave.
 std::vector<Observacion> ObservarImportacion(const Resumen& previo, const Resumen& acumulado);
 
-/// Lo mismo si se conservan los bloques; `indice`, el de la acumulación tras darle también el fichero.
-std::vector<Observacion> ObservarImportacion(const Resumen& previo, const IndiceBloques& indice);
+/// ¿Se queda en nada un fichero que no está vacío de adeudos? Uno cuyas líneas acaban solo en LF, o uno que
+/// no es una remesa, como los de rechazos y devoluciones, del que no entra ningún "03".
+bool SePierdenSusAdeudos(const Resumen& previo, TipoFichero tipo);
 
 /// Qué hay que saber de la acumulación antes de guardarla. Nada si está vacía.
 std::vector<Observacion> ObservarAcumulado(const Resumen& acumulado);
-/// Lo mismo si se conservan los bloques; `indice`, el de la acumulación.
-std::vector<Observacion> ObservarAcumulado(const Resumen& acumulado, const IndiceBloques& indice);
 
 }  // namespace remesa

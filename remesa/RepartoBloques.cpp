@@ -19,7 +19,8 @@ template <std::size_t N>
 std::array<char, N> CampoGuardado(std::string_view registro, Posiciones donde) {
   std::array<char, N> campo;
   campo.fill(' ');
-  std::ranges::copy(LeerCampo(registro, donde), campo.begin());
+  const std::string_view leido = LeerCampo(registro, donde);
+  std::copy_n(leido.begin(), std::min(leido.size(), N), campo.begin());
   return campo;
 }
 

@@ -12,7 +12,7 @@
 
 namespace comunes {
 
-void PrepararProceso() {
+void PrepararSalidas() {
   std::signal(SIGXFSZ, SIG_IGN);
   std::signal(SIGPIPE, SIG_IGN);
   // Con la salida cerrada, la remesa que se escribe recibiría su descriptor y, con él, lo que se dice. Solo

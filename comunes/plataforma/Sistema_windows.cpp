@@ -5,7 +5,7 @@
 namespace comunes {
 
 // Un fichero no comparte números con las salidas, ni hay señales que maten al proceso.
-void PrepararProceso() {}
+void PrepararSalidas() {}
 
 // El montón de Windows no devuelve por su cuenta lo que se acaba de soltar.
 void ConservarMemoria() {}
