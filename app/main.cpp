@@ -3,7 +3,7 @@
 
 #include "app/LineaOrdenes.h"
 #include "comunes/plataforma/Aplicacion.h"
-#include "comunes/plataforma/Proceso.h"
+#include "comunes/plataforma/Sistema.h"
 #include "ventanas/principal/frmUnirQ19.h"
 
 namespace {
@@ -20,7 +20,7 @@ QIcon iconoAplicacion() {
 }  // namespace
 
 int main(int argc, char** argv) {
-  comunes::PrepararProceso();
+  comunes::PrepararProceso("UnirQ19");
   comunes::Aplicacion aplicacion(argc, argv);
   // Sin applicationDisplayName: Qt lo añadiría al título de cada ventana.
   QCoreApplication::setApplicationName(u"UnirQ19"_s);

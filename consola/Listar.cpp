@@ -2,11 +2,15 @@
 #include <QGuiApplication>
 #include <filesystem>
 #include <memory>
+#include <new>
 
 #include "comunes/impresion/DocumentoPdf.h"
+#include "comunes/impresion/Letra.h"
 #include "comunes/plataforma/Texto.h"
 #include "consola/Ordenes.h"
+#include "consola/Sustituido.h"
 #include "consola/Terminal.h"
+#include "ficheros/Rutas.h"
 #include "remesa/Fichero.h"
 #include "ventanas/principal/Informe.h"
 
@@ -22,24 +26,22 @@ struct PeticionListar {
   std::string fichero;
   std::string destino;
   bool referencia = false;
+  bool soloAdeudos = false;
   bool horizontal = false;
 };
-
-/// Escribir el listado encima de la remesa la perdería.
-bool EsElMismo(const fs::path& uno, const fs::path& otro) {
-  std::error_code noExiste;
-  return fs::equivalent(uno, otro, noExiste);
-}
 
 Salida Listar(const PeticionListar& peticion) {
   const fs::path fichero = RutaDe(peticion.fichero);
   const fs::path destino = RutaDe(peticion.destino);
-  if (EsElMismo(fichero, destino)) {
+  // Escribir el listado encima de la remesa la perdería.
+  if (ficheros::EsElMismo(fichero, destino)) {
     Avisar(u"%1: el listado no puede escribirse sobre la remesa"_s.arg(Mostrable(destino)));
     return Salida::Fallo;
   }
   const fs::path* enCurso = &fichero;
   try {
+    // Antes que la remesa: el sistema carga sus letras sin mirar si le queda memoria, y sin ella muere.
+    const comunes::Letra letra(false);
     const QString problema = ProblemaCabeza(remesa::ComprobarCabeza(fichero));
     if (!problema.isEmpty()) {
       Avisar(u"%1: %2"_s.arg(Mostrable(fichero), problema));
@@ -51,8 +53,8 @@ Salida Listar(const PeticionListar& peticion) {
     Avance escritura(u"Listando"_s, fichero);
     escritura.poner(0, 0);
     comunes::Rejilla visor(u"VisorPrt"_s);
-    const principal::Informe informe =
-        principal::PrepararInforme(visor, lista, comunes::DesdeRuta(fichero), peticion.referencia);
+    const principal::Informe informe = principal::PrepararInforme(visor, lista, comunes::DesdeRuta(fichero),
+                                                                  peticion.referencia, peticion.soloAdeudos);
     enCurso = &destino;
     comunes::DocumentoPdf pdf(destino, peticion.horizontal, informe.titulo);
     principal::ImprimirInforme(pdf.trabajo(), visor, informe, [&](int hechas, int total, int) {
@@ -60,9 +62,14 @@ Salida Listar(const PeticionListar& peticion) {
       pdf.comprobar();
       return true;
     });
+    const Sustituido sustituido(destino);
     pdf.confirmar();
+    sustituido.decir();
   } catch (const ficheros::ErrorEjecucion& error) {
     Avisar(Explicar(error, *enCurso));
+    return Salida::Fallo;
+  } catch (const std::bad_alloc&) {
+    Avisar(Explicar(ficheros::ErrorEjecucion(ficheros::kMemoriaInsuficiente), *enCurso));
     return Salida::Fallo;
   }
   Decir(u"Escrito: %1"_s.arg(Mostrable(destino)));
@@ -76,6 +83,8 @@ void OrdenListar(CLI::App& q19, Accion& accion) {
   auto peticion = std::make_shared<PeticionListar>();
   orden->add_option("FICHERO", peticion->fichero, "Remesa que se lista")->type_name("")->required();
   orden->add_flag("--referencia", peticion->referencia, "Añade la columna de la referencia del adeudo");
+  orden->add_flag("--solo-adeudos", peticion->soloAdeudos,
+                  "Sin los registros opcionales, que no son adeudos ni llevan importe");
   orden->add_flag("--horizontal", peticion->horizontal, "Con el papel apaisado");
   orden->add_option("-o,--salida", peticion->destino, "Fichero PDF que se escribe")
       ->type_name("LISTADO")

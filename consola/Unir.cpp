@@ -1,13 +1,17 @@
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <memory>
+#include <optional>
 #include <set>
 
-#include "comunes/plataforma/Explorar.h"
 #include "comunes/plataforma/Formatos.h"
 #include "comunes/plataforma/Texto.h"
 #include "consola/Ordenes.h"
+#include "consola/Sustituido.h"
 #include "consola/Terminal.h"
+#include "consola/UnionBloques.h"
 #include "consola/UnionFlujo.h"
+#include "ficheros/Rutas.h"
 #include "remesa/Fichero.h"
 #include "ventanas/principal/TextosObservacion.h"
 
@@ -22,44 +26,41 @@ namespace fs = std::filesystem;
 struct OpcionesUnir {
   std::string salida;
   std::vector<std::string> ficheros;
+  bool deTodosModos = false;
+  bool bloques = false;
+  bool renovar = false;
 };
 
-/// Los bytes de la ruta, uno por carácter: para buscar en ella sin que importe su codificación.
-QString ComoBytes(const fs::path& ruta) {
-  const std::u8string bytes = ruta.u8string();
-  return QString::fromLatin1(reinterpret_cast<const char*>(bytes.data()),
-                             static_cast<qsizetype>(bytes.size()));
-}
+/// Lo que se dice de la remesa escrita.
+struct Unida {
+  std::int64_t adeudos = 0;
+  std::int64_t importe = 0;
+  QString bloques;  // una línea, con su fin; "" si no se conservan
+};
 
-/// La ruta absoluta y sin rodeos; si la carpeta actual ya no existe, como estaba.
-fs::path Absoluta(const fs::path& ruta) {
-  std::error_code error;
-  const fs::path absoluta = fs::absolute(ruta, error);
-  return (error ? ruta : absoluta).lexically_normal();
-}
-
-/// La salida con la extensión forzada como al guardar. Los "." y ".." que solo nombran carpetas se resuelven
-/// antes, para que no pasen por el punto de una extensión.
+/// La salida, absoluta y con la extensión forzada como al guardar; aquí solo la tiene el último nombre.
 fs::path ConExtension(const fs::path& salida) {
-  fs::path ruta = salida.lexically_normal();
-  if (*ruta.begin() == "..") ruta = Absoluta(salida);
-  return RutaDe(comunes::QuitarExtension(ComoBytes(ruta)).toLatin1().toStdString() + ".Q19");
+  const fs::path nombre = salida.filename();
+  if (nombre.empty() || nombre == "." || nombre == "..")
+    throw ficheros::ErrorEjecucion(ficheros::kErrorDeAcceso, salida, "es una carpeta");
+  fs::path::string_type texto = nombre.native();
+  texto.resize(std::min(texto.rfind('.'), texto.size()));
+  return ficheros::RutaAbsoluta(salida.parent_path() / fs::path(texto).concat(".Q19"));
 }
 
-/// Con qué se reconoce un fichero ya importado: la ruta absoluta en mayúsculas, sin resolver enlaces.
-QString Clave(const fs::path& ruta) {
-  const fs::path absoluta = Absoluta(ruta);
-  const QString texto = comunes::DesdeRuta(absoluta);
-  return comunes::ARuta(texto) == absoluta ? texto.toUpper() : ComoBytes(absoluta);
-}
-
-/// Quita los repetidos, avisando.
+/// Quita los que ya estaban, con ese nombre o con otro, avisando. Los que no se pueden mirar se quedan: ya
+/// fallarán.
 std::vector<fs::path> SinRepetir(const std::vector<std::string>& argumentos) {
   std::vector<fs::path> ficheros;
-  std::set<QString> vistos;
+  std::set<ficheros::Identidad> vistos;
   for (const std::string& argumento : argumentos) {
     const fs::path fichero = RutaDe(argumento);
-    if (vistos.insert(Clave(fichero)).second)
+    std::optional<ficheros::Identidad> identidad;
+    try {
+      identidad = ficheros::IdentidadDe(fichero);
+    } catch (const ficheros::ErrorEjecucion&) {
+    }
+    if (!identidad || vistos.insert(*identidad).second)
       ficheros.push_back(fichero);
     else
       Avisar(u"%1: ya importado, se omite"_s.arg(Mostrable(fichero)));
@@ -90,7 +91,16 @@ void AvisarObservaciones(const fs::path& fichero, const std::vector<remesa::Obse
     Avisar(u"%1: aviso: %2"_s.arg(Mostrable(fichero), Mostrable(principal::TextoObservacion(observacion))));
 }
 
-bool Importar(UnionFlujo& flujo, const fs::path& fichero, bool ultimo) {
+/// Por qué no debe unirse lo que se acaba de leer; vacío si puede unirse.
+QString Perdida(const UnionFlujo& flujo) {
+  if (!remesa::SePierdenSusAdeudos(flujo.resumen(), flujo.tipo())) return {};
+  const QString que = flujo.tipo() == remesa::TipoFichero::Presentacion
+                          ? u"sus líneas acaban solo en LF"_s
+                          : u"es "_s + QString::fromUtf8(remesa::NombreTipo(flujo.tipo()).data());
+  return que + u" y se perderían todos sus adeudos: no se une sin --de-todos-modos"_s;
+}
+
+bool Importar(UnionFlujo& flujo, const fs::path& fichero, bool ultimo, bool deTodosModos) {
   try {
     Avance avance(u"Uniendo"_s, fichero);
     flujo.unir(fichero, ultimo,
@@ -101,7 +111,76 @@ bool Importar(UnionFlujo& flujo, const fs::path& fichero, bool ultimo) {
            (delRegistro ? u" en el registro %1"_s.arg(flujo.registroActual()) : QString()));
     return false;
   }
+  if (const QString perdida = Perdida(flujo); !deTodosModos && !perdida.isEmpty()) {
+    Avisar(u"%1: %2"_s.arg(Mostrable(fichero), perdida));
+    return false;
+  }
   AvisarObservaciones(fichero, flujo.observaciones());
+  return true;
+}
+
+bool FaltaPresentador(const fs::path& salida) {
+  Avisar(u"%1: ningún fichero da cabecera del presentador (01), y no hay identificación que renovar"_s.arg(
+      Mostrable(salida)));
+  return false;
+}
+
+bool UnirEnUno(const OpcionesUnir& opciones, const std::vector<fs::path>& ficheros, const fs::path& salida,
+               ficheros::EscrituraSegura& escritura, Unida& unida,
+               std::vector<remesa::Observacion>& finales) {
+  UnionFlujo flujo(escritura);
+  if (opciones.renovar) flujo.renovar(comunes::Ahora());
+  for (std::size_t i = 0; i < ficheros.size(); ++i)
+    if (!Importar(flujo, ficheros[i], i + 1 == ficheros.size(), opciones.deTodosModos)) return false;
+  if (flujo.faltaRenovar()) return FaltaPresentador(salida);
+  unida.adeudos = flujo.totales().adeudos;
+  unida.importe = flujo.totales().importe;
+  finales = flujo.observacionesFinales();
+  return true;
+}
+
+bool LeerParaReunir(UnionBloques& lectura, const fs::path& fichero) {
+  {
+    Avance avance(u"Leyendo"_s, fichero);
+    lectura.leer(fichero, [&](std::uintmax_t leidos, std::uintmax_t total) { avance.poner(leidos, total); });
+  }
+  if (lectura.reparto().indice().avisos().sinDueno != 0) {
+    for (const remesa::Observacion& observacion : lectura.observaciones())
+      Avisar(u"%1: %2"_s.arg(Mostrable(fichero), Mostrable(principal::TextoObservacion(observacion))));
+    return false;
+  }
+  std::vector<remesa::Observacion> avisos = lectura.observaciones();
+  std::erase_if(avisos, [](const remesa::Observacion& observacion) {
+    return observacion.clase == remesa::ClaseObservacion::BloquesNuevos;
+  });
+  AvisarObservaciones(fichero, avisos);
+  return true;
+}
+
+bool UnirPorBloques(const OpcionesUnir& opciones, const std::vector<fs::path>& ficheros,
+                    const fs::path& salida, ficheros::EscrituraSegura& escritura, Unida& unida) {
+  UnionBloques lectura;
+  for (const fs::path& fichero : ficheros)
+    if (!LeerParaReunir(lectura, fichero)) return false;
+  remesa::RepartoBloques& reparto = lectura.reparto();
+  if (opciones.renovar && !reparto.presentador()) return FaltaPresentador(salida);
+  std::optional<remesa::Renovacion> renovacion;
+  if (opciones.renovar) renovacion = {comunes::Ahora()};
+  reparto.ordenar();
+  const std::uintmax_t total = lectura.fuente().posicion();
+  std::uintmax_t escritos = 0;
+  Avance avance(u"Uniendo"_s, salida);
+  const remesa::SumaNorma suma =
+      EscribirBloques(reparto, Enteros(reparto), lectura.fuente(), renovacion, [&](std::string_view bytes) {
+        escritura.escribir(bytes);
+        avance.poner(escritos += bytes.size(), total);
+      });
+  lectura.fuente().terminar();
+  unida.adeudos = suma.adeudos;
+  unida.importe = suma.importe;
+  unida.bloques = u"Bloques: %1 (%2)\n"_s.arg(
+      QString::number(reparto.indice().vivos()),
+      principal::TextoCuenta(reparto.indice().acreedores(), u"acreedor"_s, u"acreedores"_s));
   return true;
 }
 
@@ -109,22 +188,28 @@ Salida Unir(const OpcionesUnir& opciones) {
   const std::vector<fs::path> ficheros = SinRepetir(opciones.ficheros);
   if (!CabezasValidas(ficheros)) return Salida::Fallo;
 
-  const fs::path salida = Absoluta(ConExtension(RutaDe(opciones.salida)));
+  fs::path salida = RutaDe(opciones.salida);
   try {
+    salida = ConExtension(salida);
     ficheros::EscrituraSegura escritura(salida);
-    UnionFlujo flujo(escritura);
-    for (std::size_t i = 0; i < ficheros.size(); ++i)
-      if (!Importar(flujo, ficheros[i], i + 1 == ficheros.size())) return Salida::Fallo;
+    Unida unida;
+    std::vector<remesa::Observacion> finales;
+    if (!(opciones.bloques ? UnirPorBloques(opciones, ficheros, salida, escritura, unida)
+                           : UnirEnUno(opciones, ficheros, salida, escritura, unida, finales)))
+      return Salida::Fallo;
+    const Sustituido sustituido(salida);
     {
       Avance avance(u"Llevando al disco"_s, salida);
       avance.poner(0, 0);
       escritura.confirmar();
     }
-    AvisarObservaciones(salida, flujo.observacionesFinales());
+    sustituido.decir();
+    AvisarObservaciones(salida, finales);
     // Aunque no se pueda decir, la remesa está escrita.
-    Decir(u"Ficheros: %1\nAdeudos: %2\nTotal: %3\nEscrito: %4"_s.arg(
-        QString::number(ficheros.size()), comunes::FormatoNumero(flujo.totales().adeudos, 0),
-        principal::TextoEuros(flujo.totales().importe), Mostrable(salida)));
+    Decir(u"Ficheros: %1\n%2Adeudos: %3\nTotal: %4\nEscrito: %5"_s.arg(
+        QString::number(ficheros.size()), unida.bloques,
+        comunes::FormatoNumero(static_cast<double>(unida.adeudos), 0), principal::TextoEuros(unida.importe),
+        Mostrable(salida)));
   } catch (const ficheros::ErrorEjecucion& error) {
     Avisar(Explicar(error, salida));
     return Salida::Fallo;
@@ -144,8 +229,15 @@ void OrdenUnir(CLI::App& q19, Accion& accion) {
   orden->add_option("FICHERO", opciones->ficheros, "Remesas, en el orden en que se importan")
       ->type_name("")
       ->required();
+  orden->add_flag("--bloques", opciones->bloques,
+                  "Conserva el acreedor, la fecha y la cuenta de cada adeudo");
+  orden->add_flag("--renovar", opciones->renovar,
+                  "Pone la fecha de hoy y una identificación de fichero nueva");
+  orden->add_flag("--de-todos-modos", opciones->deTodosModos,
+                  "Une también un fichero del que se perderían todos los adeudos");
   orden->footer(
-      "La primera da el presentador y el acreedor; de las demás solo entran los adeudos. Los totales se "
+      "La primera da el presentador y el acreedor; de las demás solo entran los adeudos. Con --bloques, cada "
+      "acreedor, fecha y cuenta tiene su bloque, con los adeudos por orden de referencia. Los totales se "
       "rehacen.\n"
       "Sale con 0 si se escribió la remesa y con 1 si no, sin dejar nada escrito.");
   orden->callback([opciones, &accion] { accion = [opciones] { return Unir(*opciones); }; });

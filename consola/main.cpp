@@ -2,7 +2,7 @@
 #include <filesystem>
 #include <new>
 
-#include "comunes/plataforma/Proceso.h"
+#include "comunes/plataforma/Sistema.h"
 #include "consola/Ordenes.h"
 #include "consola/Sistema.h"
 #include "consola/Terminal.h"
@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 
 int main(int argc, char** argv) {
   try {
-    comunes::PrepararProceso();
+    comunes::PrepararProceso("q19");
     consola::PrepararTerminal();
     return static_cast<int>(consola::Ejecutar(consola::Argumentos(argc, argv)));
   } catch (const ficheros::ErrorEjecucion& error) {
@@ -19,7 +19,7 @@ int main(int argc, char** argv) {
   } catch (const std::filesystem::filesystem_error& error) {
     consola::Avisar(consola::Explicar(ficheros::ErrorEjecucion(error.code(), error.path1()), {}));
   } catch (const std::bad_alloc&) {
-    consola::Avisar(u"memoria insuficiente (error 7)"_s);
+    consola::Avisar(u"Memoria insuficiente (error 7)"_s);
   } catch (const std::exception& error) {
     consola::Avisar(u"error inesperado: %1"_s.arg(QString::fromUtf8(error.what())));
   }

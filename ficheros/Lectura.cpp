@@ -20,8 +20,7 @@ std::size_t LecturaFichero::leer(std::span<char> destino) {
     total += leidos;
   }
   leidos_ += total;
-  if (leidos_ > tamano_ || (total < destino.size() && leidos_ == tamano_ && reescrito()))
-    throw ErrorEjecucion(kErrorDeAcceso, ruta_, kCambia);
+  if (leidos_ > tamano_ || (total < destino.size() && leidos_ == tamano_ && reescrito())) darPorCambiado();
   if (total < destino.size() && leidos_ < tamano_) throw ErrorEjecucion(kFinDeArchivo, ruta_, kCortado);
   return total;
 }
@@ -33,9 +32,17 @@ std::size_t LecturaFichero::leerEn(std::uintmax_t donde, std::span<char> destino
     if (leidos == 0) break;
     total += leidos;
   }
-  if (donde + total > tamano_ || reescrito()) throw ErrorEjecucion(kErrorDeAcceso, ruta_, kCambia);
+  if (donde + total > tamano_ || reescrito()) darPorCambiado();
   if (total < destino.size() && donde + total < tamano_) throw ErrorEjecucion(kFinDeArchivo, ruta_, kCortado);
   return total;
+}
+
+void LecturaFichero::comprobarMarca(const Marca& antes) const {
+  if (marca() != antes) darPorCambiado();
+}
+
+void LecturaFichero::darPorCambiado() const {
+  throw ErrorEjecucion(kErrorDeAcceso, ruta_, kCambia);
 }
 
 void LecturaFichero::comprobarFinal() {

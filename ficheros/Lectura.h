@@ -29,6 +29,18 @@ class LecturaFichero {
   /// Tras leer tamano() bytes justos: error 75 si hay más.
   void comprobarFinal();
 
+  /// Qué fichero es y cuándo se escribió: leerlo otra vez da los mismos bytes si la marca es la misma.
+  struct Marca {
+    std::uint64_t disco = 0, numero = 0, tamano = 0;
+    std::int64_t escrito = 0;
+    bool operator==(const Marca&) const = default;
+  };
+  Marca marca() const;
+  /// Error 75 si su marca ya no es esa.
+  void comprobarMarca(const Marca& antes) const;
+  /// El mismo error, para quien ve que los bytes ya no son los que leyó.
+  [[noreturn]] void darPorCambiado() const;
+
  private:
   struct Interior;
   std::size_t leerAlgo(std::span<char> destino);

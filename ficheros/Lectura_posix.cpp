@@ -64,6 +64,16 @@ std::size_t LecturaFichero::leerAlgoEn(std::uintmax_t donde, std::span<char> des
   });
 }
 
+LecturaFichero::Marca LecturaFichero::marca() const {
+  struct stat estado {};
+  if (::fstat(interior_->fd, &estado) != 0)
+    throw ErrorEjecucion(std::error_code(errno, std::generic_category()), ruta_);
+  constexpr std::int64_t kNanosegundos = 1'000'000'000;
+  return {static_cast<std::uint64_t>(estado.st_dev), static_cast<std::uint64_t>(estado.st_ino),
+          static_cast<std::uint64_t>(estado.st_size),
+          estado.st_mtim.tv_sec * kNanosegundos + estado.st_mtim.tv_nsec};
+}
+
 bool LecturaFichero::reescrito() const {
   struct stat estado {};
   const struct timespec& antes = interior_->escrito;

@@ -64,6 +64,16 @@ std::size_t LecturaFichero::leerAlgoEn(std::uintmax_t donde, std::span<char> des
   return leidos;
 }
 
+LecturaFichero::Marca LecturaFichero::marca() const {
+  BY_HANDLE_FILE_INFORMATION datos{};
+  if (!::GetFileInformationByHandle(interior_->fichero, &datos)) FallarWindows(::GetLastError(), ruta_);
+  const auto juntar = [](DWORD alta, DWORD baja) { return (std::uint64_t{alta} << 32) | baja; };
+  return {datos.dwVolumeSerialNumber, juntar(datos.nFileIndexHigh, datos.nFileIndexLow),
+          juntar(datos.nFileSizeHigh, datos.nFileSizeLow),
+          static_cast<std::int64_t>(
+              juntar(datos.ftLastWriteTime.dwHighDateTime, datos.ftLastWriteTime.dwLowDateTime))};
+}
+
 // Se abre sin dejar escribir a nadie.
 bool LecturaFichero::reescrito() const {
   return false;

@@ -202,6 +202,13 @@ std::span<const Parte> Partes(Forma forma) {
   }
 }
 
+std::span<const remesa::Campo> CamposDesde(C clase, Posiciones donde) {
+  const auto campos = remesa::CamposDe(clase);
+  for (std::size_t i = 0; i < campos.size(); ++i)
+    if (campos[i].donde == donde) return campos.subspan(i);
+  return {};
+}
+
 constexpr std::array kNombres02{
     std::pair<std::string_view, std::string_view>{"BICFI", "BIC"},
     std::pair<std::string_view, std::string_view>{"AnyBIC", "BICOrBEI"},
@@ -212,7 +219,7 @@ constexpr std::array kNombres02{
 Tabla::Tabla() {
   for (const Correspondencia& c : kCorrespondencias) {
     auto& elementos = elementos_[static_cast<std::size_t>(c.grado)];
-    const Entrada entrada{&c, elementos.size()};
+    const Entrada entrada{&c, elementos.size(), CamposDesde(c.clase, c.donde)};
     entradas_[static_cast<std::size_t>(c.grado)].push_back(entrada);
     if (c.uso == Uso::Ambos)
       deClase_[static_cast<std::size_t>(c.grado)][static_cast<std::size_t>(c.clase)].push_back(entrada);
@@ -233,12 +240,6 @@ std::string_view NombreEn(Version version, std::string_view nombre) {
   if (version == Version::V02)
     for (const auto& [comun, antiguo] : kNombres02)
       if (nombre == comun) return antiguo;
-  return nombre;
-}
-
-std::string_view NombreComun(std::string_view nombre) {
-  for (const auto& [comun, antiguo] : kNombres02)
-    if (nombre == antiguo) return comun;
   return nombre;
 }
 

@@ -91,6 +91,7 @@ struct Elemento {
 struct Entrada {
   const Correspondencia* de;
   std::size_t primero;
+  std::span<const remesa::Campo> campos;  ///< El suyo y los que le siguen en su registro.
 };
 
 /// La tabla entera, hecha una vez.
@@ -117,8 +118,6 @@ class Tabla {
 
 /// El nombre de un elemento en una versión: la .02 llama de otro modo a dos.
 std::string_view NombreEn(Version version, std::string_view nombre);
-/// El de la .08 de uno que puede ser de cualquiera de las dos.
-std::string_view NombreComun(std::string_view nombre);
 
 /// "urn:iso:std:iso:20022:tech:xsd:pain.008.001.08"
 std::string_view Espacio(Version version);

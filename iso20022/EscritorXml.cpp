@@ -28,12 +28,14 @@ std::vector<std::string_view> Nombres(std::string_view ruta) {
   return nombres;
 }
 
+using Ruta = std::vector<std::string_view>;
+
 /// Los contenedores que una ruta tiene en común con otra.
-std::size_t Comunes(std::string_view una, std::string_view otra) {
-  const auto a = Nombres(una), b = Nombres(otra);
-  const auto dentro = static_cast<std::ptrdiff_t>(std::min(a.size(), b.size())) - 1;
-  const auto [fin, ignorado] = std::mismatch(a.begin(), a.begin() + dentro, b.begin());
-  return static_cast<std::size_t>(fin - a.begin());
+std::size_t Comunes(const Ruta& una, const Ruta& otra) {
+  if (una.empty() || otra.empty()) return 0;
+  const auto dentro = static_cast<std::ptrdiff_t>(std::min(una.size(), otra.size())) - 1;
+  return static_cast<std::size_t>(std::mismatch(una.begin(), una.begin() + dentro, otra.begin()).first -
+                                  una.begin());
 }
 
 std::string Etiqueta(std::string_view nombre, std::string_view antes = "<") {
@@ -53,24 +55,32 @@ EscritorXml::EscritorXml(Version version, bool compacto) : compacto_(compacto) {
 
 void EscritorXml::preparar(Grado grado, Version version) {
   const Sitio& sitio = kSitios[static_cast<std::size_t>(grado)];
-  de_[static_cast<std::size_t>(grado)] = {sangria(sitio.nivel) + Etiqueta(sitio.nombre),
-                                          sangria(sitio.nivel) + Etiqueta(sitio.nombre, "</")};
-  const auto elementos = Tabla::Unica().elementos(grado);
-  for (const Elemento& elemento : elementos) {
-    Ruta ruta;
-    const auto nombres = Nombres(elemento.ruta);
-    for (std::size_t i = 0; i < nombres.size(); ++i) {
-      const std::string margen = sangria(sitio.nivel + 1 + i);
-      const std::string_view nombre = NombreEn(version, nombres[i]);
-      const bool hoja = i + 1 == nombres.size();
-      const std::string_view atributo = elemento.de->forma == Forma::Importe ? " Ccy=\"EUR\"" : "";
-      ruta.pasos.push_back({margen + "<" + std::string(nombre).append(hoja ? atributo : "") + ">",
-                            (hoja ? "" : margen) + Etiqueta(nombre, "</")});
-    }
-    for (const Elemento& otro : elementos)
-      ruta.comunes.push_back(Comunes(elemento.ruta, otro.ruta));
-    rutas_[static_cast<std::size_t>(grado)].push_back(std::move(ruta));
+  Marco& marco = marcos_[static_cast<std::size_t>(grado)];
+  marco.abre = sangria(sitio.nivel) + Etiqueta(sitio.nombre);
+  marco.cierra = sangria(sitio.nivel) + Etiqueta(sitio.nombre, "</");
+  std::vector<Ruta> rutas(1);
+  std::vector<std::string_view> atributos(1);
+  for (const Elemento& elemento : Tabla::Unica().elementos(grado)) {
+    rutas.push_back(Nombres(elemento.ruta));
+    for (std::string_view& nombre : rutas.back())
+      nombre = NombreEn(version, nombre);
+    atributos.push_back(elemento.de->forma == Forma::Importe ? " Ccy=\"EUR\"" : "");
   }
+  marco.elementos = rutas.size() - 1;
+  for (const Ruta& desde : rutas)
+    for (std::size_t b = 0; b < rutas.size(); ++b) {
+      const Ruta& hasta = rutas[b];
+      const std::size_t comunes = Comunes(desde, hasta);
+      std::string entre = desde.empty() ? std::string() : Etiqueta(desde.back(), "</");
+      for (std::size_t i = desde.size(); i-- > comunes + 1;)
+        entre += sangria(sitio.nivel + i) + Etiqueta(desde[i - 1], "</");
+      for (std::size_t i = comunes; i < hasta.size(); ++i) {
+        const bool hoja = i + 1 == hasta.size();
+        entre +=
+            sangria(sitio.nivel + 1 + i) + Etiqueta(std::string(hasta[i]).append(hoja ? atributos[b] : ""));
+      }
+      marco.entre.push_back(std::move(entre));
+    }
 }
 
 std::string EscritorXml::sangria(std::size_t nivel) const {
@@ -86,37 +96,26 @@ void EscritorXml::cerrarMensaje() {
 }
 
 void EscritorXml::abrirBloque() {
-  bytes_ += de_[static_cast<std::size_t>(Grado::Bloque)].abre;
+  bytes_ += marcos_[static_cast<std::size_t>(Grado::Bloque)].abre;
 }
 
 void EscritorXml::cerrarBloque() {
-  bytes_ += de_[static_cast<std::size_t>(Grado::Bloque)].cierra;
+  bytes_ += marcos_[static_cast<std::size_t>(Grado::Bloque)].cierra;
 }
 
 void EscritorXml::escribir(Grado grado, std::span<const std::string_view> valores) {
   const bool entero = grado != Grado::Bloque;
-  const Paso& de = de_[static_cast<std::size_t>(grado)];
-  const auto& rutas = rutas_[static_cast<std::size_t>(grado)];
-  if (entero) bytes_ += de.abre;
-  const Ruta* abierta = nullptr;
-  std::size_t abiertos = 0;  // contenedores
+  const Marco& marco = marcos_[static_cast<std::size_t>(grado)];
+  if (entero) bytes_ += marco.abre;
+  std::size_t ultimo = 0;
   for (std::size_t i = 0; i < valores.size(); ++i) {
     if (valores[i].empty()) continue;
-    const Ruta& ruta = rutas[i];
-    const std::size_t comunes =
-        abierta == nullptr ? 0 : ruta.comunes[static_cast<std::size_t>(abierta - rutas.data())];
-    while (abiertos > comunes)
-      bytes_ += abierta->pasos[--abiertos].cierra;
-    for (; abiertos + 1 < ruta.pasos.size(); ++abiertos)
-      bytes_ += ruta.pasos[abiertos].abre;
-    bytes_ += ruta.pasos.back().abre;
+    bytes_ += marco.de(ultimo, i + 1);
     anadirValor(valores[i]);
-    bytes_ += ruta.pasos.back().cierra;
-    abierta = &ruta;
+    ultimo = i + 1;
   }
-  while (abiertos > 0)
-    bytes_ += abierta->pasos[--abiertos].cierra;
-  if (entero) bytes_ += de.cierra;
+  bytes_ += marco.de(ultimo, 0);
+  if (entero) bytes_ += marco.cierra;
 }
 
 void EscritorXml::anadirValor(std::string_view valor) {

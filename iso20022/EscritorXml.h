@@ -29,13 +29,12 @@ class EscritorXml {
   void escribir(Grado grado, std::span<const std::string_view> valores);
 
  private:
-  struct Paso {  // un nombre de una ruta
+  struct Marco {  // de un grado: sus etiquetas, y lo que va entre dos de sus valores
     std::string abre, cierra;
-  };
-  struct Ruta {
-    std::vector<Paso> pasos;
-    std::vector<std::size_t>
-        comunes;  // con cada elemento anterior de su grado, pasos de contenedor que comparten
+    std::size_t elementos = 0;
+    /// Entre el valor `a` y el `b`, desde 1; el 0 es el principio, y el final.
+    std::vector<std::string> entre;
+    const std::string& de(std::size_t a, std::size_t b) const { return entre[a * (elementos + 1) + b]; }
   };
   void preparar(Grado grado, Version version);
   std::string sangria(std::size_t nivel) const;
@@ -43,8 +42,7 @@ class EscritorXml {
 
   bool compacto_;
   std::string cabeza_, pie_;
-  std::vector<Ruta> rutas_[kGrados];
-  Paso de_[kGrados];
+  Marco marcos_[kGrados];
   std::string bytes_;
 };
 

@@ -181,7 +181,7 @@ void Exportacion::Examen::abrirAdeudo(const Linea& l) {
   mirarEsquema();
   if (trasTotales_) trasTotalesCuenta_.sumar(numero_);
   adeudo_.vaciar();
-  adeudo_.de(C::Adeudo) = registro_;
+  std::swap(adeudo_.de(C::Adeudo), registro_);
   apunte_.sitio = l.sitio | (static_cast<std::uint64_t>(fuente_) << kBitsSitio);
   inicio_ = ultima_ = numero_;
   hayAdeudo_ = true;
@@ -198,7 +198,7 @@ void Exportacion::Examen::opcional(C clase) {
   if (version(registro_) != version(adeudo))
     return anotarSuelto(N::Version, remesa::kVersion, Recortar(version(registro_)));
   if (adeudo_.hay(clase)) return anotarSuelto(N::OpcionalRepetido, {0, 0}, {});
-  adeudo_.de(clase) = registro_;
+  std::swap(adeudo_.de(clase), registro_);
   ultima_ = numero_;
 }
 

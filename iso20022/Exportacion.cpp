@@ -14,8 +14,7 @@ using C = remesa::ClaseRegistro;
 using remesa::LeerCampo;
 using remesa::Recortar;
 
-constexpr int kArgumento = 5;
-constexpr std::size_t kTrozoXml = std::size_t{64} << 10;
+constexpr std::size_t kTrozoXml = std::size_t{512} << 10;  // sin pasar por la reserva de la escritura
 
 /// La identificación con "-n" detrás, cortada para que quepa en las 35 de un elemento.
 std::string ConNumero(std::string_view identificacion, std::uint64_t numero) {
@@ -115,7 +114,7 @@ class Exportacion::Redaccion {
 
 std::vector<std::filesystem::path> Exportacion::escribir(const std::filesystem::path& destino,
                                                          const Avance& avance) {
-  if (!resumen_.posible) throw ficheros::ErrorEjecucion(kArgumento);
+  if (!resumen_.posible) throw ficheros::ErrorEjecucion(ficheros::kArgumentoNoValido);
   const auto mensajes = repartir();
   const bool varios = mensajes.size() > 1;
   ficheros::EscrituraConjunta escritura;

@@ -13,10 +13,6 @@ constexpr std::size_t kTrozo = std::size_t{1} << 20;
 constexpr std::size_t kTrozoMinimo = std::size_t{4} << 10;
 constexpr std::size_t kLineaUsual = remesa::kLongitudRegistro + 2;
 
-std::uint64_t LargoFin(FinLinea fin) {
-  return fin == FinLinea::CRLF ? 2 : fin == FinLinea::Ninguno ? 0 : 1;
-}
-
 }  // namespace
 
 FuenteFichero::FuenteFichero(const std::filesystem::path& ruta) : lectura_(ruta), bufer_(kTrozo) {}
@@ -27,7 +23,7 @@ bool FuenteFichero::recorrer(const std::function<bool(const Linea&)>& recibir, c
   bool seguir = true;
   remesa::LineasFichero lineas([&](std::string_view bytes, std::uint64_t longitud, FinLinea fin) {
     if (seguir) seguir = recibir({bytes, longitud, fin, fila, sitio});
-    sitio += longitud + LargoFin(fin);
+    sitio += longitud + remesa::LargoFin(fin);
     if (fin != FinLinea::LF) ++fila;
   });
   std::uintmax_t leidos = 0;

@@ -6,6 +6,7 @@
 #include "iso20022/Direccion.h"
 #include "remesa/Calendario.h"
 #include "remesa/CaracteresSEPA.h"
+#include "remesa/CuentaNacional.h"
 #include "remesa/PaisesSEPA.h"
 #include "remesa/SEPA.h"
 #include "remesa/Validez.h"
@@ -47,14 +48,6 @@ bool EsCero(std::string_view texto) {
   return texto.find_first_not_of('0') == std::string_view::npos;
 }
 
-/// Los campos que siguen a uno en su registro: con los suyos, los de una identificación o una dirección.
-std::span<const Campo> CamposDesde(C clase, Posiciones donde) {
-  const auto campos = remesa::CamposDe(clase);
-  for (std::size_t i = 0; i < campos.size(); ++i)
-    if (campos[i].donde == donde) return campos.subspan(i);
-  return {};
-}
-
 Alcance AlcanceDe(C clase) {
   return clase == C::Presentador ? Alcance::Remesa : clase == C::Acreedor ? Alcance::Bloque : Alcance::Adeudo;
 }
@@ -65,6 +58,17 @@ std::string FechaIso(std::string_view fecha) {
       .append(LeerCampo(fecha, {5, 6}))
       .append("-")
       .append(LeerCampo(fecha, {7, 8}));
+}
+
+/// Tal como se escribiría, empieza o acaba en "/" o tiene "//".
+bool TieneBarrasMalas(std::string_view valor) {
+  bool previa = true;
+  for (const char c : valor) {
+    const bool barra = remesa::EquivalenteSEPA(c) == '/';
+    if (barra && previa) return true;
+    previa = barra;
+  }
+  return previa;
 }
 
 constexpr std::string_view kPrefijo = "PRE";
@@ -120,6 +124,10 @@ std::string EscribirImporte(std::uint64_t centimos) {
   return texto.insert(texto.size() - 2, ".");
 }
 
+bool EsTipoAdeudo(std::string_view texto) {
+  return texto == "RCUR" || texto == "FRST" || texto == "FNAL" || texto == "OOFF";
+}
+
 bool EsBicDe(Version version, std::string_view bic) {
   if (bic.size() != 8 && bic.size() != 11) return false;
   const auto todos = [](std::string_view parte, auto&& es) { return std::ranges::all_of(parte, es); };
@@ -144,8 +152,7 @@ Traduccion::Traduccion(const OpcionesExportacion& opciones, ReceptorNotas recibi
 /// Lo que todos los bloques dicen igual.
 void Traduccion::fijos() {
   for (const Entrada& entrada : Tabla::Unica().entradas(Grado::Bloque))
-    if (entrada.de->forma == Forma::Fijo)
-      datos_[static_cast<std::size_t>(Grado::Bloque)].valores[entrada.primero] = entrada.de->fijo;
+    if (entrada.de->forma == Forma::Fijo) sitios(Grado::Bloque)[entrada.primero] = entrada.de->fijo;
 }
 
 bool Traduccion::presentador(const RegistroLeido& registro) {
@@ -172,13 +179,13 @@ bool Traduccion::adeudo(const AdeudoLeido& adeudo) {
   const RegistroLeido& registro = adeudo.de(C::Adeudo);
   dueno_ = &registro;
   empezar(Grado::Adeudo);
-  mirarVersion(registro);
+  if (examina()) mirarVersion(registro);
   const std::string_view cuenta = Recortar(LeerCampo(registro.bytes, remesa::kCuentaDeudor));
   const std::string_view pais = cuenta.substr(0, 2);
   fueraDelEEE_ =
-      LeerCampo(registro.bytes, remesa::kClaseCuenta) != "B" && remesa::EsPais(pais) && !remesa::EnEEE(pais);
+      LeerCampo(registro.bytes, remesa::kClaseCuenta) != "B" && !remesa::EnEEE(pais) && remesa::EsPais(pais);
   for (const Entrada& entrada : Tabla::Unica().entradas(Grado::Bloque, C::Adeudo))
-    datos_[static_cast<std::size_t>(Grado::Bloque)].valores[entrada.primero] = {};
+    sitios(Grado::Bloque)[entrada.primero] = {};
   pasar(Grado::Bloque, C::Adeudo, registro);
   pasar(Grado::Adeudo, C::Adeudo, registro);
   mirarLibre(registro, C::Adeudo);
@@ -203,7 +210,7 @@ void Traduccion::empezar(Grado grado) {
 
 void Traduccion::pasar(Grado grado, C clase, const RegistroLeido& registro) {
   for (const Entrada& entrada : Tabla::Unica().entradas(grado, clase))
-    pasar({*entrada.de, entrada.primero, registro});
+    pasar({*entrada.de, entrada, registro});
 }
 
 void Traduccion::pasar(const Mirada& m) {
@@ -266,9 +273,7 @@ void Traduccion::referencia(const Mirada& m, std::string_view valor) {
   mirarCaracteres(m, m.de.donde, valor);
   // El de una remesa financiada.
   if (m.de.forma == Forma::IdMensaje && valor.starts_with("PREFSDD")) valor.remove_prefix(kPrefijo.size());
-  const std::string escrita = remesa::EquivalenteSEPA(valor);
-  if (escrita.starts_with('/') || escrita.ends_with('/') || escrita.find("//") != std::string::npos)
-    anotarCampo(N::Barras, m, escrita);
+  if (examina() && TieneBarrasMalas(valor)) anotarCampo(N::Barras, m, valor);
   poner(m, valor);
 }
 
@@ -283,14 +288,13 @@ void Traduccion::codigo(const Mirada& m) {
 
 void Traduccion::tipo(const Mirada& m) {
   const std::string_view valor = valorDe(m);
-  for (const std::string_view admitido : {"RCUR", "FRST", "FNAL", "OOFF"})
-    if (valor == admitido) return poner(m, admitido);
-  anotarCampo(N::TipoAdeudo, m, valor);
+  if (!EsTipoAdeudo(valor)) return anotarCampo(N::TipoAdeudo, m, valor);
+  poner(m, valor);
 }
 
 void Traduccion::fecha(const Mirada& m) {
   const std::string_view valor = LeerCampo(m.registro.bytes, m.de.donde);
-  if (!remesa::LeerFecha(valor)) return anotarCampo(N::Fecha, m, Recortar(valor));
+  if (examina() && !remesa::LeerFecha(valor)) return anotarCampo(N::Fecha, m, Recortar(valor));
   poner(m, guardar(m.de.grado, FechaIso(valor)));
 }
 
@@ -304,7 +308,8 @@ void Traduccion::fechaHora(const Mirada& m) {
 
 void Traduccion::importe(const Mirada& m) {
   const std::string_view valor = LeerCampo(m.registro.bytes, m.de.donde);
-  if (static_cast<int>(valor.size()) != m.de.donde.longitud() || !remesa::SonCifras(valor) || EsCero(valor))
+  if (examina() &&
+      (static_cast<int>(valor.size()) != m.de.donde.longitud() || !remesa::SonCifras(valor) || EsCero(valor)))
     return anotarCampo(N::Importe, m, Recortar(valor));
   poner(m, guardar(m.de.grado, EscribirImporte(ImporteDe(m.registro.bytes))));
 }
@@ -319,14 +324,15 @@ void Traduccion::cuenta(const Mirada& m) {
   const std::string_view letra = deDeudor ? LeerCampo(m.registro.bytes, remesa::kClaseCuenta) : "A";
   // La de antes de cambiar el mandato no dice de qué clase es.
   if (letra == "B" || (m.de.clase == C::Mandato && remesa::EsCcc(valor))) return cuentaNacional(m, valor);
-  const remesa::Control control = remesa::ComprobarIban(valor);
-  if (!control.correcto) return anotarCampo(N::Iban, m, valor, control.digitos);
+  if (examina())
+    if (const remesa::Control control = remesa::ComprobarIban(valor); !control.correcto)
+      return anotarCampo(N::Iban, m, valor, control.digitos);
   if (letra != "A") anotar(N::ClaseCuenta, m.registro, remesa::kClaseCuenta, Recortar(letra));
   poner(m, valor);
 }
 
 void Traduccion::cuentaNacional(const Mirada& m, std::string_view ccc) {
-  if (!remesa::ControlCcc(ccc)) return anotarCampo(N::Ccc, m, ccc);
+  if (examina() && !remesa::ControlCcc(ccc)) return anotarCampo(N::Ccc, m, ccc);
   std::string iban = remesa::IbanDeCcc(ccc);
   poner(m, guardar(m.de.grado, iban));
   anotarCampo(N::CccConvertido, m, ccc, std::move(iban));
@@ -337,8 +343,7 @@ void Traduccion::entidadOriginal(const Mirada& m) {
   const std::string_view valor = valorDe(m);
   if (valor.empty()) return;
   if (valor != kCambioDeCuenta) return anotarCampo(N::EntidadOriginal, m, valor);
-  auto& valores = datos_[static_cast<std::size_t>(m.de.grado)].valores;
-  std::string_view& cuenta = valores[m.primero - 1];
+  std::string_view& cuenta = sitios(m.de.grado)[m.entrada.primero - 1];
   constexpr Posiciones kCuentaOriginal =
       remesa::PosicionesDe(remesa::tabla::kMandato, "Cuenta del deudor original");
   if (!cuenta.empty()) anotar(N::CuentaConCambio, m.registro, kCuentaOriginal, cuenta);
@@ -350,7 +355,7 @@ bool Traduccion::identificador(const Mirada& m, std::string_view valor) {
   const remesa::Control control = remesa::ComprobarIdentificador(valor);
   if (!control.correcto)
     anotarCampo(N::Identificador, m, valor, control.digitos);
-  else if (valor.starts_with('/') || valor.ends_with('/') || valor.find("//") != std::string_view::npos)
+  else if (TieneBarrasMalas(valor))
     anotarCampo(N::Barras, m, valor);
   else
     return true;
@@ -375,7 +380,7 @@ void Traduccion::acreedor(const Mirada& m) {
 
 void Traduccion::identificacion(const Mirada& m) {
   using P = ParteIdentificacion;
-  const auto campos = CamposDesde(m.de.clase, m.de.donde);
+  const auto& campos = m.entrada.campos;
   const auto leer = [&](std::size_t i) { return Util(LeerCampo(m.registro.bytes, campos[i].donde)); };
   const std::string_view tipo = leer(0);
   const std::string_view entero = leer(1);
@@ -404,13 +409,13 @@ void Traduccion::identificacion(const Mirada& m) {
 
 void Traduccion::direccion(const Mirada& m) {
   const bool deDeudor = m.de.clase == C::Adeudo;
-  const auto campos = CamposDesde(m.de.clase, m.de.donde);
+  const auto& campos = m.entrada.campos;
   const bool hay = !Util(LeerCampo(m.registro.bytes, {campos[0].donde.desde, campos[3].donde.hasta})).empty();
   const bool hace = deDeudor && fueraDelEEE_;
   const bool seQuiere = opciones_.direcciones == Direcciones::Todas ||
                         (opciones_.direcciones == Direcciones::Necesarias && hace);
   if (hay && seQuiere) return partirDireccion(m);
-  if (hay && recibir_) {
+  if (hay && examina()) {
     ++resumidas_.direcciones;
     if (opciones_.detalle) anotarCampo(N::DireccionNoEscrita, m, Entera(m.registro, campos.first(4)));
   }
@@ -420,7 +425,7 @@ void Traduccion::direccion(const Mirada& m) {
 void Traduccion::partirDireccion(const Mirada& m) {
   using P = ParteDireccion;
   constexpr std::size_t kMaxProvincia = 35;
-  const auto campos = CamposDesde(m.de.clase, m.de.donde);
+  const auto& campos = m.entrada.campos;
   const auto leer = [&](std::size_t i) { return Util(LeerCampo(m.registro.bytes, campos[i].donde)); };
   const std::string_view pais = leer(3);
   const std::string_view escrita = guardar(m.de.grado, remesa::EquivalenteSEPA(leer(1)));
@@ -457,7 +462,7 @@ void Traduccion::bancoAcreedor(const RegistroLeido& cabecera) {
   if (!vale && !bic.empty()) anotar(N::BicAcreedor, cabecera, remesa::kCuentaAcreedor, entidad, bic);
   for (const Entrada& entrada : Tabla::Unica().entradas(Grado::Bloque)) {
     if (entrada.de->forma != Forma::BancoAcreedor) continue;
-    const Mirada m{*entrada.de, entrada.primero, cabecera};
+    const Mirada m{*entrada.de, entrada, cabecera};
     poner(m, vale ? ParteBanco::Bic : ParteBanco::Otro, vale ? guardar(Grado::Bloque, bic) : kSinDato);
   }
 }
@@ -470,14 +475,14 @@ void Traduccion::mirarVersion(const RegistroLeido& registro) {
 }
 
 void Traduccion::mirarLibre(const RegistroLeido& registro, C clase) {
-  if (!recibir_) return;
+  if (!examina()) return;
   const Campo& libre = remesa::CamposDe(clase).back();
   const std::string_view valor = Recortar(LeerCampo(registro.bytes, libre.donde));
   if (!valor.empty()) anotar(N::Libre, registro, libre.donde, valor);
 }
 
 void Traduccion::mirarCaracteres(const Mirada& m, Posiciones donde, std::string_view valor) {
-  if (!recibir_ || remesa::BuscarCaracter(valor, 0) == valor.size()) return;
+  if (!examina() || remesa::BuscarCaracter(valor, 0) == valor.size()) return;
   ++resumidas_.caracteres;
   auto& ejemplos = resumidas_.ejemplos;
   const bool ejemplo = ejemplos.size() < kMaxEjemplos &&
@@ -501,14 +506,14 @@ std::string_view Traduccion::valor(Grado grado, Forma forma) const {
 void Traduccion::poner(Grado grado, Forma forma, std::string_view valor) {
   for (const Entrada& entrada : Tabla::Unica().entradas(grado))
     if (entrada.de->forma == forma) {
-      datos_[static_cast<std::size_t>(grado)].valores[entrada.primero] = guardar(grado, valor);
+      sitios(grado)[entrada.primero] = guardar(grado, valor);
       return;
     }
 }
 
 template <class Parte>
 void Traduccion::poner(const Mirada& m, Parte parte, std::string_view valor) {
-  datos_[static_cast<std::size_t>(m.de.grado)].valores[m.primero + static_cast<std::size_t>(parte)] = valor;
+  sitios(m.de.grado)[m.entrada.primero + static_cast<std::size_t>(parte)] = valor;
 }
 
 void Traduccion::poner(const Mirada& m, std::string_view valor) {
@@ -530,7 +535,7 @@ void Traduccion::anotarCampo(N codigo, const Mirada& m, std::string_view valor, 
 void Traduccion::anotar(N codigo, const RegistroLeido& registro, Posiciones donde, std::string_view valor,
                         std::string cambio, std::uint64_t cuenta) {
   malo_ = malo_ || EsError(codigo);
-  if (!recibir_) return;
+  if (!examina()) return;
   Nota nota{codigo};
   nota.clase = remesa::Clase(registro.bytes);
   nota.alcance = AlcanceDe(nota.clase);

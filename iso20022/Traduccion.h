@@ -68,7 +68,7 @@ struct Resumidas {
 /// hasta el registro siguiente de su grado, y mientras vivan los bytes de este.
 class Traduccion {
  public:
-  /// Sin `recibir` no se anota nada.
+  /// Sin `recibir` no se anota nada, y los registros han de ser de los que pasaron sin error.
   Traduccion(const OpcionesExportacion& opciones, ReceptorNotas recibir, std::size_t fuente = 0);
 
   // false si el registro tiene un error: no se puede cobrar.
@@ -100,7 +100,7 @@ class Traduccion {
   // Lo que se mira: los campos de una correspondencia en su registro.
   struct Mirada {
     const Correspondencia& de;
-    std::size_t primero;
+    const Entrada& entrada;
     const RegistroLeido& registro;
   };
 
@@ -134,6 +134,8 @@ class Traduccion {
   template <class Parte>
   void poner(const Mirada& m, Parte parte, std::string_view valor);
   void poner(const Mirada& m, std::string_view valor);
+  std::span<std::string_view> sitios(Grado grado) { return datos_[static_cast<std::size_t>(grado)].valores; }
+  bool examina() const { return static_cast<bool>(recibir_); }
   std::string_view guardar(Grado grado, std::string_view texto);
   void anotarCampo(CodigoNota codigo, const Mirada& m, std::string_view valor, std::string cambio = {});
 
@@ -152,6 +154,9 @@ std::uint64_t ImporteDe(std::string_view adeudo);
 
 /// Céntimos como los escribe el XML: "1234.05".
 std::string EscribirImporte(std::uint64_t centimos);
+
+/// FNAL, FRST, OOFF o RCUR.
+bool EsTipoAdeudo(std::string_view texto);
 
 /// Forma de un BIC en una versión.
 bool EsBicDe(Version version, std::string_view bic);

@@ -5,6 +5,7 @@
 #include <QDir>
 #include <csignal>
 
+#include "Carpeta.h"
 #include "Registros.h"
 #include "comunes/herramientas/FicheroAgenda.h"
 #include "comunes/plataforma/Texto.h"

@@ -1,45 +1,17 @@
-#include <gtest/gtest.h>
+#include "EnCarpeta.h"
 
-#include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
-#include <QTemporaryDir>
+
+using namespace pruebas;
 
 namespace {
 
 using namespace Qt::StringLiterals;
 
-struct Salida {
-  int codigo;
-  QString dicho, avisado;
-};
-
-class PruebaConsola : public testing::Test {
+class PruebaConsola : public EnCarpeta {
  protected:
-  Salida q19(const QStringList& argumentos) const {
-    QProcess proceso;
-    proceso.setWorkingDirectory(carpeta_.path());
-    proceso.start(PROGRAMA_Q19, argumentos);
-    EXPECT_TRUE(proceso.waitForFinished(60000));
-    EXPECT_EQ(proceso.exitStatus(), QProcess::NormalExit);
-    return {proceso.exitCode(), QString::fromUtf8(proceso.readAllStandardOutput()),
-            QString::fromUtf8(proceso.readAllStandardError())};
-  }
-
-  QString ruta(const QString& nombre) const { return carpeta_.filePath(nombre); }
-
-  QString escribir(const QString& nombre, const QByteArray& bytes) const {
-    QFile f(ruta(nombre));
-    EXPECT_TRUE(f.open(QIODevice::WriteOnly) && f.write(bytes) == bytes.size());
-    return ruta(nombre);
-  }
-
-  static QByteArray leer(const QString& nombre) {
-    QFile f(nombre);
-    EXPECT_TRUE(f.open(QIODevice::ReadOnly)) << nombre.toStdString();
-    return f.readAll();
-  }
+  Salida q19(const QStringList& argumentos) const { return ejecutar(PROGRAMA_Q19, argumentos); }
 
   static QString ejemplo(const char* nombre) { return u"" DIR_EJEMPLOS u"/"_s + nombre; }
 
@@ -47,8 +19,6 @@ class PruebaConsola : public testing::Test {
   QStringList ficheros() const {
     return QDir(carpeta_.path()).entryList(QDir::Files | QDir::Hidden, QDir::Name);
   }
-
-  QTemporaryDir carpeta_;
 };
 
 QByteArrayList Registros(const QByteArray& bytes, const char* codigo) {
@@ -126,30 +96,77 @@ TEST_F(PruebaConsola, NoEscribeNadaSiAlgoFalla) {
 }
 
 TEST_F(PruebaConsola, RepetidosYSalidaSobreUnaEntrada) {
-  const QByteArray bytes = leer(ejemplo("gimnasio-acuario.Q19"));
-  escribir("Añil.Q19", bytes);
-  ASSERT_TRUE(QFile::link(ruta("Añil.Q19"), ruta("enlace.Q19")));
-  ASSERT_TRUE(q19({"unir", "-o", "doble", "Añil.Q19", "enlace.Q19"}).codigo == 0);
-  EXPECT_EQ(Registros(leer(ruta("doble.Q19")), "03").size(), 90);
-
-  const Salida s = q19({"unir", "-o", "Añil.Q19", "Añil.Q19", "./AÑIL.q19", ruta("Añil.Q19"), "doble.Q19"});
+  escribir("Añil.Q19", leer(ejemplo("gimnasio-acuario.Q19")));
+  std::filesystem::create_hard_link(ruta("Añil.Q19").toStdU16String(), ruta("duro.Q19").toStdU16String());
+  const Salida s = q19({"unir", "-o", "Añil.Q19", "Añil.Q19", "./Añil.Q19", "duro.Q19",
+                        ejemplo("comunidad-fuente-nora.Q19"), ruta("Añil.Q19")});
   EXPECT_EQ(s.codigo, 0) << s.avisado.toStdString();
-  EXPECT_TRUE(s.avisado.contains("q19: ./AÑIL.q19: ya importado, se omite")) << s.avisado.toStdString();
-  EXPECT_EQ(s.avisado.count("ya importado"), 2);
-  EXPECT_EQ(Registros(leer(ruta("Añil.Q19")), "03").size(), 45 + 90);
+  EXPECT_TRUE(s.avisado.contains("q19: duro.Q19: ya importado, se omite")) << s.avisado.toStdString();
+  EXPECT_EQ(s.avisado.count("ya importado"), 3);
+  EXPECT_TRUE(s.avisado.contains("Añil.Q19: sustituido el que había, de 30.100 bytes"))
+      << s.avisado.toStdString();
+  EXPECT_EQ(Registros(leer(ruta("Añil.Q19")), "03").size(), 45 + 20);
+}
+
+// Si de un fichero se perderían todos los adeudos no se escribe nada, salvo que se pida.
+TEST_F(PruebaConsola, NoUneLoQueSePerderiaEntero) {
+  const QByteArray buena = leer(ejemplo("gimnasio-acuario.Q19"));
+  const auto conCodigos = [&](char decena) {
+    QByteArray otra = buena;
+    for (qsizetype i = 0; i < otra.size(); i += 602)
+      if (otra[i] == '0') otra[i] = decena;
+    return otra;
+  };
+  const QByteArray conLF = QByteArray(buena).replace("\r\n", "\n");
+  const QByteArray cabeceras = buena.left(602 * 2);
+  const struct {
+    QByteArray bytes;
+    const char* que;    // por qué no se une; nullptr, se une
+    qsizetype escrito;  // con --de-todos-modos
+  } casos[] = {
+      {conLF, "sus líneas acaban solo en LF", 602},
+      {buena.left(602) + conLF.mid(601), "sus líneas acaban solo en LF", 602 * 2},
+      {conCodigos('1'), "es un fichero de adeudos rechazados", 602},
+      {conCodigos('2'), "es un fichero de adeudos devueltos", 602},
+      {conCodigos('3'), "es un fichero de solicitudes de cancelación de adeudos", 602},
+      {"9919143" + buena.mid(7, 595) + "\r\n", "es un fichero que no es de adeudos", 602},
+      {cabeceras, nullptr, cabeceras.size()},
+  };
+  escribir("buena.Q19", buena);
+  for (const auto& [bytes, que, escrito] : casos) {
+    SCOPED_TRACE(que);
+    escribir("mala.Q19", bytes);
+    const QByteArray antes = "lo de antes";
+    escribir("salida.Q19", antes);
+    const Salida s = q19({"unir", "-o", "salida", "buena.Q19", "mala.Q19"});
+    EXPECT_EQ(s.codigo, que == nullptr ? 0 : 1) << s.avisado.toStdString();
+    EXPECT_EQ(leer(ruta("salida.Q19")) == antes, que != nullptr);
+    EXPECT_TRUE(que == nullptr || s.avisado.contains(QString("q19: mala.Q19: ") + que))
+        << s.avisado.toStdString();
+    EXPECT_EQ(q19({"unir", "--de-todos-modos", "-o", "salida", "mala.Q19"}).codigo, 0);
+    EXPECT_EQ(leer(ruta("salida.Q19")).size(), escrito);
+  }
 }
 
 TEST_F(PruebaConsola, NombreDeLaSalida) {
   ASSERT_TRUE(QDir(carpeta_.path()).mkpath("con.punto/dentro"));
-  const QString nombres[][2] = {{"a.txt", "a.Q19"},         {"b", "b.Q19"},
-                                {"./c", "c.Q19"},           {"con.punto/d.x", "con.punto/d.Q19"},
-                                {"con.punto/e", "con.Q19"}, {"con.punto/../f", "f.Q19"},
+  const QString nombres[][2] = {{"a.txt", "a.Q19"},
+                                {"b", "b.Q19"},
+                                {"./c", "c.Q19"},
+                                {"con.punto/d.x", "con.punto/d.Q19"},
+                                {"con.punto/e", "con.punto/e.Q19"},
+                                {"con.punto/../f", "f.Q19"},
                                 {"g.q19", "g.Q19"}};
   for (const auto& [dado, escrito] : nombres) {
     const Salida s = q19({"unir", "-o", dado, ejemplo("gimnasio-acuario.Q19")});
     EXPECT_EQ(s.codigo, 0);
     EXPECT_TRUE(s.dicho.contains("Escrito: " + ruta(escrito) + "\n")) << s.dicho.toStdString();
     EXPECT_TRUE(QFile::exists(ruta(escrito)));
+  }
+  for (const char* carpeta : {"con.punto/", ".", "con.punto/.."}) {
+    const Salida s = q19({"unir", "-o", carpeta, ejemplo("gimnasio-acuario.Q19")});
+    EXPECT_EQ(s.codigo, 1) << carpeta;
+    EXPECT_TRUE(s.avisado.contains("es una carpeta (error 75)")) << s.avisado.toStdString();
   }
 }
 
@@ -198,11 +215,8 @@ TEST_F(PruebaConsola, NombresQueNoSonUtf8NiListas) {
   EXPECT_TRUE(q19({"unir", "-o", "b", "[a]"}).avisado.contains("[a]: No se encontró el archivo"));
   const QByteArray guion = "cp '" DIR_EJEMPLOS "/gimnasio-acuario.Q19' $'a\\xf1o.Q19' && '" PROGRAMA_Q19
                            "' unir -o $'uni\\xf3n.x' $'a\\xf1o.Q19' && test -s $'uni\\xf3n.Q19' && rm *.Q19";
-  QProcess bash;
-  bash.setWorkingDirectory(carpeta_.path());
-  bash.start("bash", {"-c", QString::fromLatin1(guion)});
-  ASSERT_TRUE(bash.waitForFinished());
-  EXPECT_EQ(bash.exitCode(), 0) << bash.readAllStandardError().toStdString();
+  const Salida s = ejecutar("bash", {"-c", QString::fromLatin1(guion)});
+  EXPECT_EQ(s.codigo, 0) << s.avisado.toStdString();
 }
 
 // Las líneas acaban en CR, como al cargar; las que no son de un registro conocido se dicen y se ven.
@@ -296,10 +310,7 @@ TEST_F(PruebaConsola, ListaEnUnPdfSinPantalla) {
   const Salida s = q19({"listar", remesa, "--referencia", "--horizontal", "-o", "listado.pdf"});
   EXPECT_EQ(s.codigo, 0) << s.avisado.toStdString();
   EXPECT_EQ(s.avisado, "");
-  QProcess pdftotext;
-  pdftotext.start("pdftotext", {"-layout", ruta("listado.pdf"), "-"});
-  ASSERT_TRUE(pdftotext.waitForFinished());
-  const QString texto = QString::fromUtf8(pdftotext.readAllStandardOutput());
+  const QString texto = ejecutar("pdftotext", {"-layout", ruta("listado.pdf"), "-"}).dicho;
   for (const char* trozo : {"Remesa al Cobro", "Referencia", "SOCIO00001-1", "2.129,55 € (45 recibos)"})
     EXPECT_TRUE(texto.contains(QString::fromUtf8(trozo))) << trozo << texto.toStdString();
 

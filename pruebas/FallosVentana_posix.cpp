@@ -8,7 +8,7 @@
 
 #include "UsuarioCorriente.h"
 #include "VentanaPrincipal.h"
-#include "comunes/plataforma/Proceso.h"
+#include "comunes/plataforma/Sistema.h"
 #include "ventanas/editor/EdiSEPA.h"
 
 using namespace pruebas;
@@ -20,7 +20,7 @@ class FallosVentana : public Carpeta {
  protected:
   void SetUp() override {
     Carpeta::SetUp();
-    comunes::PrepararProceso();
+    comunes::PrepararProceso("prueba");
     fs::permissions(carpeta_, fs::perms::all);
     std::string bytes = leer(DIR_EJEMPLOS "/gimnasio-acuario.Q19");
     escribir("enero.Q19", bytes);

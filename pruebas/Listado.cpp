@@ -111,8 +111,8 @@ class ElListado : public testing::Test {
     PonerFechaActual(std::nullopt);
     PonerLocaleUsuario(std::nullopt);
   }
-  void imprimir(int adeudos, bool referencia, bool apaisado) {
-    informe = principal::PrepararInforme(visor, remesaDe(adeudos), "C:\\Ñ\\X.Q19", referencia);
+  void imprimir(int adeudos, bool referencia, bool apaisado, bool soloAdeudos = false) {
+    informe = principal::PrepararInforme(visor, remesaDe(adeudos), "C:\\Ñ\\X.Q19", referencia, soloAdeudos);
     DocumentoPdf pdf(ARuta(ruta), apaisado, informe.titulo);
     EXPECT_TRUE(principal::ImprimirInforme(pdf.trabajo(), visor, informe));
     pdf.confirmar();
@@ -155,7 +155,18 @@ TEST_F(ElListado, SaleEnteroYEnOrdenConSusCabezas) {
   EXPECT_EQ(
       todas.mid(total + 1).join(u'|').toStdString(),
       "Emisor: CAÑADA Y MUÑOZ, S.L.|Fichero: C:\\Ñ\\X.Q19|Envío: 24/11/2026|Emisión: 01/12/2026|Cuenta: IBAN "
-      "ES91 2100 0418 4502 0005 1332|Total: 123,45 € (7 recibos)");
+      "ES91 2100 0418 4502 0005 1332|Total: 123,45 € (7 recibos)|Incluye 1 registro que no es un adeudo "
+      "(123.456.789,01 €). Adeudos: 130, "
+      "85.235,15 €");
+}
+
+TEST_F(ElListado, SoloConAdeudosNoSumaLoQueNoLoEs) {
+  imprimir(3, false, false, true);
+  const QStringList todas = lineas(ruta);
+  const auto total = todas.indexOf("Total 60,06");
+  ASSERT_GT(total, 0);
+  EXPECT_EQ(todas[total - 1].left(16), "DEUDOR0003 30,03");
+  EXPECT_EQ(todas.last(), "Total: 123,45 € (7 recibos)");
 }
 
 TEST_F(ElListado, CaeEnSuSitio) {
@@ -171,7 +182,7 @@ TEST_F(ElListado, CaeEnSuSitio) {
            {true, false, 11900, 11760, 11760},
            {true, true, 16840, 16692, 11760},
        }) {
-    imprimir(60, referencia, apaisado);
+    imprimir(60, referencia, apaisado, true);
     const double izquierda = (ancho - zona) / 2;
     const double tablaEn = izquierda + (zona - tabla) / 2;
     int importes = 0;
@@ -196,7 +207,7 @@ TEST_F(ElListado, CaeEnSuSitio) {
       }
       hayReferencia = hayReferencia || p.texto == "R60";
     }
-    EXPECT_EQ(importes, 62);
+    EXPECT_EQ(importes, 61);
     EXPECT_EQ(hayReferencia, referencia);
   }
 }

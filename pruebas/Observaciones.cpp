@@ -1,5 +1,7 @@
 #include "remesa/Observaciones.h"
 
+#include <gtest/gtest.h>
+
 #include "Registros.h"
 
 using namespace remesa;

@@ -1,3 +1,5 @@
+#include <gtest/gtest.h>
+
 #include "Registros.h"
 #include "remesa/Identificacion.h"
 #include "remesa/TipoFichero.h"

@@ -1,7 +1,6 @@
 #include "remesa/Comprobacion.h"
 
-#include <fstream>
-
+#include "Carpeta.h"
 #include "Registros.h"
 #include "remesa/Guardado.h"
 #include "remesa/SEPA.h"

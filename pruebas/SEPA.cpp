@@ -1,5 +1,7 @@
 #include "remesa/SEPA.h"
 
+#include <gtest/gtest.h>
+
 #include "Registros.h"
 #include "remesa/CaracteresSEPA.h"
 #include "remesa/CuentaNacional.h"

@@ -94,6 +94,7 @@ std::vector<Observacion> ObservarImportacion(const Resumen& previo, const Resume
   if (acumulado.cabeceras02 > 0) {
     CompararBloques(lista, previo, acumulado, Clase_::OtroAcreedor, &Bloque02::acreedor);
     CompararBloques(lista, previo, acumulado, Clase_::OtraFecha, &Bloque02::fecha);
+    CompararBloques(lista, previo, acumulado, Clase_::OtraCuenta, &Bloque02::cuenta);
   }
   lista.anadirSi(Clase_::TotalesInteriores, {acumulado.totalesInteriores, 0});
   lista.anadirSi(Clase_::CodigosDescartados, previo.descartados);
@@ -101,6 +102,10 @@ std::vector<Observacion> ObservarImportacion(const Resumen& previo, const Resume
   lista.anadirSi(Clase_::RegistrosCortos, previo.cortos);
   if (previo.deTotales == 0) lista.anadir({Clase_::SinTotales, acumulado.deTotales});
   return lista.entregar();
+}
+
+bool SePierdenSusAdeudos(const Resumen& previo, TipoFichero tipo) {
+  return previo.registros03 == 0 && (previo.conLF.cuenta > 0 || tipo != TipoFichero::Presentacion);
 }
 
 std::vector<Observacion> ObservarAcumulado(const Resumen& acumulado) {

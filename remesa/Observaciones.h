@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "remesa/Resumen.h"
+#include "remesa/TipoFichero.h"
 
 namespace remesa {
 
@@ -26,6 +27,14 @@ enum class ClaseObservacion : std::uint8_t {
   TotalesInteriores,  ///< Se quitarán los que la acumulación tiene entre sus adeudos.
   OtroAcreedor,       ///< `antes` = el de la acumulación, `ahora` = el del fichero, que se pierde.
   OtraFecha,          ///< Igual, con fechas de cobro AAAAMMDD.
+  OtraCuenta,         ///< Igual, con la cuenta en que se abona.
+  // Si se conservan los bloques:
+  SinDueno,          ///< No se puede importar: `primero` es un "03" sin "02" delante en su fichero.
+  BloquesNuevos,     ///< Los que tendrá (`cuenta`, quizá 0) de los que serán en total (`total`).
+  OtroPresentador,   ///< `antes` = el que se queda, `ahora` = el primero que se pierde.
+  CabeceraDistinta,  ///< De un bloque que ya está (acreedor `antes` y fecha `fecha`), con otra dirección...
+  CabeceraOtroNombre,  ///< ...u otro nombre, `ahora`, que se pierde.
+  CabeceraIncorrecta,  ///< De otra longitud, sin identificador o con una fecha que no existe.
   // De la acumulación:
   TotalesAusentes,
   TotalesNoCuadran,    ///< Un recálculo los cambiaría.
@@ -46,10 +55,16 @@ struct Observacion {
   std::int64_t importe = 0;  ///< Céntimos.
   std::string antes = {};
   std::string ahora = {};
+  std::string fecha = {};  ///< AAAAMMDD.
+  std::size_t total = 0;
 };
 
 /// Qué perdería o cambiaría la importación de `previo` en `acumulado`, de lo más a lo menos grave.
 std::vector<Observacion> ObservarImportacion(const Resumen& previo, const Resumen& acumulado);
+
+/// ¿Se queda en nada un fichero que no está vacío de adeudos? Uno cuyas líneas acaban solo en LF, o uno que
+/// no es una remesa, como los de rechazos y devoluciones, del que no entra ningún "03".
+bool SePierdenSusAdeudos(const Resumen& previo, TipoFichero tipo);
 
 /// Qué hay que saber de la acumulación antes de guardarla. Nada si está vacía.
 std::vector<Observacion> ObservarAcumulado(const Resumen& acumulado);

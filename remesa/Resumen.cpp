@@ -111,7 +111,8 @@ void Resumidor::abrirBloque(std::string_view registro) {
   ++resumen_.cabeceras02;
   hayAdeudo_ = previoContiguo_ = ultimoEsAdeudo_ = false;
   resumen_.ultimoBloque = {std::string(Recortar(LeerCampo(registro, kIdentificadorAcreedor))),
-                           std::string(Recortar(LeerCampo(registro, kFechaCobro)))};
+                           std::string(Recortar(LeerCampo(registro, kFechaCobro))),
+                           std::string(Recortar(LeerCampo(registro, kCuentaAcreedor)))};
   std::vector<Bloque02>& bloques = resumen_.bloques;
   if (bloques.size() < Resumen::kMaxBloques &&
       std::ranges::find(bloques, resumen_.ultimoBloque) == bloques.end())

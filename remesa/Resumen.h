@@ -17,10 +17,11 @@ struct Apariciones {
   std::size_t primero = 0;
 };
 
-/// Acreedor y fecha de cobro (AAAAMMDD) de un "02", sin blancos a los lados, en bytes del registro.
+/// Acreedor, fecha de cobro (AAAAMMDD) y cuenta de un "02", sin blancos a los lados, en bytes del registro.
 struct Bloque02 {
   std::string acreedor;
   std::string fecha;
+  std::string cuenta;
   bool operator==(const Bloque02&) const = default;
 };
 

@@ -1,6 +1,7 @@
 #include "comunes/herramientas/Agenda.h"
 
 #include <QCryptographicHash>
+#include <QHash>
 #include <QSet>
 #include <QUuid>
 #include <algorithm>
@@ -36,10 +37,11 @@ QString NumeroNacional(const QString& texto) {
   return cifras;
 }
 
-/// La misma en todos los programas que lean el mismo fichero.
-QString ClaveDerivada(const Contacto& contacto, const QSet<QString>& usadas) {
+/// La misma en todos los programas que lean el mismo fichero. `veces`: de los datos ya vistos, por cuál se
+/// va; empezar otra vez por la primera sería, con muchos iguales, no acabar.
+QString ClaveDerivada(const Contacto& contacto, const QSet<QString>& usadas, QHash<QByteArray, int>& veces) {
   const QByteArray datos = QStringList(contacto.datos.cbegin(), contacto.datos.cend()).join(u'\n').toUtf8();
-  for (int vez = 0;; ++vez) {
+  for (int& vez = veces[datos];; ++vez) {
     const QByteArray resumen =
         QCryptographicHash::hash(datos + '\n' + QByteArray::number(vez), QCryptographicHash::Sha1);
     const QString clave = u"c-"_s + QString::fromLatin1(resumen.toHex().first(16));
@@ -54,8 +56,9 @@ void PonerClaves(Agenda& agenda) {
     if (contacto.clave.isEmpty() || usadas.contains(contacto.clave)) sinClave.push_back(&contacto);
     usadas.insert(contacto.clave);
   }
+  QHash<QByteArray, int> veces;
   for (Contacto* contacto : sinClave) {
-    contacto->clave = ClaveDerivada(*contacto, usadas);
+    contacto->clave = ClaveDerivada(*contacto, usadas, veces);
     usadas.insert(contacto->clave);
   }
 }

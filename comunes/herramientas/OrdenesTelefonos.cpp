@@ -2,6 +2,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QGuiApplication>
+#include <optional>
 
 #include "comunes/dialogos/MyBox.h"
 #include "comunes/herramientas/Clientes.h"
@@ -10,6 +11,7 @@
 #include "comunes/herramientas/ListaContactos.h"
 #include "comunes/herramientas/Telefonos.h"
 #include "comunes/impresion/ImprimirListado.h"
+#include "comunes/impresion/Progreso.h"
 #include "comunes/plataforma/Explorar.h"
 #include "comunes/plataforma/IniFiles.h"
 #include "comunes/plataforma/LecturaTexto.h"
@@ -51,16 +53,27 @@ int AnchoTabla(const comunes::Rejilla& rejilla) {
 
 }  // namespace
 
-void Telefonos::hacer(const std::function<void(Agenda&)>& cambio) {
+bool Telefonos::hacer(const std::function<void(Agenda&)>& cambio) {
   try {
     const comunes::Reloj reloj;
-    fichero_.cambiar(cambio);
+    std::optional<comunes::Avance> avance;
+    fichero_.cambiar(cambio, [&](const QString& quien, qint64 llevado, qint64 maximo) {
+      if (!avance) avance.emplace(u"Esperando a que suelte la agenda %1…"_s.arg(quien));
+      return avance->avanzar(static_cast<double>(llevado), static_cast<double>(maximo));
+    });
+  } catch (const AgendaOcupada& ocupada) {
+    mostrar();
+    comunes::Avisar(u"No se ha guardado: la agenda la tiene %1.;;Vuelva a intentarlo cuando la suelte."_s.arg(
+                        ocupada.quien()),
+                    QApplication::activeModalWidget());
+    return false;
   } catch (...) {
     mostrar();  // lo que se haya leído antes de fallar
     throw;
   }
   vigia_.addPath(QFileInfo(fichero_.ruta()).path());
   mostrar();
+  return true;
 }
 
 bool Telefonos::guardar(const std::optional<Contacto>& antes, const Contacto& despues) {
@@ -75,7 +88,7 @@ bool Telefonos::guardar(const std::optional<Contacto>& antes, const Contacto& de
     break;
   }
   FinCambio fin = FinCambio::Hecho;
-  hacer([&](Agenda& agenda) { fin = Aplicar(agenda, {antes, despues}); });
+  if (!hacer([&](Agenda& agenda) { fin = Aplicar(agenda, {antes, despues}); })) return false;
   elegir({despues.clave});
   const QString aviso = TextoFin(fin);
   if (!aviso.isEmpty()) comunes::Avisar(aviso, QApplication::activeModalWidget());
@@ -117,10 +130,11 @@ void Telefonos::quitar() {
       vistos.size() == 1 ? vistos.front().datos[kNombre] : u"los %1 contactos elegidos"_s.arg(vistos.size());
   if (!comunes::Confirmar(u" ¿ Confirma que desea quitar %1 ? "_s.arg(cuales), 2, this)) return;
   std::size_t quedan = 0;
-  hacer([&](Agenda& agenda) {
+  const bool hecho = hacer([&](Agenda& agenda) {
     for (const Contacto& visto : vistos)
       if (Aplicar(agenda, {visto, std::nullopt}) == FinCambio::NoQuitado) ++quedan;
   });
+  if (!hecho) return;
   const std::size_t quitados = vistos.size() - quedan;
   decir(quitados == 1 ? u"1 contacto quitado"_s : u"%1 contactos quitados"_s.arg(quitados));
   if (quedan > 0)
@@ -139,7 +153,7 @@ void Telefonos::importar() {
   if (!importacion.fallo.isEmpty()) return comunes::Avisar(importacion.fallo, this);
   if (Clientes(importacion, QDir::toNativeSeparators(ruta), this).exec() != QDialog::Accepted) return;
   int anadidos = 0;
-  hacer([&](Agenda& agenda) { anadidos = AnadirClientes(agenda, importacion); });
+  if (!hacer([&](Agenda& agenda) { anadidos = AnadirClientes(agenda, importacion); })) return;
   decir(anadidos == 1 ? u"1 contacto añadido"_s : u"%1 contactos añadidos"_s.arg(anadidos));
 }
 

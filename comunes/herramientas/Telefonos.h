@@ -50,8 +50,8 @@ class Telefonos : public QDialog {
   void importar();
   void imprimir();
   void copiar();
-  /// Cambia el fichero y enseña cómo queda.
-  void hacer(const std::function<void(Agenda&)>& cambio);
+  /// Cambia el fichero y enseña cómo queda; false, ya dicho, si otro programa no lo suelta.
+  bool hacer(const std::function<void(Agenda&)>& cambio);
   /// Pregunta si ya hay otro igual y guarda; false si el operador se arrepiente.
   bool guardar(const std::optional<Contacto>& antes, const Contacto& despues);
 

@@ -7,8 +7,6 @@
 #include <QPushButton>
 #include <utility>
 
-#include "comunes/plataforma/DialogoSistema.h"
-
 namespace comunes {
 
 using namespace Qt::StringLiterals;

@@ -8,9 +8,11 @@
 #include "comunes/plataforma/Formatos.h"
 #include "comunes/plataforma/Texto.h"
 #include "comunes/rejilla/MiVisor.h"
+#include "comunes/rejilla/Subtotales.h"
 #include "remesa/Campos.h"
 #include "remesa/Registro.h"
 #include "remesa/SEPA.h"
+#include "ventanas/principal/RecuentoInforme.h"
 
 namespace principal {
 
@@ -88,7 +90,7 @@ int AnchoInforme(bool conReferencia) {
 }
 
 Informe PrepararInforme(comunes::Rejilla& visor, const remesa::ListaRegistros& acumulado,
-                        const QString& ficheroActual, bool conReferencia) {
+                        const QString& ficheroActual, bool conReferencia, bool soloAdeudos) {
   Informe informe;
   QString envio;
   QString emision;
@@ -104,7 +106,7 @@ Informe PrepararInforme(comunes::Rejilla& visor, const remesa::ListaRegistros& a
     registro = remesa::ComoSeGuarda(registro, completo);
     switch (remesa::Codigo(registro)) {
       case remesa::CodigoRegistro::Adeudo:
-        if (LeerCampo(registro, remesa::kMarcaAdeudo) == "300") anadirAdeudo(visor, fila++, registro);
+        if (EntraEnInforme(registro, soloAdeudos)) anadirAdeudo(visor, fila++, registro);
         break;
       case remesa::CodigoRegistro::Presentador:
         envio = fecha(registro, remesa::kFechaCreacion);
@@ -129,6 +131,8 @@ Informe PrepararInforme(comunes::Rejilla& visor, const remesa::ListaRegistros& a
   informe.lineas = u";Emisor:** "_s + informe.titulo + u";Fichero:** "_s + ficheroActual + u";Envío:  ** "_s +
                    envio + u";Emisión:** "_s + emision + u";Cuenta:** "_s + cuentaAcreedor +
                    u";;Total:** "_s + total + u" €   ("_s + recibos + u" recibos)"_s;
+  if (const QString otros = TextoRecuentoInforme(ContarInforme(acumulado)); !soloAdeudos && !otros.isEmpty())
+    informe.lineas += u";;"_s + otros;
   informe.lineas.replace(u"**"_s, u"\t"_s);
   return informe;
 }

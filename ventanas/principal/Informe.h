@@ -19,10 +19,11 @@ struct Informe {
 int AnchoInforme(bool conReferencia);
 
 /// Llena `visor` con los adeudos de `acumulado` y su total. `ficheroActual` es la ruta que se nombra en el
-/// bloque. Sin `conReferencia`, la columna "Referencia" queda oculta. Lanza ErrorEjecucion 6 si el total no
+/// bloque. Sin `conReferencia`, la columna "Referencia" queda oculta. Sin `soloAdeudos` salen también los
+/// registros opcionales, con su importe, y el bloque acaba diciéndolo. Lanza ErrorEjecucion 6 si el total no
 /// cabe.
 Informe PrepararInforme(comunes::Rejilla& visor, const remesa::ListaRegistros& acumulado,
-                        const QString& ficheroActual, bool conReferencia);
+                        const QString& ficheroActual, bool conReferencia, bool soloAdeudos = false);
 
 /// Imprime el informe preparado, con el visor a su tamaño de diseño mientras dura; el trabajo queda abierto.
 /// Devuelve false si `avance` lo detuvo.

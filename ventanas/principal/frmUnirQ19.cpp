@@ -160,6 +160,8 @@ void frmUnirQ19::leerAjustes() {
   };
   navegador_->iniciar(ajuste("OrigenQ19", u"C:\\"_s).left(2), ajuste("OrigenQ19", {}),
                       ajuste("ExtensionQ19", u"*.Q19"_s));
+  const QString soloAdeudos = ajuste("SoloAdeudosQ19", {});
+  ui_->SoloAdeudos->setChecked(soloAdeudos.startsWith(u'S', Qt::CaseInsensitive) || soloAdeudos == u"1");
   ui_->Ficheros->setFocus();
 }
 

@@ -79,6 +79,8 @@ class frmUnirQ19 : public QMainWindow {
 
   // Imprimir.cpp
   void imprimir();
+  /// Dice que el listado llevará registros que no son adeudos; false si el operador no lo quiere así.
+  bool confirmarOtros();
   void abrirListado();
 
   // Lo que se cuenta al operador (Informacion.cpp)

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <vector>
+
+#include "iso20022/LecturaMensaje.h"
+#include "remesa/ListaRegistros.h"
+
+namespace consola {
+
+/// Una remesa que una orden toma: un fichero de texto, que cada orden lee a su modo, o un mensaje XML ya hecho
+/// registros.
+struct Remesa {
+  std::filesystem::path ruta;
+  std::optional<remesa::ListaRegistros> lista;  ///< Los de un XML.
+};
+
+/// Mira si el fichero es una remesa y, si es XML, lo lee. Si no lo es o no se puede leer, lo dice y da nada. Lo
+/// que el mensaje dice y sus registros no, lo dice resumido o, con `avisos`, lo deja ahí.
+std::optional<Remesa> TomarRemesa(const std::filesystem::path& ruta,
+                                  std::vector<iso20022::AvisoLectura>* avisos = nullptr);
+
+/// Lee un mensaje XML; nada si no se toma, que queda dicho. Lanza ErrorEjecucion.
+std::optional<iso20022::MensajeLeido> LeerMensajeXml(const std::filesystem::path& ruta);
+
+/// Los registros de la remesa, leída si es de texto. Lanza ErrorEjecucion.
+remesa::ListaRegistros Registros(Remesa remesa);
+
+}  // namespace consola
