@@ -1,8 +1,7 @@
 #include <CLI/CLI.hpp>
-#include <QJsonArray>
-#include <QJsonDocument>
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include "comunes/plataforma/Formatos.h"
 #include "comunes/plataforma/Texto.h"
@@ -34,8 +33,7 @@ remesa::Dia Hoy(const std::string& fecha) {
 /// Un texto ajeno, como va entre las comillas de una cadena de JSON o en una línea.
 QString Ajeno(const QString& texto, bool json) {
   if (!json) return Mostrable(texto);
-  const QString lista = QString::fromUtf8(QJsonDocument(QJsonArray{texto}).toJson(QJsonDocument::Compact));
-  return lista.mid(2, lista.size() - 4);
+  return CadenaJson(texto).sliced(1).chopped(1);
 }
 
 /// Los hallazgos de un fichero, cada uno en su línea. Se dicen de muchas en muchas: de una en una cuesta más
@@ -46,6 +44,7 @@ class Lineas {
       : fichero_(Ajeno(fichero, json).toStdString()), json_(json), datos_(datos) {}
 
   void dar(const remesa::Hallazgo& h) {
+    ++cuentas_[static_cast<std::size_t>(h.codigo)];
     json_ ? ponerJson(h) : ponerLinea(h);
     if (texto_.size() >= kTrozo) vaciar();
   }
@@ -56,7 +55,15 @@ class Lineas {
     if (texto_.size() >= kTrozo) vaciar();
   }
   void dar(const remesa::ResultadoComprobacion& resultado) {
-    poner(fichero_, ": ", principal::TextoRecuento(resultado.errores, resultado.avisos).toStdString(), "\n");
+    poner(fichero_, ": ", principal::TextoRecuento(resultado.errores, resultado.avisos).toStdString());
+    const char* separador = ": ";
+    for (const remesa::CodigoHallazgo codigo : remesa::CodigosHallazgo()) {
+      const std::uint64_t cuantos = cuentas_[static_cast<std::size_t>(codigo)];
+      if (cuantos == 0) continue;
+      poner(separador, std::to_string(cuantos), " ", remesa::TextoCodigo(codigo));
+      separador = ", ";
+    }
+    poner("\n");
   }
   /// false si ya no se pueden escribir; entonces no se intenta más.
   bool vaciar() {
@@ -116,6 +123,7 @@ class Lineas {
   bool json_;
   const comunes::EscritorUtf8& datos_;
   std::string texto_;
+  std::vector<std::uint64_t> cuentas_ = std::vector<std::uint64_t>(remesa::CodigosHallazgo().size());
   bool escrito_ = true;
 };
 

@@ -7,6 +7,8 @@
 #include <QPushButton>
 #include <utility>
 
+#include "comunes/plataforma/Texto.h"
+
 namespace comunes {
 
 using namespace Qt::StringLiterals;
@@ -59,7 +61,8 @@ bool sustituir(const PeticionFicheros& peticion, const QString& ruta) {
                    peticion.propietario);
   caja.setObjectName(u"PreguntaSustituir"_s);
   caja.setTextFormat(Qt::PlainText);
-  caja.setText(u"El fichero ya existe:\n%1\n\n¿Quiere sustituirlo?"_s.arg(QDir::toNativeSeparators(ruta)));
+  caja.setText(u"El fichero ya existe:\n%1\n\n¿Quiere sustituirlo?"_s.arg(
+      ConMarcasEscritas(QDir::toNativeSeparators(ruta))));
   const QPushButton* si = caja.addButton(u"&Si"_s, QMessageBox::YesRole);
   QPushButton* no = caja.addButton(u"&No"_s, QMessageBox::NoRole);
   caja.setDefaultButton(no);
