@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <random>
 
+#include "Carpeta.h"
 #include "Registros.h"
 #include "consola/UnionBloques.h"
 #include "ficheros/EscrituraSegura.h"
@@ -194,7 +196,7 @@ class Bloques : public Carpeta {
     std::string salida;
     EscribirBloques(lectura.reparto(), Enteros(lectura.reparto()), lectura.fuente(), {},
                     [&](std::string_view bytes) { salida += bytes; });
-    lectura.fuente().terminar();
+    lectura.terminar();
     return salida;
   }
 };
