@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "ficheros/Rutas.h"
+
 namespace comunes {
 
 namespace {
@@ -73,6 +75,16 @@ QString SinControles(QString texto) {
     if ((c.unicode() < 0x20 || c.unicode() >= 0x7F) && c.category() == QChar::Other_Control)
       c = QChar::ReplacementCharacter;
   return texto;
+}
+
+QString Mayusculas(QString texto) {
+  for (QChar& c : texto)
+    c = c.toUpper();
+  return texto;
+}
+
+QString RutaAbsoluta(const QString& ruta) {
+  return DesdeRuta(ficheros::RutaAbsoluta(ARuta(ruta)).make_preferred());
 }
 
 qsizetype PrimeroFueraDeWindows1252(const QString& texto) {
