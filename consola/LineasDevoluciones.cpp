@@ -12,21 +12,6 @@ using namespace Qt::StringLiterals;
 using devoluciones::Dato;
 using devoluciones::Devolucion;
 
-/// Una cadena de JSON, con sus comillas. Los controles de U+007F a U+009F van también escapados: hay
-/// terminales que los obedecen.
-QString CadenaJson(const QString& texto) {
-  QString cadena = u"\""_s;
-  for (const QChar c : texto) {
-    if (c == u'"' || c == u'\\')
-      cadena += u'\\' + QString(c);
-    else if (c.category() == QChar::Other_Control)
-      cadena += u"\\u%1"_s.arg(c.unicode(), 4, 16, QChar(u'0'));
-    else
-      cadena += c;
-  }
-  return cadena + u'"';
-}
-
 QString EnJson(const Dato& dato) {
   return dato.presente() ? CadenaJson(dato.texto()) : u"null"_s;
 }
