@@ -84,7 +84,7 @@ TEST_F(ConsolaDevoluciones, TextoYTabla) {
   EXPECT_TRUE(texto.avisado.contains(u"aviso: 1 anotación que no es una devolución: no se enseña."_s));
 
   const QByteArray malo = QByteArray(leer(ejemplo("devoluciones/gimnasio-devueltos.Q19")))
-                              .replace("SOCIO00003-1226", "=1+1;\"a\"      ");
+                              .replace("SOCIO00003-1226", "=1+1;\"a\"       ");
   const QStringList filas = devoluciones({escribir("malo.Q19", malo), "--csv"}).dicho.split(u"\r\n"_s);
   EXPECT_EQ(filas.size(), 9);
   EXPECT_TRUE(filas[0].startsWith(u"Nombre;Importe;Cuenta;Referencia;Mandato;Código;Motivo;"_s));
