@@ -3,7 +3,7 @@
 
 #include "app/LineaOrdenes.h"
 #include "comunes/plataforma/Aplicacion.h"
-#include "comunes/plataforma/Proceso.h"
+#include "comunes/plataforma/Sistema.h"
 #include "ventanas/principal/frmUnirQ19.h"
 
 namespace {

@@ -44,6 +44,8 @@ Salida Ejecutar(std::vector<std::string> argumentos) {
   OrdenIban(q19, accion);
   OrdenNif(q19, accion);
   OrdenVer(q19, accion);
+  OrdenDevoluciones(q19, accion);
+  OrdenXml(q19, accion);
   for (CLI::App* orden : q19.get_subcommands({})) {
     orden->group("Órdenes");
     for (CLI::Option* opcion : orden->get_options())

@@ -1,7 +1,6 @@
 #include "consola/UnionFlujo.h"
 
-#include <algorithm>
-#include <cstring>
+#include <utility>
 
 #include "ficheros/Lectura.h"
 #include "remesa/Registro.h"
@@ -11,12 +10,11 @@ namespace consola {
 namespace {
 
 constexpr std::string_view kFinLinea = "\r\n";
-constexpr std::size_t kRegistroConFin = remesa::kLongitudRegistro + kFinLinea.size();
 
 }  // namespace
 
 UnionFlujo::UnionFlujo(ficheros::EscrituraSegura& salida, std::size_t bufer)
-    : salida_(salida), bufer_(std::max(bufer, kBuferMinimo)) {}
+    : salida_(salida), lector_(bufer) {}
 
 void UnionFlujo::unir(const std::filesystem::path& fichero, bool ultimo,
                       const remesa::AvanceLectura& avance) {
@@ -24,48 +22,19 @@ void UnionFlujo::unir(const std::filesystem::path& fichero, bool ultimo,
   remesa::Resumidor resumidor(true);
   reglas_.empezarFichero(ultimo);
   registro_ = 0;
-
   std::uintmax_t total = 0;
-  std::size_t quedan = 0;    // bytes del registro a medias, al principio del búfer
-  bool saltarLinea = false;  // el registro ya se trató: lo que sigue, hasta CR, sobra
-  bool saltarLF = false;     // un LF aquí es el del CR anterior
-  for (bool fin = false; !fin;) {
-    const std::size_t pedidos = bufer_.size() - quedan;
-    const std::size_t leidos = lectura.leer({bufer_.data() + quedan, pedidos});
-    fin = leidos < pedidos;
+  const auto leer = [&](std::span<char> destino) {
+    const std::size_t leidos = lectura.leer(destino);
     total += leidos;
     if (avance) avance(total, lectura.tamano());
-    const char* p = bufer_.data();
-    const char* const tope = p + quedan + leidos;
-    while (p < tope) {
-      if (saltarLF) {
-        saltarLF = false;
-        if (*p == '\n' && ++p == tope) break;
-      }
-      const auto largo = static_cast<std::size_t>(tope - p);
-      const auto* cr = static_cast<const char*>(std::memchr(p, '\r', largo));
-      if (saltarLinea) {
-        saltarLinea = cr == nullptr;
-        saltarLF = !saltarLinea;
-        p = saltarLinea ? tope : cr + 1;
-        continue;
-      }
-      // Sin el fin de línea a la vista hay que leer más, salvo que el registro llene ya el búfer.
-      const bool entera = cr != nullptr && cr + 1 < tope;
-      if (!entera && !fin && largo < bufer_.size()) break;
-      const char* const hasta = cr != nullptr ? cr : tope;
-      const char* siguiente = cr != nullptr ? cr + 1 : tope;
-      if (entera && *siguiente == '\n') ++siguiente;
-      saltarLinea = cr == nullptr;
-      saltarLF = cr != nullptr && siguiente == tope && siguiente == cr + 1;
-      tratar({p, static_cast<std::size_t>(hasta - p)}, {p, static_cast<std::size_t>(siguiente - p)},
-             resumidor);
-      p = siguiente;
-    }
-    volcarTramo();
-    quedan = static_cast<std::size_t>(tope - p);
-    std::memmove(bufer_.data(), p, quedan);
-  }
+    return leidos;
+  };
+  lector_.recorrer(
+      0, leer,
+      [&](std::string_view registro, std::string_view conFin, std::uint64_t) {
+        tratar(registro, conFin, resumidor);
+      },
+      [&] { volcarTramo(); });
   resumen_ = resumidor.resumen();
   observaciones_ = remesa::ObservarImportacion(resumen_, acumulado_);
   acumulado_ = remesa::TrasImportar(acumulado_, resumen_);
@@ -80,6 +49,12 @@ void UnionFlujo::tratar(std::string_view registro, std::string_view conFin, reme
   const remesa::Destino destino = reglas_.dar(registro);
   resumidor.dar(registro);
   if (destino == remesa::Destino::Quitar) return;
+  if (renovar_ && remesa::Codigo(registro) == remesa::CodigoRegistro::Presentador) {
+    std::string renovado(registro);
+    remesa::AjustarLongitud(renovado);
+    remesa::RenovarIdentificacion(renovado, *std::exchange(renovar_, std::nullopt));
+    return anadirSuelto(renovado, {});
+  }
   const bool talCual = destino == remesa::Destino::Conservar &&
                        registro.size() == remesa::kLongitudRegistro && conFin.size() == kRegistroConFin;
   if (talCual)

@@ -2,13 +2,16 @@
 
 #include <cstddef>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "consola/LectorRegistros.h"
 #include "ficheros/EscrituraSegura.h"
 #include "remesa/Fichero.h"
 #include "remesa/Fusion.h"
+#include "remesa/Identificacion.h"
 #include "remesa/Observaciones.h"
 #include "remesa/TipoFichero.h"
 
@@ -19,12 +22,12 @@ namespace consola {
 /// bytes y los errores son los de importar uno a uno en listas, recalcular tras cada uno y guardar.
 class UnionFlujo {
  public:
-  static constexpr std::size_t kBufer = std::size_t{1} << 20;
-  /// Por debajo no cabría un registro entero con su fin de línea y un byte más que lo delate largo.
-  static constexpr std::size_t kBuferMinimo = 1024;
+  explicit UnionFlujo(ficheros::EscrituraSegura& salida, std::size_t bufer = LectorRegistros::kBufer);
 
-  /// `bufer` en bytes; se toma el mínimo si es menor.
-  explicit UnionFlujo(ficheros::EscrituraSegura& salida, std::size_t bufer = kBufer);
+  /// El primer "01" que se escriba llevará la fecha y una identificación nuevas.
+  void renovar(remesa::Momento ahora) { renovar_ = ahora; }
+  /// Se pidió, y no ha habido ninguno.
+  bool faltaRenovar() const noexcept { return renovar_.has_value(); }
 
   /// Importa un fichero; `ultimo` si ningún otro le sigue. Lanza ErrorEjecucion: con fichero si falló leer o
   /// escribir, sin él si lo que falla es el recálculo en el registro `registroActual()`.
@@ -48,7 +51,7 @@ class UnionFlujo {
   void volcarTramo();
 
   ficheros::EscrituraSegura& salida_;
-  std::vector<char> bufer_;
+  LectorRegistros lector_;
   std::string rehecho_;     // el registro que se rehace
   std::string_view tramo_;  // bytes seguidos del búfer que van tal cual
   remesa::ReglasImportacion reglas_;
@@ -57,6 +60,7 @@ class UnionFlujo {
   remesa::TipoFichero tipo_ = remesa::TipoFichero::Ajeno;
   std::vector<remesa::Observacion> observaciones_;
   std::size_t registro_ = 0;
+  std::optional<remesa::Momento> renovar_;
 };
 
 }  // namespace consola

@@ -9,6 +9,7 @@
 #include "consola/Ordenes.h"
 #include "consola/Sustituido.h"
 #include "consola/Terminal.h"
+#include "consola/UnionBloques.h"
 #include "consola/UnionFlujo.h"
 #include "ficheros/Rutas.h"
 #include "remesa/Fichero.h"
@@ -26,6 +27,15 @@ struct OpcionesUnir {
   std::string salida;
   std::vector<std::string> ficheros;
   bool deTodosModos = false;
+  bool bloques = false;
+  bool renovar = false;
+};
+
+/// Lo que se dice de la remesa escrita.
+struct Unida {
+  std::int64_t adeudos = 0;
+  std::int64_t importe = 0;
+  QString bloques;  // una línea, con su fin; "" si no se conservan
 };
 
 /// La salida, absoluta y con la extensión forzada como al guardar; aquí solo la tiene el último nombre.
@@ -109,6 +119,71 @@ bool Importar(UnionFlujo& flujo, const fs::path& fichero, bool ultimo, bool deTo
   return true;
 }
 
+bool FaltaPresentador(const fs::path& salida) {
+  Avisar(u"%1: ningún fichero da cabecera del presentador (01), y no hay identificación que renovar"_s.arg(
+      Mostrable(salida)));
+  return false;
+}
+
+bool UnirEnUno(const OpcionesUnir& opciones, const std::vector<fs::path>& ficheros, const fs::path& salida,
+               ficheros::EscrituraSegura& escritura, Unida& unida,
+               std::vector<remesa::Observacion>& finales) {
+  UnionFlujo flujo(escritura);
+  if (opciones.renovar) flujo.renovar(comunes::Ahora());
+  for (std::size_t i = 0; i < ficheros.size(); ++i)
+    if (!Importar(flujo, ficheros[i], i + 1 == ficheros.size(), opciones.deTodosModos)) return false;
+  if (flujo.faltaRenovar()) return FaltaPresentador(salida);
+  unida.adeudos = flujo.totales().adeudos;
+  unida.importe = flujo.totales().importe;
+  finales = flujo.observacionesFinales();
+  return true;
+}
+
+bool LeerParaReunir(UnionBloques& lectura, const fs::path& fichero) {
+  {
+    Avance avance(u"Leyendo"_s, fichero);
+    lectura.leer(fichero, [&](std::uintmax_t leidos, std::uintmax_t total) { avance.poner(leidos, total); });
+  }
+  if (lectura.reparto().indice().avisos().sinDueno != 0) {
+    for (const remesa::Observacion& observacion : lectura.observaciones())
+      Avisar(u"%1: %2"_s.arg(Mostrable(fichero), Mostrable(principal::TextoObservacion(observacion))));
+    return false;
+  }
+  std::vector<remesa::Observacion> avisos = lectura.observaciones();
+  std::erase_if(avisos, [](const remesa::Observacion& observacion) {
+    return observacion.clase == remesa::ClaseObservacion::BloquesNuevos;
+  });
+  AvisarObservaciones(fichero, avisos);
+  return true;
+}
+
+bool UnirPorBloques(const OpcionesUnir& opciones, const std::vector<fs::path>& ficheros,
+                    const fs::path& salida, ficheros::EscrituraSegura& escritura, Unida& unida) {
+  UnionBloques lectura;
+  for (const fs::path& fichero : ficheros)
+    if (!LeerParaReunir(lectura, fichero)) return false;
+  remesa::RepartoBloques& reparto = lectura.reparto();
+  if (opciones.renovar && !reparto.presentador()) return FaltaPresentador(salida);
+  std::optional<remesa::Renovacion> renovacion;
+  if (opciones.renovar) renovacion = {comunes::Ahora()};
+  reparto.ordenar();
+  const std::uintmax_t total = lectura.fuente().posicion();
+  std::uintmax_t escritos = 0;
+  Avance avance(u"Uniendo"_s, salida);
+  const remesa::SumaNorma suma =
+      EscribirBloques(reparto, Enteros(reparto), lectura.fuente(), renovacion, [&](std::string_view bytes) {
+        escritura.escribir(bytes);
+        avance.poner(escritos += bytes.size(), total);
+      });
+  lectura.fuente().terminar();
+  unida.adeudos = suma.adeudos;
+  unida.importe = suma.importe;
+  unida.bloques = u"Bloques: %1 (%2)\n"_s.arg(
+      QString::number(reparto.indice().vivos()),
+      principal::TextoCuenta(reparto.indice().acreedores(), u"acreedor"_s, u"acreedores"_s));
+  return true;
+}
+
 Salida Unir(const OpcionesUnir& opciones) {
   const std::vector<fs::path> ficheros = SinRepetir(opciones.ficheros);
   if (!CabezasValidas(ficheros)) return Salida::Fallo;
@@ -117,10 +192,11 @@ Salida Unir(const OpcionesUnir& opciones) {
   try {
     salida = ConExtension(salida);
     ficheros::EscrituraSegura escritura(salida);
-    UnionFlujo flujo(escritura);
-    for (std::size_t i = 0; i < ficheros.size(); ++i)
-      if (!Importar(flujo, ficheros[i], i + 1 == ficheros.size(), opciones.deTodosModos))
-        return Salida::Fallo;
+    Unida unida;
+    std::vector<remesa::Observacion> finales;
+    if (!(opciones.bloques ? UnirPorBloques(opciones, ficheros, salida, escritura, unida)
+                           : UnirEnUno(opciones, ficheros, salida, escritura, unida, finales)))
+      return Salida::Fallo;
     const Sustituido sustituido(salida);
     {
       Avance avance(u"Llevando al disco"_s, salida);
@@ -128,11 +204,12 @@ Salida Unir(const OpcionesUnir& opciones) {
       escritura.confirmar();
     }
     sustituido.decir();
-    AvisarObservaciones(salida, flujo.observacionesFinales());
+    AvisarObservaciones(salida, finales);
     // Aunque no se pueda decir, la remesa está escrita.
-    Decir(u"Ficheros: %1\nAdeudos: %2\nTotal: %3\nEscrito: %4"_s.arg(
-        QString::number(ficheros.size()), comunes::FormatoNumero(flujo.totales().adeudos, 0),
-        principal::TextoEuros(flujo.totales().importe), Mostrable(salida)));
+    Decir(u"Ficheros: %1\n%2Adeudos: %3\nTotal: %4\nEscrito: %5"_s.arg(
+        QString::number(ficheros.size()), unida.bloques,
+        comunes::FormatoNumero(static_cast<double>(unida.adeudos), 0), principal::TextoEuros(unida.importe),
+        Mostrable(salida)));
   } catch (const ficheros::ErrorEjecucion& error) {
     Avisar(Explicar(error, salida));
     return Salida::Fallo;
@@ -152,10 +229,15 @@ void OrdenUnir(CLI::App& q19, Accion& accion) {
   orden->add_option("FICHERO", opciones->ficheros, "Remesas, en el orden en que se importan")
       ->type_name("")
       ->required();
+  orden->add_flag("--bloques", opciones->bloques,
+                  "Conserva el acreedor, la fecha y la cuenta de cada adeudo");
+  orden->add_flag("--renovar", opciones->renovar,
+                  "Pone la fecha de hoy y una identificación de fichero nueva");
   orden->add_flag("--de-todos-modos", opciones->deTodosModos,
                   "Une también un fichero del que se perderían todos los adeudos");
   orden->footer(
-      "La primera da el presentador y el acreedor; de las demás solo entran los adeudos. Los totales se "
+      "La primera da el presentador y el acreedor; de las demás solo entran los adeudos. Con --bloques, cada "
+      "acreedor, fecha y cuenta tiene su bloque, con los adeudos por orden de referencia. Los totales se "
       "rehacen.\n"
       "Sale con 0 si se escribió la remesa y con 1 si no, sin dejar nada escrito.");
   orden->callback([opciones, &accion] { accion = [opciones] { return Unir(*opciones); }; });

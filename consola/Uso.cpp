@@ -30,6 +30,8 @@ std::shared_ptr<CLI::FormatterBase> FormatoAyuda() {
   formato->label("SUBCOMMANDS", "ÓRDENES");
   formato->label("Positionals", "Argumentos");
   formato->label("REQUIRED", "(obligatorio)");
+  formato->label("Needs", "Con");
+  formato->label("Excludes", "Sin");
   formato->label("TEXT", "TEXTO");
   formato->label("UINT", "NÚMERO");
   formato->label("INT", "NÚMERO");
@@ -49,11 +51,30 @@ QString ErrorDeUso(const CLI::ParseError& error, const std::vector<std::string>&
     return mensaje.contains(u"At Most"_s) ? u"%1 solo se puede dar una vez"_s.arg(opcion)
                                           : u"a %1 le falta su valor"_s.arg(opcion);
   }
+  if (dynamic_cast<const CLI::RequiresError*>(&error) != nullptr)
+    return QString(mensaje).replace(u" requires "_s, u" pide también "_s);
+  if (dynamic_cast<const CLI::ExcludesError*>(&error) != nullptr)
+    return QString(mensaje).replace(u" excludes "_s, u" no puede ir con "_s);
   if (dynamic_cast<const CLI::ConversionError*>(&error) != nullptr)
     return u"valor no válido: %1"_s.arg(mensaje.mid(mensaje.indexOf(u": "_s) + 2));
   // Las comprobaciones de cada orden traen ya su texto: "--salida: está vacía".
   if (dynamic_cast<const CLI::ValidationError*>(&error) != nullptr) return mensaje;
   return u"línea de órdenes incorrecta"_s;
+}
+
+std::function<std::string(const std::string&)> NumeroDesdeUno() {
+  return [](const std::string& numero) {
+    const bool cifras = numero.size() <= 18 && numero.find_first_not_of("0123456789") == std::string::npos;
+    const bool cero = numero.find_first_not_of('0') == std::string::npos;
+    return cifras && !cero ? std::string() : "ha de ser un número desde 1";
+  };
+}
+
+std::function<std::string(const std::string&)> SinCerosDelante() {
+  return [](const std::string& numero) {
+    const auto primera = numero.find_first_not_of('0');
+    return primera == std::string::npos ? numero : numero.substr(primera);
+  };
 }
 
 }  // namespace consola

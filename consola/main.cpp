@@ -2,7 +2,7 @@
 #include <filesystem>
 #include <new>
 
-#include "comunes/plataforma/Proceso.h"
+#include "comunes/plataforma/Sistema.h"
 #include "consola/Ordenes.h"
 #include "consola/Sistema.h"
 #include "consola/Terminal.h"

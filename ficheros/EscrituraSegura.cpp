@@ -36,6 +36,12 @@ void EscrituraSegura::escribir(std::string_view bytes) {
     interior_->reserva.append(bytes);
 }
 
+void EscrituraSegura::volcar() {
+  interior_->vaciar();
+  interior_->reserva = {};
+  interior_->temporal.volcar();
+}
+
 void EscrituraSegura::confirmar() {
   interior_->vaciar();
   interior_->temporal.publicar();

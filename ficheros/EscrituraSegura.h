@@ -17,6 +17,8 @@ class EscrituraSegura {
   EscrituraSegura& operator=(const EscrituraSegura&) = delete;
 
   void escribir(std::string_view bytes);
+  /// Lleva al disco todo lo escrito, sin ponerlo aún en su sitio. No hay más que escribir.
+  void volcar();
   void confirmar();
 
  private:

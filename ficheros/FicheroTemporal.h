@@ -21,7 +21,9 @@ class FicheroTemporal {
   FicheroTemporal& operator=(const FicheroTemporal&) = delete;
 
   void escribir(std::string_view bytes);
-  /// Vuelca al disco, da al temporal los permisos del destino y lo pone en su sitio. Solo una vez.
+  /// Lleva al disco lo escrito y mira que esté entero. No hay más que escribir.
+  void volcar();
+  /// Vuelca, da al temporal los permisos del destino y lo pone en su sitio. Solo una vez.
   void publicar();
 
   /// Borra los que nadie ha publicado todavía: lo último de un programa que muere sin deshacer lo que hacía.

@@ -106,6 +106,7 @@ struct FicheroTemporal::Interior {
   Descriptor fd;
   std::uintmax_t escritos = 0;
   std::uintmax_t enviados = 0;  // de los escritos, los que ya van camino del disco
+  bool volcado = false;
   bool publicado = false;
 
   ~Interior() { borrar(); }
@@ -172,8 +173,9 @@ void FicheroTemporal::escribir(std::string_view bytes) {
   i.adelantarVolcado();
 }
 
-void FicheroTemporal::publicar() {
+void FicheroTemporal::volcar() {
   Interior& i = *interior_;
+  if (i.volcado) return;
   if (i.anterior) HeredarPermisos(*i.fd, *i.anterior, i.destino);
   if (::fsync(*i.fd) != 0) Fallar(errno, i.pedido);
   // Algunos sistemas de red no dicen que falta sitio hasta cerrar; se cierra un duplicado, porque el bloqueo
@@ -183,6 +185,12 @@ void FicheroTemporal::publicar() {
   if (::fstat(*i.fd, &estado) != 0) Fallar(errno, i.pedido);
   if (static_cast<std::uintmax_t>(estado.st_size) != i.escritos)
     throw ErrorEjecucion(kErrorDeDispositivo, i.pedido);
+  i.volcado = true;
+}
+
+void FicheroTemporal::publicar() {
+  Interior& i = *interior_;
+  volcar();
   if (::rename(i.temporal.c_str(), i.destino.c_str()) != 0) Fallar(errno, i.pedido);
   i.publicado = true;
   // El fichero nuevo ya está en su sitio: si la carpeta no se deja volcar, no hay nada que deshacer.

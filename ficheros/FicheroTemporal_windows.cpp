@@ -113,6 +113,7 @@ struct FicheroTemporal::Interior {
   Fichero fichero;
   std::uintmax_t escritos = 0;
   bool creado = false;
+  bool volcado = false;
   bool publicado = false;
 
   ~Interior() { borrar(); }
@@ -167,13 +168,20 @@ void FicheroTemporal::escribir(std::string_view bytes) {
   }
 }
 
-void FicheroTemporal::publicar() {
+void FicheroTemporal::volcar() {
   Interior& i = *interior_;
+  if (i.volcado) return;
   if (!::FlushFileBuffers(*i.fichero)) FallarWindows(::GetLastError(), i.pedido);
   LARGE_INTEGER tamano{};
   if (!::GetFileSizeEx(*i.fichero, &tamano)) FallarWindows(::GetLastError(), i.pedido);
   if (static_cast<std::uintmax_t>(tamano.QuadPart) != i.escritos)
     throw ErrorEjecucion(kErrorDeDispositivo, i.pedido);
+  i.volcado = true;
+}
+
+void FicheroTemporal::publicar() {
+  Interior& i = *interior_;
+  volcar();
   // Un fichero abierto sin compartir no se deja renombrar por su nombre: se cierra antes.
   if (!i.fichero.cerrar()) FallarWindows(::GetLastError(), i.pedido);
   if (i.existe) HeredarPermisos(i.temporal, i.destino);

@@ -8,6 +8,7 @@ namespace ficheros {
 namespace {
 
 constexpr const char* kCambia = "otro programa lo está cambiando";
+constexpr const char* kCortado = "otro programa lo ha cortado";
 
 }  // namespace
 
@@ -19,11 +20,29 @@ std::size_t LecturaFichero::leer(std::span<char> destino) {
     total += leidos;
   }
   leidos_ += total;
-  if (leidos_ > tamano_ || (total < destino.size() && leidos_ == tamano_ && reescrito()))
-    throw ErrorEjecucion(kErrorDeAcceso, ruta_, kCambia);
-  if (total < destino.size() && leidos_ < tamano_)
-    throw ErrorEjecucion(kFinDeArchivo, ruta_, "otro programa lo ha cortado");
+  if (leidos_ > tamano_ || (total < destino.size() && leidos_ == tamano_ && reescrito())) darPorCambiado();
+  if (total < destino.size() && leidos_ < tamano_) throw ErrorEjecucion(kFinDeArchivo, ruta_, kCortado);
   return total;
+}
+
+std::size_t LecturaFichero::leerEn(std::uintmax_t donde, std::span<char> destino) {
+  std::size_t total = 0;
+  while (total < destino.size()) {
+    const std::size_t leidos = leerAlgoEn(donde + total, destino.subspan(total));
+    if (leidos == 0) break;
+    total += leidos;
+  }
+  if (donde + total > tamano_ || reescrito()) darPorCambiado();
+  if (total < destino.size() && donde + total < tamano_) throw ErrorEjecucion(kFinDeArchivo, ruta_, kCortado);
+  return total;
+}
+
+void LecturaFichero::comprobarMarca(const Marca& antes) const {
+  if (marca() != antes) darPorCambiado();
+}
+
+void LecturaFichero::darPorCambiado() const {
+  throw ErrorEjecucion(kErrorDeAcceso, ruta_, kCambia);
 }
 
 void LecturaFichero::comprobarFinal() {

@@ -10,6 +10,21 @@
 #include "ficheros/Lectura.h"
 
 namespace ficheros {
+namespace {
+
+constexpr std::size_t kMaximo = 1 << 30;  // read no da más de 2 GB de una vez
+
+template <class Lectura>
+std::size_t Leer(const std::filesystem::path& ruta, Lectura&& lectura) {
+  ssize_t leidos = 0;
+  do
+    leidos = lectura();
+  while (leidos < 0 && errno == EINTR);
+  if (leidos < 0) throw ErrorEjecucion(std::error_code(errno, std::generic_category()), ruta);
+  return static_cast<std::size_t>(leidos);
+}
+
+}  // namespace
 
 struct LecturaFichero::Interior {
   explicit Interior(int descriptor) : fd(descriptor) {}
@@ -38,13 +53,25 @@ LecturaFichero::LecturaFichero(const std::filesystem::path& ruta) : ruta_(ruta) 
 LecturaFichero::~LecturaFichero() = default;
 
 std::size_t LecturaFichero::leerAlgo(std::span<char> destino) {
-  constexpr std::size_t kMaximo = 1 << 30;  // read no da más de 2 GB de una vez
-  ssize_t leidos = 0;
-  do
-    leidos = ::read(interior_->fd, destino.data(), std::min(destino.size(), kMaximo));
-  while (leidos < 0 && errno == EINTR);
-  if (leidos < 0) throw ErrorEjecucion(std::error_code(errno, std::generic_category()), ruta_);
-  return static_cast<std::size_t>(leidos);
+  return Leer(ruta_,
+              [&] { return ::read(interior_->fd, destino.data(), std::min(destino.size(), kMaximo)); });
+}
+
+std::size_t LecturaFichero::leerAlgoEn(std::uintmax_t donde, std::span<char> destino) {
+  return Leer(ruta_, [&] {
+    return ::pread(interior_->fd, destino.data(), std::min(destino.size(), kMaximo),
+                   static_cast<off_t>(donde));
+  });
+}
+
+LecturaFichero::Marca LecturaFichero::marca() const {
+  struct stat estado {};
+  if (::fstat(interior_->fd, &estado) != 0)
+    throw ErrorEjecucion(std::error_code(errno, std::generic_category()), ruta_);
+  constexpr std::int64_t kNanosegundos = 1'000'000'000;
+  return {static_cast<std::uint64_t>(estado.st_dev), static_cast<std::uint64_t>(estado.st_ino),
+          static_cast<std::uint64_t>(estado.st_size),
+          estado.st_mtim.tv_sec * kNanosegundos + estado.st_mtim.tv_nsec};
 }
 
 bool LecturaFichero::reescrito() const {

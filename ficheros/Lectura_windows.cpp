@@ -5,6 +5,12 @@
 #include "ficheros/Sistema_windows.h"
 
 namespace ficheros {
+namespace {
+
+constexpr std::size_t kMaximo = 1 << 30;
+
+}  // namespace
+
 struct LecturaFichero::Interior {
   explicit Interior(HANDLE nuevo) : fichero(nuevo) {}
   ~Interior() {
@@ -36,12 +42,36 @@ LecturaFichero::LecturaFichero(const std::filesystem::path& ruta) : ruta_(ruta) 
 LecturaFichero::~LecturaFichero() = default;
 
 std::size_t LecturaFichero::leerAlgo(std::span<char> destino) {
-  constexpr std::size_t kMaximo = 1 << 30;
   DWORD leidos = 0;
   if (!::ReadFile(interior_->fichero, destino.data(), static_cast<DWORD>(std::min(destino.size(), kMaximo)),
                   &leidos, nullptr))
     FallarWindows(::GetLastError(), ruta_);
   return leidos;
+}
+
+// El sistema mueve también por dónde va la lectura seguida: se deja como estaba.
+std::size_t LecturaFichero::leerAlgoEn(std::uintmax_t donde, std::span<char> destino) {
+  LARGE_INTEGER antes{};
+  if (!::SetFilePointerEx(interior_->fichero, {}, &antes, FILE_CURRENT))
+    FallarWindows(::GetLastError(), ruta_);
+  LARGE_INTEGER sitio{};
+  sitio.QuadPart = static_cast<LONGLONG>(donde);
+  if (!::SetFilePointerEx(interior_->fichero, sitio, nullptr, FILE_BEGIN))
+    FallarWindows(::GetLastError(), ruta_);
+  const std::size_t leidos = leerAlgo(destino);
+  if (!::SetFilePointerEx(interior_->fichero, antes, nullptr, FILE_BEGIN))
+    FallarWindows(::GetLastError(), ruta_);
+  return leidos;
+}
+
+LecturaFichero::Marca LecturaFichero::marca() const {
+  BY_HANDLE_FILE_INFORMATION datos{};
+  if (!::GetFileInformationByHandle(interior_->fichero, &datos)) FallarWindows(::GetLastError(), ruta_);
+  const auto juntar = [](DWORD alta, DWORD baja) { return (std::uint64_t{alta} << 32) | baja; };
+  return {datos.dwVolumeSerialNumber, juntar(datos.nFileIndexHigh, datos.nFileIndexLow),
+          juntar(datos.nFileSizeHigh, datos.nFileSizeLow),
+          static_cast<std::int64_t>(
+              juntar(datos.ftLastWriteTime.dwHighDateTime, datos.ftLastWriteTime.dwLowDateTime))};
 }
 
 // Se abre sin dejar escribir a nadie.

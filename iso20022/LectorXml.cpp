@@ -9,8 +9,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr int kFormato = 321;
-constexpr std::size_t kTrozo = std::size_t{256} << 10;
+constexpr std::size_t kTrozoLectura = std::size_t{64} << 10;
 
 /// El nombre sin el prefijo de su espacio.
 QStringView SinPrefijo(QStringView nombre) {
@@ -29,7 +28,7 @@ bool EmpiezaComoXml(const std::filesystem::path& ruta) {
   return primero != std::string::npos && principio[primero] == '<';
 }
 
-LectorXml::LectorXml(const std::filesystem::path& ruta) : ruta_(ruta), lectura_(ruta), bufer_(kTrozo) {
+LectorXml::LectorXml(const std::filesystem::path& ruta) : ruta_(ruta), lectura_(ruta), bufer_(kTrozoLectura) {
   // Los prefijos sin declarar no estorban, y buscar entre miles de declaraciones no tendría fin.
   xml_.setNamespaceProcessing(false);
 }
@@ -50,6 +49,8 @@ LectorXml::Suceso LectorXml::siguiente() {
         cerrado_ = true;
         return Suceso::Cierra;
       case QXmlStreamReader::Characters:
+        // La sangría que precede a todo lo demás no es de nadie.
+        if (texto_.isEmpty() && xml_.isWhitespace()) break;
         texto_ += xml_.text();
         if (static_cast<std::size_t>(texto_.size()) > GuardaXml::kMaximo)
           fallar("tiene un texto demasiado largo");
@@ -83,7 +84,7 @@ void LectorXml::alimentar() try {
   }
   xml_.addData(listos);
 } catch (const FalloXml& fallo) {
-  throw ficheros::ErrorEjecucion(kFormato, ruta_, fallo.what());
+  throw ficheros::ErrorEjecucion(ficheros::kFormatoNoValido, ruta_, fallo.what());
 }
 
 QByteArray LectorXml::convertir(std::string_view bytes) {
@@ -114,7 +115,7 @@ QString LectorXml::atributo(QStringView nombre) const {
 }
 
 void LectorXml::fallar(const std::string& causa) const {
-  throw ficheros::ErrorEjecucion(kFormato, ruta_, ConLinea(linea(), causa));
+  throw ficheros::ErrorEjecucion(ficheros::kFormatoNoValido, ruta_, ConLinea(linea(), causa));
 }
 
 }  // namespace iso20022

@@ -34,8 +34,8 @@ class LectorXml {
   QStringView nombre() const noexcept { return nombre_; }
   /// El de fuera es 1.
   int profundidad() const noexcept { return profundidad_; }
-  /// Lo escrito desde el suceso anterior, con sus blancos: al cerrarse un elemento sin otros dentro, todo lo
-  /// suyo. Comentarios e instrucciones no cuentan.
+  /// Lo escrito desde el suceso anterior, con los blancos de dentro y los de detrás: al cerrarse un elemento
+  /// sin otros dentro, todo lo suyo. Comentarios e instrucciones no cuentan.
   const QString& texto() const noexcept { return texto_; }
   /// Valor de un atributo del elemento que se abre, por su nombre sin prefijo; vacío si no lo tiene.
   QString atributo(QStringView nombre) const;

@@ -5,6 +5,7 @@
 #include <QDir>
 #include <csignal>
 
+#include "Carpeta.h"
 #include "Registros.h"
 #include "UsuarioCorriente.h"
 #include "comunes/herramientas/FicheroAgenda.h"

@@ -1,46 +1,17 @@
-#include <gtest/gtest.h>
+#include "EnCarpeta.h"
 
-#include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
-#include <QTemporaryDir>
-#include <filesystem>
+
+using namespace pruebas;
 
 namespace {
 
 using namespace Qt::StringLiterals;
 
-struct Salida {
-  int codigo;
-  QString dicho, avisado;
-};
-
-class PruebaConsola : public testing::Test {
+class PruebaConsola : public EnCarpeta {
  protected:
-  Salida q19(const QStringList& argumentos) const {
-    QProcess proceso;
-    proceso.setWorkingDirectory(carpeta_.path());
-    proceso.start(PROGRAMA_Q19, argumentos);
-    EXPECT_TRUE(proceso.waitForFinished(60000));
-    EXPECT_EQ(proceso.exitStatus(), QProcess::NormalExit);
-    return {proceso.exitCode(), QString::fromUtf8(proceso.readAllStandardOutput()),
-            QString::fromUtf8(proceso.readAllStandardError())};
-  }
-
-  QString ruta(const QString& nombre) const { return carpeta_.filePath(nombre); }
-
-  QString escribir(const QString& nombre, const QByteArray& bytes) const {
-    QFile f(ruta(nombre));
-    EXPECT_TRUE(f.open(QIODevice::WriteOnly) && f.write(bytes) == bytes.size());
-    return ruta(nombre);
-  }
-
-  static QByteArray leer(const QString& nombre) {
-    QFile f(nombre);
-    EXPECT_TRUE(f.open(QIODevice::ReadOnly)) << nombre.toStdString();
-    return f.readAll();
-  }
+  Salida q19(const QStringList& argumentos) const { return ejecutar(PROGRAMA_Q19, argumentos); }
 
   static QString ejemplo(const char* nombre) { return u"" DIR_EJEMPLOS u"/"_s + nombre; }
 
@@ -48,8 +19,6 @@ class PruebaConsola : public testing::Test {
   QStringList ficheros() const {
     return QDir(carpeta_.path()).entryList(QDir::Files | QDir::Hidden, QDir::Name);
   }
-
-  QTemporaryDir carpeta_;
 };
 
 QByteArrayList Registros(const QByteArray& bytes, const char* codigo) {
@@ -246,11 +215,8 @@ TEST_F(PruebaConsola, NombresQueNoSonUtf8NiListas) {
   EXPECT_TRUE(q19({"unir", "-o", "b", "[a]"}).avisado.contains("[a]: No se encontró el archivo"));
   const QByteArray guion = "cp '" DIR_EJEMPLOS "/gimnasio-acuario.Q19' $'a\\xf1o.Q19' && '" PROGRAMA_Q19
                            "' unir -o $'uni\\xf3n.x' $'a\\xf1o.Q19' && test -s $'uni\\xf3n.Q19' && rm *.Q19";
-  QProcess bash;
-  bash.setWorkingDirectory(carpeta_.path());
-  bash.start("bash", {"-c", QString::fromLatin1(guion)});
-  ASSERT_TRUE(bash.waitForFinished());
-  EXPECT_EQ(bash.exitCode(), 0) << bash.readAllStandardError().toStdString();
+  const Salida s = ejecutar("bash", {"-c", QString::fromLatin1(guion)});
+  EXPECT_EQ(s.codigo, 0) << s.avisado.toStdString();
 }
 
 // Las líneas acaban en CR, como al cargar; las que no son de un registro conocido se dicen y se ven.
@@ -344,10 +310,7 @@ TEST_F(PruebaConsola, ListaEnUnPdfSinPantalla) {
   const Salida s = q19({"listar", remesa, "--referencia", "--horizontal", "-o", "listado.pdf"});
   EXPECT_EQ(s.codigo, 0) << s.avisado.toStdString();
   EXPECT_EQ(s.avisado, "");
-  QProcess pdftotext;
-  pdftotext.start("pdftotext", {"-layout", ruta("listado.pdf"), "-"});
-  ASSERT_TRUE(pdftotext.waitForFinished());
-  const QString texto = QString::fromUtf8(pdftotext.readAllStandardOutput());
+  const QString texto = ejecutar("pdftotext", {"-layout", ruta("listado.pdf"), "-"}).dicho;
   for (const char* trozo : {"Remesa al Cobro", "Referencia", "SOCIO00001-1", "2.129,55 € (45 recibos)"})
     EXPECT_TRUE(texto.contains(QString::fromUtf8(trozo))) << trozo << texto.toStdString();
 

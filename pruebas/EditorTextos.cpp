@@ -1,17 +1,15 @@
 // El MicroEditor: qué bytes lee y escribe, y la ventana manejada por sus controles.
 
-#include <gtest/gtest.h>
-
 #include <QClipboard>
 #include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPlainTextEdit>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include "Cajas.h"
+#include "EnCarpeta.h"
 #include "comunes/dialogos/SelectorColor.h"
 #include "comunes/herramientas/CargarGrabarTexto.h"
 #include "comunes/herramientas/Encriptar.h"
@@ -24,21 +22,9 @@ using namespace herramientas;
 
 namespace {
 
-QByteArray Leer(const QString& ruta) {
-  QFile fichero(ruta);
-  return fichero.open(QIODevice::ReadOnly) ? fichero.readAll() : QByteArray("(no existe)");
-}
-
-QString Escribir(const QString& ruta, const QByteArray& bytes) {
-  QFile fichero(ruta);
-  EXPECT_TRUE(fichero.open(QIODevice::WriteOnly) && fichero.write(bytes) == bytes.size());
-  return ruta;
-}
-
 /// El editor de verdad, sobre un fichero con esos bytes.
 struct Editor {
-  explicit Editor(const QByteArray& bytes, const QStringList& valores = {})
-      : ruta(Escribir(carpeta.filePath("a.txt"), bytes)) {
+  explicit Editor(const QString& fichero, const QStringList& valores = {}) : ruta(fichero) {
     EXPECT_TRUE(frm.Cargar(ruta, valores));
     frm.show();
     EXPECT_TRUE(QTest::qWaitForWindowActive(&frm));
@@ -50,15 +36,19 @@ struct Editor {
   void pulsar(const char* boton) { QTest::mouseClick(hijo(boton), Qt::LeftButton); }
   QString marca() { return texto->property("Tag").toString(); }
 
-  QTemporaryDir carpeta;
   QString ruta;
   frmEditor frm;
   QPlainTextEdit* texto = hijo<QPlainTextEdit>("txtEditor");
 };
 
+class EditorTextos : public pruebas::EnCarpeta {
+ protected:
+  QString con(const QByteArray& bytes) { return escribir("a.txt", bytes); }
+};
+
 }  // namespace
 
-TEST(EditorTextos, CargarYGrabarSoloCambiaLosFinalesDeLinea) {
+TEST_F(EditorTextos, CargarYGrabarSoloCambiaLosFinalesDeLinea) {
   QByteArray todos;
   for (int byte = 0; byte < 256; ++byte)
     if (byte != '\r' && byte != '\n') todos += static_cast<char>(byte);
@@ -81,38 +71,35 @@ TEST(EditorTextos, CargarYGrabarSoloCambiaLosFinalesDeLinea) {
       {marca + "\xF1\r\n", marca + "\xF1\r\n"},
       {marca + "a\u2029b\r\n", marca + "a\u2029b\r\n"},
   };
-  QTemporaryDir carpeta;
-  QString ruta = carpeta.filePath("a.txt");
+  QString fichero = ruta("a.txt");
   for (const auto& [leido, grabado] : casos) {
     SCOPED_TRACE(leido.left(40).toStdString());
-    Escribir(ruta, leido);
+    con(leido);
     QPlainTextEdit caja("lo anterior");
-    EXPECT_TRUE(CargarGrabarTexto("CARGAR", ruta, caja));
+    EXPECT_TRUE(CargarGrabarTexto("CARGAR", fichero, caja));
     EXPECT_EQ(-1, PrimeroSinGrabar(caja));
-    EXPECT_TRUE(CargarGrabarTexto("REGRABAR", ruta, caja));
-    EXPECT_TRUE(grabado == Leer(ruta));
+    EXPECT_TRUE(CargarGrabarTexto("REGRABAR", fichero, caja));
+    EXPECT_TRUE(grabado == leer(fichero));
   }
   QPlainTextEdit caja("lo anterior");
-  EXPECT_FALSE(CargarGrabarTexto("Cargar", ruta, caja));
-  ruta = carpeta.filePath("no-existe");
-  EXPECT_TRUE(CargarGrabarTexto("CARGAR", ruta, caja));
+  EXPECT_FALSE(CargarGrabarTexto("Cargar", fichero, caja));
+  fichero = ruta("no-existe");
+  EXPECT_TRUE(CargarGrabarTexto("CARGAR", fichero, caja));
   EXPECT_EQ("", caja.toPlainText());
 }
 
-TEST(EditorTextos, UnaLineaEnormeSePreguntaAntesDeCargarla) {
-  QTemporaryDir carpeta;
-  QString ruta = Escribir(carpeta.filePath("a.txt"), "corta\r\n" + QByteArray(1'000'001, 'x') + "\r\n");
+TEST_F(EditorTextos, UnaLineaEnormeSePreguntaAntesDeCargarla) {
+  QString fichero = con("corta\r\n" + QByteArray(1'000'001, 'x') + "\r\n");
   QPlainTextEdit caja("lo anterior");
   const Cajas cajas{"Cancelar", "Aceptar"};
-  EXPECT_FALSE(CargarGrabarTexto("CARGAR", ruta, caja));
+  EXPECT_FALSE(CargarGrabarTexto("CARGAR", fichero, caja));
   EXPECT_EQ("lo anterior", caja.toPlainText());
-  EXPECT_TRUE(CargarGrabarTexto("CARGAR", ruta, caja));
+  EXPECT_TRUE(CargarGrabarTexto("CARGAR", fichero, caja));
   EXPECT_EQ(1'000'007, caja.toPlainText().size());
 }
 
-TEST(EditorTextos, GrabarPreguntaAntesDeSustituir) {
-  QTemporaryDir carpeta;
-  QString ruta = Escribir(carpeta.filePath("a.txt"), "antes");
+TEST_F(EditorTextos, GrabarPreguntaAntesDeSustituir) {
+  QString fichero = con("antes");
   QPlainTextEdit caja("después");
   const auto grabar = [&](QMessageBox::StandardButton respuesta) {
     QString dicho;
@@ -122,13 +109,13 @@ TEST(EditorTextos, GrabarPreguntaAntesDeSustituir) {
       EXPECT_EQ(QMessageBox::Warning, pregunta->icon());
       pregunta->button(respuesta)->click();
     });
-    EXPECT_EQ(respuesta == QMessageBox::Ok, CargarGrabarTexto("GRABAR", ruta, caja));
-    EXPECT_EQ("Fichero " + ruta + " existe en disco. Se Sobreescribirá.", dicho);
+    EXPECT_EQ(respuesta == QMessageBox::Ok, CargarGrabarTexto("GRABAR", fichero, caja));
+    EXPECT_EQ("Fichero " + fichero + " existe en disco. Se Sobreescribirá.", dicho);
   };
   grabar(QMessageBox::Cancel);
-  EXPECT_EQ("antes", Leer(ruta));
+  EXPECT_EQ("antes", leer(fichero));
   grabar(QMessageBox::Ok);
-  EXPECT_EQ("despu\xE9s\r\n", Leer(ruta));
+  EXPECT_EQ("despu\xE9s\r\n", leer(fichero));
 
   // Sin ruta se pide, en la esquina de la caja; cancelar no hace nada y lo que se elige queda puesto.
   const auto pedir = [&](const QString& respuesta) {
@@ -139,19 +126,19 @@ TEST(EditorTextos, GrabarPreguntaAntesDeSustituir) {
       peticion->setTextValue(respuesta);
       respuesta.isEmpty() ? peticion->reject() : peticion->accept();
     });
-    return CargarGrabarTexto("GRABAR", ruta, caja);
+    return CargarGrabarTexto("GRABAR", fichero, caja);
   };
-  ruta.clear();
+  fichero.clear();
   EXPECT_FALSE(pedir(""));
-  EXPECT_EQ("", ruta);
-  EXPECT_THROW(pedir(carpeta.filePath("no-hay/b.txt")), ficheros::ErrorEjecucion);
-  EXPECT_EQ("", ruta);
-  EXPECT_TRUE(pedir(carpeta.filePath("b.txt")));
-  EXPECT_EQ(carpeta.filePath("b.txt"), ruta);
-  EXPECT_EQ("despu\xE9s\r\n", Leer(ruta));
+  EXPECT_EQ("", fichero);
+  EXPECT_THROW(pedir(ruta("no-hay/b.txt")), ficheros::ErrorEjecucion);
+  EXPECT_EQ("", fichero);
+  EXPECT_TRUE(pedir(ruta("b.txt")));
+  EXPECT_EQ(ruta("b.txt"), fichero);
+  EXPECT_EQ("despu\xE9s\r\n", leer(fichero));
 }
 
-TEST(EditorTextos, Encripta) {
+TEST_F(EditorTextos, Encripta) {
   const std::pair<const char*, const char*> casos[] = {
       {"", ""}, {"V", "00"}, {"zzzzzzz", "2C3F36373B282C"}, {"a\r\n", "374846"}, {"€", "D6"}};
   for (const auto& [texto, encriptado] : casos)
@@ -159,8 +146,8 @@ TEST(EditorTextos, Encripta) {
   EXPECT_THROW(Encriptar("a", ""), ficheros::ErrorEjecucion);
 }
 
-TEST(EditorTextos, LaMarcaDiceSiHayCambiosYSalirPregunta) {
-  Editor e("uno\r\n");
+TEST_F(EditorTextos, LaMarcaDiceSiHayCambiosYSalirPregunta) {
+  Editor e(con("uno\r\n"));
   EXPECT_EQ("", e.marca());
   EXPECT_EQ("Línea 1, columna 1", e.hijo<QLabel>("Posicion")->text());
   e.texto->insertPlainText("ñ");
@@ -172,7 +159,7 @@ TEST(EditorTextos, LaMarcaDiceSiHayCambiosYSalirPregunta) {
   ASSERT_EQ(1U, cajas.Vistas().size());
   EXPECT_EQ("Datos han sido modificados. ¿ Desea salir sin grabar ?", cajas.Mensaje(0));
   EXPECT_EQ("Cancelar", cajas.Vistas()[0].enfocado);
-  EXPECT_EQ("uno\r\n", Leer(e.ruta));
+  EXPECT_EQ("uno\r\n", leer(e.ruta));
 
   // Un carácter que se perdería se señala en vez de grabar; deshecho, se graba y se cierra sin preguntar.
   QApplication::clipboard()->setText("Ω");
@@ -182,7 +169,7 @@ TEST(EditorTextos, LaMarcaDiceSiHayCambiosYSalirPregunta) {
   EXPECT_TRUE(cajas.Mensaje(1).contains("«Ω» (U+03A9), en la línea 1, columna 2,"))
       << cajas.Mensaje(1).toStdString();
   EXPECT_EQ("Ω", e.texto->textCursor().selectedText());
-  EXPECT_EQ("uno\r\n", Leer(e.ruta));
+  EXPECT_EQ("uno\r\n", leer(e.ruta));
   QTest::keyClick(e.texto, Qt::Key_Z, Qt::ControlModifier);
   EXPECT_EQ("ñuno", e.texto->toPlainText());
   QTest::keyClick(e.texto, Qt::Key_Return, Qt::ShiftModifier);
@@ -202,16 +189,16 @@ TEST(EditorTextos, LaMarcaDiceSiHayCambiosYSalirPregunta) {
   EXPECT_EQ(
       "\xF1"
       "auno\r\n",
-      Leer(e.ruta));
+      leer(e.ruta));
 }
 
-TEST(EditorTextos, InsertaLineasPreparadasYColores) {
+TEST_F(EditorTextos, InsertaLineasPreparadasYColores) {
   comunes::RutaAjustes = "/opt/Tarvo.INI";
   EXPECT_TRUE(LineasAjustes("/otra/a.txt").isEmpty());
   const QStringList lineas = LineasAjustes("/otra/TARVO.ini");
   EXPECT_TRUE(lineas.contains("OrigenQ19=") && lineas.contains("1=Importe;11;1;S;N;C;;EUROS;;"));
 
-  Editor e("ab", {"Clave=", "entera"});
+  Editor e(con("ab"), {"Clave=", "entera"});
   auto* lista = e.hijo<QListWidget>("QueOpc");
   const auto elegir = [&](int fila) {
     QTest::mouseClick(lista->viewport(), Qt::LeftButton, {},
@@ -247,8 +234,8 @@ TEST(EditorTextos, InsertaLineasPreparadasYColores) {
   comunes::PonerSelectorColor(anterior);
 }
 
-TEST(EditorTextos, CtrlYBotonDerechoEncriptanLoSeleccionado) {
-  Editor e("a\r\nb\xA0");
+TEST_F(EditorTextos, CtrlYBotonDerechoEncriptanLoSeleccionado) {
+  Editor e(con("a\r\nb\xA0"));
   QWidget* fondo = e.texto->viewport();
   const auto gesto = [&](Qt::KeyboardModifiers teclas) {
     QTest::mousePress(fondo, Qt::RightButton, teclas, QPoint(5, 5));
@@ -269,8 +256,8 @@ TEST(EditorTextos, CtrlYBotonDerechoEncriptanLoSeleccionado) {
   e.frm.close();
 }
 
-TEST(EditorTextos, BuscaYCopiaSinCambiarNada) {
-  Editor e("uno dos\r\nUno\xA0tres\r\n");
+TEST_F(EditorTextos, BuscaYCopiaSinCambiarNada) {
+  Editor e(con("uno dos\r\nUno\xA0tres\r\n"));
   auto* buscado = e.hijo<QLineEdit>("Buscado");
   QTest::keyClick(e.texto, Qt::Key_F, Qt::ControlModifier);
   ASSERT_TRUE(buscado->hasFocus());

@@ -8,7 +8,7 @@
 
 #include "UsuarioCorriente.h"
 #include "VentanaPrincipal.h"
-#include "comunes/plataforma/Proceso.h"
+#include "comunes/plataforma/Sistema.h"
 #include "ventanas/editor/EdiSEPA.h"
 
 using namespace pruebas;
@@ -98,21 +98,6 @@ TEST_F(FallosVentana, GuardarDondeNoSePuedeNoPierdeNada) {
   v.pulsar("Guardar");
   EXPECT_EQ(leer(carpeta_ / "al fin.Q19"), Fichero(antes));
   EXPECT_TRUE(v.acumulado().empty());
-}
-
-// Como los da la línea de órdenes: la lista solo enseña ficheros corrientes.
-TEST_F(FallosVentana, LoQueNoEsUnFicheroNoSeEspera) {
-  ASSERT_EQ(::mkfifo((carpeta_ / "cola").c_str(), 0666), 0);
-  fs::create_symlink("roto", carpeta_ / "roto");
-  for (const auto& [ruta, mensaje] : {std::pair{carpeta_ / "cola", "no es un fichero corriente"},
-                                      {fs::path("/dev/zero"), "no es un fichero corriente"},
-                                      {carpeta_, "es una carpeta"},
-                                      {carpeta_ / "roto", "Error 75:"}}) {
-    Cajas cajas{"Aceptar"};
-    Ventana v(carpeta_, comunes::DesdeRuta(ruta));
-    EXPECT_TRUE(cajas.Mensaje(0).contains(mensaje)) << cajas.Mensaje(0).toStdString();
-    EXPECT_TRUE(v.acumulado().empty());
-  }
 }
 
 TEST_F(FallosVentana, AjustesHostiles) {

@@ -1,5 +1,6 @@
 #include "remesa/Fichero.h"
 
+#include "Carpeta.h"
 #include "Registros.h"
 
 using namespace remesa;

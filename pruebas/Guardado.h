@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Carpeta.h"
 #include "Registros.h"
 #include "ficheros/EscrituraSegura.h"
 #include "remesa/Guardado.h"

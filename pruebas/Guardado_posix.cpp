@@ -89,6 +89,21 @@ TEST_F(Guardados, LoQueNoSePuedeSustituirSeRechaza) {
     EXPECT_EQ(NumeroError([&, r = ruta] { guardar(r, "x"); }), numero) << ruta;
   EXPECT_EQ(nombres(), (Nombres{"cola", "dir"}));
   guardar(carpeta_ / std::string(255, 'y'), "x");
+  ficheros::EscrituraSegura salida(carpeta_ / "dir" / "f");
+  fs::remove_all(carpeta_ / "dir");
+  EXPECT_EQ(NumeroError([&] { salida.confirmar(); }), ficheros::kRutaNoEncontrada);
+}
+
+TEST_F(Guardados, DeLosTemporalesSoloQuitaLosFicherosDeLosMuertos) {
+  fs::permissions(carpeta_, fs::perms::all);
+  const UsuarioCorriente usuario;
+  fs::permissions(escribir(".f.1-0.unirq19-tmp", ""), fs::perms::owner_write);
+  fs::create_symlink("f", carpeta_ / ".e.unirq19-tmp");
+  fs::create_directory(carpeta_ / ".c.unirq19-tmp");
+  ASSERT_EQ(::mkfifo((carpeta_ / ".p.unirq19-tmp").c_str(), 0600), 0);
+  guardar(carpeta_ / "f", "x");
+  guardar(carpeta_ / "g", "x");
+  EXPECT_EQ(nombres(), (Nombres{".c.unirq19-tmp", ".e.unirq19-tmp", ".p.unirq19-tmp", "f", "g"}));
 }
 
 TEST_F(Guardados, RespetaLaProteccionContraEscritura) {

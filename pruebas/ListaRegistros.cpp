@@ -1,6 +1,8 @@
 #include "remesa/Adeudos.h"
 #include "remesa/Fusion.h"
 
+#include <gtest/gtest.h>
+
 #include "Registros.h"
 
 using namespace remesa;
@@ -53,7 +55,7 @@ TEST(ListaRegistros, UnaListaViveMasQueAquellaDeDondeVienenSusRegistros) {
   }
   const std::size_t primero[] = {0};
   lista.quitar(primero);
-  lista.duplicar(1);
+  lista.duplicar(1, 2);
   lista.sustituir(2, std::string(lista[1]) + "d");
   EXPECT_EQ(Bytes(lista), (std::vector<std::string>{"", "c", "cd"}));
 }

@@ -1,5 +1,7 @@
 #include "remesa/Observaciones.h"
 
+#include <gtest/gtest.h>
+
 #include "Registros.h"
 
 using namespace remesa;
@@ -67,7 +69,17 @@ TEST(Observaciones, DeUnFicheroQueSeVaAImportar) {
       {"sin totales", sana, {Presentador(), kA, a1}, {C::SinTotales}, 3, 0},
       {"sin cabeceras", {}, {a1, Total("99")}, {C::SinCabeceras}},
       {"sin cabeceras, pero ya las hay", sana, {a1, Total("99")}, {}},
-      {"pasa del máximo con lo que había", medio, medio, {C::Desbordamiento}},
+      {"sin cabeceras en la acumulación", {a1, Total("99")}, sana, {C::CabecerasPerdidas}},
+      {"sin cabeceras en ninguno", {a1, Total("99")}, {a1, Total("99")}, {}},
+      {"pasa del máximo con lo que había", medio, medio, {C::Desbordamiento}, 3, 0},
+      {"y sin totales", medio, {Adeudo("1", "1200000000")}, {C::Desbordamiento, C::SinTotales}},
+      {"total sin sitio", {}, {Presentador(), kA, a1, "04"}, {C::TotalesSinSitio, C::RegistrosCortos}, 1, 4},
+      {"totales entre adeudos",
+       Remesa({a1, Total("04"), Total("05"), kA, a1}),
+       sana,
+       {C::TotalesInteriores},
+       2,
+       0},
       {"otro acreedor y otra fecha",
        sana,
        Remesa({a1}, Acreedor("ES02", "20260106")),
@@ -112,6 +124,10 @@ TEST(Observaciones, DeLaAcumulacion) {
        4},
       {"sin recalcular", Lista(Remesa({a})), {C::TotalesNoCuadran}, 4},
       {"sin totales", Lista({Presentador(), kA, a}), {C::TotalesAusentes}},
+      {"sin el 02", Acumulada({Presentador(), a, Total("99")}), {C::FaltanCabeceras}},
+      {"desbordada y sin totales",
+       Lista({Presentador(), kA, Adeudo("a", "2147483648")}),
+       {C::TotalesDesbordados, C::TotalesAusentes}},
       {"por bloque", Lista(norma), {C::TotalesPorBloque}},
       {"varios bloques recalculados", Acumulada(norma), {C::VariosBloques}},
       {"total corto", Lista({Presentador(), kA, a, "99"}), {C::TotalesCortos}},
@@ -134,9 +150,10 @@ TEST(Observaciones, DeLaAcumulacion) {
 
 // El resumen del recálculo y el combinado por importaciones dicen lo que dice recorrer la lista.
 TEST(Observaciones, ElResumenEsElMismoPorTodosLosCaminos) {
-  const Registros ficheros[] = {Remesa({Adeudo("a", "100"), Opcional("004", "x"), Registro("77")}),
-                                Remesa({Adeudo("b", "7"), ""}, Acreedor("ES02", "20260303")),
-                                {Presentador(), Adeudo("c", "3")}};
+  const Registros ficheros[] = {
+      Remesa({Adeudo("a", "100"), Total("04"), Opcional("004", "x"), Registro("77")}),
+      Remesa({Adeudo("b", "7"), ""}, Acreedor("ES02", "20260303")),
+      {Presentador(), Adeudo("c", "3")}};
   ListaRegistros lista;
   Resumen combinado;
   for (const Registros& fichero : ficheros) {
@@ -151,6 +168,7 @@ TEST(Observaciones, ElResumenEsElMismoPorTodosLosCaminos) {
       EXPECT_EQ(r.adeudos, entero.adeudos);
       EXPECT_EQ(r.importe, entero.importe);
       EXPECT_EQ(r.deTotales, entero.deTotales);
+      EXPECT_EQ(r.totalesInteriores, entero.totalesInteriores);
       EXPECT_EQ(r.bloques, entero.bloques);
       EXPECT_EQ(r.ultimoBloque, entero.ultimoBloque);
       EXPECT_EQ(Clases(ObservarAcumulado(r)), Clases(ObservarAcumulado(entero)));

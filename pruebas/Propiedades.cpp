@@ -1,9 +1,7 @@
-#include <gtest/gtest.h>
-
 #include <map>
 
+#include "Carpeta.h"
 #include "Registros.h"
-#include "remesa/Adeudos.h"
 #include "remesa/Fichero.h"
 #include "remesa/Fusion.h"
 #include "remesa/Guardado.h"
@@ -85,15 +83,6 @@ class Azar {
     return bytes;
   }
 
-  std::string bytes(std::size_t largo) {
-    std::string texto(largo, ' ');
-    for (char& c : texto)
-      do
-        c = static_cast<char>(hasta(256));
-      while (c == '\r');
-    return texto;
-  }
-
  private:
   /// Detrás de los campos que se miran: nada, datos o más de los que caben.
   std::string relleno() {
@@ -139,30 +128,9 @@ Registros unionLlana(const std::vector<Registros>& ficheros) {
   return acumulado;
 }
 
-class Propiedades : public Carpeta {
- protected:
-  std::string guardada(const remesa::ListaRegistros& lista) const {
-    remesa::GuardarRemesa(carpeta_ / "salida", lista);
-    return leer(carpeta_ / "salida");
-  }
-};
+class Propiedades : public Carpeta {};
 
 }  // namespace
-
-TEST_F(Propiedades, GuardarYCargarDaLosRegistrosA600) {
-  for (unsigned semilla = 1; semilla <= kSemillas; ++semilla) {
-    SCOPED_TRACE(testing::Message() << "semilla " << semilla);
-    Azar azar(semilla);
-    Registros registros(azar.hasta(20));
-    for (std::string& registro : registros)
-      registro = azar.bytes(azar.unaDe(2) ? 600 : azar.hasta(1300));
-    const std::string bytes = guardada(Lista(registros));
-    for (std::string& registro : registros)
-      registro = a600(registro);
-    ASSERT_EQ(Bytes(remesa::LeerFichero(carpeta_ / "salida")), registros);
-    ASSERT_EQ(guardada(remesa::LeerFichero(carpeta_ / "salida")), bytes);
-  }
-}
 
 TEST_F(Propiedades, LaFusionConservaLosAdeudosYSusTotales) {
   for (unsigned semilla = 1; semilla <= kSemillas; ++semilla) {
@@ -179,7 +147,7 @@ TEST_F(Propiedades, LaFusionConservaLosAdeudosYSusTotales) {
       remesa::Importar(acumulado, remesa::LeerFichero(escribir("f.Q19", azar.fichero(registros))));
       totales = remesa::RecalcularTotales(acumulado);
     }
-    guardada(acumulado);
+    remesa::GuardarRemesa(carpeta_ / "salida", acumulado);
     const Registros salen = Bytes(remesa::LeerFichero(carpeta_ / "salida"));
     ASSERT_EQ(salen, unionLlana(ficheros));
 
@@ -198,30 +166,5 @@ TEST_F(Propiedades, LaFusionConservaLosAdeudosYSusTotales) {
       ASSERT_EQ(cuantas, 1) << referencia;
     ASSERT_EQ(totales.importe, importe);
     ASSERT_EQ(totales.adeudos, static_cast<int>(veces.size()));
-  }
-}
-
-TEST_F(Propiedades, InsertarYEliminarLaCopiaDevuelveLosBytes) {
-  for (unsigned semilla = 1; semilla <= kSemillas; ++semilla) {
-    SCOPED_TRACE(testing::Message() << "semilla " << semilla);
-    Azar azar(semilla);
-    remesa::ListaRegistros lista;
-    remesa::Importar(lista, remesa::LeerFichero(escribir("f.Q19", azar.fichero(azar.remesa()))));
-    remesa::RecalcularTotales(lista);
-    const Registros antes = Bytes(lista);
-    const std::string bytes = guardada(lista);
-    for (std::size_t i = 0; i < antes.size(); ++i) {
-      const bool adeudo = antes[i].starts_with("0319143003");
-      ASSERT_EQ(remesa::InsertarCopia(lista, i), adeudo);
-      if (!adeudo) continue;
-      const auto copiado = remesa::RecalcularTotales(lista);
-      const std::size_t copia = i + 1;
-      ASSERT_EQ(remesa::EliminarAdeudos(lista, {&copia, 1}), 1U);
-      const auto repuesto = remesa::RecalcularTotales(lista);
-      ASSERT_EQ(copiado.importe - repuesto.importe, std::stoi(antes[i].substr(88, 11)));
-      ASSERT_EQ(copiado.registros, repuesto.registros + 1);
-      ASSERT_EQ(Bytes(lista), antes);
-    }
-    ASSERT_EQ(guardada(lista), bytes);
   }
 }

@@ -9,6 +9,8 @@
 #include "comunes/rejilla/Importe.h"
 #include "comunes/rejilla/MiVisor.h"
 #include "comunes/rejilla/ModeloRejilla.h"
+#include "comunes/rejilla/Orden.h"
+#include "comunes/rejilla/Subtotales.h"
 #include "ficheros/ErrorEjecucion.h"
 
 using namespace comunes;

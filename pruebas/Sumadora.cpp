@@ -18,28 +18,12 @@ std::string Escrito(herramientas::Millonesimas valor, int decimales) {
 }
 
 std::string Cinta(const Sumadora& maquina) {
+  constexpr std::u16string_view kSignos = u"−×÷◊≈";
   std::string texto;
   for (const auto& linea : maquina.cinta()) {
-    texto += (texto.empty() ? "" : " ") + Escrito(linea.valor, linea.decimales);
-    switch (linea.signo) {
-      case u'−':
-        texto += '-';
-        break;
-      case u'×':
-        texto += 'x';
-        break;
-      case u'÷':
-        texto += '/';
-        break;
-      case u'◊':
-        texto += 'S';
-        break;
-      case u'≈':
-        texto += '~';
-        break;
-      default:
-        texto += static_cast<char>(linea.signo);
-    }
+    const auto n = kSignos.find(linea.signo);
+    texto += (texto.empty() ? "" : " ") + Escrito(linea.valor, linea.decimales) +
+             (n == kSignos.npos ? static_cast<char>(linea.signo) : "-x/S~"[n]);
   }
   return texto;
 }

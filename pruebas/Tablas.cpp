@@ -1,7 +1,5 @@
 // El editor de tablas: sus ficheros y su ventana.
 
-#include <QFile>
-#include <QInputDialog>
 #include <QTableView>
 #include <QtTest>
 
@@ -9,6 +7,7 @@
 #include "comunes/herramientas/frmTablas.h"
 #include "comunes/rejilla/MiVisor.h"
 #include "pruebas/Cajas.h"
+#include "pruebas/EnCarpeta.h"
 
 using namespace herramientas;
 
@@ -16,17 +15,10 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-class Tablas : public testing::Test {
+class Tablas : public pruebas::EnCarpeta {
  protected:
-  QString Escribir(const QByteArray& bytes) {
-    QFile fichero(carpeta_.filePath("tabla.txt"));
-    EXPECT_TRUE(fichero.open(QIODevice::WriteOnly) && fichero.write(bytes) == bytes.size());
-    return fichero.fileName();
-  }
-  QByteArray Leer(const QString& nombre = "tabla.txt") {
-    QFile fichero(carpeta_.filePath(nombre));
-    return fichero.open(QIODevice::ReadOnly) ? fichero.readAll() : QByteArray("no existe");
-  }
+  QString Escribir(const QByteArray& bytes) { return escribir("tabla.txt", bytes); }
+  QByteArray Leer(const QString& nombre = "tabla.txt") { return leer(ruta(nombre)); }
   void Abrir(const QByteArray& bytes, const QString& descriptor = "T(Z) A(I) L(255)") {
     tablas_ = std::make_unique<frmTablas>();
     tablas_->PonerRuta(Escribir(bytes));
@@ -57,7 +49,6 @@ class Tablas : public testing::Test {
                       Visor()->visualRect(Visor()->model()->index(fila - 1, 0)).center());
   }
 
-  QTemporaryDir carpeta_;
   std::unique_ptr<frmTablas> tablas_;
 };
 
@@ -75,29 +66,18 @@ TEST_F(Tablas, IdaYVueltaDeLosFicheros) {
   comunes::PrepararRejilla(rejilla, "Valor#40");
   for (const auto& [bytes, valores, grabado] : casos) {
     SCOPED_TRACE(bytes.toStdString());
-    QString ruta = Escribir(bytes);
-    EXPECT_TRUE(CargarGrabarTabla("CARGAR", ruta, rejilla, nullptr));
+    QString tabla = Escribir(bytes);
+    EXPECT_TRUE(CargarGrabarTabla("CARGAR", tabla, rejilla, nullptr));
     QStringList leidos;
     for (int fila = 1; fila < rejilla.Rows(); ++fila)
       leidos += rejilla.TextMatrix(fila, 0);
     EXPECT_EQ(valores, leidos.join('|'));
-    EXPECT_TRUE(CargarGrabarTabla("REGRABAR", ruta, rejilla, nullptr));
+    EXPECT_TRUE(CargarGrabarTabla("REGRABAR", tabla, rejilla, nullptr));
     EXPECT_EQ(grabado, Leer());
   }
-  comunes::PonerCelda(rejilla, 3, 0, "nuevo");
-  QString ruta = carpeta_.filePath("tabla.txt");
-  EXPECT_FALSE(CargarGrabarTabla("OTRA", ruta, rejilla, nullptr));
-  for (const auto boton : {QMessageBox::Cancel, QMessageBox::Ok}) {
-    QTimer::singleShot(50, [&] {
-      auto* pregunta = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-      ASSERT_TRUE(pregunta);
-      EXPECT_EQ("Fichero " + ruta + " existe en disco. Se Sobreescribirá.", pregunta->text());
-      pregunta->button(boton)->click();
-    });
-    EXPECT_EQ(boton == QMessageBox::Ok, CargarGrabarTabla("GRABAR", ruta, rejilla, nullptr));
-    EXPECT_EQ(boton == QMessageBox::Ok ? "nuevo\r\n" : "", Leer());
-  }
-  QString nueva = carpeta_.filePath("no-existe.txt");
+  QString otra = ruta("tabla.txt");
+  EXPECT_FALSE(CargarGrabarTabla("OTRA", otra, rejilla, nullptr));
+  QString nueva = ruta("no-existe.txt");
   EXPECT_TRUE(CargarGrabarTabla("CARGAR", nueva, rejilla, nullptr));
   EXPECT_EQ(2, rejilla.Rows());
   EXPECT_EQ("", rejilla.TextMatrix(1, 0));
@@ -105,49 +85,25 @@ TEST_F(Tablas, IdaYVueltaDeLosFicheros) {
   EXPECT_EQ("", Leer("no-existe.txt"));
 }
 
-TEST_F(Tablas, SinRutaLaPide) {
-  comunes::Rejilla rejilla;
-  QTableView visor;
-  visor.show();
-  for (const QString& respuesta : {QString(), carpeta_.filePath("pedida.txt")}) {
-    QString ruta;
-    QTimer::singleShot(50, [&] {
-      auto* peticion = qobject_cast<QInputDialog*>(QApplication::activeModalWidget());
-      ASSERT_TRUE(peticion);
-      EXPECT_EQ("Editor de Tablas de QMX", peticion->windowTitle());
-      EXPECT_EQ("Path y Nombre del fichero a REGRABAR", peticion->labelText());
-      peticion->setTextValue(respuesta);
-      peticion->accept();
-    });
-    EXPECT_EQ(!respuesta.isEmpty(), CargarGrabarTabla("REGRABAR", ruta, rejilla, &visor));
-    EXPECT_EQ(respuesta, ruta);
-  }
-  EXPECT_EQ("", Leer("pedida.txt"));
-}
-
 TEST_F(Tablas, LeerLineasSegunElMaximo) {
   QByteArray bytes;
   for (int i = 1; i <= 250; ++i)
     bytes += QByteArray::number(i) + (i < 250 ? "\r\n" : "");
-  const QString ruta = Escribir(bytes);
-  struct Caso {
-    int maximo;
-    std::size_t plazas;  // la 0 aparte
-    std::size_t leidas;
-  };
-  for (const Caso& c :
-       {Caso{0, 250, 250}, Caso{3, 3, 3}, Caso{250, 250, 250}, Caso{-2, 250, 250}, Caso{-1, 305, 250}}) {
+  const QString tabla = Escribir(bytes);
+  // El máximo, las plazas, la 0 aparte, y las leídas.
+  for (const auto& [maximo, plazas, leidas] :
+       {std::tuple{0, 250U, 250U}, {3, 3U, 3U}, {-2, 250U, 250U}, {-1, 305U, 250U}}) {
     std::vector<QString> lineas(6, "previa");
     bool ok = false;
-    LeerLineas(ruta, lineas, c.maximo, ok);
+    LeerLineas(tabla, lineas, maximo, ok);
     EXPECT_TRUE(ok);
-    ASSERT_EQ(c.plazas + 1, lineas.size()) << c.maximo;
+    ASSERT_EQ(plazas + 1, lineas.size()) << maximo;
     EXPECT_EQ("1", lineas[1]);
-    EXPECT_EQ(QString::number(c.leidas), lineas[c.leidas]);
+    EXPECT_EQ(QString::number(leidas), lineas[leidas]);
   }
   std::vector<QString> lineas{"x", "previa"};
   bool ok = true;
-  LeerLineas(carpeta_.filePath("no-existe"), lineas, 0, ok);
+  LeerLineas(ruta("no-existe"), lineas, 0, ok);
   EXPECT_FALSE(ok);
   EXPECT_EQ(2U, lineas.size());
 }

@@ -7,15 +7,13 @@
 #include <QClipboard>
 #include <QHeaderView>
 #include <QLineEdit>
-#include <QProcess>
 #include <QScrollBar>
 #include <QTableView>
 #include <QTest>
 #include <QWheelEvent>
 
 #include "Cajas.h"
-#include "Registros.h"
-#include "comunes/impresion/Impresora.h"
+#include "Carpeta.h"
 #include "comunes/plataforma/Explorar.h"
 #include "comunes/plataforma/IniFiles.h"
 #include "comunes/plataforma/Texto.h"
@@ -51,7 +49,6 @@ class LaAgenda : public pruebas::Carpeta {
     return textos.join(u'|');
   }
   QTableView* visor() { return hijo<QTableView>("Visor"); }
-  QString mensaje() { return hijo<QLabel>("Mensaje")->text(); }
   QString cuenta() { return hijo<QLabel>("Cuenta")->text(); }
 
   /// En cuanto se abra la ventana modal `nombre`, le hace `accion`.
@@ -82,7 +79,6 @@ class LaAgenda : public pruebas::Carpeta {
   }
   void TearDown() override {
     comunes::PonerSelectorFicheros({});
-    comunes::PonerNombresImpresoras({});
     Carpeta::TearDown();
   }
 
@@ -219,7 +215,7 @@ TEST_F(LaAgenda, SeEsperaAQuienLaTiene) {
   EXPECT_EQ(columna(1), "Álvaro Peña|Bea|Marta|Zoé");
 }
 
-TEST_F(LaAgenda, SeImportanClientesYSeImprime) {
+TEST_F(LaAgenda, SeImportanClientes) {
   const auto clientes = escribir("clientes.csv", "Nombre;Fax;Teléfono\nMarta;;2\nNoé & Cía;8;7\n;1;1\n");
   comunes::RutaAjustes =
       comunes::DesdeRuta(escribir("Tarvo.INI", "[Comunes]\nClientesZor=" + carpeta_.string() + "\n"));
@@ -243,26 +239,6 @@ TEST_F(LaAgenda, SeImportanClientesYSeImprime) {
     pulsar("cmdImportar");
     EXPECT_TRUE(cajas.Mensaje(0).startsWith("La primera línea del fichero"));
   }
-
-  comunes::PonerNombresImpresoras([] { return QStringList(); });
-  comunes::AjustesDeImpresora() = {};
-  conFichero(carpeta_ / "listado");
-  hijo<QLineEdit>("Buscado")->setText("a");
-  enModal("Impresora", [](QWidget& modal) {
-    QTest::mouseClick(modal.findChild<QPushButton*>("cmdAceptar"), Qt::LeftButton);
-  });
-  pulsar("cmdImprimir");
-  EXPECT_TRUE(mensaje().endsWith("listado.pdf")) << mensaje().toStdString();
-  EXPECT_TRUE(hijo("AbrirListado")->isVisible());
-  QProcess pdftotext;
-  pdftotext.start("pdftotext", {"-layout", comunes::DesdeRuta(carpeta_ / "listado.pdf"), "-"});
-  ASSERT_TRUE(pdftotext.waitForFinished());
-  const QString texto = QString::fromUtf8(pdftotext.readAllStandardOutput()).simplified();
-  EXPECT_TRUE(
-      texto.contains("Buscado: a Nombre Teléfono Fax eMail o Código Álvaro Peña 600 11 22 33 9 a@x.es "
-                     "Marta 2 Noé & Cía 7 8"))
-      << texto.toStdString();
-  EXPECT_FALSE(texto.contains("Zoé"));
 }
 
 }  // namespace

@@ -1,16 +1,14 @@
 #include "consola/UnionFlujo.h"
 
-#include <gtest/gtest.h>
-
 #include <cstring>
-#include <fstream>
-#include <random>
 
-#include "ficheros/ErrorEjecucion.h"
+#include "Carpeta.h"
+#include "Registros.h"
 #include "remesa/Fichero.h"
 #include "remesa/Guardado.h"
 
 namespace fs = std::filesystem;
+using namespace pruebas;
 
 namespace {
 
@@ -18,47 +16,17 @@ namespace {
 struct Resultado {
   std::string bytes;
   int error = 0;
-  bool operator==(const Resultado&) const = default;
 };
 
-std::string Completo(std::string inicio, std::size_t largo = 600) {
-  inicio.resize(largo, ' ');
-  return inicio;
-}
-
-std::string Adeudo(const std::string& importe, const std::string& dato = "003") {
-  return "0319143" + dato + std::string(78, 'R') + importe;
-}
-
-class PruebaUnionFlujo : public testing::Test {
+class PruebaUnionFlujo : public Carpeta {
  protected:
-  void SetUp() override {
-    carpeta_ = fs::path(testing::TempDir()) / ("union-flujo-" + std::to_string(std::random_device{}()));
-    fs::create_directory(carpeta_);
-  }
-  void TearDown() override { fs::remove_all(carpeta_); }
-
-  std::vector<fs::path> escribir(const std::vector<std::string>& contenidos) const {
-    std::vector<fs::path> ficheros;
-    for (const std::string& contenido : contenidos) {
-      ficheros.push_back(carpeta_ / (std::to_string(ficheros.size()) + ".Q19"));
-      std::ofstream(ficheros.back(), std::ios::binary) << contenido;
-    }
-    return ficheros;
-  }
-
   template <class Union>
   Resultado resultado(Union unir) const {
     const fs::path salida = carpeta_ / "salida";
     fs::remove(salida);
-    try {
-      unir(salida);
-    } catch (const ficheros::ErrorEjecucion& error) {
-      EXPECT_FALSE(fs::exists(salida));
-      return {{}, error.numero()};
-    }
-    std::ifstream f(salida, std::ios::binary);
-    return {std::string(std::istreambuf_iterator<char>(f), {}), 0};
+    const int error = NumeroError([&] { unir(salida); });
+    EXPECT_EQ(fs::exists(salida), error == 0);
+    return {leer(salida), error};
   }
 
   Resultado porListas(const std::vector<fs::path>& ficheros) const {
@@ -84,7 +52,9 @@ class PruebaUnionFlujo : public testing::Test {
 
   void comparar(const std::vector<std::string>& contenidos,
                 std::initializer_list<std::size_t> buferes) const {
-    const auto ficheros = escribir(contenidos);
+    std::vector<fs::path> ficheros;
+    for (const std::string& contenido : contenidos)
+      ficheros.push_back(escribir(std::to_string(ficheros.size()) + ".Q19", contenido));
     const Resultado esperado = porListas(ficheros);
     for (const std::size_t bufer : buferes) {
       const Resultado obtenido = porFlujo(ficheros, bufer);
@@ -93,53 +63,32 @@ class PruebaUnionFlujo : public testing::Test {
                                                     << " bytes frente a " << esperado.bytes.size();
     }
   }
-
-  fs::path carpeta_;
 };
 
-TEST_F(PruebaUnionFlujo, CasosConNombre) {
-  const std::string cabeza = Completo("0119143001") + "\r\n";
-  const std::string acreedor = Completo("0219143002" + std::string(35, 'A') + "20261201") + "\r\n";
-  const std::string adeudo = Completo(Adeudo("00000012345")) + "\r\n";
-  const std::string totales = Completo("04") + "\r\n" + Completo("05") + "\r\n" + Completo("99") + "\r\n";
-  const std::string remesa = cabeza + acreedor + adeudo + adeudo + totales;
-  const std::string enorme = Completo(Adeudo("02147483640")) + "\r\n";
-
-  const struct {
-    const char* nombre;
-    std::vector<std::string> ficheros;
-  } casos[] = {
-      {"una", {remesa}},
-      {"tres", {remesa, remesa, remesa}},
-      {"sin totales al final", {remesa, cabeza + acreedor + adeudo}},
-      {"dos bloques primero y último", {cabeza + acreedor + adeudo + totales + acreedor + adeudo + totales}},
-      {"dos bloques y otra", {cabeza + acreedor + adeudo + totales + acreedor + adeudo + totales, remesa}},
-      {"sin cabeceras, luego con ellas", {adeudo + totales, remesa}},
-      {"solo totales, luego con cabeceras", {totales, remesa}},
-      {"solo totales, nada, luego con cabeceras", {totales, "XX19143", remesa}},
-      {"nada y luego con cabeceras", {"XX19143\r\n" + Completo("07"), remesa}},
-      {"fichero vacío", {remesa, "", remesa}},
-      {"adeudo corto en la última línea, sin CR", {cabeza + acreedor + Adeudo("00000000100")}},
-      {"última línea acabada en CR", {cabeza + acreedor + adeudo + totales.substr(0, totales.size() - 1)}},
-      {"solo LF", {Completo("0119143001") + "\n" + Completo(Adeudo("1")) + "\n"}},
-      {"CR y LF repetidos", {cabeza + "\r\r\n\n" + adeudo + "\r\n\r\n" + adeudo + totales}},
-      {"NUL, 1A y TAB", {cabeza + Completo(Adeudo(std::string("\t12\0\x1a", 5))) + "\r\n" + totales}},
-      {"totales cortos en la primera", {cabeza + adeudo + "04\r\n", remesa}},
-      {"totales cortos en la última", {remesa, cabeza + adeudo + Completo("04", 70) + "\r\n"}},
-      {"totales cortados a media posición",
-       {remesa + Completo("99", 30) + "\r\n" + Completo("05", 63) + "\r\n"}},
-      {"desbordamiento entre ficheros", {cabeza + enorme + totales, cabeza + enorme + totales}},
-      {"desbordamiento antes que el corto", {cabeza + enorme + enorme + "04\r\n", remesa}},
-      {"importe negativo y con decimales",
-       {cabeza + Completo(Adeudo("-0000000003")) + "\r" + Completo(Adeudo("       12.50")) + "\r\n" +
-        totales}},
-      {"línea mayor que el búfer",
-       {cabeza + Completo(Adeudo("00000000007"), 5000) + "\r\n" + adeudo + totales,
-        remesa + Completo("77", 9000)}},
+TEST_F(PruebaUnionFlujo, FinesDeLineaYLongitudes) {
+  const std::string cabeza = Presentador() + "\r\n" + Acreedor("ES01", "20261201") + "\r\n";
+  const std::string adeudo = Adeudo("1", "00000012345") + "\r\n",
+                    totales = Total("04") + "\r\n" + Total("99");
+  // Lo que pasa del búfer parece otro adeudo, y no lo es.
+  std::string larga = Adeudo("1", "00000000007");
+  while (larga.size() < 5000)
+    larga += "0319143003";
+  const std::string remesa = cabeza + adeudo + adeudo + totales + "\r\n";
+  const std::vector<std::string> casos[] = {
+      {remesa, "", remesa},
+      {cabeza + Adeudo("1", "00000000100").substr(0, 99)},  // corto, y sin CR
+      {cabeza + adeudo + totales + "\r"},
+      {Presentador() + "\n" + Adeudo("1", "1") + "\n"},
+      {cabeza + "\r\r\n\n" + adeudo + "\r\n\r\n" + adeudo + totales},
+      {cabeza + Adeudo("1", std::string_view("\t12\0\x1a", 5)) + "\r\n" + totales},
+      {remesa, cabeza + adeudo + Registro("04", {}, 70) + "\r\n"},
+      {remesa + Registro("99", {}, 30) + "\r\n" + Registro("05", {}, 63) + "\r\n"},
+      {cabeza + Adeudo("1", "-0000000003") + "\r" + Adeudo("2", "       12.50") + "\r\n" + totales},
+      {cabeza + larga + "\r\n" + adeudo + totales, remesa + Registro("77", {}, 9000)},
   };
-  for (const auto& caso : casos) {
-    SCOPED_TRACE(caso.nombre);
-    comparar(caso.ficheros, {1024, 1203, 1204, 1205, 1206, consola::UnionFlujo::kBufer});
+  for (const auto& ficheros : casos) {
+    SCOPED_TRACE(&ficheros - casos);
+    comparar(ficheros, {1024, 1203, 1204, 1205, 1206, consola::LectorRegistros::kBufer});
   }
 }
 
@@ -148,23 +97,23 @@ TEST_F(PruebaUnionFlujo, BordesDelBufer) {
   for (const char* fin : {"\r\n", "\r", "\r\n\n"})
     for (std::size_t largo = 1018; largo <= 1026; ++largo) {
       SCOPED_TRACE(testing::Message() << "largo " << largo << ", fin de " << std::strlen(fin));
-      const std::string linea = Completo(Adeudo("00000000001"), largo) + fin;
-      comparar({linea + linea + Completo(Adeudo("2")) + fin + "99" + std::string(598, ' ')}, {1024, 1025});
+      const std::string linea = Adeudo("1", "00000000001") + std::string(largo - 600, ' ') + fin;
+      comparar({linea + linea + Adeudo("2", "2") + fin + Total("99")}, {1024, 1025});
     }
 }
 
 TEST_F(PruebaUnionFlujo, FicherosAlAzar) {
-  const std::string inicios[] = {Completo("0119143001", 20),
-                                 Completo("0219143002", 45) + "20261231",
-                                 Adeudo("00000001999"),
-                                 Adeudo("00000000001"),
-                                 Adeudo("0", "004"),
-                                 Adeudo("   -3"),
-                                 Adeudo("02000000000"),
-                                 "04",
-                                 "05",
-                                 "99",
-                                 "07",
+  const std::string inicios[] = {Presentador(),
+                                 Acreedor("ES01", "20261231"),
+                                 Adeudo("1", "00000001999"),
+                                 Adeudo("2", "00000000001"),
+                                 Opcional("004", "2"),
+                                 Adeudo("3", "   -3"),
+                                 Adeudo("4", "02000000000"),
+                                 Total("04"),
+                                 Total("05"),
+                                 Total("99"),
+                                 Registro("07"),
                                  ""};
   const std::string fines[] = {"\r\n", "\r\n", "\r\n", "\r", "\n", "\r\r\n", ""};
   const std::size_t largos[] = {600, 600, 600, 600, 0, 2, 37, 70, 80, 598, 599, 601, 602, 1700};
@@ -177,10 +126,11 @@ TEST_F(PruebaUnionFlujo, FicherosAlAzar) {
     std::vector<std::string> ficheros(1 + azar() % 4);
     for (std::string& fichero : ficheros)
       for (auto n = azar() % 12; n > 0; --n) {
-        const std::string& inicio = de(inicios);
-        fichero += Completo(inicio, azar() % 3 == 0 ? std::max(inicio.size(), de(largos)) : 600) + de(fines);
+        std::string registro = de(inicios);
+        registro.resize(azar() % 3 == 0 ? de(largos) : 600, ' ');
+        fichero += registro + de(fines);
       }
-    comparar(ficheros, {1024 + semilla % 400, consola::UnionFlujo::kBufer});
+    comparar(ficheros, {1024 + semilla % 400, consola::LectorRegistros::kBufer});
   }
 }
 

@@ -73,7 +73,7 @@ TEST_F(VentanaPrincipal, UnirCorregirYGuardar) {
   v.pulsar("cmdInsertar");
   esperado.insert(esperado.begin() + 4, esperado[3]);
   EXPECT_EQ(v.acumulado(), Recalculada(esperado));
-  EXPECT_EQ(v.Acumulado->seleccion(), std::vector<std::size_t>{3});
+  EXPECT_EQ(v.Acumulado->seleccion(), std::vector<std::size_t>{4}) << "solo la copia";
   EXPECT_EQ(v.Acumulado->actual(), 4);
   EXPECT_EQ(v.texto("InfoAcumulado"), "2 ficheros, 4 adeudos, 53,45 €");
 
@@ -117,6 +117,8 @@ TEST_F(VentanaPrincipal, RechazosConSusAvisos) {
     v.elegir(nombre);
     EXPECT_EQ(cajas.Mensaje(0), aviso) << nombre;
     EXPECT_EQ(cajas.Vistas().at(0).icono, 1);
+    EXPECT_EQ(v.Ficheros->marcado(), "enero.Q19") << nombre << ": lo resaltado es lo que se importaría";
+    EXPECT_TRUE(v.texto("AvisoPreview").contains(nombre)) << nombre;
     EXPECT_EQ(Bytes(v.Preview->lista()), Remesa("20260405", {kUno, kDos})) << nombre;
     EXPECT_TRUE(v.importado()) << nombre;
   }
@@ -129,6 +131,19 @@ TEST_F(VentanaPrincipal, RechazosConSusAvisos) {
   v.pulsar("cmdEliminar");
   for (const std::size_t n : {0U, 1U})
     EXPECT_EQ(cajas.Mensaje(n), " ¿ No se pueden suprimir todos los registros de deudores ? ");
+}
+
+// Con otro botón el resalte no cambia: «Importar» tomaría un fichero distinto del que señala.
+TEST_F(VentanaPrincipal, SoloElBotonIzquierdoElige) {
+  Ventana v(carpeta_);
+  v.elegir("enero.Q19");
+  const QPoint otro = v.Ficheros->visualRect(v.Ficheros->model()->index(1, 0)).center();
+  for (const Qt::MouseButton boton : {Qt::RightButton, Qt::MiddleButton}) {
+    QTest::mouseClick(v.Ficheros->viewport(), boton, {}, otro);
+    QTest::mouseDClick(v.Ficheros->viewport(), boton, {}, otro);
+    EXPECT_EQ(v.Ficheros->marcado(), "enero.Q19");
+    EXPECT_TRUE(v.texto("InfoPreview").startsWith("enero.Q19"));
+  }
 }
 
 TEST_F(VentanaPrincipal, InsertarSoloCopiaAdeudosCorrientes) {
@@ -315,11 +330,11 @@ TEST_F(VentanaPrincipal, ControlesTeclasYOrden) {
     EXPECT_EQ(boton->font().family(), "MS Shell Dlg 2") << nombre;
     mnemonicos += QKeySequence::mnemonic(boton->text()).toString();
   }
-  for (const char* nombre : {"etiDisco", "etiCarpetas", "etiFicheros"})
+  for (const char* nombre : {"etiDisco", "etiCarpetas", "etiFicheros", "etiPreview", "etiAcumulado"})
     mnemonicos += QKeySequence::mnemonic(v.texto(nombre)).toString();
   mnemonicos.remove("Alt+");
   std::sort(mnemonicos.begin(), mnemonicos.end());
-  EXPECT_EQ(mnemonicos.size(), 12);
+  EXPECT_EQ(mnemonicos.size(), 14);
   EXPECT_EQ(std::adjacent_find(mnemonicos.begin(), mnemonicos.end()), mnemonicos.end())
       << mnemonicos.toStdString();
   for (auto* lista : {v.Preview, v.Acumulado})

@@ -6,6 +6,7 @@
 #include <QTest>
 
 #include "Cajas.h"
+#include "Carpeta.h"
 #include "Registros.h"
 #include "comunes/plataforma/Explorar.h"
 #include "comunes/plataforma/IniFiles.h"

@@ -11,6 +11,10 @@ bool EsTipo03(std::string_view registro) {
   return Codigo(registro) == CodigoRegistro::Adeudo;
 }
 
+bool EsOpcional(std::string_view registro) {
+  return EsTipo03(registro) && Clase(registro) != ClaseRegistro::Adeudo;
+}
+
 }  // namespace
 
 std::size_t ContarDeudores(const ListaRegistros& lista) {
@@ -29,8 +33,17 @@ bool EsDuplicable(std::string_view registro) {
 
 bool InsertarCopia(ListaRegistros& lista, std::size_t i) {
   if (i >= lista.size() || !EsDuplicable(lista[i])) return false;
-  lista.duplicar(i);
+  lista.duplicar(i, i + 1);
   return true;
+}
+
+std::optional<std::size_t> InsertarCopiaTrasAdeudo(ListaRegistros& lista, std::size_t i) {
+  if (i >= lista.size() || !EsDuplicable(lista[i])) return std::nullopt;
+  std::size_t donde = i + 1;
+  while (donde < lista.size() && EsOpcional(lista[donde]))
+    ++donde;
+  lista.duplicar(i, donde);
+  return donde;
 }
 
 bool PuedeEliminar(const ListaRegistros& lista, std::span<const std::size_t> seleccion) {
@@ -52,6 +65,21 @@ std::size_t EliminarAdeudos(ListaRegistros& lista, std::span<const std::size_t> 
   if (!sobran.empty() && sobran.size() >= ContarDeudores(lista)) sobran.erase(sobran.begin());
   lista.quitar(sobran);
   return sobran.size();
+}
+
+std::vector<std::size_t> ConSusOpcionales(const ListaRegistros& lista,
+                                          std::span<const std::size_t> seleccion) {
+  std::vector<std::size_t> conTodo;
+  std::size_t siguiente = 0;
+  for (const std::size_t i : seleccion) {
+    if (i < siguiente || i >= lista.size() || !EsTipo03(lista[i])) continue;
+    conTodo.push_back(i);
+    siguiente = i + 1;
+    if (EsOpcional(lista[i])) continue;
+    for (; siguiente < lista.size() && EsOpcional(lista[siguiente]); ++siguiente)
+      conTodo.push_back(siguiente);
+  }
+  return conTodo;
 }
 
 }  // namespace remesa

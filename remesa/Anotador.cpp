@@ -13,14 +13,25 @@ void Anotador::ponerAdeudo(std::string_view bytes) {
   deudor_ = Recortar(LeerCampo(bytes, kNombreDeudor));
 }
 
-void Anotador::campo(CodigoHallazgo codigo, const Campo& campo, std::string esperado, std::uint64_t otro) {
+Hallazgo Anotador::preparar(CodigoHallazgo codigo, const Campo& campo, std::string esperado,
+                            std::uint64_t otro) const {
   Hallazgo hallazgo{codigo};
   hallazgo.donde = campo.donde;
   hallazgo.campo = &campo;
   hallazgo.valor = Recortar(LeerCampo(bytes_, campo.donde));
   hallazgo.esperado = std::move(esperado);
   hallazgo.otro = otro;
-  anotar(std::move(hallazgo));
+  situar(hallazgo);
+  return hallazgo;
+}
+
+void Anotador::dar(Hallazgo&& hallazgo) {
+  EsError(hallazgo.codigo) ? ++errores_ : ++avisos_;
+  recibir_(std::move(hallazgo));
+}
+
+void Anotador::campo(CodigoHallazgo codigo, const Campo& campo, std::string esperado, std::uint64_t otro) {
+  dar(preparar(codigo, campo, std::move(esperado), otro));
 }
 
 void Anotador::posiciones(CodigoHallazgo codigo, Posiciones donde, std::string valor, std::string esperado) {
@@ -28,15 +39,17 @@ void Anotador::posiciones(CodigoHallazgo codigo, Posiciones donde, std::string v
   hallazgo.donde = donde;
   hallazgo.valor = std::move(valor);
   hallazgo.esperado = std::move(esperado);
-  anotar(std::move(hallazgo));
+  situar(hallazgo);
+  dar(std::move(hallazgo));
 }
 
-void Anotador::parte(CodigoHallazgo codigo, const Campo& campo, Posiciones donde) {
+void Anotador::parte(CodigoHallazgo codigo, const Campo& campo, Posiciones donde, std::string valor) {
   Hallazgo hallazgo{codigo};
   hallazgo.donde = donde;
   hallazgo.campo = &campo;
-  hallazgo.valor = LeerCampo(bytes_, donde);
-  anotar(std::move(hallazgo));
+  hallazgo.valor = std::move(valor);
+  situar(hallazgo);
+  dar(std::move(hallazgo));
 }
 
 void Anotador::fichero(CodigoHallazgo codigo, std::string valor, std::string esperado, std::uint64_t otro) {
@@ -44,22 +57,18 @@ void Anotador::fichero(CodigoHallazgo codigo, std::string valor, std::string esp
   hallazgo.valor = std::move(valor);
   hallazgo.esperado = std::move(esperado);
   hallazgo.otro = otro;
-  EsError(codigo) ? ++errores_ : ++avisos_;
-  recibir_(std::move(hallazgo));
+  dar(std::move(hallazgo));
 }
 
-void Anotador::anotar(Hallazgo hallazgo) {
+void Anotador::situar(Hallazgo& hallazgo) const {
   hallazgo.registro = numero_;
   hallazgo.fila = fila_;
   hallazgo.clase = clase_;
-  if (Codigo(bytes_) == CodigoRegistro::Adeudo) {
-    hallazgo.referencia = Recortar(LeerCampo(bytes_, kReferenciaAdeudo));
-    // Un opcional no lleva el nombre: es el del adeudo que lo precede.
-    hallazgo.deudor =
-        clase_ == ClaseRegistro::Adeudo ? std::string(Recortar(LeerCampo(bytes_, kNombreDeudor))) : deudor_;
-  }
-  EsError(hallazgo.codigo) ? ++errores_ : ++avisos_;
-  recibir_(std::move(hallazgo));
+  if (Codigo(bytes_) != CodigoRegistro::Adeudo) return;
+  hallazgo.referencia = Recortar(LeerCampo(bytes_, kReferenciaAdeudo));
+  // Un opcional no lleva el nombre: es el del adeudo que lo precede.
+  hallazgo.deudor =
+      clase_ == ClaseRegistro::Adeudo ? std::string(Recortar(LeerCampo(bytes_, kNombreDeudor))) : deudor_;
 }
 
 }  // namespace remesa

@@ -22,11 +22,16 @@ class Anotador {
   void campo(CodigoHallazgo codigo, const Campo& campo, std::string esperado = {}, std::uint64_t otro = 0);
   /// De unas posiciones del registro.
   void posiciones(CodigoHallazgo codigo, Posiciones donde, std::string valor, std::string esperado = {});
-  /// De unas posiciones de un campo; el valor es lo que hay en ellas.
-  void parte(CodigoHallazgo codigo, const Campo& campo, Posiciones donde);
+  /// De unas posiciones de un campo; el valor es el que se da.
+  void parte(CodigoHallazgo codigo, const Campo& campo, Posiciones donde, std::string valor);
   /// Del fichero entero.
   void fichero(CodigoHallazgo codigo, std::string valor = {}, std::string esperado = {},
                std::uint64_t otro = 0);
+
+  /// El de un campo, sin darlo: depende de lo que venga después.
+  Hallazgo preparar(CodigoHallazgo codigo, const Campo& campo, std::string esperado = {},
+                    std::uint64_t otro = 0) const;
+  void dar(Hallazgo&& hallazgo);
 
   std::string_view registro() const noexcept { return bytes_; }
   ClaseRegistro clase() const noexcept { return clase_; }
@@ -36,7 +41,7 @@ class Anotador {
   std::uint64_t avisos() const noexcept { return avisos_; }
 
  private:
-  void anotar(Hallazgo hallazgo);
+  void situar(Hallazgo& hallazgo) const;
 
   ReceptorHallazgos recibir_;
   std::string_view bytes_;

@@ -29,6 +29,10 @@ std::optional<Dia> LeerFecha(std::string_view texto) {
   return fecha.ok() ? std::optional(fecha) : std::nullopt;
 }
 
+bool EsAntigua(Dia fecha) {
+  return fecha.year() < 1900y;
+}
+
 std::string EscribirFecha(Dia fecha) {
   return Ceros(static_cast<int>(fecha.year()), kAno.longitud()) +
          Ceros(static_cast<std::int32_t>(static_cast<unsigned>(fecha.month())), kMes.longitud()) +

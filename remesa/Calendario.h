@@ -12,6 +12,9 @@ using Dia = std::chrono::year_month_day;
 /// AAAAMMDD: ocho cifras que sean un día que existe.
 std::optional<Dia> LeerFecha(std::string_view texto);
 
+/// De antes de 1900: un siglo mal escrito.
+bool EsAntigua(Dia fecha);
+
 /// AAAAMMDD.
 std::string EscribirFecha(Dia fecha);
 

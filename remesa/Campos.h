@@ -61,8 +61,10 @@ consteval Posiciones PosicionesDe(std::span<const Campo> campos, std::string_vie
   throw "campo inexistente";
 }
 
-/// Versión de los cuadernos: el 19.14 (SEPA básico) y el 19.44 (SEPA entre empresas, con los mismos campos).
+/// Versión de los cuadernos: el 19.14 (SEPA básico), el 19.15 (de plazo corto, que desde 2016 es el 19.14) y
+/// el 19.44 (SEPA entre empresas), con los mismos campos.
 inline constexpr std::string_view kVersion1914 = "19143";
+inline constexpr std::string_view kVersion1915 = "19154";
 inline constexpr std::string_view kVersion1944 = "19445";
 
 // Campos que el propio programa lee o escribe.
@@ -75,6 +77,9 @@ inline constexpr Posiciones kMarcaAdeudo{kVersion.hasta, kNumeroDato.desde + 1};
 /// Comienzo de los ficheros de la versión anterior del cuaderno ("5180").
 inline constexpr Posiciones kCabezaAnterior{1, 4};
 
+inline constexpr Posiciones kIdentificadorPresentador =
+    PosicionesDe(tabla::kPresentador, "Identificador del presentador");
+inline constexpr Posiciones kNombrePresentador = PosicionesDe(tabla::kPresentador, "Nombre del presentador");
 inline constexpr Posiciones kFechaCreacion =
     PosicionesDe(tabla::kPresentador, "Fecha de creación del fichero");
 inline constexpr Posiciones kIdentificacionFichero =
@@ -93,12 +98,38 @@ inline constexpr Posiciones kNombreDeudor = PosicionesDe(tabla::kAdeudo, "Nombre
 /// Las dos referencias, que los registros opcionales comparten con su adeudo.
 inline constexpr Posiciones kReferencias{kReferenciaAdeudo.desde, kReferenciaMandato.hasta};
 inline constexpr Posiciones kTipoAdeudo = PosicionesDe(tabla::kAdeudo, "Tipo de adeudo");
+/// Los dos que, con la cabecera, deciden en qué bloque de un XML va el adeudo.
+inline constexpr Posiciones kTipoYCategoria{kTipoAdeudo.desde,
+                                            PosicionesDe(tabla::kAdeudo, "Categoría de propósito").hasta};
 inline constexpr Posiciones kFechaFirma = PosicionesDe(tabla::kAdeudo, "Fecha de firma del mandato");
 inline constexpr Posiciones kEntidadDeudor = PosicionesDe(tabla::kAdeudo, "Entidad del deudor");
 inline constexpr Posiciones kClaseCuenta =
     PosicionesDe(tabla::kAdeudo, "Identificador de la cuenta del deudor");
 inline constexpr Posiciones kCuentaDeudor = PosicionesDe(tabla::kAdeudo, "Cuenta del deudor");
+inline constexpr Posiciones kDireccionDeudor = PosicionesDe(tabla::kAdeudo, "Dirección del deudor (D1)");
+inline constexpr Posiciones kCodigoDeudor =
+    PosicionesDe(tabla::kAdeudo, "Identificación del deudor (código)");
 inline constexpr Posiciones kConcepto = PosicionesDe(tabla::kAdeudo, "Concepto");
+
+inline constexpr Posiciones kEntidadReceptora = PosicionesDe(tabla::kPresentador, "Entidad receptora");
+
+inline constexpr Posiciones kNombreUltimoAcreedor =
+    PosicionesDe(tabla::kUltimos, "Nombre del último acreedor");
+inline constexpr Posiciones kCodigoUltimoAcreedor =
+    PosicionesDe(tabla::kUltimos, "Identificación del último acreedor (código)");
+inline constexpr Posiciones kNombreTitular =
+    PosicionesDe(tabla::kUltimos, "Nombre del titular de la domiciliación");
+inline constexpr Posiciones kCodigoTitular =
+    PosicionesDe(tabla::kUltimos, "Identificación del titular (código)");
+
+inline constexpr Posiciones kMandatoOriginal =
+    PosicionesDe(tabla::kMandato, "Referencia única del mandato original");
+inline constexpr Posiciones kNombreAcreedorOriginal =
+    PosicionesDe(tabla::kMandato, "Nombre del acreedor original");
+inline constexpr Posiciones kAcreedorOriginal =
+    PosicionesDe(tabla::kMandato, "Identificador del acreedor original");
+inline constexpr Posiciones kCuentaOriginal = PosicionesDe(tabla::kMandato, "Cuenta del deudor original");
+inline constexpr Posiciones kEntidadOriginal = PosicionesDe(tabla::kMandato, "Entidad del deudor original");
 
 inline constexpr Posiciones kAcreedor04 = PosicionesDe(tabla::kTotalesFecha, "Identificador del acreedor");
 inline constexpr Posiciones kAcreedor05 = PosicionesDe(tabla::kTotalesAcreedor, "Identificador del acreedor");

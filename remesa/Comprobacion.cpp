@@ -85,7 +85,7 @@ ResultadoComprobacion ComprobarFichero(const std::filesystem::path& ruta, Dia ho
     std::string_view bytes(bufer.get(), trozo);
     if (leidos == 0)
       if (const std::string_view marca = Marca(bytes); !marca.empty()) {
-        comprobador.anotador().fichero(C::MarcaDeBytes, std::string(marca));
+        comprobador.marca(marca);
         bytes.remove_prefix(marca.size());
       }
     leidos += trozo;

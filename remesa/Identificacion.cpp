@@ -2,6 +2,7 @@
 
 #include "remesa/Calendario.h"
 #include "remesa/Campos.h"
+#include "remesa/Validez.h"
 
 namespace remesa {
 namespace {
@@ -31,12 +32,27 @@ std::string FechaYHora(Momento momento, int parte) {
 }  // namespace
 
 std::string IdentificacionRenovada(std::string_view actual, Momento ahora, int parte) {
-  std::string nueva(actual.starts_with(kFinanciada) ? kFinanciada : kCorriente);
+  std::string nueva(EsDeFinanciada(actual) ? kFinanciada : kCorriente);
   const std::size_t delPresentador = nueva.size() + kFechaYHora;
   nueva += FechaYHora(ahora, parte);
   if (actual.size() > delPresentador) nueva += actual.substr(delPresentador);
   nueva.resize(static_cast<std::size_t>(kIdentificacionFichero.longitud()), ' ');
   return nueva;
+}
+
+bool EsDeFinanciada(std::string_view identificacion) {
+  return identificacion.starts_with(kFinanciada);
+}
+
+std::string_view FechaDeIdentificacion(std::string_view identificacion) {
+  if (!identificacion.starts_with(kCorriente)) return {};
+  const std::string_view cifras = identificacion.substr(kCorriente.size(), kFechaYHora);
+  constexpr std::size_t kFecha = 8, kDosCifras = 2;
+  const bool completa =
+      cifras.size() == kFechaYHora && SonCifras(cifras) && LeerFecha(cifras.substr(0, kFecha));
+  const auto hora = [&](std::size_t donde) { return cifras.substr(kFecha + donde, kDosCifras); };
+  if (!completa || hora(0) > "23" || hora(2) > "59" || hora(4) > "59") return {};
+  return cifras.substr(0, kFecha);
 }
 
 void RenovarIdentificacion(std::string& presentador, Momento ahora, int parte) {

@@ -15,6 +15,13 @@ using Momento = std::chrono::local_time<std::chrono::milliseconds>;
 /// milésimas: los ficheros que salen de uno a la vez no pueden llevar la misma.
 std::string IdentificacionRenovada(std::string_view actual, Momento ahora, int parte = 0);
 
+/// La de una remesa financiada, que empieza de otro modo.
+bool EsDeFinanciada(std::string_view identificacion);
+
+/// La fecha AAAAMMDD de una identificación con la forma de la norma: "PRE", un día que exista y una hora con
+/// cinco cifras de milésimas; lo que siga es del presentador. Vacía si no la tiene.
+std::string_view FechaDeIdentificacion(std::string_view identificacion);
+
 /// Pone en la cabecera del presentador la fecha de hoy y una identificación nueva. Un registro corto recibe
 /// lo que le quepa. Lanza ErrorEjecucion 5 si los campos empiezan más allá de su final.
 void RenovarIdentificacion(std::string& presentador, Momento ahora, int parte = 0);

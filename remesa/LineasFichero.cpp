@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "remesa/Registro.h"
+#include "remesa/Utf8.h"
 
 namespace remesa {
 
@@ -46,7 +46,7 @@ void LineasFichero::terminar() {
 }
 
 void LineasFichero::guardar(std::string_view bytes) {
-  inicio_ += bytes.substr(0, kLongitudRegistro - inicio_.size());
+  inicio_ += bytes.substr(0, kRegistroUtf8 - inicio_.size());
   largo_ += bytes.size();
 }
 

@@ -19,7 +19,7 @@ constexpr std::size_t LargoFin(FinLinea fin) {
 }
 
 /// Corta en líneas unos bytes que llegan por trozos. La última cuenta aunque no tenga fin. De una línea que
-/// no cabe en un trozo solo guarda lo que ocupa un registro.
+/// no cabe en un trozo solo guarda lo que puede ocupar un registro, aunque esté en UTF-8.
 class LineasFichero {
  public:
   /// `bytes` vale hasta que vuelve; `longitud` es la de la línea entera.

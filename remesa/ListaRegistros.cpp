@@ -39,9 +39,9 @@ void ListaRegistros::sustituir(std::size_t i, std::string_view bytes) {
   guardarBloque({std::move(datos), bytes.size()});
 }
 
-void ListaRegistros::duplicar(std::size_t i) {
+void ListaRegistros::duplicar(std::size_t i, std::size_t donde) {
   const std::string_view registro = registros_[i];
-  registros_.insert(registros_.begin() + static_cast<std::ptrdiff_t>(i) + 1, registro);
+  registros_.insert(registros_.begin() + static_cast<std::ptrdiff_t>(donde), registro);
 }
 
 void ListaRegistros::quitar(std::span<const std::size_t> indices) {
@@ -55,6 +55,15 @@ void ListaRegistros::quitar(std::span<const std::size_t> indices) {
       registros_[destino++] = registros_[i];
   }
   registros_.resize(destino);
+  soltarBloquesMuertos();
+}
+
+void ListaRegistros::elegir(std::span<const std::size_t> indices) {
+  std::vector<std::string_view> elegidos;
+  elegidos.reserve(indices.size());
+  for (const std::size_t i : indices)
+    elegidos.push_back(registros_[i]);
+  registros_ = std::move(elegidos);
   soltarBloquesMuertos();
 }
 

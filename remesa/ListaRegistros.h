@@ -41,10 +41,13 @@ class ListaRegistros {
   void anadirDe(const ListaRegistros& otra, std::span<const std::size_t> indices);
   /// Sustituye el registro `i` por `bytes`, que pasa a ser un bloque propio.
   void sustituir(std::size_t i, std::string_view bytes);
-  /// Inserta una copia del registro `i` en `i + 1`.
-  void duplicar(std::size_t i);
+  /// Inserta una copia del registro `i` en `donde`.
+  void duplicar(std::size_t i, std::size_t donde);
   /// Quita los registros de `indices`, ascendentes y sin repetir, en un solo recorrido.
   void quitar(std::span<const std::size_t> indices);
+
+  /// Deja solo los registros de `indices`, en ese orden.
+  void elegir(std::span<const std::size_t> indices);
 
   /// Bloques vivos: para comprobar que no se acumulan.
   std::size_t bloques() const noexcept { return bloques_.size(); }

@@ -43,6 +43,12 @@ void CompararBloques(Lista& lista, const Resumen& previo, const Resumen& acumula
   lista.anadir(std::move(observacion));
 }
 
+/// Las cabeceras que no tiene: "01", "02", "01 y 02" o "".
+std::string Faltan(const Resumen& resumen) {
+  if (resumen.cabeceras01 > 0) return resumen.cabeceras02 > 0 ? "" : "02";
+  return resumen.cabeceras02 > 0 ? "01" : "01 y 02";
+}
+
 }  // namespace
 
 Resumen TrasImportar(const Resumen& acumulado, const Resumen& previo) {
@@ -55,6 +61,7 @@ Resumen TrasImportar(const Resumen& acumulado, const Resumen& previo) {
   }
   resultado.registros03 += previo.registros03;
   resultado.deTotales = previo.deTotales;
+  resultado.totalesInteriores = previo.totalesInteriores;
   resultado.registros =
       resultado.cabeceras01 + resultado.cabeceras02 + resultado.registros03 + resultado.deTotales;
   resultado.adeudos += previo.adeudos;
@@ -64,6 +71,7 @@ Resumen TrasImportar(const Resumen& acumulado, const Resumen& previo) {
   resultado.totalesDistintos = {};
   resultado.totalesSegunNorma = resultado.cabeceras02 <= 1;
   resultado.errorRecalculo = 0;
+  resultado.registroError = 0;
   return resultado;
 }
 
@@ -72,20 +80,23 @@ std::vector<Observacion> ObservarImportacion(const Resumen& previo, const Resume
   if (previo.vacia()) return {};
   if (previo.registros == 1 && previo.conLF.cuenta == 1) return {{Clase_::SoloLF, 1, 1}};
   lista.anadirSi(Clase_::ConLF, previo.conLF);
-  if (acumulado.importe + previo.importe > kImporteMaximo) {
-    Observacion observacion{Clase_::Desbordamiento};
-    observacion.importe = acumulado.importe + previo.importe;
-    lista.anadir(std::move(observacion));
-  }
-  if (acumulado.vacia() && (previo.cabeceras01 == 0 || previo.cabeceras02 == 0)) {
-    Observacion observacion{Clase_::SinCabeceras};
-    observacion.antes = previo.cabeceras01 > 0 ? "02" : previo.cabeceras02 > 0 ? "01" : "01 y 02";
-    lista.anadir(std::move(observacion));
-  }
+  if (acumulado.importe + previo.importe > kImporteMaximo)
+    lista.anadir({Clase_::Desbordamiento, previo.deTotales, 0, acumulado.importe + previo.importe});
+  if (previo.errorRecalculo == ficheros::kArgumentoNoValido)
+    lista.anadir({Clase_::TotalesSinSitio, 1, previo.registroError});
+  const std::string faltan = Faltan(acumulado.vacia() ? previo : acumulado);
+  const bool lasTrae = (acumulado.cabeceras01 == 0 && previo.cabeceras01 > 0) ||
+                       (acumulado.cabeceras02 == 0 && previo.cabeceras02 > 0);
+  if (!faltan.empty() && acumulado.vacia())
+    lista.anadir({Clase_::SinCabeceras, 0, 0, 0, faltan});
+  else if (!faltan.empty() && lasTrae)
+    lista.anadir({Clase_::CabecerasPerdidas, 0, 0, 0, faltan});
   if (acumulado.cabeceras02 > 0) {
     CompararBloques(lista, previo, acumulado, Clase_::OtroAcreedor, &Bloque02::acreedor);
     CompararBloques(lista, previo, acumulado, Clase_::OtraFecha, &Bloque02::fecha);
+    CompararBloques(lista, previo, acumulado, Clase_::OtraCuenta, &Bloque02::cuenta);
   }
+  lista.anadirSi(Clase_::TotalesInteriores, {acumulado.totalesInteriores, 0});
   lista.anadirSi(Clase_::CodigosDescartados, previo.descartados);
   lista.anadirSi(Clase_::RegistrosLargos, previo.largos);
   lista.anadirSi(Clase_::RegistrosCortos, previo.cortos);
@@ -100,15 +111,18 @@ bool SePierdenSusAdeudos(const Resumen& previo, TipoFichero tipo) {
 std::vector<Observacion> ObservarAcumulado(const Resumen& acumulado) {
   Lista lista;
   if (acumulado.vacia()) return {};
+  if (const std::string faltan = Faltan(acumulado); !faltan.empty())
+    lista.anadir({Clase_::FaltanCabeceras, 0, 0, 0, faltan});
   const Apariciones& distintos = acumulado.totalesDistintos;
-  if (acumulado.importe > kImporteMaximo || acumulado.errorRecalculo == ficheros::kDesbordamiento) {
-    Observacion observacion{Clase_::TotalesDesbordados};
-    observacion.importe = acumulado.importe;
-    lista.anadir(std::move(observacion));
+  const bool desborda =
+      acumulado.importe > kImporteMaximo || acumulado.errorRecalculo == ficheros::kDesbordamiento;
+  if (desborda) lista.anadir({Clase_::TotalesDesbordados, acumulado.deTotales, 0, acumulado.importe});
+  if (acumulado.deTotales == 0) {
+    lista.anadir({Clase_::TotalesAusentes});
+  } else if (desborda) {
+    // Ya está dicho: ni cuadran ni se pueden calcular.
   } else if (acumulado.errorRecalculo != 0) {
     lista.anadir({Clase_::TotalesCortos});
-  } else if (acumulado.deTotales == 0) {
-    lista.anadir({Clase_::TotalesAusentes});
   } else if (distintos.cuenta > 0) {
     lista.anadir({acumulado.totalesSegunNorma ? Clase_::TotalesPorBloque : Clase_::TotalesNoCuadran,
                   distintos.cuenta, distintos.primero});

@@ -20,14 +20,28 @@ enum class ClaseObservacion : std::uint8_t {
   SinTotales,          ///< La acumulación se quedará sin totales.
   SinCabeceras,  ///< Primera importación sin "01" o sin "02"; `antes` dice cuáles faltan ("01", "02", "01 y
                  ///< 02").
-  Desbordamiento,  ///< El total pasará de 2147483647 céntimos; `importe` = total que resultaría.
-  OtroAcreedor,    ///< `antes` = el de la acumulación, `ahora` = el del fichero, que se pierde.
-  OtraFecha,       ///< Igual, con fechas de cobro AAAAMMDD.
+  CabecerasPerdidas,  ///< La acumulación no tiene las de `antes`, y las del fichero no entrarán.
+  Desbordamiento,  ///< El total pasará de 2147483647 céntimos; `importe` = total que resultaría, `cuenta` =
+                   ///< registros de totales que lo llevarían.
+  TotalesSinSitio,    ///< La importación fallará: un registro de totales es demasiado corto.
+  TotalesInteriores,  ///< Se quitarán los que la acumulación tiene entre sus adeudos.
+  OtroAcreedor,       ///< `antes` = el de la acumulación, `ahora` = el del fichero, que se pierde.
+  OtraFecha,          ///< Igual, con fechas de cobro AAAAMMDD.
+  OtraCuenta,         ///< Igual, con la cuenta en que se abona.
+  // Si se conservan los bloques:
+  SinDueno,          ///< No se puede importar: `primero` es un "03" sin "02" delante en su fichero.
+  BloquesNuevos,     ///< Los que tendrá (`cuenta`, quizá 0) de los que serán en total (`total`).
+  OtroPresentador,   ///< `antes` = el que se queda, `ahora` = el primero que se pierde.
+  CabeceraDistinta,  ///< De un bloque que ya está (acreedor `antes` y fecha `fecha`), con otra dirección...
+  CabeceraOtroNombre,  ///< ...u otro nombre, `ahora`, que se pierde.
+  CabeceraIncorrecta,  ///< De otra longitud, sin identificador o con una fecha que no existe.
   // De la acumulación:
   TotalesAusentes,
   TotalesNoCuadran,    ///< Un recálculo los cambiaría.
   TotalesPorBloque,    ///< Correctos por bloque según la norma, pero un recálculo los cambiaría.
-  TotalesDesbordados,  ///< El recálculo no es posible: el importe pasa del máximo; `importe` = total real.
+  FaltanCabeceras,     ///< Las que dice `antes`, como en SinCabeceras.
+  TotalesDesbordados,  ///< El recálculo no es posible: el importe pasa del máximo; `importe` = total real,
+                       ///< `cuenta` = registros de totales.
   TotalesCortos,       ///< El recálculo no es posible: un registro de totales es demasiado corto.
   VariosBloques,       ///< Hay varios "02": los totales corren de uno a otro y no son los de cada bloque.
   CopiaIntercalada,
@@ -41,6 +55,8 @@ struct Observacion {
   std::int64_t importe = 0;  ///< Céntimos.
   std::string antes = {};
   std::string ahora = {};
+  std::string fecha = {};  ///< AAAAMMDD.
+  std::size_t total = 0;
 };
 
 /// Qué perdería o cambiaría la importación de `previo` en `acumulado`, de lo más a lo menos grave.

@@ -29,6 +29,10 @@ struct FormaIban {
 
 FormaIban FormaIbanDe(std::string_view pais);
 
+inline bool EsPaisConIban(std::string_view pais) {
+  return FormaIbanDe(pais).longitud > 0;
+}
+
 /// Si lo que sigue a las cuatro primeras posiciones tiene la estructura, letras mayúsculas siempre.
 bool SigueEstructura(std::string_view cuerpo, std::string_view estructura);
 

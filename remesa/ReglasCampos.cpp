@@ -3,6 +3,10 @@
 #include <algorithm>
 
 #include "remesa/Calendario.h"
+#include "remesa/Identificacion.h"
+#include "remesa/Propositos.h"
+#include "remesa/ReglasCuentas.h"
+#include "remesa/ReglasIdentificacion.h"
 #include "remesa/SEPA.h"
 #include "remesa/Validez.h"
 
@@ -50,46 +54,47 @@ bool EstaEn(std::string_view lista, std::string_view palabra) {
   return (donde == 0 || lista[donde - 1] == ' ') && (tras == lista.size() || lista[tras] == ' ');
 }
 
-/// El banco solo hace falta si la cuenta dice ser de otro país.
-bool CuentaForanea(std::string_view adeudo) {
-  const std::string_view cuenta = Recortar(LeerCampo(adeudo, kCuentaDeudor));
-  const auto esLetra = [](char c) { return c >= 'A' && c <= 'Z'; };
-  return cuenta.size() > 1 && esLetra(cuenta[0]) && esLetra(cuenta[1]) && !cuenta.starts_with("ES") &&
-         LeerCampo(adeudo, kClaseCuenta) != "B";
-}
-
 /// Los campos de un registro, de uno en uno. Lo que un campo exige de otro que le precede se recuerda.
 class MiradaCampos {
  public:
-  MiradaCampos(Anotador& anotador, const DatosCabecera& cabecera)
-      : anotador_(anotador), cabecera_(cabecera) {}
+  MiradaCampos(Anotador& anotador, const ContextoCampos& contexto)
+      : anotador_(anotador), contexto_(contexto) {}
 
+  /// Un defecto por campo: si el valor no vale, lo demás sobra.
   void mirar(const Campo& campo) {
-    const std::string_view bytes = remesa::LeerCampo(anotador_.registro(), campo.donde);
+    const std::string_view bytes = LeerCampo(anotador_.registro(), campo.donde);
     const std::string_view valor = Recortar(bytes);
-    const std::uint64_t antes = anotador_.errores() + anotador_.avisos();
-    if (campo.valor == ValorCampo::TipoIdentificacion) identificacion_ = {};
+    const std::uint64_t antes = hallados();
     // Un registro sin versión o sin número de dato los tiene equivocados.
     const bool deTipo = campo.valor == ValorCampo::Version || campo.valor == ValorCampo::NumeroDato;
     if (!deTipo && EstaVacio(campo, valor))
       vacio(campo);
     else if (!deTipo && campo.tipo == TipoCampo::N && !SonCifras(bytes))
-      anotador_.campo(C::NoNumerico, campo);
+      noNumerico(campo, valor);
     else
       conValor(campo, valor);
-    const bool limpio = antes == anotador_.errores() + anotador_.avisos();
-    if (limpio && campo.tipo == TipoCampo::A && !campo.libre() && !valor.empty())
-      mirarCaracteres(campo, bytes);
+    if (campo.tipo == TipoCampo::N || campo.libre() || valor.empty() || antes != hallados()) return;
+    if (bytes.front() == ' ') anotador_.campo(C::SinAlinear, campo);
+    mirarCaracteres(campo, bytes);
   }
 
-  /// La dirección entera es un solo aviso, en su primera línea: tras el país o, si el registro no llega
-  /// a él, al final.
+  /// La dirección entera es un solo aviso, en su primera línea: tras el país o, si el registro no llega a él,
+  /// al final. Fuera del Espacio Económico Europeo hace falta, aunque el fichero no pueda darla estructurada.
   void cerrarDireccion() {
-    if (direccion_ != nullptr) anotador_.campo(C::Direccion, *direccion_);
+    if (direccion_ == nullptr) return;
+    const std::string_view registro = anotador_.registro();
+    const bool deAdeudo = anotador_.clase() == ClaseRegistro::Adeudo;
+    if (deAdeudo && CuentaForanea(registro)) {
+      if (!contexto_.direccionLibre) anotador_.campo(C::Direccion, *direccion_, "XML");
+    } else if (!deAdeudo || EsPaisConIban(PaisDeCuenta(registro))) {
+      anotador_.campo(C::Direccion, *direccion_);
+    }
     direccion_ = nullptr;
   }
 
  private:
+  std::uint64_t hallados() const { return anotador_.errores() + anotador_.avisos(); }
+
   /// Un campo numérico que no es obligatorio puede venir con los ceros que lo rellenan.
   static bool EstaVacio(const Campo& campo, std::string_view valor) {
     if (valor.empty()) return true;
@@ -98,70 +103,88 @@ class MiradaCampos {
   }
 
   void vacio(const Campo& campo) {
-    bool falta = campo.obligatorio && !campo.libre();
-    if (campo.valor == ValorCampo::Bic) falta = CuentaForanea(anotador_.registro());
-    if (campo.valor == ValorCampo::Pais) falta = direccion_ != nullptr;
-    if (falta) anotador_.campo(C::ObligatorioVacio, campo);
-    if (campo.valor == ValorCampo::TipoIdentificacion) identificacion_ = {&campo, {}, {}};
-    if (campo.valor == ValorCampo::Pais) cerrarDireccion();
+    switch (campo.valor) {
+      case ValorCampo::Libre:
+        return;
+      case ValorCampo::Bic:
+        if (CuentaForanea(anotador_.registro())) anotador_.campo(C::ObligatorioVacio, campo);
+        return;
+      case ValorCampo::Pais:
+        if (direccion_ != nullptr) anotador_.campo(C::ObligatorioVacio, campo);
+        return trasDireccion();
+      case ValorCampo::TipoIdentificacion:
+        return identificacion_.tipo(campo, {}, true);
+      case ValorCampo::CodigoIdentificacion:
+        return identificacion_.codigo(campo, {});
+      default:
+        if (campo.obligatorio) anotador_.campo(C::ObligatorioVacio, campo);
+    }
+  }
+
+  /// Si son cifras con blancos a un lado, el número se entiende y lo que falta son los ceros.
+  void noNumerico(const Campo& campo, std::string_view valor) {
+    if (campo.valor == ValorCampo::Fecha || !SonCifras(valor)) {
+      if (campo.valor == ValorCampo::TipoIdentificacion) identificacion_.tipo(campo, valor, false);
+      return anotador_.campo(C::NoNumerico, campo, std::string(Lista(campo.valor)));
+    }
+    const auto ancho = static_cast<std::size_t>(campo.donde.longitud());
+    const std::string relleno = std::string(ancho - valor.size(), '0').append(valor);
+    const std::uint64_t antes = hallados();
+    conValor(campo, relleno);
+    if (antes == hallados()) anotador_.campo(C::SinAlinear, campo, relleno);
   }
 
   void conValor(const Campo& campo, std::string_view valor) {
     switch (campo.valor) {
       case ValorCampo::Libre:
-        anotador_.campo(C::LibreConDatos, campo);
-        break;
+        return anotador_.campo(C::LibreConDatos, campo);
       case ValorCampo::Version:
-        if (valor != kVersion1914) anotador_.campo(C::Version, campo, std::string(kVersion1914));
-        break;
+        if (valor != kVersion1914 && valor != kVersion1944 && valor != kVersion1915)
+          anotador_.campo(C::Version, campo, std::string(contexto_.version));
+        return;
       case ValorCampo::NumeroDato:
-        mirarNumeroDato(campo, valor);
-        break;
+        return mirarNumeroDato(campo, valor);
       case ValorCampo::Fecha:
-        if (valor != cabecera_.fechaCobro && !LeerFecha(valor)) anotador_.campo(C::FechaInexistente, campo);
-        break;
+        return mirarFecha(campo, valor);
       case ValorCampo::Importe:
         if (anotador_.clase() == ClaseRegistro::Adeudo &&
             valor.find_first_not_of('0') == std::string_view::npos)
           anotador_.campo(C::ImporteCero, campo);
-        break;
+        return;
       case ValorCampo::Identificador:
-        if (valor != cabecera_.acreedor)
-          mirarControl(C::IdentificadorAcreedor, campo, ComprobarIdentificador(valor));
-        break;
+        return mirarIdentificador(campo, valor);
       case ValorCampo::Cuenta:
-        mirarCuenta(campo, valor);
-        break;
+        return ComprobarCuenta(anotador_, campo, valor);
       case ValorCampo::Bic:
-        if (!EsBic(valor)) anotador_.campo(C::Bic, campo);
-        break;
+        return ComprobarBic(anotador_, campo, valor);
       case ValorCampo::Direccion:
         if (direccion_ == nullptr) direccion_ = &campo;
-        break;
+        return;
       case ValorCampo::Pais:
-        mirarPais(campo, valor);
-        break;
-      case ValorCampo::TipoIdentificacion:
-        identificacion_ = {&campo, valor, {}};
-        mirarLista(campo, valor);
-        break;
+        return mirarPais(campo, valor);
+      case ValorCampo::TipoIdentificacion: {
+        const bool admitido = EstaEn(Lista(campo.valor), valor);
+        identificacion_.tipo(campo, valor, admitido);
+        return mirarLista(campo, valor);
+      }
       case ValorCampo::CodigoIdentificacion:
-        identificacion_.codigo = valor;
-        mirarCodigoIdentificacion(campo, valor);
-        break;
+        return identificacion_.codigo(campo, valor);
       case ValorCampo::EmisorIdentificacion:
-        if (identificacion_.tipo == "1" && !identificacion_.codigo.starts_with('I'))
-          anotador_.campo(C::Identificacion, campo);
-        break;
+        return identificacion_.emisor(campo, valor);
+      case ValorCampo::IdentificacionFichero:
+        return mirarIdentificacion(campo, valor);
+      case ValorCampo::Categoria:
+        return mirarProposito(campo, valor, EsCategoriaDeProposito(valor));
+      case ValorCampo::Proposito:
+        return mirarProposito(campo, valor, EsProposito(valor));
       default:
-        if (const std::string_view lista = Lista(campo.valor); !lista.empty()) mirarLista(campo, valor);
-        break;
+        return mirarLista(campo, valor);
     }
   }
 
   void mirarLista(const Campo& campo, std::string_view valor) {
     const std::string_view lista = Lista(campo.valor);
-    if (!EstaEn(lista, valor)) anotador_.campo(C::FueraDeLista, campo, std::string(lista));
+    if (!lista.empty() && !EstaEn(lista, valor)) anotador_.campo(C::FueraDeLista, campo, std::string(lista));
   }
 
   void mirarNumeroDato(const Campo& campo, std::string_view valor) {
@@ -169,66 +192,72 @@ class MiradaCampos {
     if (!debido.empty() && valor != debido) anotador_.campo(C::NumeroDato, campo, std::string(debido));
   }
 
-  void mirarControl(CodigoHallazgo codigo, const Campo& campo, const Control& control) {
-    if (!control.correcto) anotador_.campo(codigo, campo, control.digitos);
+  void mirarFecha(const Campo& campo, std::string_view valor) {
+    if (valor == contexto_.fechaCobro) return;
+    const std::optional<Dia> fecha = LeerFecha(valor);
+    if (!fecha)
+      anotador_.campo(C::FechaInexistente, campo);
+    else if (EsAntigua(*fecha))
+      anotador_.campo(C::FechaAntigua, campo);
   }
 
-  void mirarCuenta(const Campo& campo, std::string_view valor) {
-    const bool deAdeudo = anotador_.clase() == ClaseRegistro::Adeudo;
-    if (deAdeudo && remesa::LeerCampo(anotador_.registro(), kClaseCuenta) == "B") {
-      if (!EsCcc(valor)) anotador_.campo(C::Ccc, campo);
-      return;
-    }
-    // La de antes de cambiar el mandato no dice de qué clase es.
-    if (anotador_.clase() == ClaseRegistro::Mandato && EsCcc(valor)) return;
-    mirarControl(C::Iban, campo, ComprobarIban(valor));
+  void mirarIdentificador(const Campo& campo, std::string_view valor) {
+    if (valor == contexto_.acreedor) return;
+    if (const Control control = ComprobarIdentificador(valor); !control.correcto)
+      anotador_.campo(C::IdentificadorAcreedor, campo, control.digitos);
   }
 
   void mirarPais(const Campo& campo, std::string_view valor) {
     const bool balanza = anotador_.clase() == ClaseRegistro::Balanza;
     if (!EsPais(valor) || (balanza && valor == "ES")) anotador_.campo(C::FueraDeLista, campo);
+    trasDireccion();
+  }
+
+  void trasDireccion() {
+    const std::string_view registro = anotador_.registro();
+    if (direccion_ == nullptr && anotador_.clase() == ClaseRegistro::Adeudo && CuentaForanea(registro))
+      anotador_.campo(C::FaltaDireccion, *CampoEn(registro, kDireccionDeudor.desde));
     cerrarDireccion();
   }
 
-  /// El código empieza por la letra que va con el tipo.
-  void mirarCodigoIdentificacion(const Campo& campo, std::string_view valor) {
-    const std::string_view tipo = identificacion_.tipo;
-    if (tipo.empty() && identificacion_.campo != nullptr)
-      anotador_.campo(C::ObligatorioVacio, *identificacion_.campo, "1 2");
-    const std::string_view letras = tipo == "1" ? "A I" : tipo == "2" ? "J" : "A I J";
-    if (!EstaEn(letras, valor.substr(0, 1)))
-      anotador_.campo(C::Identificacion, campo, std::string(letras));
-    else if (valor.starts_with('A') && !EsBic(valor.substr(1)))
-      anotador_.campo(C::Identificacion, campo, "A+BIC I");
+  void mirarIdentificacion(const Campo& campo, std::string_view valor) {
+    // De la de una remesa financiada solo se sabe cómo empieza.
+    if (!EsDeFinanciada(valor) && FechaDeIdentificacion(valor).empty())
+      anotador_.campo(C::IdentificacionFichero, campo);
   }
 
-  /// Un aviso por cada tramo de caracteres de fuera del juego.
+  void mirarProposito(const Campo& campo, std::string_view valor, bool enLista) {
+    if (!TieneFormaDeProposito(valor))
+      anotador_.campo(C::Proposito, campo);
+    else if (!enLista)
+      anotador_.campo(C::PropositoRaro, campo);
+  }
+
+  /// Un aviso por campo, con los caracteres de fuera del juego, cada uno una vez, y del primero al último.
   void mirarCaracteres(const Campo& campo, std::string_view bytes) {
-    std::size_t mirado = 0;
-    while ((mirado = BuscarCaracter(bytes, mirado)) < bytes.size()) {
-      const std::size_t fin = BuscarCaracter(bytes, mirado, false);
-      anotador_.parte(
-          C::Caracteres, campo,
-          {campo.donde.desde + static_cast<int>(mirado), campo.donde.desde + static_cast<int>(fin) - 1});
-      mirado = fin;
+    std::string malos;
+    std::size_t primero = 0, ultimo = 0;
+    for (std::size_t i = BuscarCaracter(bytes, 0); i < bytes.size(); i = BuscarCaracter(bytes, i + 1)) {
+      if (contexto_.utf8 && (static_cast<unsigned char>(bytes[i]) & 0x80) != 0) continue;
+      if (malos.empty()) primero = i;
+      ultimo = i;
+      if (malos.find(bytes[i]) == std::string::npos) malos += bytes[i];
     }
+    if (malos.empty()) return;
+    const auto posicion = [&](std::size_t i) { return campo.donde.desde + static_cast<int>(i); };
+    anotador_.parte(C::Caracteres, campo, {posicion(primero), posicion(ultimo)}, std::move(malos));
   }
-
-  struct Identificacion {
-    const Campo* campo = nullptr;
-    std::string_view tipo, codigo;
-  };
 
   Anotador& anotador_;
-  DatosCabecera cabecera_;
+  ContextoCampos contexto_;
   const Campo* direccion_ = nullptr;
-  Identificacion identificacion_;
+  ReglasIdentificacion identificacion_{anotador_};
 };
 
 }  // namespace
 
-void ComprobarCampos(Anotador& anotador, const DatosCabecera& cabecera) {
-  MiradaCampos mirada(anotador, cabecera);
+void ComprobarCampos(Anotador& anotador, const ContextoCampos& contexto) {
+  MiradaCampos mirada(anotador, contexto);
   const auto largo = static_cast<int>(std::min(anotador.registro().size(), kLongitudRegistro));
   for (const Campo& campo : CamposDe(anotador.clase())) {
     if (campo.donde.hasta > largo) break;

@@ -2,8 +2,9 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
-#include "remesa/ReglasCampos.h"
+#include "remesa/TipoFichero.h"
 #include "remesa/Validez.h"
 
 namespace remesa {
@@ -11,22 +12,17 @@ namespace {
 
 using C = CodigoHallazgo;
 using namespace std::chrono_literals;
+using namespace std::string_view_literals;
 
-/// Desde noviembre de 2016 el primer adeudo de una serie no tiene que ser FRST.
-constexpr Dia kFrstSobra{2016y, std::chrono::November, 1d};
+/// Desde entonces el esquema solo admite direcciones estructuradas, según la fecha de cobro.
+constexpr Dia kDireccionesEstructuradas{2026y, std::chrono::November, 15d};
+constexpr std::string_view kMarcaUtf8 = "\xEF\xBB\xBF";
+constexpr std::size_t kCabeza = 7;
 
 /// Blancos y la marca de fin de fichero de otros sistemas. Si es más corta que un registro, una línea que
 /// sobra.
 bool EnBlanco(std::string_view bytes) {
-  using namespace std::string_view_literals;
   return bytes.find_first_not_of(" \t\x1A\0"sv) == std::string_view::npos;
-}
-
-/// Las 20 cifras de un IBAN español, que como cuenta nacional es la misma; las demás cuentas, enteras.
-std::string_view CuentaComparable(std::string_view cuenta) {
-  constexpr std::size_t kAntes = 4, kIbanEspanol = 24;
-  if (cuenta.size() != kIbanEspanol || !cuenta.starts_with("ES")) return cuenta;
-  return EsCcc(cuenta.substr(kAntes)) ? cuenta.substr(kAntes) : cuenta;
 }
 
 Posiciones Desde(std::uint64_t desde, std::uint64_t hasta) {
@@ -34,68 +30,135 @@ Posiciones Desde(std::uint64_t desde, std::uint64_t hasta) {
   return {static_cast<int>(std::min(desde, kTope)), static_cast<int>(std::min(hasta, kTope))};
 }
 
+/// Un registro de presentación cuya versión no se reconoce: lo demás que lo delata está en su sitio.
+bool ParecePresentacion(std::string_view bytes) {
+  const auto sonCifras = [&](Posiciones desde, Posiciones hasta) {
+    const Posiciones todos{desde.desde, hasta.hasta};
+    const std::string_view cifras = LeerCampo(bytes, todos);
+    return cifras.size() == static_cast<std::size_t>(todos.longitud()) && SonCifras(cifras);
+  };
+  switch (Clase(bytes)) {
+    case ClaseRegistro::Presentador:
+      return LeerCampo(bytes, kNumeroDato) == "001";
+    case ClaseRegistro::Acreedor:
+      return LeerCampo(bytes, kNumeroDato) == "002";
+    case ClaseRegistro::TotalesFecha:
+      return sonCifras(kImporte04, kRegistros04);
+    case ClaseRegistro::TotalesAcreedor:
+      return sonCifras(kImporte05, kRegistros05);
+    case ClaseRegistro::TotalesGenerales:
+      return sonCifras(kImporte99, kRegistros99);
+    case ClaseRegistro::Desconocido:
+      return LeerCampo(bytes, kVersion) == kVersion1914;
+    default:
+      return true;  // un 03: su número de dato ya lo dice
+  }
+}
+
+bool EsUtf16(std::string_view bytes) {
+  return bytes.size() >= 4 && ((bytes[0] == 0) != (bytes[1] == 0)) && bytes[0] == bytes[2] * (bytes[0] != 0);
+}
+
 }  // namespace
 
 ReglasComprobacion::ReglasComprobacion(Dia hoy, ReceptorHallazgos recibir)
-    : anotador_(std::move(recibir)), hoy_(hoy) {}
+    : anotador_(std::move(recibir)),
+      cabeceras_(anotador_, hoy),
+      adeudo_(anotador_, cabeceras_.bloque(), hoy) {}
+
+void ReglasComprobacion::rechazar(C codigo, std::string valor, std::string esperado) {
+  anotador_.fichero(codigo, std::move(valor), std::move(esperado));
+  ajeno_ = true;
+}
+
+void ReglasComprobacion::marca(std::string_view marca) {
+  marca_ = marca;
+  if (marca != kMarcaUtf8) rechazar(C::NoEsRemesa, "UTF-16", "01" + std::string(kVersion1914));
+}
 
 void ReglasComprobacion::dar(std::string_view bytes, std::uint64_t longitud, std::uint64_t fila) {
+  constexpr std::size_t kMaximoBlancos = 100;
   if (ajeno_) return;
-  anotador_.pasarA(bytes, fila);
-  if (!mirarForma(bytes, longitud)) return;
-  orden_.dar();
-  if (anotador_.clase() == ClaseRegistro::Acreedor) abrirBloque();
-  ComprobarCampos(anotador_, repetidoDeCabecera());
-  switch (anotador_.clase()) {
-    case ClaseRegistro::Acreedor:
-      mirarFechaCobro();
-      break;
-    case ClaseRegistro::Adeudo:
-      mirarAdeudo();
-      break;
-    case ClaseRegistro::Ultimos:
-    case ClaseRegistro::Balanza:
-    case ClaseRegistro::Mandato:
-      mirarOpcional();
-      break;
-    case ClaseRegistro::TotalesFecha:
-      mirarCabecera(kAcreedor04);
-      hayAdeudo_ = false;
-      break;
-    case ClaseRegistro::TotalesAcreedor:
-      mirarCabecera(kAcreedor05);
-      hayCabecera_ = false;
-      break;
-    default:
-      break;
+  bytes = bytes.substr(0, kRegistroUtf8);
+  if (!reconocido_) {
+    const std::string_view registro = bytes.substr(0, kLongitudRegistro);
+    const bool enBlanco = EnBlanco(registro);
+    if (enBlanco && blancos_.size() < kMaximoBlancos) {
+      blancos_.push_back({std::string(registro), longitud, fila});
+      return;
+    }
+    if (!enBlanco) reconocer(registro);
+    if (ajeno_) return;
+    mirarBlancos();
   }
-  mirarTotales();
+  mirar(bytes, longitud, fila);
+}
+
+/// Qué fichero es, por su primer registro que diga algo.
+void ReglasComprobacion::reconocer(std::string_view bytes) {
+  const std::string_view codigo = LeerCampo(bytes, kCodigo);
+  const TipoFichero tipo = TipoDe(bytes);
+  switch (tipo) {
+    case TipoFichero::Presentacion:
+      return;
+    case TipoFichero::Rechazos:
+    case TipoFichero::Devoluciones:
+    case TipoFichero::SolicitudesCancelacion:
+      return rechazar(C::DeVuelta, std::string(codigo));
+    case TipoFichero::PlazoCorto:
+    case TipoFichero::Empresas:
+      if (codigo.starts_with('1') || codigo.starts_with('2') || codigo.starts_with('3'))
+        rechazar(C::DeVuelta, std::string(codigo));
+      return;
+    case TipoFichero::Transferencias:
+    case TipoFichero::Anterior:
+      break;
+    case TipoFichero::Ajeno:
+      if (ParecePresentacion(bytes)) return;
+  }
+  rechazar(C::NoEsRemesa, EsUtf16(bytes) ? "UTF-16" : std::string(bytes.substr(0, kCabeza)),
+           "01" + std::string(kVersion1914));
+}
+
+void ReglasComprobacion::mirarBlancos() {
+  reconocido_ = true;
+  for (const Blanco& blanco : blancos_)
+    mirar(blanco.bytes, blanco.longitud, blanco.fila);
+  blancos_.clear();
 }
 
 void ReglasComprobacion::terminar() {
   if (ajeno_) return;
-  if (anotador_.numero() == 0)
-    anotador_.fichero(C::SinRegistros);
-  else
-    orden_.terminar();
+  mirarBlancos();
+  if (!marca_.empty() && !dichoUtf8_) anotador_.fichero(C::MarcaDeBytes, marca_);
+  if (anotador_.numero() == 0) return anotador_.fichero(C::SinRegistros);
+  adeudo_.cerrar();
+  versiones_.terminar();
+  cabeceras_.terminar();
+  orden_.terminar();
+}
+
+void ReglasComprobacion::mirar(std::string_view bytes, std::uint64_t longitud, std::uint64_t fila) {
+  esUtf8_ = LeerUtf8(bytes, longitud, leido_);
+  if (esUtf8_ && !leido_.bytes.empty()) {
+    bytes = leido_.bytes;
+    longitud = leido_.longitud;
+  }
+  bytes = bytes.substr(0, kLongitudRegistro);
+  anotador_.pasarA(bytes, fila);
+  if (esUtf8_ && !dichoUtf8_) anotador_.fichero(C::Utf8, leido_.palabra, {}, anotador_.numero());
+  dichoUtf8_ = dichoUtf8_ || esUtf8_;
+  if (mirarForma(bytes, longitud)) mirarRegistro();
 }
 
 /// Longitud, código y número de dato. false si no hay nada más que mirar en el registro.
 bool ReglasComprobacion::mirarForma(std::string_view bytes, std::uint64_t longitud) {
-  const bool conocido = anotador_.clase() != ClaseRegistro::Desconocido;
-  if (anotador_.numero() == 1 && !EnBlanco(bytes) && !conocido &&
-      LeerCampo(bytes, kVersion) != kVersion1914) {
-    constexpr std::size_t kCabeza = 7;
-    anotador_.fichero(C::NoEsRemesa, std::string(bytes.substr(0, kCabeza)), "01" + std::string(kVersion1914));
-    ajeno_ = true;
-    return false;
-  }
   if (longitud != kLongitudRegistro)
     anotador_.posiciones(C::Longitud,
                          Desde(std::min<std::uint64_t>(longitud, kLongitudRegistro) + 1,
                                std::max<std::uint64_t>(longitud, kLongitudRegistro)),
                          std::to_string(longitud), std::to_string(kLongitudRegistro));
-  if (conocido) return true;
+  if (anotador_.clase() != ClaseRegistro::Desconocido) return true;
   if (longitud < kLongitudRegistro && EnBlanco(bytes)) return false;
   if (Codigo(bytes) == CodigoRegistro::Adeudo)
     anotador_.posiciones(C::NumeroDato, kNumeroDato, std::string(LeerCampo(bytes, kNumeroDato)),
@@ -106,127 +169,90 @@ bool ReglasComprobacion::mirarForma(std::string_view bytes, std::uint64_t longit
   return true;
 }
 
-const Campo& ReglasComprobacion::campoDe(Posiciones donde) const {
-  return *CampoEn(anotador_.registro(), donde.desde);
-}
-
-void ReglasComprobacion::abrirBloque() {
-  const std::string_view registro = anotador_.registro();
-  acreedor_ = Recortar(LeerCampo(registro, kIdentificadorAcreedor));
-  fechaCobro_ = LeerCampo(registro, kFechaCobro);
-  cobro_ = LeerFecha(fechaCobro_);
-  hayCabecera_ = true;
-  hayAdeudo_ = desordenado_ = false;
-}
-
-void ReglasComprobacion::mirarFechaCobro() {
-  if (!cobro_) return;
-  // Un adeudo se presenta, a más tardar, la víspera.
-  const Dia manana = std::chrono::sys_days(hoy_) + std::chrono::days(1);
-  const Dia habil = HabilDesde(std::max(*cobro_, manana));
-  const auto anotar = [&](CodigoHallazgo codigo) {
-    anotador_.campo(codigo, campoDe(kFechaCobro), EscribirFecha(habil));
-  };
-  if (*cobro_ < hoy_) anotar(C::CobroPasado);
-  if (EsFinDeSemana(*cobro_))
-    anotar(C::CobroFinDeSemana);
-  else if (Festivo(*cobro_) != FestivoTarget::Ninguno)
-    anotar(C::CobroFestivo);
-}
-
-void ReglasComprobacion::mirarAdeudo() {
-  const std::string_view registro = anotador_.registro();
-  const std::string_view referencias = LeerCampo(registro, kReferencias);
-  const std::string_view referencia = LeerCampo(registro, kReferenciaAdeudo);
-  anotador_.ponerAdeudo(registro);
-  if (referencias.size() < static_cast<std::size_t>(kReferencias.longitud())) {
-    hayAdeudo_ = false;  // cortado: no se sabe qué referencias son
-    return;
-  }
-  // Con decirlo una vez por bloque basta: lo que sigue está desordenado por lo mismo.
-  if (hayAdeudo_ && !desordenado_ &&
-      referencia < LeerCampo(referencias_, {1, kReferenciaAdeudo.longitud()})) {
-    anotador_.campo(C::SinOrdenar, campoDe(kReferenciaAdeudo),
-                    std::string(Recortar(LeerCampo(referencias_, {1, kReferenciaAdeudo.longitud()}))));
-    desordenado_ = true;
-  }
-  referencias_ = referencias;
-  hayAdeudo_ = true;
-  mirarRepetidos(Recortar(referencia));
-  const std::optional<Dia> firma = LeerFecha(LeerCampo(registro, kFechaFirma));
-  if (firma && cobro_ && *firma > *cobro_)
-    anotador_.campo(C::FirmaPosterior, campoDe(kFechaFirma), fechaCobro_);
-  if (LeerCampo(registro, kTipoAdeudo) == "FRST" && (!cobro_ || *cobro_ >= kFrstSobra))
-    anotador_.campo(C::Frst, campoDe(kTipoAdeudo), "RCUR");
-}
-
-void ReglasComprobacion::mirarRepetidos(std::string_view referencia) {
-  const std::string_view registro = anotador_.registro();
-  const std::uint64_t numero = anotador_.numero();
-  if (!referencia.empty())
-    if (const auto otro = repetidos_.referencia(referencia, numero); otro != 0)
-      anotador_.campo(C::ReferenciaRepetida, campoDe(kReferenciaAdeudo), {}, otro);
-  const std::string_view mandato = Recortar(LeerCampo(registro, kReferenciaMandato));
-  if (mandato.empty()) return;
-  // Dos acreedores pueden llamar igual a sus mandatos.
-  const std::uint64_t huella = Mezclar(Huella(acreedor_), Huella(mandato));
-  if (const auto otro = repetidos_.cobro(huella, LeerCampo(registro, kImporteAdeudo), fechaCobro_, numero);
-      otro != 0)
-    anotador_.campo(C::CobroDoble, campoDe(kReferenciaMandato), {}, otro);
-  const std::string_view cuenta = CuentaComparable(Recortar(LeerCampo(registro, kCuentaDeudor)));
-  if (cuenta.empty() || registro.size() < static_cast<std::size_t>(kCuentaDeudor.hasta)) return;
-  if (const auto otro = repetidos_.otraCuenta(huella, cuenta, numero); otro != 0)
-    anotador_.campo(C::MandatoDosCuentas, campoDe(kCuentaDeudor), {}, otro);
-}
-
-void ReglasComprobacion::mirarOpcional() {
-  const std::string_view registro = anotador_.registro();
-  if (anotador_.clase() == ClaseRegistro::Balanza) anotador_.campo(C::RegistroSinUso, campoDe(kNumeroDato));
-  const std::string_view suyas = LeerCampo(registro, kReferencias);
-  if (!hayAdeudo_ || suyas.size() < referencias_.size() || suyas == referencias_) return;
-  for (const Posiciones donde : {kReferenciaAdeudo, kReferenciaMandato}) {
-    const Posiciones suya{donde.desde - kReferencias.desde + 1, donde.hasta - kReferencias.desde + 1};
-    const std::string_view debida = LeerCampo(referencias_, suya);
-    const std::string_view esperada = Recortar(debida);
-    // Si al adeudo le falta, lo que está mal es el adeudo.
-    if (!esperada.empty() && LeerCampo(registro, donde) != debida)
-      anotador_.campo(C::ReferenciasDistintas, campoDe(donde), std::string(esperada));
-  }
-}
-
-DatosCabecera ReglasComprobacion::repetidoDeCabecera() const {
+void ReglasComprobacion::mirarRegistro() {
   const ClaseRegistro clase = anotador_.clase();
-  const bool repite = clase == ClaseRegistro::TotalesFecha || clase == ClaseRegistro::TotalesAcreedor;
-  if (!repite || !hayCabecera_) return {};
-  return {acreedor_, Recortar(fechaCobro_)};
+  const bool opcional =
+      clase == ClaseRegistro::Ultimos || clase == ClaseRegistro::Balanza || clase == ClaseRegistro::Mandato;
+  if (!opcional && clase != ClaseRegistro::Desconocido) adeudo_.cerrar();
+  orden_.dar();
+  versiones_.dar();
+  if (clase == ClaseRegistro::Acreedor) {
+    cabeceras_.abrirBloque();
+    adeudo_.abrirBloque();
+  }
+  ComprobarCampos(anotador_, contexto());
+  switch (clase) {
+    case ClaseRegistro::Presentador:
+      cabeceras_.presentador();
+      break;
+    case ClaseRegistro::Acreedor:
+      cabeceras_.acreedor();
+      break;
+    case ClaseRegistro::Adeudo:
+      adeudo_.adeudo();
+      break;
+    case ClaseRegistro::TotalesFecha:
+      cabeceras_.totalesFecha();
+      adeudo_.cerrarBloque();
+      break;
+    case ClaseRegistro::TotalesAcreedor:
+      cabeceras_.totalesAcreedor();
+      break;
+    default:
+      if (opcional) adeudo_.opcional();
+      break;
+  }
+  mirarTotales();
 }
 
-/// Un 04 y un 05 repiten el acreedor de su cabecera; el 04, además, la fecha de cobro. Si los de ella no son
-/// correctos, la que está mal es ella.
-void ReglasComprobacion::mirarCabecera(Posiciones acreedor) {
-  if (!hayCabecera_) return;
-  const std::size_t largo = anotador_.registro().size();
-  const auto comparar = [&](Posiciones donde, std::string_view deCabecera) {
-    const std::string_view dicho = Recortar(LeerCampo(anotador_.registro(), donde));
-    const bool entero = largo >= static_cast<std::size_t>(donde.hasta);
-    if (entero && !dicho.empty() && dicho != deCabecera)
-      anotador_.campo(C::OtraCabecera, campoDe(donde), std::string(deCabecera));
-  };
-  if (ComprobarIdentificador(acreedor_).correcto) comparar(acreedor, acreedor_);
-  if (cobro_ && anotador_.clase() == ClaseRegistro::TotalesFecha) comparar(kFecha04, fechaCobro_);
+ContextoCampos ReglasComprobacion::contexto() const {
+  const CabeceraVista& bloque = cabeceras_.bloque();
+  const ClaseRegistro clase = anotador_.clase();
+  ContextoCampos contexto;
+  contexto.version = versiones_.actual();
+  contexto.utf8 = esUtf8_;
+  contexto.direccionLibre = !bloque.cobro || *bloque.cobro < kDireccionesEstructuradas;
+  if (bloque.abierto && (clase == ClaseRegistro::TotalesFecha || clase == ClaseRegistro::TotalesAcreedor)) {
+    contexto.acreedor = bloque.acreedor;
+    contexto.fechaCobro = Recortar(bloque.fechaCobro);
+  }
+  return contexto;
 }
 
-/// Lo que un registro de totales debe decir. Un campo que no es un número ya se ha anotado.
+/// Un importe que no se entiende ya se ha anotado: de las sumas en que entra no se puede decir nada.
+bool ReglasComprobacion::sumaSabida() {
+  const std::string_view registro = anotador_.registro();
+  switch (anotador_.clase()) {
+    case ClaseRegistro::Adeudo: {
+      const bool entero = registro.size() >= static_cast<std::size_t>(kImporteAdeudo.hasta);
+      if (!entero || !SonCifras(Recortar(LeerCampo(registro, kImporteAdeudo)))) sabidas_ = {};
+      return true;
+    }
+    case ClaseRegistro::TotalesFecha:
+      return std::exchange(sabidas_.bloque, true);
+    case ClaseRegistro::TotalesAcreedor:
+      sabidas_.bloque = true;
+      return std::exchange(sabidas_.acreedor, true);
+    default:
+      return sabidas_.fichero;
+  }
+}
+
+/// Lo que un registro de totales debe decir. Un campo que no es un número ya se ha anotado, y el que está
+/// completado con blancos y no con ceros, también, pero se entiende.
 void ReglasComprobacion::mirarTotales() {
   constexpr C kCodigos[] = {C::TotalImportes, C::TotalAdeudos, C::TotalRegistros};
   const std::string_view registro = anotador_.registro();
+  const bool sabida = sumaSabida();
   const C* codigo = kCodigos;
   for (const TotalDebido& debido : totales_.dar(registro, anotador_.clase())) {
     const C este = *codigo++;
-    const std::string_view dicho = LeerCampo(registro, debido.donde);
-    if (dicho.size() != static_cast<std::size_t>(debido.donde.longitud()) || !SonCifras(dicho)) continue;
-    const std::string escrito = CifrasDe(debido.valor, debido.donde.longitud());
-    if (dicho != escrito) anotador_.campo(este, campoDe(debido.donde), escrito);
+    const std::string_view escrito = LeerCampo(registro, debido.donde), dicho = Recortar(escrito);
+    const auto ancho = static_cast<std::size_t>(debido.donde.longitud());
+    if (escrito.size() != ancho || !SonCifras(dicho) || (este == C::TotalImportes && !sabida)) continue;
+    const std::string debe = CifrasDe(debido.valor, debido.donde.longitud());
+    if (std::string(ancho - dicho.size(), '0').append(dicho) != debe)
+      anotador_.campo(este, *CampoEn(registro, debido.donde.desde), debe);
   }
 }
 

@@ -1,14 +1,16 @@
 #pragma once
 
-#include <optional>
 #include <string>
+#include <vector>
 
 #include "remesa/Anotador.h"
-#include "remesa/Calendario.h"
 #include "remesa/OrdenRegistros.h"
+#include "remesa/ReglasAdeudo.h"
+#include "remesa/ReglasCabeceras.h"
 #include "remesa/ReglasCampos.h"
-#include "remesa/Repetidos.h"
 #include "remesa/TotalesNorma.h"
+#include "remesa/Utf8.h"
+#include "remesa/VersionesFichero.h"
 
 namespace remesa {
 
@@ -16,46 +18,58 @@ namespace remesa {
 /// las huellas que hacen falta para ver repetidos. No cambia nada ni falla con ningunos bytes.
 class ReglasComprobacion {
  public:
-  /// `hoy`, con lo que se comparan las fechas de cobro.
+  /// `hoy`, con lo que se comparan las fechas.
   ReglasComprobacion(Dia hoy, ReceptorHallazgos recibir);
   ReglasComprobacion(const ReglasComprobacion&) = delete;
   ReglasComprobacion& operator=(const ReglasComprobacion&) = delete;
 
-  /// `longitud` es la del registro, aunque de los más largos que la norma `bytes` no lo traiga entero;
-  /// `fila`, el número de registro del programa en que está.
+  /// La marca de orden de bytes con que empieza el fichero, que no se da con el primer registro. Con una de
+  /// UTF-16, el fichero es ajeno.
+  void marca(std::string_view marca);
+  /// `longitud` es la del registro en bytes; de los más largos basta con que `bytes` traiga los kRegistroUtf8
+  /// primeros. `fila`, el número de registro del programa en que está.
   void dar(std::string_view bytes, std::uint64_t longitud, std::uint64_t fila);
   /// Después del último.
   void terminar();
 
-  /// El primer registro no es del Cuaderno 19.14: lo que siga no se mira.
+  /// El primer registro no es de una remesa del Cuaderno 19.14: lo que siga no se mira.
   bool ajeno() const noexcept { return ajeno_; }
   Anotador& anotador() noexcept { return anotador_; }
 
  private:
+  /// Si se entienden todos los importes de cada suma.
+  struct Sabidas {
+    bool bloque = false, acreedor = false, fichero = false;
+  };
+  struct Blanco {
+    std::string bytes;
+    std::uint64_t longitud, fila;
+  };
+
+  void reconocer(std::string_view bytes);
+  void rechazar(CodigoHallazgo codigo, std::string valor, std::string esperado = {});
+  void mirarBlancos();
+  void mirar(std::string_view bytes, std::uint64_t longitud, std::uint64_t fila);
   bool mirarForma(std::string_view bytes, std::uint64_t longitud);
-  void abrirBloque();
-  void mirarFechaCobro();
-  void mirarAdeudo();
-  void mirarRepetidos(std::string_view referencia);
-  void mirarOpcional();
-  DatosCabecera repetidoDeCabecera() const;
-  void mirarCabecera(Posiciones acreedor);
+  void mirarRegistro();
+  ContextoCampos contexto() const;
+  bool sumaSabida();
   void mirarTotales();
-  const Campo& campoDe(Posiciones donde) const;
 
   Anotador anotador_;
   OrdenRegistros orden_{anotador_};
   TotalesNorma totales_;
-  Repetidos repetidos_;
-  Dia hoy_;
+  VersionesFichero versiones_{anotador_};
+  ReglasCabeceras cabeceras_;
+  ReglasAdeudo adeudo_;
+  Sabidas sabidas_{true, true, true};
   bool ajeno_ = false;
-  bool hayCabecera_ = false;
-  bool hayAdeudo_ = false;
-  bool desordenado_ = false;  // ya se dijo de este bloque
-  std::string acreedor_;
-  std::string fechaCobro_;
-  std::optional<Dia> cobro_;
-  std::string referencias_;  // las del último adeudo
+  bool reconocido_ = false;
+  std::vector<Blanco> blancos_;  // las líneas en blanco de delante, hasta saber de qué es el fichero
+  std::string marca_;
+  RegistroUtf8 leido_;
+  bool esUtf8_ = false;     // el registro en que se está
+  bool dichoUtf8_ = false;  // alguno lo era
 };
 
 }  // namespace remesa

@@ -1,49 +1,116 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
+#include <limits>
 #include <string_view>
+#include <utility>
 #include <vector>
+
+#include "remesa/Huella.h"
 
 namespace remesa {
 
-/// Recuerda claves por su huella de 64 bits, 16 bytes cada una: dos claves distintas se confunden una vez
-/// entre diez mil millones de parejas de un fichero de un millón.
+/// Recuerda claves por su huella de 64 bits: dos claves distintas se confunden una vez entre diez mil
+/// millones de parejas de un fichero de un millón. `Entrada` tiene `huella` y `registro`, que es 0 en un
+/// hueco.
+template <class Entrada>
 class Huellas {
  public:
-  struct Entrada {
-    std::uint64_t huella = 0;
-    std::uint32_t registro = 0;  ///< 0, hueco.
-    std::uint32_t dato = 0;
-  };
-
-  /// Da la entrada que ya tuviera esa clave o, si es nueva, la guarda y da una con registro 0.
-  Entrada poner(std::uint64_t huella, std::uint64_t registro, std::uint32_t dato = 0);
+  /// La entrada de esa clave y si acaba de hacerse, ya con su huella y su registro. Vale hasta la siguiente.
+  std::pair<Entrada&, bool> poner(std::uint64_t huella, std::uint64_t registro) {
+    if (usadas_ * 5 >= tabla_.size() * 4) crecer();
+    Entrada& entrada = sitio(huella);
+    if (entrada.registro != 0) return {entrada, false};
+    constexpr std::uint64_t kTope = std::numeric_limits<std::uint32_t>::max();
+    entrada.huella = huella;
+    entrada.registro = static_cast<std::uint32_t>(std::min(registro, kTope));
+    ++usadas_;
+    return {entrada, true};
+  }
 
  private:
-  Entrada& sitio(std::uint64_t huella);
-  void crecer();
+  Entrada& sitio(std::uint64_t huella) {
+    std::size_t i = static_cast<std::size_t>((huella >> 32) * tabla_.size() >> 32);
+    while (tabla_[i].registro != 0 && tabla_[i].huella != huella)
+      i = i + 1 < tabla_.size() ? i + 1 : 0;
+    return tabla_[i];
+  }
+  /// Poco a poco: lo que se mide es la memoria, y doblando la tabla la mitad estaría vacía.
+  void crecer() {
+    constexpr std::size_t kInicial = 1024;
+    const std::vector<Entrada> anterior = std::exchange(
+        tabla_, std::vector<Entrada>(std::max(kInicial, tabla_.size() + tabla_.size() * 2 / 5)));
+    for (const Entrada& entrada : anterior)
+      if (entrada.registro != 0) sitio(entrada.huella) = entrada;
+  }
 
   std::vector<Entrada> tabla_;
   std::size_t usadas_ = 0;
 };
 
-std::uint64_t Huella(std::string_view clave);
+/// Una clave ya vista y, con ella, un dato más.
+struct ClaveVista {
+  std::uint64_t huella = 0;
+  std::uint32_t registro = 0;
+  std::uint32_t marca = 0;
+};
 
-/// Huella de una clave de varias partes.
-std::uint64_t Mezclar(std::uint64_t una, std::uint64_t otra);
-
-/// Lo que no debe repetirse en un fichero. Cada consulta da el registro anterior, o 0, y recuerda el suyo.
-class Repetidos {
+/// Claves de las que solo importa quién las tenía.
+class ClavesVistas {
  public:
-  std::uint64_t referencia(std::string_view referencia, std::uint64_t registro);
-  /// `mandato`: huella del mandato con su acreedor.
-  std::uint64_t cobro(std::uint64_t mandato, std::string_view importe, std::string_view fecha,
-                      std::uint64_t registro);
-  /// El primer registro del mandato, si su cuenta era otra.
-  std::uint64_t otraCuenta(std::uint64_t mandato, std::string_view cuenta, std::uint64_t registro);
+  /// El registro anterior que la tenía; 0 si ninguno. Recuerda el suyo, que no puede ser 0.
+  std::uint64_t poner(std::uint64_t huella, std::uint64_t registro) {
+    const auto [entrada, nueva] = claves_.poner(huella, registro);
+    return nueva ? 0 : entrada.registro;
+  }
 
  private:
-  Huellas referencias_, cobros_, mandatos_;
+  Huellas<ClaveVista> claves_;
+};
+
+/// Lo que los tipos de adeudo de un mandato no pueden ser a la vez.
+enum class TipoAdeudo : std::uint8_t { Otro, FRST, RCUR, FNAL, OOFF };
+
+/// Un adeudo, para buscar los que se le parecen.
+struct AdeudoVisto {
+  std::uint64_t acreedor = 0, mandato = 0, cuenta = 0;  ///< Huellas; la del mandato, con su acreedor.
+  bool entero = true;  ///< Si no, no se sabe su concepto. La cuenta, si no se sabe, es 0.
+  std::string_view importe, concepto, fechaCobro;
+  TipoAdeudo tipo = TipoAdeudo::Otro;
+  std::uint16_t dia = 0;  ///< El de cobro, desde 1970; 0 si no se sabe.
+  std::uint64_t registro = 0;
+};
+
+/// Los registros anteriores con los que un adeudo choca; 0, ninguno.
+struct Choques {
+  std::uint64_t cobro = 0;        ///< El mismo mandato, importe y fecha de cobro.
+  std::uint64_t otraCuenta = 0;   ///< El mismo mandato con otra cuenta.
+  std::uint64_t secuencia = 0;    ///< El mismo mandato, con un tipo que no va con el suyo.
+  std::uint64_t otroMandato = 0;  ///< La misma cuenta, importe y concepto por otro mandato del acreedor.
+};
+
+/// Los adeudos de un fichero que se parecen demasiado.
+class Repetidos {
+ public:
+  Choques adeudo(const AdeudoVisto& adeudo);
+
+ private:
+  struct Mandato {
+    std::uint64_t huella = 0;
+    std::uint32_t registro = 0;
+    std::uint32_t cuenta : 29 = 0;
+    std::uint32_t conFrst : 1 = 0;
+    std::uint32_t conFnal : 1 = 0;
+    std::uint32_t conOoff : 1 = 0;
+    std::uint32_t senalado = 0;             // el que lleva FNAL, OOFF o FRST
+    std::uint16_t primero = 0, ultimo = 0;  // días de cobro; 0, no se saben
+  };
+  static std::uint64_t secuencia(Mandato& mandato, bool nuevo, const AdeudoVisto& adeudo);
+
+  ClavesVistas cobros_;
+  Huellas<ClaveVista> cargos_;
+  Huellas<Mandato> mandatos_;
 };
 
 }  // namespace remesa

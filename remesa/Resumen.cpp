@@ -38,7 +38,10 @@ void Resumidor::dar(std::string_view registro) {
   mirarForma(registro);
   const CodigoRegistro codigo = Codigo(registro);
   const ClaseRegistro clase = Clase(registro);
-  if (codigo == CodigoRegistro::Adeudo) ++resumen_.registros03;
+  if (codigo == CodigoRegistro::Adeudo) {
+    ++resumen_.registros03;
+    resumen_.totalesInteriores = resumen_.deTotales;
+  }
   switch (clase) {
     case ClaseRegistro::Adeudo:
       contarAdeudo(registro);
@@ -111,7 +114,8 @@ void Resumidor::abrirBloque(std::string_view registro) {
   ++resumen_.cabeceras02;
   hayAdeudo_ = previoContiguo_ = ultimoEsAdeudo_ = false;
   resumen_.ultimoBloque = {std::string(Recortar(LeerCampo(registro, kIdentificadorAcreedor))),
-                           std::string(Recortar(LeerCampo(registro, kFechaCobro)))};
+                           std::string(Recortar(LeerCampo(registro, kFechaCobro))),
+                           std::string(Recortar(LeerCampo(registro, kCuentaAcreedor)))};
   std::vector<Bloque02>& bloques = resumen_.bloques;
   if (bloques.size() < Resumen::kMaxBloques &&
       std::ranges::find(bloques, resumen_.ultimoBloque) == bloques.end())
@@ -124,6 +128,7 @@ void Resumidor::recontar(std::string_view registro) {
     if (!TieneEscrito(registro, recuento_.contar(registro))) apuntar(resumen_.totalesDistintos);
   } catch (const ficheros::ErrorEjecucion& error) {
     resumen_.errorRecalculo = error.numero();
+    resumen_.registroError = resumen_.registros;
   }
 }
 

@@ -19,10 +19,11 @@ struct Apariciones {
   std::size_t primero = 0;
 };
 
-/// Acreedor y fecha de cobro (AAAAMMDD) de un "02", sin blancos a los lados, en bytes del registro.
+/// Acreedor, fecha de cobro (AAAAMMDD) y cuenta de un "02", sin blancos a los lados, en bytes del registro.
 struct Bloque02 {
   std::string acreedor;
   std::string fecha;
+  std::string cuenta;
   bool operator==(const Bloque02&) const = default;
 };
 
@@ -33,20 +34,22 @@ struct Resumen {
   std::int64_t importe = 0;  ///< Suma real en céntimos, sin el límite de 32 bits.
   std::size_t cabeceras01 = 0;
   std::size_t cabeceras02 = 0;
-  std::size_t registros03 = 0;     ///< Todos los "03", opcionales incluidos.
-  std::size_t deTotales = 0;       ///< "04", "05" y "99".
-  Apariciones cortos;              ///< De menos de 600 bytes (las líneas vacías no cuentan).
-  Apariciones largos;              ///< De más de 600 bytes.
-  Apariciones conLF;               ///< Con un LF dentro (solo si se pidió mirarlo).
-  std::size_t lineasVacias = 0;    ///< Sin nada más que blancos o 0x1A: se descartan sin perder nada.
-  Apariciones descartados;         ///< Con un código que la importación descarta.
-  Apariciones copiasIntercaladas;  ///< Opcionales separados de su adeudo por una copia.
-  Apariciones opcionalesSueltos;   ///< Opcionales (004-006) que no siguen a su adeudo.
-  Apariciones totalesDistintos;    ///< Totales que un recálculo cambiaría (o en los que fallaría).
-  bool totalesSegunNorma = true;   ///< Los totales son los de cada bloque, como pide la norma.
-  int errorRecalculo = 0;          ///< Número de error que daría un recálculo; 0 si ninguno.
-  std::vector<Bloque02> bloques;   ///< Los distintos, en orden de aparición (hasta kMaxBloques).
-  Bloque02 ultimoBloque;           ///< El del último "02", bajo el que caen los adeudos que se añadan.
+  std::size_t registros03 = 0;        ///< Todos los "03", opcionales incluidos.
+  std::size_t deTotales = 0;          ///< "04", "05" y "99".
+  std::size_t totalesInteriores = 0;  ///< De ellos, los que tienen detrás algún "03".
+  Apariciones cortos;                 ///< De menos de 600 bytes (las líneas vacías no cuentan).
+  Apariciones largos;                 ///< De más de 600 bytes.
+  Apariciones conLF;                  ///< Con un LF dentro (solo si se pidió mirarlo).
+  std::size_t lineasVacias = 0;       ///< Sin nada más que blancos o 0x1A: se descartan sin perder nada.
+  Apariciones descartados;            ///< Con un código que la importación descarta.
+  Apariciones copiasIntercaladas;     ///< Opcionales separados de su adeudo por una copia.
+  Apariciones opcionalesSueltos;      ///< Opcionales (004-006) que no siguen a su adeudo.
+  Apariciones totalesDistintos;       ///< Totales que un recálculo cambiaría (o en los que fallaría).
+  bool totalesSegunNorma = true;      ///< Los totales son los de cada bloque, como pide la norma.
+  int errorRecalculo = 0;             ///< Número de error que daría un recálculo; 0 si ninguno.
+  std::size_t registroError = 0;      ///< El número del registro en que lo daría.
+  std::vector<Bloque02> bloques;      ///< Los distintos, en orden de aparición (hasta kMaxBloques).
+  Bloque02 ultimoBloque;              ///< El del último "02", bajo el que caen los adeudos que se añadan.
 
   static constexpr std::size_t kMaxBloques = 64;
   bool vacia() const { return registros == 0; }

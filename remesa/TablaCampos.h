@@ -36,6 +36,9 @@ enum class ValorCampo : std::uint8_t {
   ClaseCuenta,
   ClasePago,
   EntidadOriginal,
+  IdentificacionFichero,
+  Categoria,
+  Proposito,
 };
 
 struct Campo {
@@ -62,7 +65,7 @@ inline constexpr std::array kPresentador{
     Campo{"Identificador del presentador", {11, 45}, A, OB, V::Identificador},
     Campo{"Nombre del presentador", {46, 115}, A, OB, V::Texto},
     Campo{"Fecha de creación del fichero", {116, 123}, N, OB, V::Fecha},
-    Campo{"Identificación del fichero", {124, 158}, A, OB, V::Referencia},
+    Campo{"Identificación del fichero", {124, 158}, A, OB, V::IdentificacionFichero},
     Campo{"Entidad receptora", {159, 162}, N, OB, V::Numero},
     Campo{"Oficina receptora", {163, 166}, N, OB, V::Numero},
     Campo{"Libre", {167, 600}, A, OB, V::Libre},
@@ -90,7 +93,7 @@ inline constexpr std::array kAdeudo{
     Campo{"Referencia del adeudo", {11, 45}, A, OB, V::Referencia},
     Campo{"Referencia única del mandato", {46, 80}, A, OB, V::Referencia},
     Campo{"Tipo de adeudo", {81, 84}, A, OB, V::TipoAdeudo},
-    Campo{"Categoría de propósito", {85, 88}, A, OP, V::Texto},
+    Campo{"Categoría de propósito", {85, 88}, A, OP, V::Categoria},
     Campo{"Importe del adeudo", {89, 99}, N, OB, V::Importe},
     Campo{"Fecha de firma del mandato", {100, 107}, N, OB, V::Fecha},
     Campo{"Entidad del deudor", {108, 118}, A, OB, V::Bic},
@@ -104,7 +107,7 @@ inline constexpr std::array kAdeudo{
     Campo{"Identificación del deudor (emisor)", {368, 402}, A, OP, V::EmisorIdentificacion},
     Campo{"Identificador de la cuenta del deudor", {403, 403}, A, OB, V::ClaseCuenta},
     Campo{"Cuenta del deudor", {404, 437}, A, OB, V::Cuenta},
-    Campo{"Propósito del adeudo", {438, 441}, A, OP, V::Texto},
+    Campo{"Propósito del adeudo", {438, 441}, A, OP, V::Proposito},
     Campo{"Concepto", {442, 581}, A, OP, V::Texto},
     Campo{"Libre", {582, 600}, A, OB, V::Libre},
 };

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "remesa/PaisesSEPA.h"
 #include "remesa/Registro.h"
 #include "remesa/SEPA.h"
 
@@ -30,15 +31,11 @@ bool SonMayusculasOCifras(std::string_view texto) {
 constexpr Posiciones kPais{1, 2}, kDigitos{3, 4}, kSufijo{5, 7};
 constexpr std::size_t kCuerpoIban = 4, kCuerpoIdentificador = 7;
 
-/// Lo que tienen en común: empiezan por país y dígitos, y siguen con letras y cifras.
-bool TieneForma(std::string_view texto, std::size_t minimo, std::size_t maximo) {
-  return texto.size() >= minimo && texto.size() <= maximo && SonMayusculasOCifras(texto) &&
-         std::ranges::all_of(LeerCampo(texto, kPais), EsMayuscula) && SonCifras(LeerCampo(texto, kDigitos));
-}
-
-Control Comparar(std::string_view texto, std::size_t cuerpo) {
-  std::string debidos = DigitosControl(texto.substr(cuerpo), LeerCampo(texto, kPais));
-  return {debidos == LeerCampo(texto, kDigitos), std::move(debidos)};
+/// Resto entre 97 de `resto` seguido del texto, las letras A = 10 … Z = 35.
+int Resto97(std::string_view texto, int resto = 0) {
+  for (const char c : texto)
+    resto = EsCifra(c) ? (resto * 10 + (c - '0')) % 97 : (resto * 100 + (c - 'A' + 10)) % 97;
+  return resto;
 }
 
 }  // namespace
@@ -63,24 +60,42 @@ bool EsCcc(std::string_view texto) {
   return texto.size() == 20 && SonCifras(texto);
 }
 
+DefectoIban DefectoDeIban(std::string_view texto) {
+  const FormaIban forma = FormaIbanDe(LeerCampo(texto, kPais));
+  if (forma.longitud == 0) return DefectoIban::Pais;
+  if (texto.size() != forma.longitud) return DefectoIban::Longitud;
+  if (!SonCifras(LeerCampo(texto, kDigitos)) || !SigueEstructura(texto.substr(kCuerpoIban), forma.estructura))
+    return DefectoIban::Forma;
+  const int resto = Resto97(texto.substr(0, kCuerpoIban), Resto97(texto.substr(kCuerpoIban)));
+  // 00, 01 y 99 dan los mismos restos que 97, 98 y 02, que son los buenos.
+  const std::string_view digitos = LeerCampo(texto, kDigitos);
+  const bool enUso = digitos >= "02" && digitos <= "98";
+  return resto == 1 && enUso ? DefectoIban::Ninguno : DefectoIban::Digitos;
+}
+
 Control ComprobarIban(std::string_view texto) {
-  constexpr std::size_t kMinimo = 9, kMaximo = 34, kEspanol = 24;
-  if (!TieneForma(texto, kMinimo, kMaximo)) return {};
-  const bool espanol = texto.starts_with(kEspana);
-  if (espanol && (texto.size() != kEspanol || !SonCifras(texto.substr(kCuerpoIban)))) return {};
-  return Comparar(texto, kCuerpoIban);
+  const DefectoIban defecto = DefectoDeIban(texto);
+  if (defecto == DefectoIban::Ninguno) return {.correcto = true};
+  if (defecto != DefectoIban::Digitos) return {};
+  return {false, DigitosControl(texto.substr(kCuerpoIban), LeerCampo(texto, kPais))};
 }
 
 Control ComprobarIdentificador(std::string_view texto) {
   constexpr std::size_t kMinimo = 8, kMaximo = 35, kEspanol = 16;
   constexpr std::string_view kSignos = "/-?:().,'+ ";
-  std::string limpio;
-  std::ranges::copy_if(texto, std::back_inserter(limpio),
-                       [&](char c) { return kSignos.find(c) == std::string_view::npos; });
-  if (!TieneForma(limpio, kMinimo, kMaximo)) return {};
+  // Los signos y los blancos solo pueden estar en el número fiscal.
+  std::string limpio(texto.substr(0, kCuerpoIdentificador));
+  if (texto.size() > kCuerpoIdentificador)
+    std::ranges::copy_if(texto.substr(kCuerpoIdentificador), std::back_inserter(limpio),
+                         [&](char c) { return kSignos.find(c) == std::string_view::npos; });
+  if (limpio.size() < kMinimo || texto.size() > kMaximo || !SonMayusculasOCifras(limpio) ||
+      !EsPais(LeerCampo(limpio, kPais)) || !SonCifras(LeerCampo(limpio, kDigitos)))
+    return {};
   if (limpio.starts_with(kEspana) && (limpio.size() != kEspanol || !SonCifras(LeerCampo(limpio, kSufijo))))
     return {};
-  return Comparar(limpio, kCuerpoIdentificador);
+  std::string debidos =
+      DigitosControl(std::string_view(limpio).substr(kCuerpoIdentificador), LeerCampo(limpio, kPais));
+  return {debidos == LeerCampo(limpio, kDigitos), std::move(debidos)};
 }
 
 }  // namespace remesa

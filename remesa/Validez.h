@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -14,7 +15,7 @@ bool EsPais(std::string_view texto);
 /// Forma de un BIC (ISO 9362): cuatro caracteres de la entidad, país, dos más y, quizá, tres de la oficina.
 bool EsBic(std::string_view texto);
 
-/// Una cuenta nacional de 20 cifras. Sus dígitos de control no se miran.
+/// Una cuenta nacional de 20 cifras. Sus dígitos de control los mira ControlCcc.
 bool EsCcc(std::string_view texto);
 
 /// Qué le pasa a un IBAN o a un identificador.
@@ -24,12 +25,17 @@ struct Control {
   std::string digitos = {};
 };
 
-/// Cuenta en forma de IBAN (ISO 13616): país, dígitos de control y de 5 a 30 letras mayúsculas o cifras más;
-/// las españolas son de 24. Sin blancos.
+/// Qué le pasa a un IBAN; si son los dígitos de control, lo demás está bien.
+enum class DefectoIban : std::uint8_t { Ninguno, Pais, Longitud, Forma, Digitos };
+
+/// Según ISO 13616: país, dígitos de control y lo que su país pone detrás, en mayúsculas y sin blancos.
+DefectoIban DefectoDeIban(std::string_view texto);
+
 Control ComprobarIban(std::string_view texto);
 
-/// Identificador de acreedor (AT-02): país, dígitos de control, sufijo de tres y número fiscal, hasta 35; los
-/// españoles son de 16 y su sufijo, de cifras. Blancos y signos no cuentan.
+/// Identificador de acreedor (AT-02): un país que exista, dígitos de control, sufijo de tres y número fiscal,
+/// hasta 35; los españoles son de 16 y su sufijo, de cifras. Desde la posición 8, y solo desde ella, los
+/// blancos y los signos no cuentan.
 Control ComprobarIdentificador(std::string_view texto);
 
 }  // namespace remesa

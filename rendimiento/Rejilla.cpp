@@ -6,6 +6,8 @@
 
 #include "comunes/rejilla/Importe.h"
 #include "comunes/rejilla/MiVisor.h"
+#include "comunes/rejilla/Orden.h"
+#include "comunes/rejilla/Subtotales.h"
 
 using namespace comunes;
 

@@ -1,6 +1,5 @@
 #include "comunes/campos/Filtro.h"
 
-#include <QRegularExpression>
 #include <algorithm>
 
 #include "comunes/campos/Etiquetas.h"
@@ -42,18 +41,21 @@ char32_t letraNif(const EstadoCaja& caja) {
 /// forma de edición: carácter a carácter, el primer punto sería el decimal y el importe, otro. Con los signos
 /// cambiados ("1,234.50") no cabe duda si están los dos. Lo demás queda igual.
 QString sinGrupos(const QString& texto) {
-  const auto leer = [&texto](const QString& grupo, const QString& decimal, const QString& veces) -> QString {
-    const QRegularExpression forma(u"\\A(\\D*)([0-9]{1,3}(?:%1[0-9]{3})+)(?:%2([0-9]*))%3(\\D*)\\z"_s.arg(
-        QRegularExpression::escape(grupo), QRegularExpression::escape(decimal), veces));
-    const auto partes = forma.match(texto);
-    if (!partes.hasMatch()) return {};
-    constexpr QChar menos = u'-';
-    QString numero = partes.captured(2).remove(grupo);
-    if (partes.captured(1).contains(menos) || partes.captured(4).contains(menos)) numero.prepend(menos);
-    return partes.capturedStart(3) < 0 ? numero : numero + u'.' + partes.captured(3);
+  const auto* primera =
+      std::find_if(texto.cbegin(), texto.cend(), [](QChar c) { return esCifra(c.unicode()); });
+  const QStringView delante(texto.cbegin(), primera);
+  const auto leer = [&](const QString& decimal, const QString& grupo, bool exigirDecimal) -> QString {
+    const auto [c, conGrupos, conDecimal, cola] = LeerDecimal(
+        {primera, texto.cend()},
+        {.signos = {}, .decimal = decimal, .grupo = grupo, .grupos = ReglasDecimal::Grupos::DeTres});
+    if (!conGrupos || (exigirDecimal && !conDecimal)) return {};
+    if (std::ranges::any_of(cola, [](QChar otra) { return esCifra(otra.unicode()); })) return {};
+    const std::string numero = c.enteras + (conDecimal ? "." : "") + c.decimales;
+    return (delante.contains(u'-') || cola.contains(u'-') ? u"-"_s : QString()) +
+           QString::fromStdString(numero);
   };
-  QString numero = leer(SignoGrupo(), SignoDecimal(), u"?"_s);
-  if (numero.isNull()) numero = leer(SignoDecimal(), SignoGrupo(), {});
+  QString numero = leer(SignoDecimal(), SignoGrupo(), false);
+  if (numero.isNull()) numero = leer(SignoGrupo(), SignoDecimal(), true);
   return numero.isNull() ? texto : numero;
 }
 

@@ -17,10 +17,6 @@ namespace {
 
 constexpr int kMaxDecimales = 30;
 
-bool esCifra(QChar c) {
-  return c >= u'0' && c <= u'9';
-}
-
 int decimalesDe(const QString& descriptor) {
   const QString d = GetTag(descriptor, u"D"_s).value_or(QString());
   return d.isEmpty() ? 2 : static_cast<int>(std::clamp(Val(d), 0.0, double{kMaxDecimales}));
@@ -28,34 +24,18 @@ int decimalesDe(const QString& descriptor) {
 
 /// Las cifras que leería Val, todas.
 Cifras cifrasConPunto(const QString& texto) {
-  Cifras c;
-  qsizetype i = 0;
-  while (i < texto.size() && (texto[i] == u' ' || texto[i] == u'\t'))
-    ++i;
-  if (i < texto.size() && (texto[i] == u'-' || texto[i] == u'+')) c.negativo = texto[i++] == u'-';
-  bool punto = false;
-  for (; i < texto.size() && (esCifra(texto[i]) || (!punto && texto[i] == u'.')); ++i) {
-    if (texto[i] == u'.')
-      punto = true;
-    else
-      (punto ? c.decimales : c.enteras) += texto[i].toLatin1();
-  }
-  return c;
+  return LeerDecimal(SinBlancosDelante(texto), {.signos = u"+-", .decimal = u"."}).cifras;
 }
 
-/// true si `texto` es un número con un solo punto que no puede separar grupos de tres cifras: está en la
-/// forma de edición y no en la que se muestra.
-bool tienePuntoDecimal(const QString& texto) {
-  const QString numero = SinBlancos(texto);
-  const qsizetype inicio = numero.startsWith(u'-') ? 1 : 0;
-  const qsizetype punto = numero.indexOf(u'.');
-  if (punto < 0) return false;
-  for (qsizetype i = inicio; i < numero.size(); ++i)
-    if (i != punto && !esCifra(numero[i])) return false;
-  const qsizetype enteras = punto - inicio;
-  const qsizetype decimales = numero.size() - punto - 1;
-  if (enteras + decimales == 0) return false;
-  return SignoGrupo() != "."_L1 || enteras == 0 || enteras > 3 || decimales != 3;
+/// Lo que es un número con un solo punto que no puede separar grupos de tres cifras: está en la forma de
+/// edición y no en la que se muestra.
+std::optional<Cifras> cifrasDeEdicion(const QString& texto) {
+  const QString limpio = SinBlancos(texto);
+  const auto [c, grupos, conPunto, cola] = LeerDecimal(limpio, {.signos = u"-", .decimal = u"."});
+  if (!conPunto || !cola.isEmpty() || c.vacias()) return std::nullopt;
+  const bool deGrupo =
+      SignoGrupo() == "."_L1 && !c.enteras.empty() && c.enteras.size() <= 3 && c.decimales.size() == 3;
+  return deGrupo ? std::nullopt : std::optional(c);
 }
 
 QString mostrarFijo(const QString& valor, const QString& ajuste, qsizetype longitud) {
@@ -122,11 +102,8 @@ std::optional<QDate> leerMostrada(const QString& texto) {
 }
 
 QString editarNumero(const QString& valor, int decimales) {
-  std::optional<Cifras> cifras;
-  if (tienePuntoDecimal(valor))
-    cifras = cifrasConPunto(valor);
-  else
-    cifras = LeerCifras(valor);
+  std::optional<Cifras> cifras = cifrasDeEdicion(valor);
+  if (!cifras) cifras = LeerCifras(valor);
   // El formato "#." no muestra el cero de la parte entera, y un texto que no es número queda como está.
   QString texto = cifras ? FormatoEdicion(*cifras, decimales) : valor;
   if (cifras && decimales == 0 && texto == "0"_L1) return {};

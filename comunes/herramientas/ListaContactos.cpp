@@ -1,6 +1,7 @@
 #include "comunes/herramientas/ListaContactos.h"
 
 #include "comunes/rejilla/MiVisor.h"
+#include "comunes/rejilla/Orden.h"
 
 namespace herramientas {
 

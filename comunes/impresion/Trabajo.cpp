@@ -3,7 +3,7 @@
 #include <QMarginsF>
 #include <cmath>
 
-#include "comunes/impresion/Memoria.h"
+#include "comunes/plataforma/Sistema.h"
 #include "ficheros/ErrorEjecucion.h"
 
 namespace comunes {
@@ -34,7 +34,7 @@ QSizeF ZonaImprimible(const QPageLayout& pagina) {
 
 TrabajoImpresion::TrabajoImpresion(QPagedPaintDevice& dispositivo)
     : dispositivo_(dispositivo), zona_(ZonaImprimible(dispositivo.pageLayout())) {
-  ConservarMemoriaDePagina();
+  ConservarMemoria();
   // Se dibuja contando desde el borde del papel, porque el toolkit redondea los márgenes a puntos.
   QPageLayout pagina = dispositivo.pageLayout();
   pagina.setUnits(QPageLayout::Point);

@@ -7,7 +7,6 @@
 #include <QPushButton>
 #include <utility>
 
-#include "comunes/plataforma/DialogoSistema.h"
 #include "comunes/plataforma/Texto.h"
 
 namespace comunes {
@@ -64,7 +63,7 @@ bool sustituir(const PeticionFicheros& peticion, const QString& ruta, const Avis
   caja.setTextFormat(Qt::PlainText);
   const QString ademas = aviso ? aviso(ruta) : QString();
   caja.setText(u"El fichero ya existe:\n%1\n\n%2¿Quiere sustituirlo?"_s.arg(
-      QDir::toNativeSeparators(ruta), ademas.isEmpty() ? ademas : ademas + u"\n\n"_s));
+      ConMarcasEscritas(QDir::toNativeSeparators(ruta)), ademas.isEmpty() ? ademas : ademas + u"\n\n"_s));
   const QPushButton* si = caja.addButton(u"&Sí"_s, QMessageBox::YesRole);
   QPushButton* no = caja.addButton(u"&No"_s, QMessageBox::NoRole);
   caja.setDefaultButton(no);

@@ -20,6 +20,10 @@ struct FiltroFicheros {
 /// descripción|patrón; las parejas acaban en la primera descripción vacía.
 QList<FiltroFicheros> ConstruirFiltro(const QString& Filtro);
 
+/// true donde el diálogo de ficheros del sistema habla el idioma del usuario (Windows); en los demás se usa
+/// el del toolkit, que va en español.
+bool DialogoDelSistema();
+
 /// Del nombre que eligió el operador, el nombre con que se escribirá de verdad.
 using ReglaNombre = std::function<QString(const QString&)>;
 

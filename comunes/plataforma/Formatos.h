@@ -5,7 +5,8 @@
 #include <QString>
 #include <chrono>
 #include <optional>
-#include <string>
+
+#include "comunes/plataforma/Decimales.h"
 
 namespace comunes {
 
@@ -20,13 +21,6 @@ QString SignoGrupo();
 
 /// Lectura benévola, con punto decimal: la misma que remesa::ValorNumerico.
 double Val(const QString& texto);
-
-/// Un número decimal como sus cifras: exacto con cualquier número de ellas.
-struct Cifras {
-  bool negativo = false;
-  std::string enteras;  ///< vacías, cero
-  std::string decimales;
-};
 
 /// Lee un número escrito con los signos del usuario ("1.234,50"): signo opcional, cifras con o sin grupos,
 /// parte decimal opcional, blancos alrededor. Sin valor si sobra o falta algo.

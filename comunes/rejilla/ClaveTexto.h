@@ -1,27 +1,25 @@
 #pragma once
 
-#include <QByteArray>
-#include <QCollator>
+#include <QLocale>
+#include <QString>
+#include <memory>
 
 namespace comunes {
 
-/// Con qué se compara un texto, por `<`, en el orden alfabético de un idioma y sin distinguir mayúsculas.
-#ifdef Q_OS_WIN
-using ClaveTexto = QByteArray;
-#else
-using ClaveTexto = QCollatorSortKey;
-#endif
-
-/// Da las claves de muchos textos: comparar claves cuesta mucho menos que comparar los textos.
+/// Las claves de muchos textos en el orden alfabético de un idioma, sin distinguir mayúsculas: compararlas
+/// cuesta mucho menos que comparar los textos.
 class ClavesTexto {
  public:
-  explicit ClavesTexto(const QLocale& idioma) : orden_(idioma) {
-    orden_.setCaseSensitivity(Qt::CaseInsensitive);
-  }
-  ClaveTexto de(const QString& texto) const;
+  explicit ClavesTexto(const QLocale& idioma);
+  ~ClavesTexto();
+
+  /// Devuelve el número de la clave, desde 0.
+  std::size_t anadir(const QString& texto);
+  bool menor(std::size_t una, std::size_t otra) const;
 
  private:
-  QCollator orden_;
+  struct Interior;
+  std::unique_ptr<Interior> interior_;
 };
 
 }  // namespace comunes

@@ -11,103 +11,44 @@ namespace comunes {
 
 namespace {
 
-constexpr int kDecimales = 4;
+constexpr std::size_t kDecimales = 4;
+constexpr QStringView kSignos = u"+-\u2212";
 
-bool esCifra(QChar c) {
-  return c >= u'0' && c <= u'9';
-}
-
-/// Lector de un texto de izquierda a derecha.
-struct Cursor {
-  QStringView resto;
-
-  bool salta(QStringView que) {
-    if (que.isEmpty() || !resto.startsWith(que)) return false;
-    resto = resto.mid(que.size());
-    return true;
-  }
-  void saltaSigno(std::string& en) {
-    if (salta(u"-") || salta(u"\u2212")) {
-      en += '-';
-    } else {
-      salta(u"+");
-    }
-  }
-  std::size_t cifras(std::string& en) {
-    const std::size_t antes = en.size();
-    while (!resto.isEmpty() && esCifra(resto[0])) {
-      en += static_cast<char>(resto[0].unicode());
-      resto = resto.mid(1);
-    }
-    return en.size() - antes;
-  }
-};
-
-/// Un número escrito entero con esos signos, como "-1234.50"; sin valor si el texto no lo es. Los grupos son
-/// de tres cifras y el primero no empieza por cero: si no, el signo no separa grupos.
-std::optional<std::string> conSignos(QStringView texto, QStringView decimal, QStringView grupo) {
-  Cursor cursor{texto.trimmed()};
-  std::string limpio;
-  cursor.saltaSigno(limpio);
-  const std::size_t comienzo = limpio.size();
-  std::size_t enteras = cursor.cifras(limpio);
-  if (enteras > 0 && enteras <= 3 && limpio[comienzo] != '0') {
-    while (cursor.salta(grupo)) {
-      if (cursor.cifras(limpio) != 3) return std::nullopt;
-      enteras += 3;
-    }
-  }
-  std::size_t decimales = 0;
-  if (cursor.salta(decimal)) {
-    limpio += '.';
-    decimales = cursor.cifras(limpio);
-  }
-  const QStringView cola = cursor.resto.trimmed();
-  if (enteras + decimales == 0 || !(cola.isEmpty() || cola == u"€")) return std::nullopt;
-  return limpio;
+/// Un número escrito entero con esos signos, y nada más que un "€" detrás.
+std::optional<Cifras> conSignos(QStringView texto, QStringView decimal, QStringView grupo) {
+  const DecimalLeido leido = LeerDecimal(texto.trimmed(), {.signos = kSignos,
+                                                           .decimal = decimal,
+                                                           .grupo = grupo,
+                                                           .grupos = ReglasDecimal::Grupos::DeTresSinCero});
+  const QStringView cola = leido.cola.trimmed();
+  if (leido.cifras.vacias() || !(cola.isEmpty() || cola == u"€")) return std::nullopt;
+  return leido.cifras;
 }
 
 /// Lo que se lee al principio del texto cambiando su primera coma por un punto.
-std::string benevolo(QString texto) {
+Cifras benevolo(QString texto) {
   if (const auto coma = texto.indexOf(u','); coma >= 0) texto[coma] = u'.';
-  Cursor cursor{texto};
-  while (cursor.salta(u" ") || cursor.salta(u"\t")) {
-  }
-  std::string limpio;
-  cursor.saltaSigno(limpio);
-  cursor.cifras(limpio);
-  if (cursor.salta(u".")) {
-    limpio += '.';
-    cursor.cifras(limpio);
-  }
-  return limpio;
+  return LeerDecimal(SinBlancosDelante(texto), {.signos = kSignos, .decimal = u"."}).cifras;
 }
 
-Diezmilesimas alCentimo(const std::string& limpio) {
-  const bool negativo = limpio.starts_with('-');
-  const std::string numero = limpio.substr(negativo ? 1 : 0);
-  const auto punto = std::min(numero.find('.'), numero.size());
-  std::string cifras = numero.substr(0, punto);
-  std::string decimales = punto < numero.size() ? numero.substr(punto + 1) : std::string();
-  const bool sube = decimales.size() > 2 && decimales[2] >= '5';
-  decimales.resize(2, '0');
-  cifras += decimales;
+Diezmilesimas alCentimo(const Cifras& leidas) {
+  const Cifras c = Redondear(leidas, 2);
+  const std::string cifras = c.enteras + c.decimales;
   std::int64_t centimos = 0;
   Diezmilesimas valor = 0;
   if (std::from_chars(cifras.data(), cifras.data() + cifras.size(), centimos).ec != std::errc() ||
-      __builtin_add_overflow(centimos, sube ? 1 : 0, &centimos) ||
       __builtin_mul_overflow(centimos, std::int64_t{100}, &valor)) {
     throw ficheros::ErrorEjecucion(ficheros::kDesbordamiento);
   }
-  return negativo ? -valor : valor;
+  return c.negativo ? -valor : valor;
 }
 
 /// Un formato ya entendido.
 struct Mascara {
   QString delante;
   QString detras;
-  int enteras = 0;
-  int decimalesMin = 0;
+  std::size_t enteras = 0;
+  std::size_t decimalesMin = 0;
   int decimalesMax = 0;
   bool grupos = false;
 };
@@ -127,7 +68,7 @@ Mascara entender(const QString& formato) {
       mascara.grupos = true;
     } else if (enDecimales) {
       ++mascara.decimalesMax;
-      if (*c == u'0') mascara.decimalesMin = mascara.decimalesMax;
+      if (*c == u'0') mascara.decimalesMin = static_cast<std::size_t>(mascara.decimalesMax);
     } else if (*c == u'0') {
       ++mascara.enteras;
     }
@@ -135,18 +76,13 @@ Mascara entender(const QString& formato) {
   return mascara;
 }
 
-/// Valor absoluto redondeado a `decimales` (la mitad hacia arriba), como cifras sin punto.
-std::string redondear(Diezmilesimas valor, int decimales) {
+Cifras enCifras(Diezmilesimas valor) {
   // El negativo se toma sin signo: el menor entero no tiene opuesto.
-  std::uint64_t absoluto =
-      valor < 0 ? 0 - static_cast<std::uint64_t>(valor) : static_cast<std::uint64_t>(valor);
-  std::uint64_t divisor = 1;
-  for (int i = decimales; i < kDecimales; ++i)
-    divisor *= 10;
-  absoluto = (absoluto + divisor / 2) / divisor;
-  std::string cifras = std::to_string(absoluto);
-  if (decimales > kDecimales) cifras.append(static_cast<std::size_t>(decimales - kDecimales), '0');
-  return cifras;
+  std::string cifras =
+      std::to_string(valor < 0 ? 0 - static_cast<std::uint64_t>(valor) : static_cast<std::uint64_t>(valor));
+  if (cifras.size() < kDecimales) cifras.insert(0, kDecimales - cifras.size(), '0');
+  const std::size_t enteras = cifras.size() - kDecimales;
+  return {valor < 0, cifras.substr(0, enteras), cifras.substr(enteras)};
 }
 
 }  // namespace
@@ -165,9 +101,7 @@ std::optional<double> NumeroEntero(const QString& texto, const SignosNumero& sig
   auto numero = conSignos(texto, signos.decimal, signos.grupo);
   if (!numero) numero = conSignos(texto, u".", {});
   if (!numero) return std::nullopt;
-  double valor = 0;
-  std::from_chars(numero->data(), numero->data() + numero->size(), valor);
-  return valor;
+  return ValorDe(*numero).value_or(0);
 }
 
 Diezmilesimas Sumar(Diezmilesimas a, Diezmilesimas b) {
@@ -179,27 +113,12 @@ Diezmilesimas Sumar(Diezmilesimas a, Diezmilesimas b) {
 QString FormatoCelda(Diezmilesimas valor, bool ceros, const QString& formato, const SignosNumero& signos) {
   if (valor == 0 && !ceros) return {};
   const Mascara mascara = entender(formato);
-  std::string cifras = redondear(valor, mascara.decimalesMax);
-  const auto decimales = static_cast<std::size_t>(mascara.decimalesMax);
-  const bool negativo = valor < 0 && cifras.find_first_not_of('0') != std::string::npos;
-  if (cifras.size() <= decimales) cifras.insert(0, decimales + 1 - cifras.size(), '0');
-  std::string enteras = cifras.substr(0, cifras.size() - decimales);
-  std::string resto = cifras.substr(enteras.size());
-  while (resto.size() > static_cast<std::size_t>(mascara.decimalesMin) && resto.back() == '0')
-    resto.pop_back();
-  if (enteras == "0") enteras.clear();
-  if (const auto minimo = static_cast<std::size_t>(mascara.enteras); enteras.size() < minimo) {
-    enteras.insert(0, minimo - enteras.size(), '0');
-  }
-
-  QString texto = mascara.delante;
-  if (negativo) texto += u'-';
-  for (std::size_t i = 0; i < enteras.size(); ++i) {
-    if (mascara.grupos && i > 0 && (enteras.size() - i) % 3 == 0) texto += signos.grupo;
-    texto += QLatin1Char(enteras[i]);
-  }
-  if (!resto.empty()) texto += signos.decimal + QString::fromStdString(resto);
-  return texto + mascara.detras;
+  Cifras c = Redondear(enCifras(valor), mascara.decimalesMax);
+  while (c.decimales.size() > mascara.decimalesMin && c.decimales.back() == '0')
+    c.decimales.pop_back();
+  if (c.enteras.size() < mascara.enteras) c.enteras.insert(0, mascara.enteras - c.enteras.size(), '0');
+  return mascara.delante + ComponerDecimal(c, signos.decimal, mascara.grupos ? signos.grupo : QString()) +
+         mascara.detras;
 }
 
 }  // namespace comunes

@@ -126,7 +126,7 @@ QString SumarColumna(const Rejilla& rejilla, int columna, int desdeFila, int has
     if (columnaFiltro != -1 && rejilla.TextMatrix(f, columnaFiltro) != valorFiltro) continue;
     suma = Sumar(suma, LeerImporte(rejilla.TextMatrix(f, columna), signos));
   }
-  return FormatoCelda(suma, ceros, u"#,##0.00"_s, signos);
+  return FormatoCelda(suma, ceros, kFormatoImporte, signos);
 }
 
 void OcultarColumnas(Rejilla& rejilla, bool mostrarTodas, const QStringList& titulos) {

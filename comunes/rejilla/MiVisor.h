@@ -28,11 +28,6 @@ void QuitarFila(Rejilla& rejilla, int fila);
 /// devuelve 0; con `silencio`, devuelve -1.
 int BuscarColumna(const Rejilla& rejilla, const QString& titulo, bool silencio = false, int fila = 0);
 
-/// Ordena por una columna (-1, la actual) según su letra en `Tag`; las celdas que no son fecha o importe en
-/// una columna de ese tipo quedan vacías. Con `marcar`, su título queda en rojo. `nuevaColumna` distinta de
-/// -1 queda como columna actual.
-void OrdenarColumna(Rejilla& rejilla, int columna = -1, bool marcar = false, int nuevaColumna = -1);
-
 /// Escribe una celda con estilo y deja en ella la celda actual. Texto vacío, color -1, negrita distinta de 0
 /// y 1 y letra distinta de "I", "C" y "D" no cambian lo suyo.
 void EscribirCelda(Rejilla& rejilla, int fila, int columna, const QString& texto, int colorTexto = -1,
@@ -46,11 +41,5 @@ QString SumarColumna(const Rejilla& rejilla, int columna, int desdeFila, int has
 
 /// Oculta las columnas tituladas `titulos`; con `mostrarTodas`, antes devuelve a todas su ancho.
 void OcultarColumnas(Rejilla& rejilla, bool mostrarTodas, const QStringList& titulos);
-
-/// Inserta subtotales al cambiar la columna `tituloGrupo` (sin ella, solo el total final) y suma las columnas
-/// `titulosTotal`. En `plantilla`, "?" es el valor del grupo. `opcion`: "NOSORT" no ordena, "" ordena por el
-/// tipo de la columna y otra cosa ordena por fechas y las enseña con ese formato. Repetirla da lo mismo.
-void Subtotales(const QString& tituloGrupo, Rejilla& rejilla, const QString& plantilla,
-                const QString& tituloEtiqueta, const QString& opcion, const QStringList& titulosTotal);
 
 }  // namespace comunes

@@ -58,6 +58,7 @@ QVariant ModeloRejilla::data(const QModelIndex& indice, int papel) const {
   // Con el redibujo apagado la rejilla puede haber encogido sin que la vista lo sepa todavía.
   if (!indice.isValid() || fila >= rejilla_.Rows() || columna >= rejilla_.Cols()) return {};
   if (papel == Qt::DisplayRole) return rejilla_.TextMatrix(fila, columna);
+  if (papel == kElemento) return rejilla_.RowItem(fila);
   const EstiloCelda estilo = rejilla_.Estilo(fila, columna);
   switch (papel) {
     case Qt::TextAlignmentRole:

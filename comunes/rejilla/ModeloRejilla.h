@@ -11,6 +11,9 @@ namespace comunes {
 class ModeloRejilla : public QAbstractTableModel {
   Q_OBJECT
  public:
+  /// El `RowItem` de la fila.
+  static constexpr int kElemento = Qt::UserRole;
+
   explicit ModeloRejilla(Rejilla& rejilla, QObject* padre = nullptr);
   ~ModeloRejilla() override;
 

@@ -7,7 +7,6 @@
 #include "comunes/plataforma/Formatos.h"
 #include "comunes/rejilla/ClaveTexto.h"
 #include "comunes/rejilla/Importe.h"
-#include "comunes/rejilla/MiVisor.h"
 #include "ficheros/ErrorEjecucion.h"
 
 namespace comunes {
@@ -56,15 +55,9 @@ void ordenarPor(Rejilla& rejilla, const Menor& menor) {
 
 /// Lo vacío va delante de los números y estos delante de los textos.
 struct Clave {
-  int clase = 0;
+  enum { Vacia, Numero, Texto } clase = Vacia;
   double numero = 0;
-  std::optional<ClaveTexto> texto;
-
-  bool operator<(const Clave& otra) const {
-    if (clase != otra.clase) return clase < otra.clase;
-    if (clase == 1) return numero < otra.numero;
-    return clase == 2 && *texto < *otra.texto;
-  }
+  std::size_t texto = 0;
 };
 
 qsizetype repeticiones(const QString& formato, qsizetype desde) {
@@ -135,12 +128,11 @@ std::optional<QDate> fechaDe(const QString& celda, const QString& formato) {
 
 void ordenarImportes(Rejilla& rejilla, int columna) {
   const SignosNumero signos = SignosNumero::DelUsuario();
-  const QString formato = u"#,##0.00"_s;
   std::vector<Diezmilesimas> importes(static_cast<std::size_t>(rejilla.Rows()));
   for (int f = rejilla.FixedRows(); f < rejilla.Rows(); ++f) {
     const auto importe = LeerImporte(rejilla.TextMatrix(f, columna), signos);
     importes[static_cast<std::size_t>(f)] = importe;
-    rejilla.PonerTextMatrix(f, columna, FormatoCelda(importe, false, formato, signos));
+    rejilla.PonerTextMatrix(f, columna, FormatoCelda(importe, false, kFormatoImporte, signos));
   }
   ordenarPor(rejilla, [&](int a, int b) {
     return importes[static_cast<std::size_t>(a)] < importes[static_cast<std::size_t>(b)];
@@ -161,22 +153,26 @@ void marcarTitulo(Rejilla& rejilla, int ordenada) {
 void Rejilla::Sort(int codigo) {
   if (codigo != 1 && codigo != 2 && codigo != 5) throw ficheros::ErrorEjecucion(ficheros::kArgumentoNoValido);
   const SignosNumero signos = SignosNumero::DelUsuario();
-  const ClavesTexto claveDe(LocaleUsuario());
+  ClavesTexto textos(LocaleUsuario());
   std::vector<Clave> claves(filas_.size());
   for (int f = fijas_; f < Rows(); ++f) {
     const QString& texto = TextMatrix(f, columna_);
     Clave& clave = claves[static_cast<std::size_t>(f)];
     if (texto.isEmpty()) continue;
     if (const auto numero = codigo == 5 ? std::nullopt : NumeroEntero(texto, signos)) {
-      clave.clase = 1;
+      clave.clase = Clave::Numero;
       clave.numero = *numero;
     } else {
-      clave.clase = 2;
-      clave.texto = claveDe.de(texto);
+      clave.clase = Clave::Texto;
+      clave.texto = textos.anadir(texto);
     }
   }
   const auto menor = [&](int a, int b) {
-    return claves[static_cast<std::size_t>(a)] < claves[static_cast<std::size_t>(b)];
+    const Clave& una = claves[static_cast<std::size_t>(a)];
+    const Clave& otra = claves[static_cast<std::size_t>(b)];
+    if (una.clase != otra.clase) return una.clase < otra.clase;
+    return una.clase == Clave::Numero ? una.numero < otra.numero
+                                      : una.clase == Clave::Texto && textos.menor(una.texto, otra.texto);
   };
   if (codigo == 2) {
     ordenarPor(*this, [&](int a, int b) { return menor(b, a); });

@@ -147,6 +147,9 @@ void Rejilla::PonerFixedAlignment(int columna, int alineacion) {
 void Rejilla::PonerRowData(int fila, int dato) {
   fil(fila).dato = dato;
 }
+void Rejilla::PonerRowItem(int fila, int elemento) {
+  fil(fila).elemento = elemento;
+}
 void Rejilla::PonerRowHeight(int fila, int twips) {
   fil(fila).alto = twips == -1 ? kAltoFila : twips;
   cambio();

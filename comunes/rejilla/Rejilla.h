@@ -58,9 +58,13 @@ class Rejilla {
   void PonerFixedAlignment(int columna, int alineacion);
 
   int RowData(int fila) const { return fil(fila).dato; }
+  /// De qué es la fila, en la lista de quien la puso y desde 0, también después de ordenar; -1 si no se ha
+  /// dicho.
+  int RowItem(int fila) const { return fil(fila).elemento; }
   /// Menos de 1 es una fila oculta.
   int RowHeight(int fila) const { return fil(fila).alto; }
   void PonerRowData(int fila, int dato);
+  void PonerRowItem(int fila, int elemento);
   /// Con -1, la altura por defecto.
   void PonerRowHeight(int fila, int twips);
 
@@ -116,6 +120,7 @@ class Rejilla {
     std::vector<EstiloCelda> estilos;
     int dato = 0;
     int alto = kAltoFila;
+    int elemento = -1;
   };
 
   const Columna& col(int columna) const;

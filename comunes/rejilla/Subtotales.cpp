@@ -1,3 +1,5 @@
+#include "comunes/rejilla/Subtotales.h"
+
 #include <QCursor>
 #include <QGuiApplication>
 

@@ -11,6 +11,8 @@
 #include "comunes/plataforma/Texto.h"
 #include "comunes/rejilla/Importe.h"
 #include "comunes/rejilla/MiVisor.h"
+#include "comunes/rejilla/Orden.h"
+#include "comunes/rejilla/Subtotales.h"
 #include "ficheros/ErrorEjecucion.h"
 
 using namespace comunes;

@@ -4,13 +4,15 @@
 
 #include "Objetivo.h"
 #include "consola/UnionFlujo.h"
-#include "ficheros/ErrorEjecucion.h"
+#include "pruebas/Registros.h"
 #include "remesa/Adeudos.h"
 #include "remesa/Fichero.h"
 #include "remesa/Guardado.h"
 #include "remesa/Validez.h"
 
 using namespace fuzz;
+using pruebas::Bytes;
+using pruebas::NumeroError;
 using namespace remesa;
 
 namespace {
@@ -19,21 +21,6 @@ constexpr char kSeparador = '\x1C';
 constexpr std::size_t kMaxFicheros = 5;
 
 using Registros = std::vector<std::string>;
-
-/// Número del error que lanza `accion`; 0 si no lanza.
-template <class Accion>
-int NumeroError(Accion&& accion) {
-  try {
-    accion();
-  } catch (const ficheros::ErrorEjecucion& error) {
-    return error.numero();
-  }
-  return 0;
-}
-
-Registros Bytes(const ListaRegistros& lista) {
-  return {lista.begin(), lista.end()};
-}
 
 /// Todos los "03", en orden: lo que ninguna operación puede perder, repetir ni mover.
 template <class Lista>
@@ -124,7 +111,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* datos, std::size_t lar
   std::vector<Observacion> observaciones;
   const int errorFlujo = NumeroError([&] {
     ficheros::EscrituraSegura escritura(salida);
-    consola::UnionFlujo flujo(escritura, consola::UnionFlujo::kBuferMinimo + sorteo);
+    consola::UnionFlujo flujo(escritura, consola::LectorRegistros::kBuferMinimo + sorteo);
     for (const auto& ruta : rutas)
       flujo.unir(ruta, &ruta == &rutas.back());
     observaciones = flujo.observacionesFinales();

@@ -8,6 +8,7 @@
 #include "comunes/plataforma/Formatos.h"
 #include "comunes/plataforma/Texto.h"
 #include "comunes/rejilla/MiVisor.h"
+#include "comunes/rejilla/Subtotales.h"
 #include "remesa/Campos.h"
 #include "remesa/Registro.h"
 #include "remesa/SEPA.h"

@@ -57,6 +57,7 @@ void frmUnirQ19::importar() {
   FicherosImportados += u'[' + FicheroActual + u']';
   if (!FicheroActual.isEmpty()) rutasImportadas_.insert(FicheroActual, rutaActual_);
   ui_->Importado->show();
+  rechazo_.clear();
   decir({});
   RecalcularTotales();
 }
@@ -84,12 +85,9 @@ void frmUnirQ19::insertar() {
   const auto i = static_cast<std::size_t>(actual);
   if (!remesa::EsDuplicable(acumulado.lista()[i])) return;
   const comunes::Reloj reloj;
-  std::vector<std::size_t> seleccion = acumulado.seleccion();
-  for (std::size_t& fila : seleccion)
-    if (fila > i) ++fila;
   acumulado.cambiar([i](remesa::ListaRegistros& lista) { remesa::InsertarCopia(lista, i); });
-  acumulado.seleccionar(seleccion);
-  acumulado.ponerActual(actual + 1);
+  // La copia es lo que se va a corregir: lo que estuviese seleccionado se tomaría por ella.
+  acumulado.seleccionarSolo(actual + 1);
   decir({});
   RecalcularTotales();
 }

@@ -29,6 +29,9 @@ QString TextoHallazgo(const remesa::Hallazgo& hallazgo);
 void AnadirEsperado(std::string& texto, const remesa::Hallazgo& hallazgo, const comunes::EscritorUtf8& datos);
 void AnadirHallazgo(std::string& texto, const remesa::Hallazgo& hallazgo, const comunes::EscritorUtf8& datos);
 
+/// Cómo son los IBAN de un país que los tiene: "24 posiciones: ES, dos dígitos de control y 20 cifras".
+void AnadirFormaIban(std::string& texto, std::string_view pais);
+
 /// "sin errores", "sin errores y con 3 avisos", "2 errores y 1 aviso".
 QString TextoRecuento(std::uint64_t errores, std::uint64_t avisos);
 

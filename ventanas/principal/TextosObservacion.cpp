@@ -23,11 +23,25 @@ QString Segun(const Observacion& o, const char* uno, const char* varios) {
   return QString::fromUtf8(o.cuenta == 1 ? uno : varios);
 }
 
+QString Numero(std::size_t numero) {
+  return comunes::FormatoNumero(static_cast<double>(numero), 0);
+}
+
 /// " (el 12)", " (el primero, el 12)" o nada.
 QString Donde(const Observacion& o) {
   if (o.primero == 0) return {};
-  const QString numero = comunes::FormatoNumero(static_cast<double>(o.primero), 0);
+  const QString numero = Numero(o.primero);
   return (o.cuenta == 1 ? u" (el %1)"_s : u" (el primero, el %1)"_s).arg(numero);
+}
+
+/// `una` o `varias` con las cabeceras de que se trata.
+QString SegunCabeceras(const Observacion& o, const QString& una, const QString& varias) {
+  return (o.antes.size() > 2 ? varias : una).arg(comunes::DesdeWindows1252(o.antes));
+}
+
+/// Lo mismo, de una cabecera.
+QString DondeCabecera(const Observacion& o) {
+  return (o.cuenta == 1 ? u" (registro %1)"_s : u" (la primera, registro %1)"_s).arg(Numero(o.primero));
 }
 
 QString Dato(const std::string& bytes) {
@@ -65,19 +79,64 @@ QString TextoDeImportacion(const Observacion& o) {
                             u"Importe después otro fichero que los tenga."_s
                           : u"Sin registros de totales: la remesa se quedará sin ellos."_s;
     case ClaseObservacion::SinCabeceras:
-      return (o.antes.size() > 2 ? u"Faltan las cabeceras %1: la remesa empezará sin ellas."_s
-                                 : u"Falta la cabecera %1: la remesa empezará sin ella."_s)
-                 .arg(comunes::DesdeWindows1252(o.antes)) +
+      return SegunCabeceras(o, u"Falta la cabecera %1: la remesa empezará sin ella."_s,
+                            u"Faltan las cabeceras %1: la remesa empezará sin ellas."_s) +
              u" Importe antes un fichero completo."_s;
+    case ClaseObservacion::CabecerasPerdidas:
+      return SegunCabeceras(o, u"La remesa no tiene la cabecera %1 y la de este fichero no entrará."_s,
+                            u"La remesa no tiene las cabeceras %1 y las de este fichero no entrarán."_s) +
+             u" Pulse Empezar e impórtelo el primero."_s;
     case ClaseObservacion::Desbordamiento:
-      return u"El total llegaría a %1 y el máximo es %2: los totales no se podrán calcular."_s.arg(
-          TextoEuros(o.importe), Maximo());
+      return (o.cuenta > 0 ? u"El total llegaría a %1 y el máximo es %2: los totales no se podrán calcular."_s
+                           : u"El importe llegaría a %1 y el máximo es %2: haga dos remesas."_s)
+          .arg(TextoEuros(o.importe), Maximo());
+    case ClaseObservacion::TotalesSinSitio:
+      return u"Un registro de totales%1 es demasiado corto: la importación dará un error y los totales "
+             u"quedarán "
+             u"sin calcular. Pida otra vez el fichero."_s.arg(Donde(o));
+    case ClaseObservacion::TotalesInteriores:
+      return u"La remesa tiene %1 entre sus adeudos: al importar se %2."_s.arg(
+          TextoCuenta(o.cuenta, u"registro de totales"_s, u"registros de totales"_s),
+          Segun(o, "quitará", "quitarán"));
     case ClaseObservacion::OtroAcreedor:
       return u"Otro acreedor (%1): sus adeudos irán al de la remesa (%2)."_s.arg(Dato(o.ahora),
                                                                                  Dato(o.antes));
     case ClaseObservacion::OtraFecha:
       return u"Otra fecha de cobro (%1): sus adeudos se cobrarán en la de la remesa (%2)."_s.arg(
           Fecha(o.ahora), Fecha(o.antes));
+    case ClaseObservacion::OtraCuenta:
+      return u"Otra cuenta (%1): sus adeudos se abonarán en la de la remesa (%2)."_s.arg(Dato(o.ahora),
+                                                                                         Dato(o.antes));
+    default:
+      return {};
+  }
+}
+
+QString TextoDeBloques(const Observacion& o) {
+  switch (o.clase) {
+    case ClaseObservacion::SinDueno:
+      return u"El registro %1 es un adeudo sin ninguna cabecera de acreedor (02) delante en su fichero: no "
+             u"se "
+             "sabe de quién es y no se puede importar."_s.arg(Numero(o.primero));
+    case ClaseObservacion::BloquesNuevos: {
+      const QString total = TextoCuenta(o.total, u"bloque"_s, u"bloques"_s);
+      if (o.cuenta == 0) return u"Sus adeudos irán a bloques que ya están: %1 en total."_s.arg(total);
+      if (o.cuenta == 1) return u"Su acreedor y su fecha tendrán bloque propio: %1 en total."_s.arg(total);
+      return u"Sus acreedores y fechas tendrán %1 bloques propios: %2 en total."_s.arg(Numero(o.cuenta),
+                                                                                       total);
+    }
+    case ClaseObservacion::OtroPresentador:
+      return u"Otro presentador (%1): se queda el de la remesa (%2)."_s.arg(Dato(o.ahora), Dato(o.antes));
+    case ClaseObservacion::CabeceraDistinta:
+      return u"Otra dirección del acreedor %1, fecha %2%3: se queda la que ya está."_s.arg(
+          Dato(o.antes), Fecha(o.fecha), DondeCabecera(o));
+    case ClaseObservacion::CabeceraOtroNombre:
+      return u"Otro nombre (%1) del acreedor %2, fecha %3%4: se queda el que ya está."_s.arg(
+          Dato(o.ahora), Dato(o.antes), Fecha(o.fecha), DondeCabecera(o));
+    case ClaseObservacion::CabeceraIncorrecta:
+      return u"%1%2 de otra longitud, sin identificador o con una fecha que no existe: %3 antes de guardar."_s
+          .arg(TextoCuenta(o.cuenta, u"cabecera de acreedor"_s, u"cabeceras de acreedor"_s), DondeCabecera(o),
+               Segun(o, "corríjala", "corríjalas"));
     default:
       return {};
   }
@@ -93,9 +152,14 @@ QString TextoDeAcumulado(const Observacion& o) {
     case ClaseObservacion::TotalesPorBloque:
       return u"Los totales son los de cada bloque; al importar, insertar o eliminar pasarán a correr de un "
              u"bloque a otro."_s;
+    case ClaseObservacion::FaltanCabeceras:
+      return SegunCabeceras(o, u"La remesa no tiene la cabecera %1."_s,
+                            u"La remesa no tiene las cabeceras %1."_s) +
+             u" Pulse Empezar e importe antes un fichero completo."_s;
     case ClaseObservacion::TotalesDesbordados:
-      return u"El total, %1, pasa del máximo, %2: los registros de totales no son válidos."_s.arg(
-          TextoEuros(o.importe), Maximo());
+      return (o.cuenta > 0 ? u"El total, %1, pasa del máximo, %2: los registros de totales no son válidos."_s
+                           : u"El importe, %1, pasa del máximo, %2: haga dos remesas."_s)
+          .arg(TextoEuros(o.importe), Maximo());
     case ClaseObservacion::TotalesCortos:
       return u"Un registro de totales es demasiado corto: los totales no se pueden calcular."_s;
     case ClaseObservacion::VariosBloques:
@@ -125,8 +189,9 @@ QString TextoEuros(std::int64_t centimos) {
 }
 
 QString TextoObservacion(const Observacion& observacion) {
-  const QString texto = TextoDeImportacion(observacion);
-  return texto.isEmpty() ? TextoDeAcumulado(observacion) : texto;
+  for (const auto texto : {TextoDeImportacion, TextoDeBloques})
+    if (const QString dicho = texto(observacion); !dicho.isEmpty()) return dicho;
+  return TextoDeAcumulado(observacion);
 }
 
 QStringList TextosObservaciones(const std::vector<Observacion>& observaciones) {

@@ -11,6 +11,7 @@
 #include "comunes/plataforma/Ventanas.h"
 #include "comunes/rejilla/MiVisor.h"
 #include "comunes/rejilla/ModeloRejilla.h"
+#include "comunes/rejilla/Orden.h"
 #include "ui_VentanaHallazgos.h"
 #include "ventanas/principal/TextosComprobacion.h"
 #include "ventanas/principal/TextosObservacion.h"
@@ -26,9 +27,9 @@ constexpr std::size_t kMaximo = 5000;
 
 constexpr const char* kColumnas =
     "<Nivel#7;<Código#7;>Registro#9>;<Posiciones#11;<Campo#28;<Valor#24;<Se esperaba#30;<Deudor#24;"
-    "<Referencia#18;<Qué pasa y qué hacer#60;Hallazgo#0";
+    "<Referencia#18;<Qué pasa y qué hacer#60";
 /// El tipo de cada columna, para ordenarla.
-constexpr const char* kTipos = "TT#TTTTTTT#";
+constexpr const char* kTipos = "TT#TTTTTTT";
 
 QString Posiciones(const remesa::Hallazgo& h) {
   if (h.donde.desde == 0) return {};
@@ -140,16 +141,16 @@ void VentanaHallazgos::llenar(const remesa::ResultadoComprobacion& resultado) {
                                 TextoEsperado(h),
                                 comunes::DesdeWindows1252(h.deudor),
                                 comunes::DesdeWindows1252(h.referencia),
-                                TextoHallazgo(h),
-                                QString::number(fila - rejilla_.FixedRows())};
+                                TextoHallazgo(h)};
       int columna = 0;
       for (const QString& celda : celdas)
         rejilla_.PonerTextMatrix(fila, columna++, celda);
+      rejilla_.PonerRowItem(fila, fila - rejilla_.FixedRows());
       if (remesa::EsError(h.codigo)) rejilla_.PonerEstilo(fila, 0, {.Negrita = true});
       ++fila;
     }
   }
-  QString resumen = u"%1: %2, %3."_s.arg(comprobada_.titulo(),
+  QString resumen = u"%1: %2, %3."_s.arg(comunes::ConMarcasEscritas(comprobada_.titulo()),
                                          TextoCuenta(resultado.registros, u"registro"_s, u"registros"_s),
                                          TextoRecuento(resultado.errores, resultado.avisos));
   if (resultado.errores + resultado.avisos > hallazgos_.size())
@@ -189,8 +190,8 @@ void VentanaHallazgos::Apartar(const QRect& zona) {
 }
 
 const remesa::Hallazgo* VentanaHallazgos::hallazgoDe(int fila) const {
-  const std::size_t cual = rejilla_.TextMatrix(modelo_->FilaRejilla(fila), rejilla_.Cols() - 1).toUInt();
-  return cual < hallazgos_.size() ? &hallazgos_[cual] : nullptr;
+  const int cual = modelo_->index(fila, 0).data(comunes::ModeloRejilla::kElemento).toInt();
+  return cual >= 0 && cual < std::ssize(hallazgos_) ? &hallazgos_[static_cast<std::size_t>(cual)] : nullptr;
 }
 
 const remesa::Hallazgo* VentanaHallazgos::actual() const {

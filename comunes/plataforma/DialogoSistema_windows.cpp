@@ -1,9 +1,0 @@
-#include "comunes/plataforma/DialogoSistema.h"
-
-namespace comunes {
-
-bool DialogoDelSistema() {
-  return true;
-}
-
-}  // namespace comunes

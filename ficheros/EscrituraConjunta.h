@@ -1,0 +1,38 @@
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <vector>
+
+#include "ficheros/EscrituraSegura.h"
+
+namespace ficheros {
+
+/// Varios ficheros que quedan todos o ninguno. Cada uno se escribe en su temporal; al confirmar, si uno no
+/// puede ponerse en su sitio, los anteriores vuelven a ser lo que eran. Todos lanzan ErrorEjecucion.
+class EscrituraConjunta {
+ public:
+  EscrituraConjunta() = default;
+  ~EscrituraConjunta();
+  EscrituraConjunta(const EscrituraConjunta&) = delete;
+  EscrituraConjunta& operator=(const EscrituraConjunta&) = delete;
+
+  /// El que sigue; vale hasta que se confirma.
+  EscrituraSegura& anadir(const std::filesystem::path& destino);
+  void confirmar();
+
+ private:
+  struct Parte {
+    std::filesystem::path destino;
+    std::unique_ptr<EscrituraSegura> escritura;
+    std::filesystem::path real = {};      // el destino, sin enlaces
+    std::filesystem::path respaldo = {};  // lo que había; vacío si nada
+    bool publicado = false;
+  };
+  void respaldar(Parte& parte);
+  void deshacer() noexcept;
+
+  std::vector<Parte> partes_;
+};
+
+}  // namespace ficheros
