@@ -198,7 +198,7 @@ class Bloques : public Carpeta {
     std::string salida;
     EscribirBloques(lectura.reparto(), Enteros(lectura.reparto()), lectura.fuente(), {},
                     [&](std::string_view bytes) { salida += bytes; });
-    lectura.fuente().terminar();
+    lectura.terminar();
     return salida;
   }
 };

@@ -47,10 +47,11 @@ QStringList frmUnirQ19::avisosPreview() const {
   const QString importada = rutasImportadas_.value(comunes::Mayusculas(rutaPreview_));
   if (importada.isEmpty() || ficheros::EsElMismo(comunes::ARuta(importada), comunes::ARuta(rutaPreview_)))
     return avisos;
+  const QFileInfo esta(rutaPreview_), otra(importada);
   return avisos
          << u"%1 se queda fuera: ya se importó %2, y dos nombres que solo se distinguen por las mayúsculas "
             "cuentan como uno. Cámbiele el nombre y elíjalo otra vez."_s.arg(
-                QFileInfo(rutaPreview_).fileName(), importada);
+                esta.fileName(), esta.path() == otra.path() ? otra.fileName() : importada);
 }
 
 void frmUnirQ19::mostrarPosicion(const VistaRegistros& lista, int fila, int posicion) {
