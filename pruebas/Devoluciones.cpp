@@ -267,8 +267,8 @@ TEST_F(Devueltos, ElMismoFicheroYElQueNoEs) {
       EXPECT_EQ(ajeno.porque.toStdString(), queEs);
     }
   }
-  EXPECT_EQ(pruebas::NumeroError([&] { leer("<Document", "roto"); }), 321);
-  EXPECT_EQ(pruebas::NumeroError([&] { lote_.leer(carpeta_ / "falta"); }), 53);
+  EXPECT_EQ(pruebas::NumeroError([&] { leer("<Document", "roto"); }), ficheros::kFormatoNoValido);
+  EXPECT_EQ(pruebas::NumeroError([&] { lote_.leer(carpeta_ / "falta"); }), ficheros::kNoEncontrado);
   EXPECT_EQ(lote_.ficheros().size(), 3U);
 }
 

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "ficheros/Rutas.h"
+
 namespace comunes {
 
 using namespace Qt::StringLiterals;
@@ -93,6 +95,16 @@ QString SinControles(QString texto) {
     if ((c.unicode() < 0x20 || c.unicode() >= 0x7F) && c.category() == QChar::Other_Control)
       c = QChar::ReplacementCharacter;
   return ConMarcasEscritas(texto);
+}
+
+QString Mayusculas(QString texto) {
+  for (QChar& c : texto)
+    c = c.toUpper();
+  return texto;
+}
+
+QString RutaAbsoluta(const QString& ruta) {
+  return DesdeRuta(ficheros::RutaAbsoluta(ARuta(ruta)).make_preferred());
 }
 
 qsizetype PrimeroFueraDeWindows1252(const QString& texto) {

@@ -43,7 +43,12 @@ QString ConMarcasEscritas(const QString& texto);
 /// enseñarlo en una línea.
 QString SinControles(QString texto);
 
+/// Mayúsculas letra a letra, como las de los nombres de fichero: la "ß" no tiene y se queda.
+QString Mayusculas(QString texto);
+
 QString DesdeRuta(const std::filesystem::path& ruta);
 std::filesystem::path ARuta(const QString& ruta);
+/// ficheros::RutaAbsoluta, con los separadores del sistema.
+QString RutaAbsoluta(const QString& ruta);
 
 }  // namespace comunes

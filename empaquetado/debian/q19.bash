@@ -7,8 +7,8 @@ _q19() {
     return
   fi
   case $orden in
-    unir) opciones='--salida --help' ;;
-    listar) opciones='--salida --referencia --horizontal --help' ;;
+    unir) opciones='--salida --de-todos-modos --help' ;;
+    listar) opciones='--salida --referencia --solo-adeudos --horizontal --help' ;;
     ver) opciones='--registro --help' ;;
     devoluciones) opciones='--remesa --carpeta --json --csv --nueva --motivos --fecha-cobro --help' ;;
     comprobar) opciones='--json --fecha --help' ;;
