@@ -7,9 +7,11 @@
 #include "comunes/plataforma/Texto.h"
 #include "consola/LineasDevoluciones.h"
 #include "consola/Ordenes.h"
+#include "consola/Sustituido.h"
 #include "consola/Terminal.h"
 #include "devoluciones/RemesaNueva.h"
 #include "devoluciones/Textos.h"
+#include "ficheros/Rutas.h"
 #include "remesa/Guardado.h"
 
 namespace consola {
@@ -58,11 +60,6 @@ class OrdenDeDevoluciones {
     falla_ = true;
     Avisar(linea);
   }
-  void fallarPorAjeno(const fs::path& ruta, const devoluciones::FicheroAjeno& ajeno,
-                      const QString& esperado) {
-    fallar(u"%1: no es %2: es %3"_s.arg(Mostrable(ruta), esperado, QString::fromStdString(ajeno.queEs)));
-  }
-
   const PeticionDevoluciones& peticion_;
   devoluciones::Lote lote_;
   std::optional<devoluciones::Cotejo> cotejo_;
@@ -78,7 +75,7 @@ void OrdenDeDevoluciones::leer(const fs::path& ruta) try {
     Avisar(
         u"%1: aviso: %2"_s.arg(Mostrable(ruta), Mostrable(devoluciones::TextoAviso(aviso, fichero.forma))));
 } catch (const devoluciones::FicheroAjeno& ajeno) {
-  fallarPorAjeno(ruta, ajeno, u"un fichero de devoluciones"_s);
+  fallar(u"%1: %2"_s.arg(Mostrable(ruta), Mostrable(ajeno.porque)));
 } catch (const ficheros::ErrorEjecucion& error) {
   fallar(Explicar(error, ruta));
 }
@@ -96,7 +93,7 @@ void OrdenDeDevoluciones::buscarEnRemesa(const fs::path& ruta) try {
                          [&](std::uintmax_t leidos, std::uintmax_t total) { avance.poner(leidos, total); }))
     Avisar(u"%1: es copia de otra remesa, se omite"_s.arg(Mostrable(ruta)));
 } catch (const devoluciones::FicheroAjeno& ajeno) {
-  fallarPorAjeno(ruta, ajeno, u"una remesa"_s);
+  fallar(u"%1: %2"_s.arg(Mostrable(ruta), Mostrable(ajeno.porque)));
 } catch (const ficheros::ErrorEjecucion& error) {
   fallar(Explicar(error, ruta));
 }
@@ -147,8 +144,7 @@ bool OrdenDeDevoluciones::puedeEscribirse(const fs::path& destino) {
   for (const auto& remesa : cotejo_->remesas())
     leidos.push_back(remesa.ruta);
   for (const fs::path& leido : leidos) {
-    std::error_code noExiste;
-    if (!fs::equivalent(leido, destino, noExiste)) continue;
+    if (!ficheros::EsElMismo(leido, destino)) continue;
     fallar(u"%1: la remesa nueva no puede escribirse sobre un fichero que se lee"_s.arg(Mostrable(destino)));
     return false;
   }
@@ -184,7 +180,9 @@ void OrdenDeDevoluciones::hacerNueva() {
   if (nueva.registros.empty())
     return fallar(u"%1: no hay nada que presentar otra vez, no se escribe"_s.arg(Mostrable(destino)));
   try {
+    const Sustituido sustituido(destino);
     remesa::GuardarRemesa(destino, nueva.registros);
+    sustituido.decir();
   } catch (const ficheros::ErrorEjecucion& error) {
     return fallar(Explicar(error, destino));
   }

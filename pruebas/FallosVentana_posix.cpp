@@ -39,6 +39,21 @@ struct DiscoPequeno {
   struct rlimit antes {};
 };
 
+// Detrás de un enlace, ".." es la carpeta de verdad: en la línea de órdenes y al guardar.
+TEST_F(FallosVentana, LasRutasSonLasDelSistema) {
+  fs::create_directories(carpeta_ / "lejos" / "dentro");
+  fs::create_directory_symlink("lejos/dentro", carpeta_ / "enlace");
+  escribir("lejos/enero.Q19", Fichero(Remesa("20260405", {"00000000345"})));
+  escribir("z.Q19", "lo de antes");
+  Ventana v(carpeta_, comunes::DesdeRuta(carpeta_ / "enlace" / ".." / "enero.Q19"));
+  EXPECT_EQ(v.texto("InfoAcumulado"), "1 fichero, 1 adeudo, 3,45 €");
+  const ConDestino destino(carpeta_ / "enlace" / ".." / "z");
+  v.pulsar("Guardar");
+  EXPECT_EQ(leer(carpeta_ / "z.Q19"), "lo de antes");
+  EXPECT_EQ(leer(carpeta_ / "lejos" / "z.Q19").size(), 602U * 6);
+  EXPECT_TRUE(v.veredicto().endsWith(" en " + comunes::DesdeRuta(carpeta_ / "lejos" / "z.Q19")));
+}
+
 TEST_F(FallosVentana, GuardarDondeNoSePuedeNoPierdeNada) {
   fs::create_directory(carpeta_ / "carpeta.Q19");
   ASSERT_EQ(::mkfifo((carpeta_ / "cola.Q19").c_str(), 0666), 0);

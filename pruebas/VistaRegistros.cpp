@@ -96,6 +96,13 @@ TEST(VistaRegistros, SeleccionDeUnaVezYFilaActual) {
   for (const int tecla : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_F2})
     QTest::keyClick(&vista, static_cast<Qt::Key>(tecla));
   EXPECT_EQ(abiertas, 15);
+  vista.scrollTo(vista.currentIndex());
+  const QPoint fila = vista.visualRect(vista.currentIndex()).topLeft() + QPoint(9, 9);
+  for (const Qt::MouseButton boton : {Qt::MiddleButton, Qt::RightButton, Qt::LeftButton}) {
+    QTest::mouseClick(vista.viewport(), boton, {}, fila);
+    QTest::mouseDClick(vista.viewport(), boton, {}, fila);
+  }
+  EXPECT_EQ(abiertas, 20) << "solo el botón izquierdo abre";
   vista.poner({});
   EXPECT_EQ(vista.actual(), -1);
 }

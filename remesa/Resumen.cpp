@@ -1,9 +1,12 @@
 #include "remesa/Resumen.h"
 
 #include <algorithm>
+#include <memory>
 
 #include "ficheros/ErrorEjecucion.h"
+#include "ficheros/Lectura.h"
 #include "remesa/Campos.h"
+#include "remesa/LineasFichero.h"
 
 namespace remesa {
 namespace {
@@ -135,6 +138,22 @@ Resumen Resumir(const ListaRegistros& lista, bool mirarLF) {
     lista.anticipar(i);
     resumidor.dar(lista[i]);
   }
+  return resumidor.resumen();
+}
+
+Resumen ResumirFichero(const std::filesystem::path& ruta, const AvanceLectura& avance) {
+  constexpr std::size_t kTrozo = std::size_t{1} << 20;
+  ficheros::LecturaFichero lectura(ruta);
+  Resumidor resumidor;
+  LineasFichero lineas([&](std::string_view bytes, std::uint64_t, FinLinea) { resumidor.dar(bytes); },
+                       Fines::SoloCR);
+  const auto bufer = std::make_unique_for_overwrite<char[]>(kTrozo);
+  std::uintmax_t total = 0;
+  while (const std::size_t leidos = lectura.leer({bufer.get(), kTrozo})) {
+    lineas.dar({bufer.get(), leidos});
+    if (avance) avance(total += leidos, lectura.tamano());
+  }
+  lineas.terminar();
   return resumidor.resumen();
 }
 

@@ -2,10 +2,12 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "remesa/Fichero.h"
 #include "remesa/Fusion.h"
 #include "remesa/TotalesNorma.h"
 
@@ -82,6 +84,10 @@ class Resumidor {
 
 /// Resumen de una lista entera.
 Resumen Resumir(const ListaRegistros& lista, bool mirarLF = false);
+
+/// Resumen de un fichero sin tenerlo en memoria, con las líneas cortadas como al cargarlo. Lanza
+/// ErrorEjecucion.
+Resumen ResumirFichero(const std::filesystem::path& ruta, const AvanceLectura& avance = {});
 
 /// RecalcularTotales y, en el mismo recorrido, el resumen de lo que queda, completo también cuando lanza.
 void RecalcularYResumir(ListaRegistros& lista, Resumen& resumen);

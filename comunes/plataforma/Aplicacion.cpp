@@ -5,6 +5,7 @@
 #include <QMessageBox>
 
 #include "comunes/plataforma/Aviso.h"
+#include "comunes/plataforma/Estilo.h"
 #include "comunes/plataforma/InformeError.h"
 #include "comunes/plataforma/Ventanas.h"
 
@@ -30,6 +31,7 @@ void callarOrdenes(QWidget& ventana, bool tapada) {
 }  // namespace
 
 Aplicacion::Aplicacion(int& argc, char** argv) : QApplication(argc, argv) {
+  setStyle(CrearEstilo());
   PonerIdioma(*this);
   PonerFuentes();
   AvisosConCaja();

@@ -1,14 +1,15 @@
 #include <QApplication>
 #include <QDateTime>
-#include <QDir>
 #include <QFileInfo>
 
 #include "comunes/dialogos/MyBox.h"
 #include "comunes/impresion/Progreso.h"
 #include "comunes/plataforma/Texto.h"
 #include "comunes/plataforma/Ventanas.h"
+#include "ficheros/ErrorEjecucion.h"
 #include "remesa/Fichero.h"
 #include "ui_frmUnirQ19.h"
+#include "ventanas/principal/Navegador.h"
 #include "ventanas/principal/frmUnirQ19.h"
 
 namespace principal {
@@ -26,12 +27,21 @@ bool frmUnirQ19::EsQ19(const QString& ruta) {
       return true;
     case remesa::Cabeza::VersionAnterior:
       comunes::Avisar(u"!!! Versión incorrecta de archivo Q19 ¡¡¡"_s);
+      rechazar(ruta, u"es del Cuaderno 19 antiguo"_s);
       return false;
     case remesa::Cabeza::Desconocida:
       break;
   }
   comunes::Avisar(u"!!! El archivo no parece ser tipo Q19 ¡¡¡"_s);
+  rechazar(ruta, u"no es una remesa del Cuaderno 19.14"_s);
   return false;
+}
+
+void frmUnirQ19::rechazar(const QString& ruta, const QString& porque) {
+  rechazo_ = u"No se ha tomado %1: %2."_s.arg(QFileInfo(ruta).fileName(), porque);
+  // Lo resaltado es lo que «Importar» tomaría.
+  navegador_->resaltar(rutaPreview_);
+  mostrarObservaciones();
 }
 
 bool frmUnirQ19::CargarFichero(const QString& ruta, VistaRegistros& lista) {
@@ -44,10 +54,14 @@ bool frmUnirQ19::CargarFichero(const QString& ruta, VistaRegistros& lista) {
     });
   } catch (const comunes::TrabajoDetenido&) {
     decir(u"Lectura detenida: no se ha cargado el fichero."_s);
+    rechazar(ruta, u"se detuvo la lectura"_s);
     return false;
+  } catch (const ficheros::ErrorEjecucion& error) {
+    rechazar(ruta, QString::fromStdString(error.texto()));
+    throw;
   }
   rutaActual_ = ruta;
-  FicheroActual = ruta.toUpper();
+  FicheroActual = comunes::Mayusculas(ruta);
   ui_->Importado->setVisible(FicherosImportados.contains(u'[' + FicheroActual + u']'));
   lista.poner(std::move(leida));
   return true;
@@ -57,7 +71,7 @@ void frmUnirQ19::cargarInicial(const QString& lineaOrdenes) {
   QString nombre = lineaOrdenes;
   nombre.remove(u'"');
   if (nombre.isEmpty()) return;
-  const QString ruta = QDir::toNativeSeparators(QFileInfo(nombre).absoluteFilePath());
+  const QString ruta = comunes::RutaAbsoluta(nombre);
   if (!EsQ19(ruta)) return;
   const comunes::Reloj reloj;
   if (!CargarFichero(ruta, *ui_->Acumulado)) return;
@@ -70,6 +84,7 @@ void frmUnirQ19::elegir(const QString& ruta) {
   if (QApplication::activeModalWidget())
     return;  // una ayuda técnica, o algo que se suelta, con una caja delante
   decir({});
+  rechazo_.clear();
   const QString marca = Marca(ruta);  // antes de leerlo: si cambia mientras tanto, no será la suya
   if (!EsQ19(ruta)) return;
   const comunes::Reloj reloj;

@@ -1,6 +1,7 @@
-#include <QAccessible>
 #include <QFileInfo>
 
+#include "comunes/plataforma/Texto.h"
+#include "ficheros/Rutas.h"
 #include "remesa/Campos.h"
 #include "ui_frmUnirQ19.h"
 #include "ventanas/principal/TextosObservacion.h"
@@ -9,20 +10,6 @@
 namespace principal {
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-void Avisar(QLabel* etiqueta, const QStringList& avisos) {
-  const QString texto = avisos.join(u' ');
-  if (etiqueta->text() == texto) return;
-  etiqueta->setText(texto);
-  etiqueta->setVisible(!texto.isEmpty());
-  if (texto.isEmpty()) return;
-  QAccessibleEvent anuncio(etiqueta, QAccessible::Alert);
-  QAccessible::updateAccessibility(&anuncio);
-}
-
-}  // namespace
 
 bool frmUnirQ19::importadoVisible() const {
   return !ui_->Importado->isHidden();
@@ -37,7 +24,7 @@ void frmUnirQ19::mostrarObservaciones() {
   ui_->InfoPreview->setText(
       rutaPreview_.isEmpty()
           ? u"Ningún fichero previsualizado"_s
-          : u"%1: %2"_s.arg(QFileInfo(rutaPreview_).fileName(),
+          : u"%1: %2"_s.arg(comunes::ConMarcasEscritas(QFileInfo(rutaPreview_).fileName()),
                             TextoCuenta(resumenPreview_.registros, u"registro"_s, u"registros"_s)));
   const auto ficheros = static_cast<std::size_t>(rutasImportadas_.size());
   ui_->InfoAcumulado->setText(
@@ -46,18 +33,25 @@ void frmUnirQ19::mostrarObservaciones() {
           : u"%1, %2, %3"_s.arg(TextoCuenta(ficheros, u"fichero"_s, u"ficheros"_s),
                                 TextoCuenta(resumenAcumulado_.adeudos, u"adeudo"_s, u"adeudos"_s),
                                 TextoEuros(resumenAcumulado_.importe)));
-  Avisar(ui_->AvisoPreview, avisosPreview());
-  Avisar(ui_->AvisoAcumulado, TextosObservaciones(remesa::ObservarAcumulado(resumenAcumulado_)));
+  ui_->AvisoPreview->ponerAvisos(avisosPreview());
+  ui_->AvisoAcumulado->ponerAvisos(TextosObservaciones(remesa::ObservarAcumulado(resumenAcumulado_)));
 }
 
 QStringList frmUnirQ19::avisosPreview() const {
-  if (rutaPreview_.isEmpty()) return {};
+  QStringList avisos;
+  if (!rechazo_.isEmpty()) avisos << rechazo_;
+  if (rutaPreview_.isEmpty()) return avisos;
   if (!importadoVisible())
-    return TextosObservaciones(remesa::ObservarImportacion(resumenPreview_, resumenAcumulado_));
+    return avisos + TextosObservaciones(remesa::ObservarImportacion(resumenPreview_, resumenAcumulado_));
   // En Debian dos ficheros pueden distinguirse solo en las mayúsculas, y cuentan como el mismo.
-  const QString importada = rutasImportadas_.value(rutaPreview_.toUpper());
-  if (importada.isEmpty() || importada == rutaPreview_) return {};
-  return {u"Ya se importó %1, que solo se distingue por las mayúsculas."_s.arg(importada)};
+  const QString importada = rutasImportadas_.value(comunes::Mayusculas(rutaPreview_));
+  if (importada.isEmpty() || ficheros::EsElMismo(comunes::ARuta(importada), comunes::ARuta(rutaPreview_)))
+    return avisos;
+  const QFileInfo esta(rutaPreview_), otra(importada);
+  return avisos
+         << u"%1 se queda fuera: ya se importó %2, y dos nombres que solo se distinguen por las mayúsculas "
+            "cuentan como uno. Cámbiele el nombre y elíjalo otra vez."_s.arg(
+                esta.fileName(), esta.path() == otra.path() ? otra.fileName() : importada);
 }
 
 void frmUnirQ19::mostrarPosicion(const VistaRegistros& lista, int fila, int posicion) {
@@ -82,20 +76,9 @@ void frmUnirQ19::mostrarPosicion(const VistaRegistros& lista, int fila, int posi
 }
 
 void frmUnirQ19::decir(const QString& texto) {
-  ui_->EstadoMensaje->setText(texto);
+  ui_->EstadoMensaje->setText(comunes::ConMarcasEscritas(texto));
   ui_->AbrirListado->hide();
   ui_->VerComprobacion->hide();
-}
-
-void frmUnirQ19::ajustarColores() {
-  const bool oscuro = palette().color(QPalette::Window).lightness() < 128;
-  for (QLabel* aviso : {ui_->AvisoPreview, ui_->AvisoAcumulado}) {
-    QPalette colores = aviso->palette();
-    const QColor color = oscuro ? QColor(0xFF, 0xB4, 0x6B) : QColor(0x9A, 0x34, 0x00);
-    if (colores.color(QPalette::WindowText) == color) continue;
-    colores.setColor(QPalette::WindowText, color);
-    aviso->setPalette(colores);
-  }
 }
 
 }  // namespace principal

@@ -7,6 +7,7 @@
 #include <QStyledItemDelegate>
 
 #include "comunes/plataforma/Iconos.h"
+#include "ventanas/principal/MarcoFoco.h"
 
 namespace principal {
 
@@ -43,6 +44,13 @@ bool SePuedeAbrir(const QString& ruta) {
 ListaCarpetas::ListaCarpetas(QWidget* padre) : QListWidget(padre) {
   setItemDelegate(new DelegadoSangrado(this));
   connect(this, &QListWidget::itemDoubleClicked, this, &ListaCarpetas::entrar);
+  PrepararMarcoFoco(*this);
+}
+
+bool ListaCarpetas::event(QEvent* evento) {
+  const bool atendido = QListWidget::event(evento);
+  AtenderMarcoFoco(*this, *evento);
+  return atendido;
 }
 
 QString ListaCarpetas::ruta() const {

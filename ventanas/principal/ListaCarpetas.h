@@ -24,6 +24,7 @@ class ListaCarpetas : public QListWidget {
   void cambio();
 
  protected:
+  bool event(QEvent* evento) override;
   void focusInEvent(QFocusEvent* evento) override;
   void keyPressEvent(QKeyEvent* evento) override;
   void mouseMoveEvent(QMouseEvent* evento) override;

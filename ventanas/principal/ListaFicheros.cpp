@@ -5,6 +5,7 @@
 #include <QScrollBar>
 #include <QStringListModel>
 
+#include "ventanas/principal/MarcoFoco.h"
 #include "ventanas/principal/Patrones.h"
 
 namespace principal {
@@ -15,6 +16,13 @@ ListaFicheros::ListaFicheros(QWidget* padre) : QListView(padre), modelo_(new QSt
   setEditTriggers(NoEditTriggers);
   setSelectionMode(SingleSelection);
   setModel(modelo_);
+  PrepararMarcoFoco(*this);
+}
+
+bool ListaFicheros::event(QEvent* evento) {
+  const bool atendido = QListView::event(evento);
+  AtenderMarcoFoco(*this, *evento);
+  return atendido;
 }
 
 void ListaFicheros::ponerCarpeta(const QString& carpeta) {
@@ -36,29 +44,40 @@ void ListaFicheros::leer() {
 void ListaFicheros::refrescar() {
   const QStringList nombres = FicherosDe(carpeta_, patron_);
   if (nombres == modelo_->stringList()) return;
-  const QString nombre = marcado();
+  const QString actual = currentIndex().data().toString();
+  const QString resaltado = marcado();
   const int altura = verticalScrollBar()->value();
   {
     const QScopedValueRollback propio(aMano_, true);
     modelo_->setStringList(nombres);
   }
-  marcar(nombre);
+  marcar(actual);
+  resaltar(resaltado);
   verticalScrollBar()->setValue(altura);
+}
+
+QModelIndex ListaFicheros::indice(const QString& nombre) const {
+  return modelo_->index(static_cast<int>(modelo_->stringList().indexOf(nombre)), 0);
 }
 
 void ListaFicheros::marcar(const QString& nombre) {
   const QScopedValueRollback propio(aMano_, true);
-  const QModelIndex indice = modelo_->index(static_cast<int>(modelo_->stringList().indexOf(nombre)), 0);
-  selectionModel()->setCurrentIndex(indice, QItemSelectionModel::ClearAndSelect);
+  selectionModel()->setCurrentIndex(indice(nombre), QItemSelectionModel::ClearAndSelect);
+}
+
+void ListaFicheros::resaltar(const QString& nombre) {
+  const QScopedValueRollback propio(aMano_, true);
+  selectionModel()->select(indice(nombre), QItemSelectionModel::ClearAndSelect);
 }
 
 QString ListaFicheros::marcado() const {
-  return currentIndex().data().toString();
+  const QModelIndexList resaltados = selectionModel()->selectedIndexes();
+  return resaltados.isEmpty() ? QString() : resaltados.first().data().toString();
 }
 
 void ListaFicheros::elegir() {
   pendiente_ = false;
-  if (currentIndex().isValid()) emit elegido(marcado());
+  if (currentIndex().isValid()) emit elegido(currentIndex().data().toString());
 }
 
 void ListaFicheros::focusInEvent(QFocusEvent* evento) {
@@ -74,11 +93,12 @@ void ListaFicheros::keyPressEvent(QKeyEvent* evento) {
     return;
   }
   const QModelIndex antes = currentIndex();
+  const QString resaltado = marcado();
   {
     const QScopedValueRollback propio(aMano_, true);
     QListView::keyPressEvent(evento);
   }
-  if (currentIndex() == antes) return;
+  if (currentIndex() == antes && marcado() == resaltado) return;
   if (evento->isAutoRepeat()) {
     pendiente_ = true;
   } else {
@@ -92,19 +112,29 @@ void ListaFicheros::keyReleaseEvent(QKeyEvent* evento) {
 }
 
 void ListaFicheros::mousePressEvent(QMouseEvent* evento) {
+  // Con otro botón la marca se movería sin elegir, y se importaría un fichero distinto del resaltado.
+  if (evento->button() != Qt::LeftButton) return;
+  pendiente_ = indexAt(evento->pos()).isValid();
+  if (!pendiente_) return;
   const QScopedValueRollback propio(aMano_, true);
   QListView::mousePressEvent(evento);
-  pendiente_ = evento->button() == Qt::LeftButton && indexAt(evento->pos()).isValid();
+}
+
+void ListaFicheros::mouseMoveEvent(QMouseEvent* evento) {
+  if (evento->buttons() != Qt::NoButton && !pendiente_) return;
+  const QScopedValueRollback propio(aMano_, true);
+  QListView::mouseMoveEvent(evento);
 }
 
 void ListaFicheros::mouseReleaseEvent(QMouseEvent* evento) {
+  if (evento->button() != Qt::LeftButton) return;
   QListView::mouseReleaseEvent(evento);
-  if (evento->button() != Qt::LeftButton || !pendiente_) return;
   // El segundo clic de un doble clic no llega como pulsación y no vuelve a cargar lo que cargó el primero.
-  elegir();
+  if (pendiente_) elegir();
 }
 
 void ListaFicheros::mouseDoubleClickEvent(QMouseEvent* evento) {
+  if (evento->button() != Qt::LeftButton) return;
   const QScopedValueRollback propio(aMano_, true);
   QListView::mouseDoubleClickEvent(evento);
 }

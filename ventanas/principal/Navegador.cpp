@@ -40,6 +40,12 @@ void Navegador::irA(const QString& ruta) {
   }
 }
 
+void Navegador::resaltar(const QString& ruta) {
+  const QFileInfo informe(ruta);
+  const bool aqui = !ruta.isEmpty() && QDir::toNativeSeparators(informe.absolutePath()) == carpetas_->ruta();
+  ficheros_->resaltar(aqui ? informe.fileName() : QString());
+}
+
 void Navegador::refrescar() {
   carpetas_->refrescar();
   ficheros_->refrescar();

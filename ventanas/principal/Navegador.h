@@ -21,6 +21,8 @@ class Navegador : public QObject {
   void iniciar(const QString& letra, const QString& origen, const QString& patron);
   /// Lleva las listas a donde está un fichero, o a una carpeta, sin elegir nada.
   void irA(const QString& ruta);
+  /// Resalta en la lista el fichero de esa ruta, si está en la carpeta abierta, y ningún otro.
+  void resaltar(const QString& ruta);
   void refrescar();
 
  signals:

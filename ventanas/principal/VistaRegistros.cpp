@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "ventanas/principal/DelegadoRegistro.h"
+#include "ventanas/principal/MarcoFoco.h"
 #include "ventanas/principal/ReglaPosiciones.h"
 
 namespace principal {
@@ -24,6 +25,13 @@ VistaRegistros::VistaRegistros(QWidget* padre)
   setModel(modelo_);
   connect(this, &QListView::doubleClicked, this, [this](const QModelIndex& i) { emit dobleClic(i.row()); });
   connect(regla_, &ReglaPosiciones::posicionBajoRaton, this, [this](int p) { emit bajoRaton(-1, p); });
+  PrepararMarcoFoco(*this);
+}
+
+bool VistaRegistros::event(QEvent* evento) {
+  const bool atendido = QListView::event(evento);
+  AtenderMarcoFoco(*this, *evento);
+  return atendido;
 }
 
 void VistaRegistros::reset() {
@@ -130,6 +138,11 @@ void VistaRegistros::keyPressEvent(QKeyEvent* evento) {
 void VistaRegistros::leaveEvent(QEvent* evento) {
   emit bajoRaton(-1, 0);
   QListView::leaveEvent(evento);
+}
+
+void VistaRegistros::mouseDoubleClickEvent(QMouseEvent* evento) {
+  // Solo el botón izquierdo abre.
+  if (evento->button() == Qt::LeftButton) QListView::mouseDoubleClickEvent(evento);
 }
 
 void VistaRegistros::mouseMoveEvent(QMouseEvent* evento) {

@@ -51,10 +51,12 @@ class VistaRegistros : public QListView {
 
  protected:
   void changeEvent(QEvent* evento) override;
+  bool event(QEvent* evento) override;
   void focusInEvent(QFocusEvent* evento) override;
   void keyPressEvent(QKeyEvent* evento) override;
   void keyboardSearch(const QString&) override {}
   void leaveEvent(QEvent* evento) override;
+  void mouseDoubleClickEvent(QMouseEvent* evento) override;
   void mouseMoveEvent(QMouseEvent* evento) override;
   void scrollContentsBy(int dx, int dy) override;
   void updateGeometries() override;

@@ -24,7 +24,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int kMargenes = 40;  // píxeles: los de la ventana y su marco
+// Píxeles.
+constexpr int kMargenes = 40;         // los de la ventana y su marco
+constexpr int kAltoHolgado = 500;     // en una pantalla más baja no cabe todo con holgura
+constexpr int kJunto = 3;             // entre unos controles y otros cuando falta sitio
+constexpr int kAltoMinimoLista = 58;  // la regla, un registro y la barra de desplazamiento
 
 }  // namespace
 
@@ -38,9 +42,7 @@ frmUnirQ19::frmUnirQ19(const QString& lineaOrdenes, QWidget* padre)
   ui_->setupUi(this);
   prepararControles();
   comunes::FuentesVentana(*this);
-  // En una pantalla estrecha o muy ampliada los botones no caben en una fila.
-  if (ui_->disposicionOrdenes->minimumSize().width() + kMargenes > screen()->availableGeometry().width())
-    ui_->disposicionOrdenes->setDirection(QBoxLayout::TopToBottom);
+  ajustarAPantalla();
   comunes::DisponerVentana(*this);
   conectar();
   leerAjustes();
@@ -71,6 +73,12 @@ void frmUnirQ19::prepararControles() {
   QSizePolicy sitio = ui_->Importado->sizePolicy();
   sitio.setRetainSizeWhenHidden(true);
   ui_->Importado->setSizePolicy(sitio);
+  setTabOrder(ui_->Ficheros, ui_->AvisoPreview->boton());
+  setTabOrder(ui_->AvisoPreview->boton(), ui_->Preview);
+  setTabOrder(ui_->Importar, ui_->AvisoAcumulado->boton());
+  setTabOrder(ui_->AvisoAcumulado->boton(), ui_->Acumulado);
+  ui_->disposicionInfoPreview->setAlignment(ui_->disposicionTituloPreview, Qt::AlignTop);
+  ui_->disposicionInfoAcumulado->setAlignment(ui_->disposicionTituloAcumulado, Qt::AlignTop);
 
   // QSplitter deja a sus hijos en el orden inverso; las ayudas técnicas los leen en el que están.
   for (const QSplitter* divisor : {ui_->DivisorArchivos, ui_->DivisorCarpetas, ui_->DivisorListas})
@@ -88,7 +96,37 @@ void frmUnirQ19::prepararControles() {
   ui_->Estado->addWidget(ui_->VerComprobacion);
   ui_->VerComprobacion->hide();
   ui_->Estado->addPermanentWidget(ui_->EstadoPosicion);
-  ajustarColores();
+}
+
+void frmUnirQ19::ajustarAPantalla() {
+  const QSize pantalla = screen()->availableGeometry().size();
+  const bool estrecha = ui_->disposicionOrdenes->minimumSize().width() + kMargenes > pantalla.width();
+  if (estrecha) ui_->disposicionOrdenes->setDirection(QBoxLayout::TopToBottom);
+  if (!estrecha && pantalla.height() > kAltoHolgado) return;
+  // Los avisos pasan debajo de su rótulo, con todo el ancho.
+  for (QBoxLayout* fila : {ui_->disposicionInfoPreview, ui_->disposicionInfoAcumulado}) {
+    fila->setDirection(QBoxLayout::TopToBottom);
+    fila->setSpacing(kJunto);
+  }
+  for (QBoxLayout* titulo : {ui_->disposicionTituloPreview, ui_->disposicionTituloAcumulado}) {
+    titulo->setDirection(QBoxLayout::LeftToRight);
+    titulo->setSpacing(12);
+    titulo->setStretch(1, 1);
+  }
+  for (ZonaAvisos* avisos : {ui_->AvisoPreview, ui_->AvisoAcumulado})
+    avisos->ponerLineas(2);
+  for (QWidget* lista : {static_cast<QWidget*>(ui_->Preview), static_cast<QWidget*>(ui_->Acumulado),
+                         static_cast<QWidget*>(ui_->Carpetas), static_cast<QWidget*>(ui_->Ficheros)})
+    lista->setMinimumHeight(kAltoMinimoLista);
+  for (QPushButton* boton : ui_->Central->findChildren<QPushButton*>())
+    boton->setMinimumHeight(0);
+  for (QSplitter* divisor : {ui_->DivisorListas, ui_->DivisorCarpetas})
+    divisor->setHandleWidth(2 * kJunto);
+  for (QBoxLayout* panel : std::initializer_list<QBoxLayout*>{
+           ui_->disposicionPreview, ui_->disposicionAcumulado, ui_->disposicionCentral,
+           ui_->disposicionFicheros, ui_->disposicionCarpetas, ui_->disposicionOrdenes})
+    panel->setSpacing(kJunto);
+  ui_->disposicionCentral->setContentsMargins(6, kJunto, 6, 0);
 }
 
 void frmUnirQ19::conectar() {
@@ -125,11 +163,6 @@ void frmUnirQ19::leerAjustes() {
   const QString soloAdeudos = ajuste("SoloAdeudosQ19", {});
   ui_->SoloAdeudos->setChecked(soloAdeudos.startsWith(u'S', Qt::CaseInsensitive) || soloAdeudos == u"1");
   ui_->Ficheros->setFocus();
-}
-
-void frmUnirQ19::changeEvent(QEvent* evento) {
-  QMainWindow::changeEvent(evento);
-  if (evento->type() == QEvent::PaletteChange) ajustarColores();
 }
 
 void frmUnirQ19::closeEvent(QCloseEvent* evento) {

@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "remesa/Observaciones.h"
+#include "ventanas/principal/Veredicto.h"
 
 namespace Ui {
 class frmUnirQ19;
@@ -35,7 +36,6 @@ class frmUnirQ19 : public QMainWindow {
   ~frmUnirQ19() override;
 
  protected:
-  void changeEvent(QEvent* evento) override;
   void closeEvent(QCloseEvent* evento) override;
   void dragEnterEvent(QDragEnterEvent* evento) override;
   void dropEvent(QDropEvent* evento) override;
@@ -43,11 +43,15 @@ class frmUnirQ19 : public QMainWindow {
  private:
   // Preparación
   void prepararControles();
+  /// En una pantalla pequeña o muy ampliada, todo se junta para que quepa.
+  void ajustarAPantalla();
   void conectar();
   void leerAjustes();
 
   // Carga (Carga.cpp)
   bool EsQ19(const QString& ruta);
+  /// Sobre `Preview` se dice qué fichero se ha rechazado y por qué, hasta que se elija otro.
+  void rechazar(const QString& ruta, const QString& porque);
   /// Distingue el contenido de un fichero del que tenga después.
   static QString Marca(const QString& ruta);
   /// false si el operador lo detiene, y entonces todo sigue como estaba.
@@ -58,12 +62,17 @@ class frmUnirQ19 : public QMainWindow {
   // Órdenes (Ordenes.cpp)
   void importar();
   void empezar();
-  void guardar();
   void insertar();
   void eliminar();
   /// Con `posicion` (desde 1), el editor empieza en el campo que la tiene.
   void editar(int fila, int posicion = 0);
   void RecalcularTotales();
+
+  // Guardar.cpp
+  void guardar();
+  /// Lo que se perdería al guardar una remesa vacía sobre el fichero `ruta`; nada si no lo está.
+  QString loQueSePierde(const QString& ruta) const;
+  void contarGuardado(const Veredicto::Resultado& resultado);
 
   // Comprobar.cpp
   void comprobar();
@@ -87,7 +96,6 @@ class frmUnirQ19 : public QMainWindow {
   QStringList avisosPreview() const;
   void mostrarPosicion(const VistaRegistros& lista, int fila, int posicion);
   void decir(const QString& texto);
-  void ajustarColores();
 
   std::unique_ptr<Ui::frmUnirQ19> ui_;
   Navegador* navegador_ = nullptr;
@@ -99,8 +107,10 @@ class frmUnirQ19 : public QMainWindow {
   QString rutaActual_;  ///< La misma, tal como se escribe.
   QPointer<VentanaHallazgos> comprobaciones_;
   QString guardado_;                         ///< Último fichero guardado.
+  std::unique_ptr<Veredicto> veredicto_;     ///< Su comprobación.
   QString listado_;                          ///< Último listado escrito en un fichero.
   QString rutaPreview_;                      ///< Ruta de lo que muestra `Preview`.
+  QString rechazo_;                          ///< El último fichero elegido no se ha tomado, y por qué.
   QString marcaPreview_;                     ///< Fecha y tamaño de ese fichero cuando se leyó.
   QHash<QString, QString> rutasImportadas_;  ///< De la ruta en mayúsculas a la ruta.
   remesa::Resumen resumenPreview_;

@@ -1,0 +1,125 @@
+#include "ventanas/principal/ZonaAvisos.h"
+
+#include <QAccessible>
+#include <QHelpEvent>
+#include <QStylePainter>
+#include <QTextLayout>
+#include <QToolTip>
+
+#include "comunes/plataforma/Enlace.h"
+
+namespace principal {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int kCaracteresMinimos = 20;
+
+}  // namespace
+
+ZonaAvisos::ZonaAvisos(QWidget* padre) : QLabel(padre), mas_(new comunes::Enlace(this)) {
+  setTextFormat(Qt::PlainText);
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  mas_->setText(u"más…"_s);
+  mas_->setAccessibleName(u"Ver los avisos enteros"_s);
+  mas_->hide();
+  connect(mas_, &QAbstractButton::clicked, this,
+          [this] { ensenarEntero(mas_->mapToGlobal(QPoint(0, mas_->height()))); });
+}
+
+QWidget* ZonaAvisos::boton() const {
+  return mas_;
+}
+
+void ZonaAvisos::ponerLineas(int lineas) {
+  lineas_ = lineas;
+  updateGeometry();
+  repartir();
+}
+
+void ZonaAvisos::ponerAvisos(const QStringList& avisos) {
+  const QString nuevo = avisos.join(u' ');
+  if (nuevo == text()) return;
+  setText(nuevo);
+  repartir();
+  if (nuevo.isEmpty()) return;
+  QAccessibleEvent anuncio(this, QAccessible::Alert);
+  QAccessible::updateAccessibility(&anuncio);
+}
+
+QSize ZonaAvisos::minimumSizeHint() const {
+  return {kCaracteresMinimos * fontMetrics().averageCharWidth(), lineas_ * fontMetrics().lineSpacing()};
+}
+
+void ZonaAvisos::repartir() {
+  partes_.clear();
+  const QString todo = text();
+  bool cabe = true;
+  QTextLayout reparto(todo, font());
+  reparto.beginLayout();
+  for (QTextLine linea = reparto.createLine(); linea.isValid(); linea = reparto.createLine()) {
+    linea.setLineWidth(width());
+    if (partes_.size() == lineas_) {
+      cabe = false;
+      break;
+    }
+    partes_ << todo.mid(linea.textStart(), linea.textLength()).trimmed();
+  }
+  reparto.endLayout();
+  const bool teniaFoco = mas_->hasFocus();
+  mas_->setVisible(!cabe);
+  if (cabe) {
+    if (teniaFoco) window()->setFocus();
+  } else {
+    QString& ultima = partes_.last();
+    const QSize boton = mas_->sizeHint();
+    // Se recorta siempre: con la palabra siguiente no cabía, pero «más…» ocupa lo suyo.
+    ultima = fontMetrics().elidedText(ultima + u'…', Qt::ElideRight, std::max(0, width() - boton.width()));
+    const int alto = fontMetrics().lineSpacing();
+    mas_->setGeometry(fontMetrics().horizontalAdvance(ultima),
+                      (lineas_ - 1) * alto + (alto - boton.height()) / 2, boton.width(), boton.height());
+  }
+  update();
+}
+
+void ZonaAvisos::ensenarEntero(const QPoint& donde) {
+  constexpr int kMilisegundos = 60000;
+  // Con la etiqueta, la ayuda se reparte en líneas.
+  QToolTip::showText(donde, u"<span>"_s + text().toHtmlEscaped() + u"</span>"_s, this, rect(), kMilisegundos);
+}
+
+void ZonaAvisos::changeEvent(QEvent* evento) {
+  QLabel::changeEvent(evento);
+  if (evento->type() == QEvent::FontChange || evento->type() == QEvent::StyleChange) repartir();
+}
+
+bool ZonaAvisos::event(QEvent* evento) {
+  if (evento->type() == QEvent::ToolTip) {
+    if (mas_->isVisible())
+      ensenarEntero(static_cast<QHelpEvent*>(evento)->globalPos());
+    else
+      QToolTip::hideText();
+    return true;
+  }
+  return QLabel::event(evento);
+}
+
+void ZonaAvisos::resizeEvent(QResizeEvent* evento) {
+  QLabel::resizeEvent(evento);
+  repartir();
+}
+
+void ZonaAvisos::paintEvent(QPaintEvent*) {
+  QStylePainter pintor(this);
+  const bool oscuro = palette().color(QPalette::Window).lightness() < 128;
+  pintor.setPen(oscuro ? QColor(0xFF, 0xB4, 0x6B) : QColor(0x9A, 0x34, 0x00));
+  const int alto = fontMetrics().lineSpacing();
+  int y = 0;
+  for (const QString& parte : partes_) {
+    pintor.drawText(QRect(0, y, width(), alto), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, parte);
+    y += alto;
+  }
+}
+
+}  // namespace principal
