@@ -11,30 +11,25 @@
 #include "comunes/campos/Identificadores.h"
 #include "comunes/campos/WinDos.h"
 #include "comunes/plataforma/Aviso.h"
-#include "comunes/plataforma/Formatos.h"
 #include "comunes/plataforma/Texto.h"
+#include "pruebas/EnEspana.h"
 
 using namespace comunes;
 
 namespace {
 
-/// Locale español y 10/03/2026 como fecha de hoy; recoge los avisos.
+/// Recoge los avisos.
 class Campos : public testing::Test {
  protected:
   void SetUp() override {
-    PonerLocaleUsuario(QLocale(QLocale::Spanish, QLocale::Spain));
-    PonerFechaActual(QDate(2026, 3, 10));
     anterior_ = PonerAvisador([this](GradoAviso grado, const QString& texto, const QString&) {
       EXPECT_EQ(GradoAviso::Critico, grado);
       avisos_ << texto;
     });
   }
-  void TearDown() override {
-    PonerAvisador(anterior_);
-    PonerFechaActual({});
-    PonerLocaleUsuario({});
-  }
+  void TearDown() override { PonerAvisador(anterior_); }
 
+  pruebas::EnEspana espana_;
   QStringList avisos_;
   Avisador anterior_;
 };

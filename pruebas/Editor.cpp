@@ -5,9 +5,9 @@
 #include <QToolButton>
 #include <random>
 
-#include "comunes/plataforma/Formatos.h"
 #include "comunes/plataforma/IniFiles.h"
 #include "pruebas/Cajas.h"
+#include "pruebas/EnEspana.h"
 #include "remesa/Campos.h"
 #include "remesa/SEPA.h"
 #include "ventanas/editor/EdiSEPA.h"
@@ -58,15 +58,9 @@ class Editor : public testing::Test {
  protected:
   Editor() {
     comunes::RutaAjustes = u"" DIR_PROYECTO u"/app/Tarvo.INI"_s;
-    comunes::PonerFechaActual(QDate(2026, 3, 5));
-    comunes::PonerLocaleUsuario(QLocale(QLocale::Spanish, QLocale::Spain));
     acumulado_.cambiado = [this](int i) { cambiados_.push_back(i); };
     acumulado_.movido = [this](int i) { movidos_.push_back(i); };
     acumulado_.aviso = [this](const QString& frase) { avisos_ << frase; };
-  }
-  ~Editor() override {
-    comunes::PonerFechaActual({});
-    comunes::PonerLocaleUsuario({});
   }
 
   void Abrir(const std::vector<std::string>& registros, int actual = 0) {
@@ -113,6 +107,7 @@ class Editor : public testing::Test {
   }
   std::string Registro(std::size_t i = 0) const { return std::string(lista_[i]); }
 
+  pruebas::EnEspana espana_;
   remesa::ListaRegistros lista_;
   std::vector<int> cambiados_;
   std::vector<int> movidos_;

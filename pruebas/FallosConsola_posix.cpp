@@ -166,8 +166,8 @@ TEST_F(FallosConsola, CadaNombreEsSuFichero) {
   EXPECT_TRUE(s.dicho.startsWith("Ficheros: 5\nAdeudos: 125\n")) << s.dicho.toStdString();
   EXPECT_TRUE(s.dicho.endsWith("/lejos/z.Q19\n")) << s.dicho.toStdString();
   EXPECT_EQ(s.avisado.count("ya importado"), 1) << s.avisado.toStdString();
-  EXPECT_EQ(leer("z.Q19"), "viejo\n");
-  EXPECT_EQ(leer("lejos/z.Q19").count('\n'), 45 + 4 * 20 + 5);
+  EXPECT_EQ(leer(ruta("z.Q19")), "viejo\n");
+  EXPECT_EQ(leer(ruta("lejos/z.Q19")).count('\n'), 45 + 4 * 20 + 5);
 }
 
 // Con poca memoria el listado sale entero, o con el error 7 y sin dejar nada.

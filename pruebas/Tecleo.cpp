@@ -19,7 +19,7 @@
 #include "comunes/campos/Teclas.h"
 #include "comunes/campos/Tecleo.h"
 #include "comunes/plataforma/Aviso.h"
-#include "comunes/plataforma/Formatos.h"
+#include "pruebas/EnEspana.h"
 
 using namespace comunes;
 
@@ -29,8 +29,6 @@ namespace {
 class Tecleando : public testing::Test {
  protected:
   Tecleando() : caja(new QLineEdit(&ventana)), otra(new QLineEdit(&ventana)) {
-    PonerLocaleUsuario(QLocale(QLocale::Spanish, QLocale::Spain));
-    PonerFechaActual(QDate(2026, 3, 10));
     auto* columna = new QVBoxLayout(&ventana);
     columna->addWidget(caja);
     columna->addWidget(otra);
@@ -38,10 +36,6 @@ class Tecleando : public testing::Test {
     ventana.show();
     ventana.activateWindow();
     EXPECT_TRUE(QTest::qWaitForWindowActive(&ventana));
-  }
-  ~Tecleando() override {
-    PonerLocaleUsuario({});
-    PonerFechaActual({});
   }
 
   CajaDescrita* Entra(const QString& descriptor, const QString& texto = {}) {
@@ -65,6 +59,7 @@ class Tecleando : public testing::Test {
     return QApplication::focusWidget() != caja;
   }
 
+  pruebas::EnEspana espana;
   QDialog ventana;
   QLineEdit* caja;
   QLineEdit* otra;
