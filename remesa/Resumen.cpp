@@ -72,6 +72,7 @@ void Resumidor::dar(std::string_view registro) {
         apuntar(resumen_.descartados);
       break;
   }
+  if (!mirarTotales_) return;
   // Una línea de más en blanco no es un registro.
   if (registro.size() >= kLongitudRegistro || !Vacia(registro)) contarEnNorma(registro, clase);
   recontar(registro);

@@ -60,8 +60,10 @@ struct Resumen {
 /// Construye el resumen registro a registro, también sobre un flujo.
 class Resumidor {
  public:
-  /// Con `mirarBytes` busca además LF y UTF-8 dentro de cada registro (recorre todos sus bytes).
-  explicit Resumidor(bool mirarBytes = false) : mirarBytes_(mirarBytes) {}
+  /// Con `mirarBytes` busca además LF y UTF-8 dentro de cada registro (recorre todos sus bytes). Sin
+  /// `mirarTotales` no los compara con lo que deben decir.
+  explicit Resumidor(bool mirarBytes = false, bool mirarTotales = true)
+      : mirarBytes_(mirarBytes), mirarTotales_(mirarTotales) {}
   void dar(std::string_view registro);
   const Resumen& resumen() const noexcept { return resumen_; }
 
@@ -83,6 +85,7 @@ class Resumidor {
   bool previoContiguo_ = false;  // y el registro anterior a él era otro adeudo
   bool ultimoEsAdeudo_ = false;
   bool mirarBytes_;
+  bool mirarTotales_;
 };
 
 /// Resumen de una lista entera.
