@@ -157,7 +157,8 @@ void UnionBloques::leer(const std::filesystem::path& fichero, const remesa::Avan
       },
       avance);
   reparto_.terminarFichero(ficheros_.posicion());
-  observaciones_ = ObservarImportacion(resumidor.resumen(), reparto_.indice());
+  resumen_ = resumidor.resumen();
+  observaciones_ = ObservarImportacion(resumen_, reparto_.indice());
 }
 
 void UnionBloques::leer(const remesa::ListaRegistros& lista) {
@@ -171,7 +172,8 @@ void UnionBloques::leer(const remesa::ListaRegistros& lista) {
   }
   todos_.anadirDe(lista, indices);
   reparto_.terminarFichero(todos_.size());
-  observaciones_ = ObservarImportacion(resumidor.resumen(), reparto_.indice());
+  resumen_ = resumidor.resumen();
+  observaciones_ = ObservarImportacion(resumen_, reparto_.indice());
 }
 
 remesa::FuenteRegistros& UnionBloques::fuente() noexcept {

@@ -35,7 +35,7 @@ void Resumidor::apuntar(Apariciones& hallazgo) const {
 }
 
 void Resumidor::dar(std::string_view registro) {
-  ++resumen_.registros;
+  if (++resumen_.registros == 1) resumen_.tipo = TipoDe(registro);
   mirarForma(registro);
   const CodigoRegistro codigo = Codigo(registro);
   const ClaseRegistro clase = Clase(registro);

@@ -9,6 +9,7 @@
 
 #include "remesa/Fichero.h"
 #include "remesa/Fusion.h"
+#include "remesa/TipoFichero.h"
 #include "remesa/TotalesNorma.h"
 
 namespace remesa {
@@ -29,6 +30,7 @@ struct Bloque02 {
 
 /// Lo que un solo recorrido ve en una lista o en un fichero.
 struct Resumen {
+  TipoFichero tipo = TipoFichero::Ajeno;  ///< Por el primer registro.
   std::size_t registros = 0;
   std::size_t adeudos = 0;   ///< "03" con número de dato "003".
   std::int64_t importe = 0;  ///< Suma real en céntimos, sin el límite de 32 bits.
