@@ -49,7 +49,7 @@ std::vector<QString> leer(const Descripcion& diseno, std::string_view registro) 
 }
 
 std::string IdaYVuelta(const Descripcion& diseno, std::string_view registro) {
-  return EscribirRegistro(diseno.campos, leer(diseno, registro));
+  return EscribirRegistro(diseno.campos, leer(diseno, registro), {});
 }
 
 Ayuda ayudaDebida(const remesa::Campo& campo, bool totales) {
