@@ -1,13 +1,15 @@
 #include <CLI/CLI.hpp>
-#include <QJsonArray>
-#include <QJsonDocument>
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include "comunes/plataforma/Formatos.h"
 #include "comunes/plataforma/Texto.h"
+#include "consola/LineasXml.h"
 #include "consola/Ordenes.h"
+#include "consola/Remesa.h"
 #include "consola/Terminal.h"
+#include "iso20022/LectorXml.h"
 #include "remesa/Comprobacion.h"
 #include "ventanas/principal/TextosComprobacion.h"
 
@@ -31,8 +33,7 @@ remesa::Dia Hoy(const std::string& fecha) {
 /// Un texto ajeno, como va entre las comillas de una cadena de JSON o en una línea.
 QString Ajeno(const QString& texto, bool json) {
   if (!json) return Mostrable(texto);
-  const QString lista = QString::fromUtf8(QJsonDocument(QJsonArray{texto}).toJson(QJsonDocument::Compact));
-  return lista.mid(2, lista.size() - 4);
+  return CadenaJson(texto).sliced(1).chopped(1);
 }
 
 /// Los hallazgos de un fichero, cada uno en su línea. Se dicen de muchas en muchas: de una en una cuesta más
@@ -43,11 +44,26 @@ class Lineas {
       : fichero_(Ajeno(fichero, json).toStdString()), json_(json), datos_(datos) {}
 
   void dar(const remesa::Hallazgo& h) {
+    ++cuentas_[static_cast<std::size_t>(h.codigo)];
     json_ ? ponerJson(h) : ponerLinea(h);
     if (texto_.size() >= kTrozo) vaciar();
   }
+  /// Lo que un mensaje XML dice y sus registros no.
+  void dar(const iso20022::AvisoLectura& aviso) {
+    const QString fichero = QString::fromStdString(fichero_);
+    poner((json_ ? EnLineaJson(fichero, aviso) : EnLinea(fichero, aviso)).toStdString(), "\n");
+    if (texto_.size() >= kTrozo) vaciar();
+  }
   void dar(const remesa::ResultadoComprobacion& resultado) {
-    poner(fichero_, ": ", principal::TextoRecuento(resultado.errores, resultado.avisos).toStdString(), "\n");
+    poner(fichero_, ": ", principal::TextoRecuento(resultado.errores, resultado.avisos).toStdString());
+    const char* separador = ": ";
+    for (const remesa::CodigoHallazgo codigo : remesa::CodigosHallazgo()) {
+      const std::uint64_t cuantos = cuentas_[static_cast<std::size_t>(codigo)];
+      if (cuantos == 0) continue;
+      poner(separador, std::to_string(cuantos), " ", remesa::TextoCodigo(codigo));
+      separador = ", ";
+    }
+    poner("\n");
   }
   /// false si ya no se pueden escribir; entonces no se intenta más.
   bool vaciar() {
@@ -107,8 +123,34 @@ class Lineas {
   bool json_;
   const comunes::EscritorUtf8& datos_;
   std::string texto_;
+  std::vector<std::uint64_t> cuentas_ = std::vector<std::uint64_t>(remesa::CodigosHallazgo().size());
   bool escrito_ = true;
 };
+
+/// Comprueba un fichero de texto o los registros de un XML; nada si este no se toma, que queda dicho.
+std::optional<remesa::ResultadoComprobacion> ComprobarUno(const std::filesystem::path& ruta, remesa::Dia hoy,
+                                                          Lineas& lineas) {
+  const auto recibir = [&](remesa::Hallazgo&& h) { lineas.dar(h); };
+  if (!iso20022::EmpiezaComoXml(ruta)) {
+    Avance avance(u"Comprobando"_s, ruta);
+    return remesa::ComprobarFichero(ruta, hoy, recibir, [&](std::uintmax_t leidos, std::uintmax_t total) {
+      avance.poner(leidos, total);
+      return lineas.escrito();
+    });
+  }
+  const auto mensaje = LeerMensajeXml(ruta);
+  if (!mensaje) return std::nullopt;
+  for (const iso20022::AvisoLectura& aviso : mensaje->avisos)
+    lineas.dar(aviso);
+  Avance avance(u"Comprobando"_s, ruta);
+  auto resultado = remesa::ComprobarLista(mensaje->registros, hoy, recibir, false,
+                                          [&](std::uintmax_t mirados, std::uintmax_t total) {
+                                            avance.poner(mirados, total);
+                                            return lineas.escrito();
+                                          });
+  resultado.avisos += mensaje->avisos.size();
+  return resultado;
+}
 
 Salida Comprobar(const PeticionComprobar& peticion) {
   const remesa::Dia hoy = Hoy(peticion.fecha);
@@ -118,15 +160,9 @@ Salida Comprobar(const PeticionComprobar& peticion) {
     const std::filesystem::path ruta = RutaDe(nombre);
     Lineas lineas(comunes::DesdeRuta(ruta), peticion.json, datos);
     try {
-      Avance avance(u"Comprobando"_s, ruta);
-      const auto resultado = remesa::ComprobarFichero(
-          ruta, hoy, [&](remesa::Hallazgo&& h) { lineas.dar(h); },
-          [&](std::uintmax_t leidos, std::uintmax_t total) {
-            avance.poner(leidos, total);
-            return lineas.escrito();
-          });
-      if (resultado.errores > 0) salida = Salida::Fallo;
-      if (!peticion.json) lineas.dar(resultado);
+      const auto resultado = ComprobarUno(ruta, hoy, lineas);
+      if (!resultado || resultado->errores > 0) salida = Salida::Fallo;
+      if (resultado && !peticion.json) lineas.dar(*resultado);
       if (!lineas.vaciar()) return Salida::Fallo;
     } catch (const ficheros::ErrorEjecucion& error) {
       lineas.vaciar();

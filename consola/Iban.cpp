@@ -4,7 +4,10 @@
 #include "comunes/plataforma/Texto.h"
 #include "consola/Ordenes.h"
 #include "consola/Terminal.h"
+#include "remesa/PaisesSEPA.h"
 #include "remesa/SEPA.h"
+#include "remesa/Validez.h"
+#include "ventanas/principal/TextosComprobacion.h"
 
 namespace consola {
 
@@ -22,15 +25,36 @@ std::string Cuenta(const std::string& texto) {
   return comunes::AWindows1252(cuenta);
 }
 
+/// "correcto", o qué está mal y cómo sería.
+QString Veredicto(const std::string& cuenta) {
+  const std::string_view pais = std::string_view(cuenta).substr(0, 2);
+  std::string forma;
+  if (remesa::EsPaisConIban(pais)) principal::AnadirFormaIban(forma, pais);
+  switch (remesa::DefectoDeIban(cuenta)) {
+    case remesa::DefectoIban::Ninguno:
+      return u"correcto"_s;
+    case remesa::DefectoIban::Digitos:
+      return u"dígitos de control incorrectos; con lo demás así serían %1"_s.arg(
+          QString::fromStdString(remesa::ComprobarIban(cuenta).digitos));
+    case remesa::DefectoIban::Pais:
+      return u"ningún país tiene IBAN que empiece así"_s;
+    case remesa::DefectoIban::Longitud:
+      return u"tiene %1 posiciones; los de su país, %2"_s.arg(cuenta.size())
+          .arg(QString::fromStdString(forma));
+    case remesa::DefectoIban::Forma:
+      break;
+  }
+  return u"no tiene la forma de los de su país; %1"_s.arg(QString::fromStdString(forma));
+}
+
 Salida Comprobar(const std::vector<std::string>& textos) {
   Salida salida = Salida::Hecho;
   for (const std::string& texto : textos) {
     const std::string cuenta = Cuenta(texto);
-    const bool valido = remesa::IBANValido(cuenta);
-    if (!valido) salida = Salida::Fallo;
+    if (!remesa::ComprobarIban(cuenta).correcto) salida = Salida::Fallo;
     const QString impreso = comunes::DesdeWindows1252(remesa::FormatoIBAN(cuenta, false));
-    const bool dicho = Decir(u"%1: %2"_s.arg(Mostrable(impreso.isEmpty() ? u"(vacío)"_s : impreso),
-                                             valido ? u"correcto"_s : u"dígitos de control incorrectos"_s));
+    const bool dicho =
+        Decir(u"%1: %2"_s.arg(Mostrable(impreso.isEmpty() ? u"(vacío)"_s : impreso), Veredicto(cuenta)));
     if (!dicho) salida = Salida::Fallo;
   }
   return salida;
@@ -39,7 +63,7 @@ Salida Comprobar(const std::vector<std::string>& textos) {
 }  // namespace
 
 void OrdenIban(CLI::App& q19, Accion& accion) {
-  CLI::App* orden = q19.add_subcommand("iban", "Comprueba los dígitos de control de cuentas IBAN");
+  CLI::App* orden = q19.add_subcommand("iban", "Comprueba la forma y los dígitos de control de cuentas IBAN");
   auto textos = std::make_shared<std::vector<std::string>>();
   orden->add_option("TEXTO", *textos, "Cuentas; los blancos y la palabra IBAN delante no cuentan")
       ->required();

@@ -12,21 +12,6 @@ using namespace Qt::StringLiterals;
 using devoluciones::Dato;
 using devoluciones::Devolucion;
 
-/// Una cadena de JSON, con sus comillas. Los controles de U+007F a U+009F van también escapados: hay
-/// terminales que los obedecen.
-QString CadenaJson(const QString& texto) {
-  QString cadena = u"\""_s;
-  for (const QChar c : texto) {
-    if (c == u'"' || c == u'\\')
-      cadena += u'\\' + QString(c);
-    else if (c.category() == QChar::Other_Control)
-      cadena += u"\\u%1"_s.arg(c.unicode(), 4, 16, QChar(u'0'));
-    else
-      cadena += c;
-  }
-  return cadena + u'"';
-}
-
 QString EnJson(const Dato& dato) {
   return dato.presente() ? CadenaJson(dato.texto()) : u"null"_s;
 }
@@ -73,28 +58,27 @@ QString NombreCotejo(const devoluciones::Cotejo* cotejo, std::size_t i) {
 /// Lo que trae la devolución y, aparte, lo nuestro; nada de lo que la remesa diga de ella.
 QString LineaJson(const devoluciones::Lote& lote, const devoluciones::Cotejo* cotejo, std::size_t i) {
   const Devolucion d = lote[i];
-  const bool conMotivo = !d.motivo.vacio();
-  const bool conocido = conMotivo && devoluciones::BuscarMotivo(d.motivo.bytes()) != nullptr;
+  const bool conocido = devoluciones::BuscarMotivo(d.motivo.bytes()) != nullptr;
   const std::pair<const char16_t*, QString> valores[] = {
-      {u"fichero", CadenaJson(comunes::DesdeRuta(lote.ficheros()[d.fichero].ruta))},
+      {u"acreedor", EnJson(d.acreedor)},
+      {u"adeudos", EnJson(d.adeudos)},
       {u"alcance", CadenaJson(NombreAlcance(d.alcance))},
-      {u"referencia", EnJson(d.referencia)},
-      {u"mandato", EnJson(d.mandato)},
-      {u"importe", EnJson(d.importe)},
-      {u"motivo", EnJson(d.motivo)},
-      {u"texto", EnJson(conocido ? devoluciones::TextoMotivo(d.motivo) : QString())},
-      {u"consejo", EnJson(devoluciones::TextoConsejo(d.motivo))},
-      {u"textoBanco", EnJson(d.textoBanco)},
-      {u"deudor", EnJson(d.deudor)},
-      {u"cuenta", EnJson(d.cuenta)},
+      {u"bloqueOriginal", EnJson(d.bloqueOriginal)},
       {u"concepto", EnJson(d.concepto)},
+      {u"consejo", EnJson(devoluciones::TextoConsejo(d.motivo))},
+      {u"cotejo", EnJson(NombreCotejo(cotejo, i))},
+      {u"cuenta", EnJson(d.cuenta)},
+      {u"deudor", EnJson(d.deudor)},
       {u"fechaCobro", EnJson(d.fechaCobro)},
       {u"fechaDevolucion", EnJson(d.fechaDevolucion)},
+      {u"fichero", CadenaJson(comunes::DesdeRuta(lote.ficheros()[d.fichero].ruta))},
       {u"ficheroOriginal", EnJson(d.ficheroOriginal)},
-      {u"bloqueOriginal", EnJson(d.bloqueOriginal)},
-      {u"adeudos", EnJson(d.adeudos)},
-      {u"acreedor", EnJson(d.acreedor)},
-      {u"cotejo", EnJson(NombreCotejo(cotejo, i))}};
+      {u"importe", EnJson(d.importe)},
+      {u"mandato", EnJson(d.mandato)},
+      {u"motivo", EnJson(d.motivo)},
+      {u"referencia", EnJson(d.referencia)},
+      {u"texto", EnJson(conocido ? devoluciones::TextoMotivo(d.motivo) : QString())},
+      {u"textoBanco", EnJson(d.textoBanco)}};
   QString linea;
   for (const auto& [clave, valor] : valores)
     linea += (linea.isEmpty() ? u"{\""_s : u",\""_s) + QString::fromUtf16(clave) + u"\":"_s + valor;

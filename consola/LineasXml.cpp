@@ -41,7 +41,7 @@ QString EnJson(const QJsonObject& objeto) {
 
 }  // namespace
 
-QString Linea(const QString& fichero, const Nota& nota) {
+QString EnLinea(const QString& fichero, const Nota& nota) {
   QString lugar;
   if (nota.registro > 0) lugar += u"registro %1"_s.arg(nota.registro);
   if (nota.donde.desde > 0) lugar += u", %1-%2"_s.arg(nota.donde.desde).arg(nota.donde.hasta);
@@ -51,12 +51,13 @@ QString Linea(const QString& fichero, const Nota& nota) {
                   iso20022::TextoNota(nota));
 }
 
-QString Linea(const QString& fichero, const AvisoLectura& aviso) {
+QString EnLinea(const QString& fichero, const AvisoLectura& aviso) {
   const QString lugar = u"línea %1, %2"_s.arg(aviso.linea).arg(aviso.elemento) + Dueno({}, aviso.referencia);
-  return Componer(fichero, lugar, u"aviso"_s, iso20022::TextoCodigo(aviso.codigo), iso20022::TextoAviso(aviso));
+  return Componer(fichero, lugar, u"aviso"_s, iso20022::TextoCodigo(aviso.codigo),
+                  iso20022::TextoAviso(aviso));
 }
 
-QString LineaJson(const QString& fichero, const Nota& nota) {
+QString EnLineaJson(const QString& fichero, const Nota& nota) {
   return EnJson({{u"campo"_s, NombreCampo(nota)},
                  {u"codigo"_s, Latino(iso20022::TextoCodigo(nota.codigo))},
                  {u"desde"_s, nota.donde.desde},
@@ -71,7 +72,7 @@ QString LineaJson(const QString& fichero, const Nota& nota) {
                  {u"valor"_s, iso20022::TextoValor(nota)}});
 }
 
-QString LineaJson(const QString& fichero, const AvisoLectura& aviso) {
+QString EnLineaJson(const QString& fichero, const AvisoLectura& aviso) {
   return EnJson({{u"campo"_s, aviso.elemento},
                  {u"codigo"_s, Latino(iso20022::TextoCodigo(aviso.codigo))},
                  {u"desde"_s, 0},

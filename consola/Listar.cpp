@@ -3,15 +3,16 @@
 #include <filesystem>
 #include <memory>
 #include <new>
+#include <utility>
 
 #include "comunes/impresion/DocumentoPdf.h"
 #include "comunes/impresion/Letra.h"
 #include "comunes/plataforma/Texto.h"
 #include "consola/Ordenes.h"
+#include "consola/Remesa.h"
 #include "consola/Sustituido.h"
 #include "consola/Terminal.h"
 #include "ficheros/Rutas.h"
-#include "remesa/Fichero.h"
 #include "ventanas/principal/Informe.h"
 
 namespace consola {
@@ -42,14 +43,9 @@ Salida Listar(const PeticionListar& peticion) {
   try {
     // Antes que la remesa: el sistema carga sus letras sin mirar si le queda memoria, y sin ella muere.
     const comunes::Letra letra(false);
-    const QString problema = ProblemaCabeza(remesa::ComprobarCabeza(fichero));
-    if (!problema.isEmpty()) {
-      Avisar(u"%1: %2"_s.arg(Mostrable(fichero), problema));
-      return Salida::Fallo;
-    }
-    Avance lectura(u"Leyendo"_s, fichero);
-    const remesa::ListaRegistros lista = remesa::LeerFichero(
-        fichero, [&](std::uintmax_t leidos, std::uintmax_t total) { lectura.poner(leidos, total); });
+    auto remesa = TomarRemesa(fichero);
+    if (!remesa) return Salida::Fallo;
+    const remesa::ListaRegistros lista = Registros(std::move(*remesa));
     Avance escritura(u"Listando"_s, fichero);
     escritura.poner(0, 0);
     comunes::Rejilla visor(u"VisorPrt"_s);

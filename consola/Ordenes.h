@@ -24,6 +24,7 @@ void OrdenListar(CLI::App& q19, Accion& accion);
 void OrdenIban(CLI::App& q19, Accion& accion);
 void OrdenNif(CLI::App& q19, Accion& accion);
 void OrdenDevoluciones(CLI::App& q19, Accion& accion);
+void OrdenXml(CLI::App& q19, Accion& accion);
 void OrdenVer(CLI::App& q19, Accion& accion);
 
 /// Lee los argumentos (sin el nombre del programa) y hace lo que piden.

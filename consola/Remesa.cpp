@@ -1,8 +1,10 @@
 #include "consola/Remesa.h"
 
+#include <set>
 #include <utility>
 
 #include "consola/Terminal.h"
+#include "ficheros/Rutas.h"
 #include "iso20022/LectorXml.h"
 #include "iso20022/Textos.h"
 #include "remesa/Fichero.h"
@@ -20,25 +22,43 @@ std::optional<iso20022::MensajeLeido> LeerMensajeXml(const std::filesystem::path
   return std::nullopt;
 }
 
-std::optional<Remesa> TomarRemesa(const std::filesystem::path& ruta, std::vector<iso20022::AvisoLectura>* avisos) {
-  try {
-    if (iso20022::EmpiezaComoXml(ruta)) {
-      auto mensaje = LeerMensajeXml(ruta);
-      if (!mensaje) return std::nullopt;
-      if (avisos != nullptr)
-        *avisos = std::move(mensaje->avisos);
-      else
-        for (const QString& linea : iso20022::ResumirAvisos(mensaje->avisos))
-          Avisar(u"%1: aviso: %2"_s.arg(Mostrable(ruta), Mostrable(linea)));
-      return Remesa{ruta, std::move(mensaje->registros)};
-    }
-    const QString problema = ProblemaCabeza(remesa::ComprobarCabeza(ruta));
-    if (problema.isEmpty()) return Remesa{ruta, std::nullopt};
-    Avisar(u"%1: %2"_s.arg(Mostrable(ruta), problema));
-  } catch (const ficheros::ErrorEjecucion& error) {
-    Avisar(Explicar(error, ruta));
+void AvisarResumidos(const std::filesystem::path& ruta, const std::vector<iso20022::AvisoLectura>& avisos) {
+  for (const QString& linea : iso20022::ResumirAvisos(avisos))
+    Avisar(u"%1: aviso: %2"_s.arg(Mostrable(ruta), Mostrable(linea)));
+}
+
+std::optional<Remesa> TomarRemesa(const std::filesystem::path& ruta) try {
+  if (iso20022::EmpiezaComoXml(ruta)) {
+    auto mensaje = LeerMensajeXml(ruta);
+    if (!mensaje) return std::nullopt;
+    AvisarResumidos(ruta, mensaje->avisos);
+    return Remesa{ruta, std::move(mensaje->registros)};
   }
+  const QString problema = ProblemaCabeza(remesa::ComprobarCabeza(ruta));
+  if (problema.isEmpty()) return Remesa{ruta, std::nullopt};
+  Avisar(u"%1: %2"_s.arg(Mostrable(ruta), problema));
   return std::nullopt;
+} catch (const ficheros::ErrorEjecucion& error) {
+  Avisar(Explicar(error, ruta));
+  return std::nullopt;
+}
+
+std::vector<std::filesystem::path> SinRepetir(const std::vector<std::string>& argumentos) {
+  std::vector<std::filesystem::path> ficheros;
+  std::set<ficheros::Identidad> vistos;
+  for (const std::string& argumento : argumentos) {
+    const std::filesystem::path fichero = RutaDe(argumento);
+    std::optional<ficheros::Identidad> identidad;
+    try {
+      identidad = ficheros::IdentidadDe(fichero);
+    } catch (const ficheros::ErrorEjecucion&) {
+    }
+    if (!identidad || vistos.insert(*identidad).second)
+      ficheros.push_back(fichero);
+    else
+      Avisar(u"%1: ya importado, se omite"_s.arg(Mostrable(fichero)));
+  }
+  return ficheros;
 }
 
 remesa::ListaRegistros Registros(Remesa remesa) {

@@ -9,17 +9,22 @@
 
 namespace consola {
 
-/// Una remesa que una orden toma: un fichero de texto, que cada orden lee a su modo, o un mensaje XML ya hecho
-/// registros.
+/// Una remesa que una orden toma: un fichero de texto, que cada orden lee a su modo, o un mensaje XML ya
+/// hecho registros.
 struct Remesa {
   std::filesystem::path ruta;
   std::optional<remesa::ListaRegistros> lista;  ///< Los de un XML.
 };
 
-/// Mira si el fichero es una remesa y, si es XML, lo lee. Si no lo es o no se puede leer, lo dice y da nada. Lo
-/// que el mensaje dice y sus registros no, lo dice resumido o, con `avisos`, lo deja ahí.
-std::optional<Remesa> TomarRemesa(const std::filesystem::path& ruta,
-                                  std::vector<iso20022::AvisoLectura>* avisos = nullptr);
+/// Mira si el fichero es una remesa y, si es XML, lo lee y dice, resumido, lo que sus registros no tienen. Si
+/// no es una remesa o no se puede leer, lo dice y da nada.
+std::optional<Remesa> TomarRemesa(const std::filesystem::path& ruta);
+
+/// Quita los que ya estaban, con ese nombre o con otro, diciéndolo. Los que no se pueden mirar se quedan: ya
+/// fallarán.
+std::vector<std::filesystem::path> SinRepetir(const std::vector<std::string>& argumentos);
+
+void AvisarResumidos(const std::filesystem::path& ruta, const std::vector<iso20022::AvisoLectura>& avisos);
 
 /// Lee un mensaje XML; nada si no se toma, que queda dicho. Lanza ErrorEjecucion.
 std::optional<iso20022::MensajeLeido> LeerMensajeXml(const std::filesystem::path& ruta);

@@ -41,9 +41,14 @@ class Avance {
 /// La ruta de un argumento, tal como la dio el sistema (aunque no sea UTF-8).
 std::filesystem::path RutaDe(const std::string& argumento);
 
-/// Ruta o texto ajenos, para mostrarlos en una línea: los caracteres de control pasan a U+FFFD.
+/// Ruta o texto ajenos, para mostrarlos en una línea: los caracteres de control pasan a U+FFFD y
+/// las marcas de sentido van escritas.
 QString Mostrable(const std::filesystem::path& ruta);
 QString Mostrable(QString texto);
+
+/// Una cadena de JSON, con sus comillas. Los controles de U+007F a U+009F, que hay terminales que obedecen, y
+/// las marcas de sentido van también escapados.
+QString CadenaJson(const QString& texto);
 
 /// "ruta: texto (error N)"; `fichero` es el que se nombra si el error no trae el suyo.
 QString Explicar(const ficheros::ErrorEjecucion& error, const std::filesystem::path& fichero);

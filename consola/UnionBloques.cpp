@@ -1,6 +1,7 @@
 #include "consola/UnionBloques.h"
 
 #include <algorithm>
+#include <numeric>
 
 #include "ficheros/ErrorEjecucion.h"
 #include "remesa/Campos.h"
@@ -148,15 +149,34 @@ void FuenteFicheros::comprobar(const RepartoBloques::Adeudo& adeudo, std::string
 void UnionBloques::leer(const std::filesystem::path& fichero, const remesa::AvanceLectura& avance) {
   remesa::Resumidor resumidor(true);
   reparto_.empezarFichero();
-  fuente_.leer(
+  ficheros_.leer(
       fichero,
       [&](std::string_view registro, std::uint64_t posicion) {
         reparto_.dar(registro, posicion);
         resumidor.dar(registro);
       },
       avance);
-  reparto_.terminarFichero(fuente_.posicion());
+  reparto_.terminarFichero(ficheros_.posicion());
   observaciones_ = ObservarImportacion(resumidor.resumen(), reparto_.indice());
+}
+
+void UnionBloques::leer(const remesa::ListaRegistros& lista) {
+  remesa::Resumidor resumidor(true);
+  reparto_.empezarFichero();
+  std::vector<std::size_t> indices(lista.size());
+  std::iota(indices.begin(), indices.end(), std::size_t{0});
+  for (const std::size_t i : indices) {
+    reparto_.dar(lista[i], todos_.size() + i);
+    resumidor.dar(lista[i]);
+  }
+  todos_.anadirDe(lista, indices);
+  reparto_.terminarFichero(todos_.size());
+  observaciones_ = ObservarImportacion(resumidor.resumen(), reparto_.indice());
+}
+
+remesa::FuenteRegistros& UnionBloques::fuente() noexcept {
+  if (todos_.empty()) return ficheros_;
+  return lista_;
 }
 
 }  // namespace consola

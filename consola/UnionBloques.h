@@ -71,20 +71,28 @@ class FuenteFicheros : public remesa::FuenteRegistros {
 /// La primera lectura de unos ficheros que se van a reunir, o a separar, por bloques.
 class UnionBloques {
  public:
-  explicit UnionBloques(std::size_t bufer = LectorRegistros::kBufer) : fuente_(bufer) {}
+  explicit UnionBloques(std::size_t bufer = LectorRegistros::kBufer) : ficheros_(bufer) {}
 
   /// Lanza ErrorEjecucion si no se puede leer o son demasiados adeudos.
   void leer(const std::filesystem::path& fichero, const remesa::AvanceLectura& avance = {});
+  /// Unos registros que ya se tienen; han de serlo todos o ninguno, y vivir mientras esto.
+  void leer(const remesa::ListaRegistros& lista);
   /// Lo que hay que saber del último leído; si es que no se puede reunir, solo eso.
   const std::vector<remesa::Observacion>& observaciones() const noexcept { return observaciones_; }
 
   // Para la segunda lectura, leídos todos:
   remesa::RepartoBloques& reparto() noexcept { return reparto_; }
-  FuenteFicheros& fuente() noexcept { return fuente_; }
+  remesa::FuenteRegistros& fuente() noexcept;
+  /// Bytes leídos.
+  std::uint64_t bytes() const noexcept { return ficheros_.posicion() + todos_.size() * kRegistroConFin; }
+  /// Al acabar: lo leído no ha cambiado.
+  void terminar() const { ficheros_.terminar(); }
 
  private:
   remesa::RepartoBloques reparto_;
-  FuenteFicheros fuente_;
+  FuenteFicheros ficheros_;
+  remesa::ListaRegistros todos_;
+  remesa::FuenteLista lista_{todos_};
   std::vector<remesa::Observacion> observaciones_;
 };
 

@@ -20,8 +20,7 @@ void UnionFlujo::unir(const std::filesystem::path& fichero, bool ultimo,
                       const remesa::AvanceLectura& avance) {
   ficheros::LecturaFichero lectura(fichero);
   remesa::Resumidor resumidor(true);
-  reglas_.empezarFichero(ultimo);
-  registro_ = 0;
+  empezar(ultimo);
   std::uintmax_t total = 0;
   const auto leer = [&](std::span<char> destino) {
     const std::size_t leidos = lectura.leer(destino);
@@ -35,6 +34,23 @@ void UnionFlujo::unir(const std::filesystem::path& fichero, bool ultimo,
         tratar(registro, conFin, resumidor);
       },
       [&] { volcarTramo(); });
+  acabar(resumidor);
+}
+
+void UnionFlujo::unir(const remesa::ListaRegistros& lista, bool ultimo) {
+  remesa::Resumidor resumidor(true);
+  empezar(ultimo);
+  for (const std::string_view registro : lista)
+    tratar(registro, registro, resumidor);
+  acabar(resumidor);
+}
+
+void UnionFlujo::empezar(bool ultimo) {
+  reglas_.empezarFichero(ultimo);
+  registro_ = 0;
+}
+
+void UnionFlujo::acabar(const remesa::Resumidor& resumidor) {
   resumen_ = resumidor.resumen();
   observaciones_ = remesa::ObservarImportacion(resumen_, acumulado_);
   acumulado_ = remesa::TrasImportar(acumulado_, resumen_);

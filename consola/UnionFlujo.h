@@ -32,6 +32,8 @@ class UnionFlujo {
   /// Importa un fichero; `ultimo` si ningún otro le sigue. Lanza ErrorEjecucion: con fichero si falló leer o
   /// escribir, sin él si lo que falla es el recálculo en el registro `registroActual()`.
   void unir(const std::filesystem::path& fichero, bool ultimo, const remesa::AvanceLectura& avance = {});
+  /// Lo mismo con unos registros que ya se tienen.
+  void unir(const remesa::ListaRegistros& lista, bool ultimo);
 
   const remesa::Totales& totales() const noexcept { return reglas_.totales(); }
   /// Número, desde 1, del último registro visto del fichero.
@@ -45,6 +47,8 @@ class UnionFlujo {
   std::vector<remesa::Observacion> observacionesFinales() const;
 
  private:
+  void empezar(bool ultimo);
+  void acabar(const remesa::Resumidor& resumidor);
   void tratar(std::string_view registro, std::string_view conFin, remesa::Resumidor& resumidor);
   void anadirTramo(std::string_view bytes);
   void anadirSuelto(std::string_view registro, std::span<const remesa::Cambio> cambios);

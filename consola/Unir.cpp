@@ -2,17 +2,16 @@
 #include <algorithm>
 #include <memory>
 #include <optional>
-#include <set>
 
 #include "comunes/plataforma/Formatos.h"
 #include "comunes/plataforma/Texto.h"
 #include "consola/Ordenes.h"
+#include "consola/Remesa.h"
 #include "consola/Sustituido.h"
 #include "consola/Terminal.h"
 #include "consola/UnionBloques.h"
 #include "consola/UnionFlujo.h"
 #include "ficheros/Rutas.h"
-#include "remesa/Fichero.h"
 #include "ventanas/principal/TextosObservacion.h"
 
 namespace consola {
@@ -48,42 +47,13 @@ fs::path ConExtension(const fs::path& salida) {
   return ficheros::RutaAbsoluta(salida.parent_path() / fs::path(texto).concat(".Q19"));
 }
 
-/// Quita los que ya estaban, con ese nombre o con otro, avisando. Los que no se pueden mirar se quedan: ya
-/// fallarán.
-std::vector<fs::path> SinRepetir(const std::vector<std::string>& argumentos) {
-  std::vector<fs::path> ficheros;
-  std::set<ficheros::Identidad> vistos;
-  for (const std::string& argumento : argumentos) {
-    const fs::path fichero = RutaDe(argumento);
-    std::optional<ficheros::Identidad> identidad;
-    try {
-      identidad = ficheros::IdentidadDe(fichero);
-    } catch (const ficheros::ErrorEjecucion&) {
-    }
-    if (!identidad || vistos.insert(*identidad).second)
-      ficheros.push_back(fichero);
-    else
-      Avisar(u"%1: ya importado, se omite"_s.arg(Mostrable(fichero)));
-  }
-  return ficheros;
-}
-
-/// Comprueba todas las cabezas, no solo hasta la primera mala.
-bool CabezasValidas(const std::vector<fs::path>& ficheros) {
-  bool validas = true;
-  for (const fs::path& fichero : ficheros) {
-    QString problema;
-    try {
-      problema = ProblemaCabeza(remesa::ComprobarCabeza(fichero));
-      if (problema.isEmpty()) continue;
-      problema = u"%1: %2"_s.arg(Mostrable(fichero), problema);
-    } catch (const ficheros::ErrorEjecucion& error) {
-      problema = Explicar(error, fichero);
-    }
-    Avisar(problema);
-    validas = false;
-  }
-  return validas;
+/// Las mira todas, no solo hasta la primera mala; nada si alguna lo es.
+std::vector<Remesa> Tomar(const std::vector<fs::path>& ficheros) {
+  std::vector<Remesa> remesas;
+  for (const fs::path& fichero : ficheros)
+    if (auto remesa = TomarRemesa(fichero)) remesas.push_back(std::move(*remesa));
+  if (remesas.size() < ficheros.size()) remesas.clear();
+  return remesas;
 }
 
 void AvisarObservaciones(const fs::path& fichero, const std::vector<remesa::Observacion>& observaciones) {
@@ -100,11 +70,15 @@ QString Perdida(const UnionFlujo& flujo) {
   return que + u" y se perderían todos sus adeudos: no se une sin --de-todos-modos"_s;
 }
 
-bool Importar(UnionFlujo& flujo, const fs::path& fichero, bool ultimo, bool deTodosModos) {
+bool Importar(UnionFlujo& flujo, const Remesa& remesa, bool ultimo, bool deTodosModos) {
+  const fs::path& fichero = remesa.ruta;
   try {
     Avance avance(u"Uniendo"_s, fichero);
-    flujo.unir(fichero, ultimo,
-               [&](std::uintmax_t leidos, std::uintmax_t total) { avance.poner(leidos, total); });
+    if (remesa.lista)
+      flujo.unir(*remesa.lista, ultimo);
+    else
+      flujo.unir(fichero, ultimo,
+                 [&](std::uintmax_t leidos, std::uintmax_t total) { avance.poner(leidos, total); });
   } catch (const ficheros::ErrorEjecucion& error) {
     const bool delRegistro = error.fichero().empty();
     Avisar(Explicar(error, fichero) +
@@ -125,13 +99,13 @@ bool FaltaPresentador(const fs::path& salida) {
   return false;
 }
 
-bool UnirEnUno(const OpcionesUnir& opciones, const std::vector<fs::path>& ficheros, const fs::path& salida,
+bool UnirEnUno(const OpcionesUnir& opciones, const std::vector<Remesa>& remesas, const fs::path& salida,
                ficheros::EscrituraSegura& escritura, Unida& unida,
                std::vector<remesa::Observacion>& finales) {
   UnionFlujo flujo(escritura);
   if (opciones.renovar) flujo.renovar(comunes::Ahora());
-  for (std::size_t i = 0; i < ficheros.size(); ++i)
-    if (!Importar(flujo, ficheros[i], i + 1 == ficheros.size(), opciones.deTodosModos)) return false;
+  for (std::size_t i = 0; i < remesas.size(); ++i)
+    if (!Importar(flujo, remesas[i], i + 1 == remesas.size(), opciones.deTodosModos)) return false;
   if (flujo.faltaRenovar()) return FaltaPresentador(salida);
   unida.adeudos = flujo.totales().adeudos;
   unida.importe = flujo.totales().importe;
@@ -139,8 +113,11 @@ bool UnirEnUno(const OpcionesUnir& opciones, const std::vector<fs::path>& ficher
   return true;
 }
 
-bool LeerParaReunir(UnionBloques& lectura, const fs::path& fichero) {
-  {
+bool LeerParaReunir(UnionBloques& lectura, const Remesa& remesa) {
+  const fs::path& fichero = remesa.ruta;
+  if (remesa.lista) {
+    lectura.leer(*remesa.lista);
+  } else {
     Avance avance(u"Leyendo"_s, fichero);
     lectura.leer(fichero, [&](std::uintmax_t leidos, std::uintmax_t total) { avance.poner(leidos, total); });
   }
@@ -157,17 +134,26 @@ bool LeerParaReunir(UnionBloques& lectura, const fs::path& fichero) {
   return true;
 }
 
-bool UnirPorBloques(const OpcionesUnir& opciones, const std::vector<fs::path>& ficheros,
-                    const fs::path& salida, ficheros::EscrituraSegura& escritura, Unida& unida) {
+/// Los registros de un XML no vuelven a leerse: si hay alguno, tampoco los de los demás.
+void Igualar(std::vector<Remesa>& remesas) {
+  const auto conLista = [](const Remesa& remesa) { return remesa.lista.has_value(); };
+  if (std::ranges::none_of(remesas, conLista)) return;
+  for (Remesa& remesa : remesas)
+    if (!conLista(remesa)) remesa.lista = Registros(remesa);
+}
+
+bool UnirPorBloques(const OpcionesUnir& opciones, std::vector<Remesa>& remesas, const fs::path& salida,
+                    ficheros::EscrituraSegura& escritura, Unida& unida) {
+  Igualar(remesas);
   UnionBloques lectura;
-  for (const fs::path& fichero : ficheros)
-    if (!LeerParaReunir(lectura, fichero)) return false;
+  for (const Remesa& remesa : remesas)
+    if (!LeerParaReunir(lectura, remesa)) return false;
   remesa::RepartoBloques& reparto = lectura.reparto();
   if (opciones.renovar && !reparto.presentador()) return FaltaPresentador(salida);
   std::optional<remesa::Renovacion> renovacion;
   if (opciones.renovar) renovacion = {comunes::Ahora()};
   reparto.ordenar();
-  const std::uintmax_t total = lectura.fuente().posicion();
+  const std::uintmax_t total = lectura.bytes();
   std::uintmax_t escritos = 0;
   Avance avance(u"Uniendo"_s, salida);
   const remesa::SumaNorma suma =
@@ -175,7 +161,7 @@ bool UnirPorBloques(const OpcionesUnir& opciones, const std::vector<fs::path>& f
         escritura.escribir(bytes);
         avance.poner(escritos += bytes.size(), total);
       });
-  lectura.fuente().terminar();
+  lectura.terminar();
   unida.adeudos = suma.adeudos;
   unida.importe = suma.importe;
   unida.bloques = u"Bloques: %1 (%2)\n"_s.arg(
@@ -185,8 +171,8 @@ bool UnirPorBloques(const OpcionesUnir& opciones, const std::vector<fs::path>& f
 }
 
 Salida Unir(const OpcionesUnir& opciones) {
-  const std::vector<fs::path> ficheros = SinRepetir(opciones.ficheros);
-  if (!CabezasValidas(ficheros)) return Salida::Fallo;
+  std::vector<Remesa> remesas = Tomar(SinRepetir(opciones.ficheros));
+  if (remesas.empty()) return Salida::Fallo;
 
   fs::path salida = RutaDe(opciones.salida);
   try {
@@ -194,8 +180,8 @@ Salida Unir(const OpcionesUnir& opciones) {
     ficheros::EscrituraSegura escritura(salida);
     Unida unida;
     std::vector<remesa::Observacion> finales;
-    if (!(opciones.bloques ? UnirPorBloques(opciones, ficheros, salida, escritura, unida)
-                           : UnirEnUno(opciones, ficheros, salida, escritura, unida, finales)))
+    if (!(opciones.bloques ? UnirPorBloques(opciones, remesas, salida, escritura, unida)
+                           : UnirEnUno(opciones, remesas, salida, escritura, unida, finales)))
       return Salida::Fallo;
     const Sustituido sustituido(salida);
     {
@@ -207,7 +193,7 @@ Salida Unir(const OpcionesUnir& opciones) {
     AvisarObservaciones(salida, finales);
     // Aunque no se pueda decir, la remesa está escrita.
     Decir(u"Ficheros: %1\n%2Adeudos: %3\nTotal: %4\nEscrito: %5"_s.arg(
-        QString::number(ficheros.size()), unida.bloques,
+        QString::number(remesas.size()), unida.bloques,
         comunes::FormatoNumero(static_cast<double>(unida.adeudos), 0), principal::TextoEuros(unida.importe),
         Mostrable(salida)));
   } catch (const ficheros::ErrorEjecucion& error) {

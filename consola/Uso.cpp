@@ -62,4 +62,19 @@ QString ErrorDeUso(const CLI::ParseError& error, const std::vector<std::string>&
   return u"línea de órdenes incorrecta"_s;
 }
 
+std::function<std::string(const std::string&)> NumeroDesdeUno() {
+  return [](const std::string& numero) {
+    const bool cifras = numero.size() <= 18 && numero.find_first_not_of("0123456789") == std::string::npos;
+    const bool cero = numero.find_first_not_of('0') == std::string::npos;
+    return cifras && !cero ? std::string() : "ha de ser un número desde 1";
+  };
+}
+
+std::function<std::string(const std::string&)> SinCerosDelante() {
+  return [](const std::string& numero) {
+    const auto primera = numero.find_first_not_of('0');
+    return primera == std::string::npos ? numero : numero.substr(primera);
+  };
+}
+
 }  // namespace consola

@@ -1,6 +1,4 @@
 #include <CLI/CLI.hpp>
-#include <QCoreApplication>
-#include <QFileInfo>
 #include <algorithm>
 #include <cstdint>
 #include <functional>
@@ -12,10 +10,12 @@
 
 #include "comunes/plataforma/IniFiles.h"
 #include "comunes/plataforma/Texto.h"
+#include "consola/Ajustes.h"
 #include "consola/Ordenes.h"
+#include "consola/Remesa.h"
 #include "consola/Terminal.h"
+#include "consola/Uso.h"
 #include "ficheros/Lectura.h"
-#include "remesa/Fichero.h"
 #include "remesa/LineasFichero.h"
 #include "remesa/Registro.h"
 #include "ventanas/editor/Ayudas.h"
@@ -40,12 +40,16 @@ struct Linea {
   std::uint64_t longitud = 0;
 };
 
-/// Da a `alLeer` las líneas del fichero, cortadas como al cargar una remesa y por un búfer que se reutiliza,
+/// Da a `alLeer` las líneas de la remesa, cortadas como al cargar una remesa y por un búfer que se reutiliza,
 /// hasta que devuelve false.
-void RecorrerLineas(const std::filesystem::path& ruta, const std::function<bool(const Linea&)>& alLeer) {
+void RecorrerLineas(const Remesa& remesa, const std::function<bool(const Linea&)>& alLeer) {
+  if (remesa.lista) {
+    std::ranges::all_of(*remesa.lista, [&](std::string_view r) { return alLeer({r, r.size()}); });
+    return;
+  }
   constexpr std::size_t kBufer = std::size_t{1} << 20;
-  ficheros::LecturaFichero lectura(ruta);
-  Avance avance(u"Leyendo"_s, ruta);
+  ficheros::LecturaFichero lectura(remesa.ruta);
+  Avance avance(u"Leyendo"_s, remesa.ruta);
   std::uintmax_t total = 0;
   std::vector<char> bufer(kBufer);
   bool sigue = true;
@@ -110,16 +114,7 @@ class Visor {
 };
 
 bool Ajustes() {
-  // La carpeta del programa solo se sabe con una aplicación creada.
-  std::unique_ptr<QCoreApplication> aplicacion;
-  if (!QCoreApplication::instance()) {
-    static int argumentos = 1;
-    static char nombre[] = "q19";
-    static char* lista[] = {nombre, nullptr};
-    aplicacion = std::make_unique<QCoreApplication>(argumentos, lista);
-  }
-  comunes::RutaAjustes = QCoreApplication::applicationDirPath() + u"/Tarvo.INI"_s;
-  if (QFileInfo(comunes::RutaAjustes).isFile()) return true;
+  if (BuscarAjustes()) return true;
   Avisar(Explicar(ficheros::ErrorEjecucion(ficheros::kNoEncontrado), comunes::ARuta(comunes::RutaAjustes)));
   return false;
 }
@@ -127,16 +122,12 @@ bool Ajustes() {
 Salida Ver(const OpcionesVer& opciones) {
   const std::filesystem::path fichero = RutaDe(opciones.fichero);
   try {
-    const QString problema = ProblemaCabeza(remesa::ComprobarCabeza(fichero));
-    if (!problema.isEmpty()) {
-      Avisar(u"%1: %2"_s.arg(Mostrable(fichero), problema));
-      return Salida::Fallo;
-    }
-    if (!Ajustes()) return Salida::Fallo;
+    const auto remesa = TomarRemesa(fichero);
+    if (!remesa || !Ajustes()) return Salida::Fallo;
     Visor visor;
     std::uint64_t leidos = 0;
     bool dicho = true;
-    RecorrerLineas(fichero, [&](const Linea& linea) {
+    RecorrerLineas(*remesa, [&](const Linea& linea) {
       ++leidos;
       if (!opciones.registro || leidos == *opciones.registro) dicho = visor.Mostrar(leidos, linea);
       return dicho && (!opciones.registro || leidos < *opciones.registro);
@@ -160,21 +151,8 @@ void OrdenVer(CLI::App& q19, Accion& accion) {
   orden->add_option("FICHERO", opciones->fichero, "La remesa")->type_name("")->required();
   orden->add_option("--registro", opciones->registro, "Solo el registro de ese número, desde 1")
       ->type_name("N")
-      ->check(
-          [](const std::string& numero) {
-            const bool cifras =
-                numero.size() <= 18 && numero.find_first_not_of("0123456789") == std::string::npos;
-            const bool cero = numero.find_first_not_of('0') == std::string::npos;
-            return cifras && !cero ? std::string() : "ha de ser un número desde 1";
-          },
-          "")
-      // Antes de mirarlo: con ceros delante, la biblioteca lo leería en octal.
-      ->transform(
-          [](const std::string& numero) {
-            const auto primera = numero.find_first_not_of('0');
-            return primera == std::string::npos ? numero : numero.substr(primera);
-          },
-          "");
+      ->check(NumeroDesdeUno(), "")
+      ->transform(SinCerosDelante(), "");
   orden->footer("Los campos son los de Tarvo.INI, junto al programa.");
   orden->callback([opciones, &accion] { accion = [opciones] { return Ver(*opciones); }; });
 }

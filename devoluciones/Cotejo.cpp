@@ -18,6 +18,7 @@ constexpr std::size_t kMaxCandidatos = 64;
 
 // Lo que lleva una clave.
 constexpr unsigned kConReferencia = 1, kConMandato = 2, kConImporte = 4;
+constexpr unsigned kConTodo = kConReferencia | kConMandato | kConImporte;
 
 std::string Clave(unsigned mascara, std::string_view referencia, std::string_view mandato,
                   std::int64_t importe) {
@@ -61,7 +62,11 @@ std::string_view IdentificacionComparable(std::string_view identificacion) {
 /// Recibe los registros de una remesa y junta los adeudos que alguna devolución puede ser.
 class Cotejo::Lector {
  public:
-  explicit Lector(const Cotejo& cotejo) : cotejo_(cotejo) {}
+  Lector(const Cotejo& cotejo, const std::filesystem::path& ruta) : cotejo_(cotejo) {
+    if (!cotejo.hayBloques_) return;
+    for (const AdeudoDeBloque& a : BloquesXml(ruta))
+      deXml_[Clave(kConTodo, SinNoDada(a.referencia), a.mandato, a.importe)].push_back(a.bloque);
+  }
 
   void dar(std::string_view bytes) {
     ++registro_;
@@ -104,11 +109,21 @@ class Cotejo::Lector {
   Presentado actual_;
   std::vector<Hallado> hallados_;
   std::map<std::string, std::size_t> bloques_;
+  std::map<std::string, std::deque<std::string>> deXml_;  // los bloques de los adeudos de cada clave
 };
 
-/// El que le toca al pasar la remesa a XML: los de cada cabecera, tipo y categoría van en uno, numerados por
-/// orden de aparición detrás de la identificación del mensaje.
+/// El suyo en el XML o, en una remesa de texto, el que le toca al pasarla a XML: los de cada cabecera, tipo y
+/// categoría van en uno, numerados por orden de aparición detrás de la identificación del mensaje.
 std::string Cotejo::Lector::bloqueDe(std::string_view adeudo) {
+  if (!deXml_.empty()) {
+    const auto suyos =
+        deXml_.find(Clave(kConTodo, SinNoDada(Valor(adeudo, remesa::kReferenciaAdeudo)),
+                          Valor(adeudo, remesa::kReferenciaMandato), remesa::ImporteDe(adeudo)));
+    if (suyos == deXml_.end() || suyos->second.empty()) return {};
+    std::string bloque = std::move(suyos->second.front());
+    suyos->second.pop_front();
+    return bloque;
+  }
   constexpr std::size_t kMaxIdentificacion = 35;
   std::string clave(LeerCampo(adeudo, remesa::kTipoYCategoria));
   for (const remesa::Posiciones donde : {remesa::kIdentificadorAcreedor, remesa::kFechaCobro,
@@ -165,6 +180,7 @@ void Cotejo::Lector::entregar(Cotejo& cotejo, const std::filesystem::path& ruta)
 Cotejo::Cotejo(const Lote& lote) : lote_(lote), grupoDe_(lote.size()) {
   for (std::size_t i = 0; i < grupoDe_.size(); ++i) {
     const Devolucion devolucion = lote[i];
+    hayBloques_ |= devolucion.alcance == Alcance::Bloque;
     if (devolucion.alcance == Alcance::Adeudo)
       anadirClave(i);
     else if (!devolucion.ficheroOriginal.vacio())
@@ -186,7 +202,7 @@ void Cotejo::anadirClave(std::size_t devolucion) {
 }
 
 bool Cotejo::buscarEn(const std::filesystem::path& remesa, const remesa::AvanceLectura& avance) {
-  Lector lector(*this);
+  Lector lector(*this, remesa);
   RecorrerRemesa(
       remesa, [&](std::string_view registro) { lector.dar(registro); }, avance);
   lector.terminar();

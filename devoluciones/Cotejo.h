@@ -82,6 +82,7 @@ class Cotejo {
   std::vector<std::optional<std::size_t>> grupoDe_;
   std::vector<Grupo> grupos_;
   std::map<std::string, Grupo, std::less<>> enteros_;  // por identificación de fichero
+  bool hayBloques_ = false;                            // alguna devolución es de un bloque entero
   std::vector<Presentado> presentados_;
   std::vector<RemesaPresentada> remesas_;
   std::vector<std::string> cabeceras_;

@@ -125,7 +125,7 @@ void LectorPlano::abrirBloque(std::string_view bytes, bool devuelto) {
   lote_.ponerCabecera(
       {DatoDe(bytes, remesa::kIdentificadorAcreedor), DatoDe(bytes, remesa::kNombreAcreedor),
        DatoDe(bytes, remesa::kCuentaAcreedor), DatoDe(bytes, remesa::kFicheroOriginal),
-       remesa::LeerFecha(LeerCampo(bytes, devuelto ? remesa::kFechaDevolucion : remesa::kFechaCobro))});
+       remesa::LeerFecha(LeerCampo(bytes, devuelto ? remesa::kFechaDevolucion : remesa::kFechaCobro)), 0});
 }
 
 void LectorPlano::adeudo(std::string_view bytes) {

@@ -5,6 +5,7 @@
 #include "devoluciones/Lectores.h"
 #include "ficheros/ErrorEjecucion.h"
 #include "iso20022/LectorXml.h"
+#include "iso20022/QueEs.h"
 
 namespace devoluciones {
 namespace {
@@ -57,6 +58,8 @@ const ClaseMensaje* BuscarMensaje(LectorXml& xml) {
     const auto suceso = xml.siguiente();
     if (suceso == LectorXml::Suceso::Fin || xml.profundidad() > kMaxSobres) return nullptr;
     if (suceso != LectorXml::Suceso::Abre) continue;
+    if (xml.nombre() == u"CstmrDrctDbtInitn")
+      throw FicheroAjeno{u"es una remesa de adeudos en XML (pain.008), no un fichero de devoluciones"_s};
     for (const ClaseMensaje& clase : kMensajes)
       if (xml.nombre() == clase.nombre) return &clase;
   }
@@ -93,7 +96,9 @@ void LeerMensaje(LectorXml& xml, LectorMensaje& lector, const remesa::AvanceLect
 void LeerXml(Lote& lote, const std::filesystem::path& ruta, const remesa::AvanceLectura& avance) {
   LectorXml xml(ruta);
   const ClaseMensaje* clase = BuscarMensaje(xml);
-  if (clase == nullptr) throw FicheroAjeno{"un XML que no es pain.002 ni camt.054"};
+  if (clase == nullptr)
+    throw FicheroAjeno{u"no es un fichero de devoluciones, sino "_s +
+                       iso20022::QueEs(xml.raiz(), xml.espacio())};
   lote.fichero().forma = clase->forma;
   const auto lector = clase->lector(lote);
   try {

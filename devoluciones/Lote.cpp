@@ -11,6 +11,8 @@
 namespace devoluciones {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 remesa::TipoFichero TipoDelFichero(const std::filesystem::path& ruta) {
   std::array<char, 7> cabeza{};
   ficheros::LecturaFichero lectura(ruta);
@@ -31,6 +33,13 @@ std::uint64_t Huella(const Devolucion& d) {
 
 }  // namespace
 
+FicheroAjeno AjenoDe(remesa::TipoFichero tipo, const QString& esperado) {
+  if (tipo == remesa::TipoFichero::Ajeno) return {u"no es "_s + esperado};
+  const std::string_view nombre = remesa::NombreTipo(tipo);
+  return {u"es %1, no %2"_s.arg(QString::fromUtf8(nombre.data(), static_cast<qsizetype>(nombre.size())),
+                                esperado)};
+}
+
 const FicheroLeido& Lote::leer(const std::filesystem::path& ruta, const remesa::AvanceLectura& avance) {
   ficheros_.push_back({.ruta = ruta, .primera = size()});
   quitarCabecera();
@@ -50,7 +59,7 @@ const FicheroLeido& Lote::leer(const std::filesystem::path& ruta, const remesa::
 void Lote::leerEnSuForma(const std::filesystem::path& ruta, const remesa::AvanceLectura& avance) {
   if (iso20022::EmpiezaComoXml(ruta)) return LeerXml(*this, ruta, avance);
   const remesa::TipoFichero tipo = TipoDelFichero(ruta);
-  if (!remesa::EsDeDevoluciones(tipo)) throw FicheroAjeno{std::string(remesa::NombreTipo(tipo))};
+  if (!remesa::EsDeDevoluciones(tipo)) throw AjenoDe(tipo, u"un fichero de devoluciones"_s);
   LeerPlano(*this, ruta, avance);
 }
 
@@ -61,8 +70,7 @@ std::uint64_t Lote::huella(const Entrada& entrada) const {
   std::uint64_t huella = 0;
   for (const remesa::Posiciones donde : {kHastaImporte, remesa::kCuentaDeudor, kDesdeMotivo})
     huella = remesa::Mezclar(huella, remesa::Huella(remesa::LeerCampo(entrada.registro, donde)));
-  const bool conCabecera = entrada.donde != kSinCabecera;
-  return remesa::Mezclar(huella, conCabecera ? Numero(cabeceras_[entrada.donde].fecha) : 0);
+  return entrada.donde == kSinCabecera ? huella : remesa::Mezclar(huella, cabeceras_[entrada.donde].huella);
 }
 
 void Lote::mirarRepetidos() {
@@ -114,7 +122,10 @@ void Lote::anadirRegistro(std::string_view bytes, std::uint64_t numero) {
   entradas_.push_back({bytes, numero, static_cast<std::uint32_t>(ficheros_.size() - 1), cabecera_});
 }
 
-void Lote::ponerCabecera(const Cabecera& cabecera) {
+void Lote::ponerCabecera(Cabecera cabecera) {
+  cabecera.huella = Numero(cabecera.fecha);
+  for (const Dato* dato : {&cabecera.acreedor, &cabecera.ficheroOriginal})
+    cabecera.huella = remesa::Mezclar(cabecera.huella, remesa::Huella(dato->bytes()));
   cabecera_ = static_cast<std::uint32_t>(cabeceras_.size());
   cabeceras_.push_back(cabecera);
 }

@@ -62,15 +62,19 @@ struct FicheroLeido {
   std::vector<AvisoLectura> avisos = {};
 };
 
-/// El fichero no es de devoluciones: qué es, en español y para seguir a «es».
+/// El fichero no es lo que se pide.
 struct FicheroAjeno {
-  std::string queEs;
+  QString porque;  ///< En una frase sin punto ni mayúscula: "es una remesa de adeudos, no …".
 };
+
+/// De un fichero de texto que no es `esperado` ("una remesa").
+FicheroAjeno AjenoDe(remesa::TipoFichero tipo, const QString& esperado);
 
 /// Lo que un registro de cabecera dice de las devoluciones que le siguen.
 struct Cabecera {
   Dato acreedor, nombre, cuenta, ficheroOriginal;
   std::optional<remesa::Dia> fecha;  ///< De cobro en un rechazo; de devolución en una devolución.
+  std::uint64_t huella = 0;          ///< La pone el lote.
 };
 
 /// Las devoluciones de uno o varios ficheros, en su orden. De las que vienen en un registro solo guarda dónde
@@ -99,7 +103,7 @@ class Lote {
   void anadir(const Devolucion& devolucion, std::uint64_t linea);
   /// Un registro de adeudo, que sigue a la última cabecera o, sin ella, a ninguna.
   void anadirRegistro(std::string_view bytes, std::uint64_t numero);
-  void ponerCabecera(const Cabecera& cabecera);
+  void ponerCabecera(Cabecera cabecera);
   void quitarCabecera() { cabecera_ = kSinCabecera; }
   bool hayCabecera() const { return cabecera_ != kSinCabecera; }
   void reservar(std::size_t mas) { entradas_.reserve(entradas_.size() + mas); }

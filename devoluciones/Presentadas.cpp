@@ -2,13 +2,17 @@
 
 #include <vector>
 
-#include "devoluciones/Lote.h"
+#include "comunes/plataforma/Texto.h"
+#include "devoluciones/LectorXmlDevoluciones.h"
 #include "ficheros/Lectura.h"
 #include "iso20022/LectorXml.h"
+#include "iso20022/LecturaMensaje.h"
 #include "remesa/LineasFichero.h"
 
 namespace devoluciones {
 namespace {
+
+using namespace Qt::StringLiterals;
 
 constexpr std::size_t kTrozoRemesa = std::size_t{1} << 20;
 
@@ -20,7 +24,7 @@ void RecorrerTexto(const std::filesystem::path& ruta, const std::function<void(s
   std::vector<char> bufer(kTrozoRemesa);
   std::string_view trozo(bufer.data(), lectura.leer(bufer));
   const remesa::TipoFichero tipo = remesa::TipoDe(trozo);
-  if (tipo != remesa::TipoFichero::Presentacion) throw FicheroAjeno{std::string(remesa::NombreTipo(tipo))};
+  if (tipo != remesa::TipoFichero::Presentacion) throw AjenoDe(tipo, u"una remesa"_s);
   for (std::uintmax_t leidos = 0; !trozo.empty(); trozo = {bufer.data(), lectura.leer(bufer)}) {
     lineas.dar(trozo);
     if (avance) avance(leidos += trozo.size(), lectura.tamano());
@@ -28,12 +32,53 @@ void RecorrerTexto(const std::filesystem::path& ruta, const std::function<void(s
   lineas.terminar();
 }
 
+void RecorrerXml(const std::filesystem::path& ruta, const std::function<void(std::string_view)>& recibir,
+                 const remesa::AvanceLectura& avance) {
+  iso20022::MensajeLeido mensaje = iso20022::LeerMensaje(ruta, avance);
+  if (!mensaje.rechazo.isEmpty()) {
+    mensaje.rechazo.front() = mensaje.rechazo.front().toLower();
+    throw FicheroAjeno{mensaje.rechazo};
+  }
+  for (const std::string_view registro : mensaje.registros)
+    recibir(registro);
+}
+
 }  // namespace
 
 void RecorrerRemesa(const std::filesystem::path& ruta, const std::function<void(std::string_view)>& recibir,
                     const remesa::AvanceLectura& avance) {
-  if (iso20022::EmpiezaComoXml(ruta)) throw FicheroAjeno{"un XML"};
-  RecorrerTexto(ruta, recibir, avance);
+  iso20022::EmpiezaComoXml(ruta) ? RecorrerXml(ruta, recibir, avance) : RecorrerTexto(ruta, recibir, avance);
+}
+
+std::vector<AdeudoDeBloque> BloquesXml(const std::filesystem::path& ruta) {
+  constexpr QStringView kBloque = u"PmtInf", kOperacion = u"DrctDbtTxInf";
+  std::vector<AdeudoDeBloque> adeudos;
+  if (!iso20022::EmpiezaComoXml(ruta)) return adeudos;
+  iso20022::LectorXml xml(ruta);
+  QString bloque;
+  AdeudoDeBloque actual;
+  for (auto suceso = xml.siguiente(); suceso != iso20022::LectorXml::Suceso::Fin; suceso = xml.siguiente()) {
+    const QStringView nombre = xml.nombre();
+    if (suceso == iso20022::LectorXml::Suceso::Abre) {
+      if (nombre == kBloque) bloque.clear();
+      if (nombre == kOperacion) actual = {};
+      continue;
+    }
+    const QString texto = xml.texto().trimmed();
+    if (nombre == u"PmtInfId") {
+      bloque = texto;
+    } else if (nombre == u"EndToEndId") {
+      actual.referencia = comunes::AWindows1252(texto);
+    } else if (nombre == u"MndtId") {
+      actual.mandato = comunes::AWindows1252(texto);
+    } else if (nombre == u"InstdAmt") {
+      actual.importe = LeerCentimos(texto).value_or(0);
+    } else if (nombre == kOperacion) {
+      actual.bloque = comunes::AWindows1252(bloque);
+      adeudos.push_back(std::move(actual));
+    }
+  }
+  return adeudos;
 }
 
 }  // namespace devoluciones

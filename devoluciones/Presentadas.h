@@ -2,7 +2,9 @@
 
 #include <filesystem>
 #include <functional>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "remesa/Fichero.h"
 
@@ -13,5 +15,13 @@ namespace devoluciones {
 /// remesa.
 void RecorrerRemesa(const std::filesystem::path& ruta, const std::function<void(std::string_view)>& recibir,
                     const remesa::AvanceLectura& avance = {});
+
+/// En qué bloque (PmtInfId) va cada adeudo de un pain.008, que en los registros no está.
+struct AdeudoDeBloque {
+  std::string bloque, referencia, mandato;  ///< Bytes de registro.
+  std::int64_t importe = 0;
+};
+/// En el orden del mensaje; ninguno si el fichero no es un XML.
+std::vector<AdeudoDeBloque> BloquesXml(const std::filesystem::path& ruta);
 
 }  // namespace devoluciones

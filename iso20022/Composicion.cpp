@@ -58,12 +58,10 @@ constexpr int kFin = static_cast<int>(kLongitudRegistro) + 1;
 
 /// ¿Se ha leído algo de los campos de una clase que están antes de una posición?
 bool HayAlgo(Grado grado, C clase, const Leidos& leidos, int antesDe = kFin) {
-  const auto& tabla = Tabla::Unica();
-  for (const Entrada& entrada : tabla.entradas(grado)) {
+  for (const Entrada& entrada : Tabla::Unica().entradas(grado)) {
     if (entrada.de->clase != clase || entrada.de->donde.desde >= antesDe) continue;
-    const auto elementos = tabla.elementos(grado);
-    for (std::size_t i = entrada.primero; i < elementos.size() && elementos[i].de == entrada.de; ++i)
-      if (leidos.hay(i)) return true;
+    for (std::size_t i = 0; i < entrada.elementos; ++i)
+      if (leidos.hay(entrada.primero + i)) return true;
   }
   return false;
 }

@@ -219,11 +219,12 @@ constexpr std::array kNombres02{
 Tabla::Tabla() {
   for (const Correspondencia& c : kCorrespondencias) {
     auto& elementos = elementos_[static_cast<std::size_t>(c.grado)];
-    const Entrada entrada{&c, elementos.size(), CamposDesde(c.clase, c.donde)};
+    const auto partes = Partes(c.forma);
+    const Entrada entrada{&c, elementos.size(), std::max<std::size_t>(partes.size(), 1),
+                          CamposDesde(c.clase, c.donde)};
     entradas_[static_cast<std::size_t>(c.grado)].push_back(entrada);
     if (c.uso == Uso::Ambos)
       deClase_[static_cast<std::size_t>(c.grado)][static_cast<std::size_t>(c.clase)].push_back(entrada);
-    const auto partes = Partes(c.forma);
     if (partes.empty()) elementos.push_back({&c, 0, std::string(c.ruta), c.uso});
     for (std::uint8_t i = 0; i < partes.size(); ++i)
       elementos.push_back({&c, i, std::string(c.ruta).append("/").append(partes[i].ruta),

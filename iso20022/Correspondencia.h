@@ -87,10 +87,10 @@ struct Elemento {
   Uso uso;
 };
 
-/// Lo que ocupa una correspondencia: sus elementos son los que siguen a `primero` en su grado.
+/// Lo que ocupa una correspondencia: tantos elementos desde `primero`, en los de su grado.
 struct Entrada {
   const Correspondencia* de;
-  std::size_t primero;
+  std::size_t primero, elementos;
   std::span<const remesa::Campo> campos;  ///< El suyo y los que le siguen en su registro.
 };
 

@@ -276,15 +276,16 @@ void Exportacion::Examen::anotarRemesa(N codigo, std::uint64_t cuenta, std::stri
 
 void Exportacion::Examen::terminar() {
   ResumenExportacion& r = e_.resumen_;
+  fuente_ = 0;
   resumir();
   const std::uint64_t caben = e_.opciones_.cada == 0 ? r.adeudos : e_.opciones_.cada;
   r.mensajes = r.adeudos == 0 ? 0 : (r.adeudos + caben - 1) / caben;
   r.bloques = contarBloques();
-  fuente_ = 0;
   if (r.adeudos == 0 && !remesaMala_) anotarRemesa(N::SinAdeudos, r.omitidos);
   if (r.mensajes > kMaxMensajes)
     anotarRemesa(N::DemasiadosMensajes, r.mensajes, {}, std::to_string(kMaxMensajes));
-  r.posible = !remesaMala_ && (r.errores == 0 || e_.opciones_.omitir);
+  r.salvable = !remesaMala_;
+  r.posible = r.salvable && (r.errores == 0 || e_.opciones_.omitir);
 }
 
 void Exportacion::Examen::resumir() {

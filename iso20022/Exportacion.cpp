@@ -24,7 +24,7 @@ std::string ConNumero(std::string_view identificacion, std::uint64_t numero) {
 }
 
 /// "remesa.xml" y 2: "remesa-2.xml".
-std::filesystem::path Numerada(const std::filesystem::path& destino, std::size_t numero) {
+std::filesystem::path Numerada(const std::filesystem::path& destino, std::uint64_t numero) {
   std::filesystem::path nombre = destino.stem();
   nombre += "-" + std::to_string(numero);
   nombre += destino.extension();
@@ -116,18 +116,23 @@ std::vector<std::filesystem::path> Exportacion::escribir(const std::filesystem::
                                                          const Avance& avance) {
   if (!resumen_.posible) throw ficheros::ErrorEjecucion(ficheros::kArgumentoNoValido);
   const auto mensajes = repartir();
-  const bool varios = mensajes.size() > 1;
+  auto destinos = rutas(destino);
   ficheros::EscrituraConjunta escritura;
   Redaccion redaccion(*this, avance);
-  std::vector<std::filesystem::path> rutas;
-  for (const Mensaje& mensaje : mensajes) {
-    const std::size_t numero = varios ? rutas.size() + 1 : 0;
-    rutas.push_back(varios ? Numerada(destino, numero) : destino);
-    ficheros::EscrituraSegura& fichero = escritura.anadir(rutas.back());
-    if (!redaccion.mensaje(mensaje, numero, fichero)) return {};
+  for (std::size_t i = 0; i < mensajes.size(); ++i) {
+    ficheros::EscrituraSegura& fichero = escritura.anadir(destinos[i]);
+    if (!redaccion.mensaje(mensajes[i], mensajes.size() > 1 ? i + 1 : 0, fichero)) return {};
     fichero.volcar();
   }
   escritura.confirmar();
+  return destinos;
+}
+
+std::vector<std::filesystem::path> Exportacion::rutas(const std::filesystem::path& destino) const {
+  if (resumen_.mensajes <= 1) return {destino};
+  std::vector<std::filesystem::path> rutas;
+  for (std::uint64_t i = 1; i <= resumen_.mensajes; ++i)
+    rutas.push_back(Numerada(destino, i));
   return rutas;
 }
 

@@ -26,6 +26,7 @@ struct ResumenExportacion {
   std::uint64_t importeOmitido = 0;  ///< De los omitidos que dicen alguno.
   std::uint64_t errores = 0;
   std::uint64_t avisos = 0;
+  bool salvable = false;  ///< Los errores son todos de adeudos o de su 02, y quedan otros que escribir.
   /// No hay ningún error, o solo los que se salvan dejando adeudos fuera y se pidió hacerlo.
   bool posible = false;
 };
@@ -44,6 +45,9 @@ class Exportacion {
   /// Da a `recibir` todo lo que hay que saber, de la primera a la última línea y luego los resúmenes. nullopt
   /// si `avance` lo detuvo. Una sola vez. Lanza ErrorEjecucion si no se puede leer.
   std::optional<ResumenExportacion> examinar(const ReceptorNotas& recibir, const Avance& avance = {});
+
+  /// Los ficheros que escribiría.
+  std::vector<std::filesystem::path> rutas(const std::filesystem::path& destino) const;
 
   /// Escribe los mensajes: en `destino` o, si son varios, en destino-1, destino-2…, con su extensión. Todos o
   /// ninguno. Da las rutas; ninguna si `avance`, que recibe adeudos, lo detuvo. Lanza ErrorEjecucion si no se

@@ -197,6 +197,12 @@ bool Traduccion::adeudo(const AdeudoLeido& adeudo) {
     if (Recortar(suyo).empty()) anotar(N::OpcionalVacio, opcional, {0, 0}, {});
     mirarLibre(opcional, clase);
   }
+  const auto algo = [this](const Entrada& entrada) {
+    return std::ranges::any_of(valores(Grado::Adeudo).subspan(entrada.primero, entrada.elementos),
+                               [](std::string_view valor) { return !valor.empty(); });
+  };
+  if (adeudo.hay(C::Mandato) && std::ranges::any_of(Tabla::Unica().entradas(Grado::Adeudo, C::Mandato), algo))
+    poner(Grado::Adeudo, Forma::CambioMandato, "true");
   if (adeudo.hay(C::Balanza)) anotar(N::Balanza, adeudo.de(C::Balanza), {0, 0}, {});
   return !malo_;
 }

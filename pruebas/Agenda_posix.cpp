@@ -7,6 +7,7 @@
 
 #include "Carpeta.h"
 #include "Registros.h"
+#include "UsuarioCorriente.h"
 #include "comunes/herramientas/FicheroAgenda.h"
 #include "comunes/plataforma/Texto.h"
 
@@ -90,6 +91,21 @@ TEST_F(FicheroDeAgenda, UnaMuerteAlGuardarDejaLoViejoOLoNuevo) {
   EXPECT_TRUE(aMedias);  // si no, no se mató a nadie guardando
   EXPECT_EQ(QDir(QFileInfo(ruta()).path()).entryList(QDir::Files | QDir::Hidden),
             QStringList({"Telefonos.csv", "Telefonos.csv.lock"}));
+}
+
+// Solo la que no existe está vacía: sobre la que ahora no se deja mirar no se guarda.
+TEST_F(FicheroDeAgenda, LaQueNoSeDejaMirarNoEstaVacia) {
+  FicheroAgenda otra(ruta());
+  anadir(otra, u"Ana"_s);
+  std::filesystem::permissions(carpeta_, std::filesystem::perms::all);
+  std::filesystem::permissions(carpeta_ / "datos", std::filesystem::perms::none);
+  {
+    const pruebas::UsuarioCorriente usuario;
+    FicheroAgenda fichero(ruta());
+    EXPECT_EQ(pruebas::NumeroError([&] { fichero.releer(); }), ficheros::kPermisoDenegado);
+  }
+  std::filesystem::permissions(carpeta_ / "datos", std::filesystem::perms::all);
+  EXPECT_EQ(Nombres(leida()), QStringList("Ana"));
 }
 
 TEST_F(FicheroDeAgenda, LoQueNoSePuedeGuardarNoCambiaNada) {

@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <random>
 
+#include "Carpeta.h"
 #include "Registros.h"
 #include "consola/UnionBloques.h"
 #include "ficheros/EscrituraSegura.h"
@@ -85,7 +87,8 @@ Registros UnirLlano(const Registros& acumulada, const Registros& previo) {
   long long general[3] = {0, 0, presentador.empty() ? 1 : 2};
   for (const std::string& acreedor : acreedores) {
     std::vector<BloqueLlano> suyos;
-    std::ranges::copy_if(bloques, std::back_inserter(suyos), [&](auto& b) { return b.acreedor() == acreedor; });
+    std::ranges::copy_if(bloques, std::back_inserter(suyos),
+                         [&](auto& b) { return b.acreedor() == acreedor; });
     std::ranges::stable_sort(suyos, {}, &BloqueLlano::fecha);
     long long suma[3] = {0, 0, 1};
     for (BloqueLlano& b : suyos) {
@@ -141,8 +144,8 @@ class Azar {
   }
 
   std::string registro03(const std::string& dato) {
-    static const std::string kComienzos[] = {"", "0000000000000000", "00000000000000000000000000000000", "\xD1",
-                                             "REF"};
+    static const std::string kComienzos[] = {"", "0000000000000000", "00000000000000000000000000000000",
+                                             "\xD1", "REF"};
     const std::string referencia = A600(de(kComienzos) + std::to_string(hasta(12))).substr(0, 35);
     std::string r = A600("0319143" + dato + referencia + std::string(43, ' ') +
                          Cifras(static_cast<long long>(hasta(100000000000)), 11) + std::to_string(++numero_));
@@ -159,7 +162,8 @@ class Azar {
       registros.push_back(cabecera());
       for (std::size_t n = hasta(12); n > 0; --n) {
         registros.push_back(registro03(unaDe(3) ? de(kDatos) : "003"));
-        if (unaDe(12)) registros.push_back(unaDe(2) ? A600("04") : unaDe(2) ? "" : "77" + std::string(hasta(80000), 'y'));
+        if (unaDe(12))
+          registros.push_back(unaDe(2) ? A600("04") : unaDe(2) ? "" : "77" + std::string(hasta(80000), 'y'));
       }
       if (!unaDe(5)) registros.push_back(A600(unaDe(3) ? "05" : "04"));
     }
@@ -194,7 +198,7 @@ class Bloques : public Carpeta {
     std::string salida;
     EscribirBloques(lectura.reparto(), Enteros(lectura.reparto()), lectura.fuente(), {},
                     [&](std::string_view bytes) { salida += bytes; });
-    lectura.fuente().terminar();
+    lectura.terminar();
     return salida;
   }
 };

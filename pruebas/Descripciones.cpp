@@ -4,13 +4,10 @@
 
 #include <QFile>
 #include <QTemporaryDir>
-#include <random>
 
 #include "comunes/plataforma/Formatos.h"
 #include "comunes/plataforma/IniFiles.h"
-#include "comunes/plataforma/Texto.h"
 #include "remesa/Campos.h"
-#include "remesa/SEPA.h"
 #include "ventanas/editor/Ayudas.h"
 
 using namespace editor;
@@ -40,17 +37,6 @@ constexpr std::pair<const char*, const char*> kDisenos[] = {{"01", "0119143001"}
                                                             {"23", "2319143003"},
                                                             {"24", "24"},
                                                             {"25", "25"}};
-
-std::vector<QString> leer(const Descripcion& diseno, std::string_view registro) {
-  std::vector<QString> valores;
-  for (const CampoDescrito& campo : diseno.campos)
-    valores.push_back(ValorCampo(registro, campo));
-  return valores;
-}
-
-std::string IdaYVuelta(const Descripcion& diseno, std::string_view registro) {
-  return EscribirRegistro(diseno.campos, leer(diseno, registro), {});
-}
 
 Ayuda ayudaDebida(const remesa::Campo& campo, bool totales) {
   switch (campo.valor) {
@@ -119,6 +105,9 @@ TEST(Descripciones, UnaLineaDeCampoSeLeePorColumnas) {
   EXPECT_EQ(raro.ayuda, Ayuda::Ninguna);
   EXPECT_EQ(raro.explicacion, "explica");
   EXPECT_EQ(ValorCampo("0319143003", raro), "");
+  // Los huecos entre campos corren a la izquierda los que siguen.
+  const CampoDescrito campos[] = {LeerCampo("A;2;1;S;A;I"), LeerCampo("B;3;5;S;A;I")};
+  EXPECT_EQ(EscribirRegistro(campos, std::vector<QString>{"ab", "cde"}), "abcde");
 }
 
 TEST(Descripciones, LaSeccionDependeDelTipoDeFichero) {
@@ -157,27 +146,6 @@ TEST(Descripciones, ElTextoSeReduceASEPAYSeRellena) {
     campo.longitud = c[1].toInt();
     EXPECT_EQ(BytesCampo(campo, c[2]), c[3].toStdString()) << caso;
   }
-}
-
-// Con cualquier byte, lo que no se toca solo cambia por la reducción; lo que ya es de SEPA no cambia.
-TEST(Descripciones, LeerYEscribirConservaElRegistro) {
-  std::mt19937 azar(19143);
-  std::uniform_int_distribution<int> byte(0, 255);
-  for (const auto& [seccion, cabeza] : kDisenos) {
-    const Descripcion diseno = LeerDescripcion(kAjustes, seccion);
-    for (int vez = 0; vez < 40; ++vez) {
-      std::string registro(remesa::kLongitudRegistro, ' ');
-      for (char& c : registro)
-        c = static_cast<char>(byte(azar));
-      const std::string reducido = remesa::TextoSEPA(registro);
-      ASSERT_EQ(IdaYVuelta(diseno, registro), reducido) << seccion;
-      ASSERT_EQ(IdaYVuelta(diseno, reducido), reducido) << seccion;
-    }
-    EXPECT_EQ(IdaYVuelta(diseno, "01corto"), "01corto" + std::string(593, ' '));
-    EXPECT_EQ(IdaYVuelta(diseno, std::string(700, 'A')), std::string(600, 'A'));
-  }
-  // Los huecos entre campos corren a la izquierda los que siguen.
-  EXPECT_EQ(IdaYVuelta({{}, {}, {LeerCampo("A;2;1;S;A;I"), LeerCampo("B;3;5;S;A;I")}}, "ab..cde"), "abcde");
 }
 
 class Ayudas : public testing::Test {

@@ -5,6 +5,7 @@
 #include "Registros.h"
 #include "comunes/plataforma/Formatos.h"
 #include "devoluciones/Textos.h"
+#include "iso20022/Exportacion.h"
 #include "remesa/Comprobacion.h"
 #include "remesa/TotalesNorma.h"
 
@@ -29,11 +30,13 @@ std::vector<std::string> Fichero(char cifra, const std::vector<Caso>& adeudos,
   std::vector<std::string> registros{
       pruebas::Registro(codigo('1') + "1",
                         {{kIdentificadorPresentador, acreedor},
+                         {kNombrePresentador, "GIMNASIO ACUARIO"},
+                         {kFechaCreacion, "20261124"},
                          {kIdentificacionFichero, cifra == '0' ? original : "DEV-DEL-BANCO"}}),
       pruebas::Registro(codigo('2') + "2", {{kIdentificadorAcreedor, acreedor},
                                             {kFechaCobro, cifra == '2' ? "20261203" : fecha},
                                             {kNombreAcreedor, "GIMNASIO ACUARIO"},
-                                            {kCuentaAcreedor, "ES2599912345678901234567"},
+                                            {kCuentaAcreedor, "ES9121000418450200051332"},
                                             {kFicheroOriginal, cifra == '0' ? "" : original}})};
   for (const Caso& a : adeudos)
     registros.push_back(
@@ -106,12 +109,17 @@ std::string Aviso(ClaseAviso clase, const std::string& resto) {
   return std::to_string(static_cast<int>(clase)) + "x" + resto;
 }
 
+// Y todos están en el manual.
 TEST(Motivos, LosDelCuadernoYLosDelEsquema) {
+  std::ifstream fichero(DIR_PROYECTO "/docs/manual.md");
+  const std::string manual{std::istreambuf_iterator<char>(fichero), {}};
   std::set<std::string_view> deNuevo;
   for (const Motivo& motivo : Motivos()) {
     EXPECT_EQ(BuscarMotivo(motivo.codigo), &motivo);
     EXPECT_FALSE(motivo.texto.empty() || motivo.consejo.empty()) << motivo.codigo;
     EXPECT_EQ((std::string(motivo.texto) + std::string(motivo.consejo)).find(';'), std::string::npos);
+    const std::string enManual = "| " + std::string(motivo.codigo) + " | " + std::string(motivo.texto) + " | ";
+    EXPECT_NE(manual.find(enManual), std::string::npos) << enManual;
     if (motivo.intento == Intento::OtraVez) deNuevo.insert(motivo.codigo);
   }
   EXPECT_EQ(deNuevo, (std::set<std::string_view>{"AM04", "ED05", "MS03", "TM01"}));
@@ -246,19 +254,21 @@ TEST_F(Devueltos, ElMismoFicheroYElQueNoEs) {
   EXPECT_EQ(Recontar(lote_).total.adeudos, 2);
   EXPECT_EQ(Recontar(lote_).porMotivo[0].cuenta.importe, 101);
   const std::pair<const char*, const char*> ajenos[] = {
-      {"0119143001", "una remesa de adeudos"},
-      {"", "un fichero que no es de adeudos"},
-      {"<Document><CstmrDrctDbtInitn/></Document>", "un XML que no es pain.002 ni camt.054"}};
+      {"0119143001", "es una remesa de adeudos, no un fichero de devoluciones"},
+      {"", "no es un fichero de devoluciones"},
+      {"<Document><CstmrDrctDbtInitn/></Document>",
+       "es una remesa de adeudos en XML (pain.008), no un fichero de devoluciones"},
+      {"<Facturae/>", "no es un fichero de devoluciones, sino factura electrónica"}};
   for (const auto& [contenido, queEs] : ajenos) {
     try {
       leer(contenido, "ajeno");
       FAIL() << contenido;
     } catch (const FicheroAjeno& ajeno) {
-      EXPECT_EQ(ajeno.queEs, queEs);
+      EXPECT_EQ(ajeno.porque.toStdString(), queEs);
     }
   }
-  EXPECT_EQ(pruebas::NumeroError([&] { leer("<Document", "roto"); }), 321);
-  EXPECT_EQ(pruebas::NumeroError([&] { lote_.leer(carpeta_ / "falta"); }), 53);
+  EXPECT_EQ(pruebas::NumeroError([&] { leer("<Document", "roto"); }), ficheros::kFormatoNoValido);
+  EXPECT_EQ(pruebas::NumeroError([&] { lote_.leer(carpeta_ / "falta"); }), ficheros::kNoEncontrado);
   EXPECT_EQ(lote_.ficheros().size(), 3U);
 }
 
@@ -565,14 +575,14 @@ TEST_F(Siguiente, HaceLaRemesaConLosRegistrosEnteros) {
   ASSERT_EQ(registros.size(), 13U);
   EXPECT_EQ(LeerCampo(registros[0], kIdentificacionFichero), "PRE2026120908300000000ACUARIO000000");
   EXPECT_EQ(LeerCampo(registros[0], kFechaCreacion), "20261209");
-  for (const std::size_t i : {1, 7})
+  for (const std::size_t i : {1, 8})
     EXPECT_EQ(LeerCampo(registros[i], kFechaCobro), "20270104");
   // Por referencia, con los opcionales detrás de su adeudo y sin cambiar nada.
   EXPECT_EQ(registros[2], noviembre[4]);
   EXPECT_EQ(registros[3], cuarto);
   EXPECT_EQ(registros[4], sexto);
   EXPECT_EQ(registros[5], noviembre[2]);
-  EXPECT_EQ(Recortar(LeerCampo(registros[8], kReferenciaAdeudo)), "Z-2");
+  EXPECT_EQ(Recortar(LeerCampo(registros[9], kReferenciaAdeudo)), "Z-2");
   EXPECT_EQ(nueva.adeudos, 3U);
   EXPECT_EQ(nueva.importe, 450);
   EXPECT_EQ(nueva.conSufijo, 1U);
@@ -603,26 +613,38 @@ TEST_F(Siguiente, HaceLaRemesaConLosRegistrosEnteros) {
   EXPECT_TRUE(HacerRemesa(lote_, cotejo, peticion).registros.empty());
 }
 
-// Un bloque entero son sus adeudos, menos los que tienen su línea, que es la que dice si van.
+// Un bloque entero son sus adeudos, menos los que tienen su línea, que es la que dice si van. Sea la remesa
+// de texto o el XML en que se exportó.
 TEST_F(Siguiente, UnBloqueEnteroSonLosSuyos) {
   const std::string larga(35, 'L');
-  presentar("r.Q19", Fichero('0', {{"R1", "M1", "00000000100", ""},
-                                   {larga, "M2", "00000000200", ""},
-                                   {larga, "M3", "00000000300", ""}}));
+  auto remesa = Fichero('0', {{"R1", "M1", "00000000100", ""},
+                              {larga, "M2", "00000000200", ""},
+                              {"DE OTRO TIPO", "M5", "00005000000", ""},
+                              {larga, "M3", "00000000300", ""}});
+  EscribirCampo(remesa[4], kTipoAdeudo, "OOFF");
+  const auto texto = escribir("r.Q19", Unidos(remesa)), xml = carpeta_ / "r.xml";
+  std::vector<std::unique_ptr<iso20022::Fuente>> fuentes;
+  fuentes.push_back(std::make_unique<iso20022::FuenteFichero>(texto));
+  iso20022::Exportacion exportacion(std::move(fuentes), {});
+  ASSERT_TRUE(exportacion.examinar([](const iso20022::Nota&) {})->posible);
+  exportacion.escribir(xml);
   const std::string id(kOriginal);
   leer(Xml("CstmrPmtStsRpt",
            "<OrgnlGrpInfAndSts><OrgnlMsgId>" + id +
                "</OrgnlMsgId></OrgnlGrpInfAndSts><OrgnlPmtInfAndSts><OrgnlPmtInfId>" + id.substr(0, 33) +
-               "-1</OrgnlPmtInfId><OrgnlNbOfTxs>3</OrgnlNbOfTxs><PmtInfSts>RJCT</"
-               "PmtInfSts><StsRsnInf><Rsn><Cd>TM01</Cd></Rsn></StsRsnInf>"
-               "<TxInfAndSts><OrgnlEndToEndId>R1</OrgnlEndToEndId><StsRsnInf><Rsn><Cd>MD07</Cd></Rsn></"
-               "StsRsnInf></TxInfAndSts></OrgnlPmtInfAndSts>"));
-  const Cotejo cotejo = cotejar();
-  const RemesaNueva nueva = HacerRemesa(lote_, cotejo, {Propuestas(lote_), 2027y / 1 / 4, {}});
-  EXPECT_EQ(nueva.adeudos, 2U);
-  EXPECT_EQ(nueva.importe, 500);
-  EXPECT_EQ(LeerCampo(nueva.registros[2], kReferenciaAdeudo), std::string(33, 'L') + "-2");
-  EXPECT_EQ(LeerCampo(nueva.registros[3], kReferenciaAdeudo), larga);
+               "-1</OrgnlPmtInfId><OrgnlNbOfTxs>3</OrgnlNbOfTxs><PmtInfSts>RJCT</PmtInfSts><StsRsnInf><Rsn>"
+               "<Cd>TM01</Cd></Rsn></StsRsnInf><TxInfAndSts><OrgnlEndToEndId>R1</OrgnlEndToEndId><StsRsnInf>"
+               "<Rsn><Cd>MD07</Cd></Rsn></StsRsnInf></TxInfAndSts></OrgnlPmtInfAndSts>"));
+  for (const auto& presentada : {texto, xml}) {
+    Cotejo cotejo(lote_);
+    cotejo.buscarEn(presentada);
+    const RemesaNueva nueva = HacerRemesa(lote_, cotejo, {Propuestas(lote_), 2027y / 1 / 4, {}});
+    EXPECT_EQ(nueva.adeudos, 2U) << presentada;
+    EXPECT_EQ(nueva.importe, 500) << presentada;
+    ASSERT_EQ(nueva.registros.size(), 7U);
+    EXPECT_EQ(LeerCampo(nueva.registros[2], kReferenciaAdeudo), std::string(33, 'L') + "-2");
+    EXPECT_EQ(LeerCampo(nueva.registros[3], kReferenciaAdeudo), larga);
+  }
 }
 
 TEST(Siguientes, ProponeElPrimerDiaHabilConUnDiaDePlazo) {

@@ -27,8 +27,15 @@ QString SinBlancos(std::string_view texto) {
 TEST(Ejemplos, SeRegeneranIguales) {
   const QTemporaryDir nuevos;
   ASSERT_EQ(QProcess::execute("python3", {DIR_EJEMPLOS "/generar", nuevos.path()}), 0);
-  const QStringList nombres = QDir(DIR_EJEMPLOS).entryList({"*.Q19"});
-  EXPECT_EQ(QDir(nuevos.path()).entryList(QDir::Files), nombres);
+  const auto ficheros = [](const QString& carpeta, const QStringList& cuales) {
+    QStringList nombres = QDir(carpeta).entryList(cuales, QDir::Files);
+    for (const QString& nombre : QDir(carpeta + u"/devoluciones"_s).entryList(QDir::Files))
+      nombres += u"devoluciones/"_s + nombre;
+    return nombres;
+  };
+  const QStringList nombres = ficheros(DIR_EJEMPLOS, {"*.Q19"});
+  EXPECT_EQ(ficheros(nuevos.path(), {"*"}), nombres);
+  EXPECT_GE(nombres.size(), 12);
   for (const QString& nombre : nombres)
     EXPECT_TRUE(Leer(nuevos.filePath(nombre)) == Leer(u"" DIR_EJEMPLOS u"/"_s + nombre))
         << nombre.toStdString();

@@ -114,7 +114,7 @@ TEST(Explorar, PreguntaPorElNombreFinal) {
   EXPECT_EQ(pedidas[1].nombre, "vieja.txt");
 
   pedidas.clear();
-  contestar("&Si");
+  contestar("&Sí");
   EXPECT_EQ(DialogoFichero(false, nullptr, "", "q19", false, "", kRegla), respuestas[0]);
   EXPECT_EQ(pedidas.size(), 1);
 }

@@ -91,7 +91,7 @@ TEST_F(Guardados, LoQueNoSePuedeSustituirSeRechaza) {
   guardar(carpeta_ / std::string(255, 'y'), "x");
   ficheros::EscrituraSegura salida(carpeta_ / "dir" / "f");
   fs::remove_all(carpeta_ / "dir");
-  EXPECT_EQ(NumeroError([&] { salida.confirmar(); }), 76);
+  EXPECT_EQ(NumeroError([&] { salida.confirmar(); }), ficheros::kRutaNoEncontrada);
 }
 
 TEST_F(Guardados, DeLosTemporalesSoloQuitaLosFicherosDeLosMuertos) {

@@ -154,8 +154,7 @@ TEST_F(PruebaVentanaHallazgos, AlGuardarSeDiceYSeVe) {
   const ConDestino destino(carpeta_ / "salida.Q19");
   Cajas cajas{"Si"};
   v.pulsar("Guardar");
-  EXPECT_TRUE(v.texto("EstadoMensaje").startsWith("Guardado con 1 error y "))
-      << v.texto("EstadoMensaje").toStdString();
+  EXPECT_TRUE(v.veredicto().startsWith("Guardado con 1 error y ")) << v.texto("EstadoMensaje").toStdString();
   ASSERT_TRUE(v.hijo("VerComprobacion")->isVisible());
   v.pulsar("VerComprobacion");
   const Lista lista(v);

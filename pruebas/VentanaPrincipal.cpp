@@ -94,7 +94,7 @@ TEST_F(VentanaPrincipal, UnirCorregirYGuardar) {
   v.pulsar("Guardar");
   EXPECT_EQ(leer(carpeta_ / "unida.Q19"), Fichero(Recalculada(esperado)));
   // Los avisos dependen del día en que se prueba.
-  EXPECT_TRUE(v.texto("EstadoMensaje").startsWith("Guardado con 29 errores y "));
+  EXPECT_TRUE(v.veredicto().startsWith("Guardado con 29 errores y "));
   EXPECT_TRUE(v.texto("EstadoMensaje").endsWith(" en " + comunes::DesdeRuta(carpeta_ / "unida.Q19")));
   EXPECT_TRUE(v.acumulado().empty());
   EXPECT_FALSE(v.importado()) << "lo previsualizado puede volver a importarse";
@@ -248,7 +248,51 @@ TEST_F(VentanaPrincipal, NombresQueSoloSeDistinguenPorLasMayusculas) {
   EXPECT_EQ(v.texto("AvisoPreview"), "");
   QTest::keyClick(v.Ficheros, Qt::Key_Down);
   EXPECT_TRUE(v.importado());
-  EXPECT_TRUE(v.texto("AvisoPreview").contains(nombres[0])) << v.texto("AvisoPreview").toStdString();
+  EXPECT_TRUE(v.texto("AvisoPreview").startsWith(nombres[1] + " se queda fuera: ya se importó "))
+      << v.texto("AvisoPreview").toStdString();
+  EXPECT_TRUE(v.texto("AvisoPreview").contains(nombres[0]));
+}
+
+TEST_F(VentanaPrincipal, NombresQueSeParecenSonOtros) {
+  escribir("straße.Q19", Fichero(Remesa("20260405", {kUno})));
+  escribir("strasse.Q19", Fichero(Remesa("20260405", {kDos})));
+  Ventana v(carpeta_);
+  v.importar("straße.Q19");
+  v.importar("strasse.Q19");
+  EXPECT_EQ(v.texto("InfoAcumulado"), "2 ficheros, 2 adeudos, 30,00 €");
+}
+
+TEST_F(VentanaPrincipal, GuardarNadaSobreAlgoDiceLoQueSePierde) {
+  escribir("otro.Q19", "nada de adeudos");
+  const std::string bytes = leer(carpeta_ / "enero.Q19");
+  Ventana v(carpeta_);
+  const auto contestar = [&](const char* fichero, QMessageBox::ButtonRole que) {
+    QString pregunta;
+    bool pedido = false;
+    comunes::PonerSelectorFicheros([&](const auto&) -> QStringList {
+      if (std::exchange(pedido, true)) return {};
+      QTimer::singleShot(0, [&] {
+        auto* caja = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        ASSERT_NE(caja, nullptr);
+        pregunta = caja->text();
+        for (auto* boton : caja->buttons())
+          if (caja->buttonRole(boton) == que) return boton->click();
+      });
+      return {comunes::DesdeRuta(carpeta_ / fichero)};
+    });
+    v.pulsar("Guardar");
+    comunes::PonerSelectorFicheros({});
+    return pregunta;
+  };
+  EXPECT_TRUE(
+      contestar("enero.Q19", QMessageBox::NoRole)
+          .contains(
+              "el fichero quedaría vacío y se perdería lo que tiene, 2 adeudos, 30,00 € (4.214 bytes)."));
+  EXPECT_EQ(leer(carpeta_ / "enero.Q19"), bytes);
+  EXPECT_TRUE(contestar("otro.Q19", QMessageBox::YesRole).contains("se perdería lo que tiene, 15 bytes."));
+  EXPECT_EQ(leer(carpeta_ / "otro.Q19"), "");
+  v.importar("enero.Q19");
+  EXPECT_FALSE(contestar("enero.Q19", QMessageBox::NoRole).contains("vacío"));
 }
 
 TEST_F(VentanaPrincipal, SoltarUnFicheroEsElegirlo) {
@@ -270,14 +314,16 @@ TEST_F(VentanaPrincipal, SoltarUnFicheroEsElegirlo) {
 TEST_F(VentanaPrincipal, ControlesTeclasYOrden) {
   Ventana v(carpeta_);
   QString mnemonicos;
-  for (const auto& [nombre, ayuda] : {std::pair{"Importar", "Importar"},
-                                      {"Empezar", "Empezar"},
-                                      {"Guardar", "Guardar"},
-                                      {"cmdInsertar", "Insertar tipo 03"},
-                                      {"cmdEliminar", "Eliminar tipo 03"},
-                                      {"cmdImprimir", "Imprimir"},
-                                      {"RefI", "Imprimir Referencia Interna"},
-                                      {"Salir", "Salir"}}) {
+  for (const auto& [nombre, ayuda] :
+       {std::pair{"Importar", "Importar"},
+        {"Empezar", "Empezar"},
+        {"Guardar", "Guardar"},
+        {"cmdInsertar", "Insertar tipo 03"},
+        {"cmdEliminar", "Eliminar tipo 03"},
+        {"cmdImprimir", "Imprimir"},
+        {"RefI", "Imprimir Referencia Interna"},
+        {"SoloAdeudos", "Listar solo los adeudos, sin sus registros opcionales"},
+        {"Salir", "Salir"}}) {
     auto* boton = v.hijo<QAbstractButton>(nombre);
     EXPECT_EQ(boton->toolTip(), ayuda);
     EXPECT_TRUE(boton->isEnabled());
@@ -288,7 +334,7 @@ TEST_F(VentanaPrincipal, ControlesTeclasYOrden) {
     mnemonicos += QKeySequence::mnemonic(v.texto(nombre)).toString();
   mnemonicos.remove("Alt+");
   std::sort(mnemonicos.begin(), mnemonicos.end());
-  EXPECT_EQ(mnemonicos.size(), 13);
+  EXPECT_EQ(mnemonicos.size(), 14);
   EXPECT_EQ(std::adjacent_find(mnemonicos.begin(), mnemonicos.end()), mnemonicos.end())
       << mnemonicos.toStdString();
   for (auto* lista : {v.Preview, v.Acumulado})
@@ -301,16 +347,21 @@ TEST_F(VentanaPrincipal, ControlesTeclasYOrden) {
 
   v.Ficheros->setFocus();
   QStringList orden;
-  for (int i = 0; i < 12; ++i) {
+  for (int i = 0; i < 13; ++i) {
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     orden << QApplication::focusWidget()->objectName();
   }
-  EXPECT_EQ(orden, QStringList({"Preview", "Importar", "Acumulado", "Empezar", "cmdInsertar", "cmdEliminar",
-                                "RefI", "cmdImprimir", "Guardar", "Salir", "Disco", "Carpetas"}));
+  EXPECT_EQ(orden,
+            QStringList({"Preview", "Importar", "Acumulado", "Empezar", "cmdInsertar", "cmdEliminar", "RefI",
+                         "SoloAdeudos", "cmdImprimir", "Guardar", "Salir", "Disco", "Carpetas"}));
 }
 
 TEST_F(VentanaPrincipal, ImprimirEnUnDocumento) {
-  escribir("enero.Q19", Fichero(Remesa("20260405", {kUno, kDos})));
+  auto registros = Remesa("20260405", {kUno, kDos});
+  std::string mandato = Opcional("006", "REF");
+  remesa::EscribirCampo(mandato, remesa::kImporteAdeudo, "00001234567");
+  registros.insert(registros.begin() + 3, mandato);
+  escribir("enero.Q19", Fichero(registros));
   Ventana v(carpeta_);
   comunes::PonerNombresImpresoras([] { return QStringList(); });
   comunes::AjustesDeImpresora() = {};
@@ -329,6 +380,16 @@ TEST_F(VentanaPrincipal, ImprimirEnUnDocumento) {
   v.pulsar("cmdImprimir");  // sin registros no se pregunta nada
   v.importar("enero.Q19");
   v.hijo<QCheckBox>("RefI")->setChecked(true);
+  {
+    // Lo que no es un adeudo se dice antes de nada.
+    Cajas cajas{"No"};
+    v.pulsar("cmdImprimir");
+    EXPECT_TRUE(cajas.Mensaje(0).contains(
+        "Incluye 1 registro que no es un adeudo (12.345,67 €). Adeudos: 2, 30,00 €."))
+        << cajas.Mensaje(0).toStdString();
+    EXPECT_EQ(v.frm.focusWidget(), v.hijo<QCheckBox>("SoloAdeudos"));
+    QTest::keyClick(v.frm.focusWidget(), Qt::Key_Space);
+  }
   imprimir("cmdCancelar");
   EXPECT_FALSE(std::filesystem::exists(listado));
   EXPECT_FALSE(v.hijo("AbrirListado")->isVisible());

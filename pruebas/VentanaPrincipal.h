@@ -66,6 +66,11 @@ struct Ventana {
     pulsar("Importar");
   }
   QString texto(const char* etiqueta) { return hijo<QLabel>(etiqueta)->text(); }
+  /// Lo que dice la barra de estado cuando ha llegado la comprobación de lo guardado.
+  QString veredicto() {
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !texto("EstadoMensaje").endsWith("Comprobando…"); }, 60'000));
+    return texto("EstadoMensaje");
+  }
   bool importado() { return hijo<QLabel>("Importado")->isVisible(); }
   std::vector<std::string> acumulado() { return Bytes(Acumulado->lista()); }
 

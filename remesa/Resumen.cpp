@@ -1,9 +1,13 @@
 #include "remesa/Resumen.h"
 
 #include <algorithm>
+#include <memory>
 
 #include "ficheros/ErrorEjecucion.h"
+#include "ficheros/Lectura.h"
 #include "remesa/Campos.h"
+#include "remesa/LineasFichero.h"
+#include "remesa/Utf8.h"
 
 namespace remesa {
 namespace {
@@ -79,12 +83,22 @@ void Resumidor::contarEnNorma(std::string_view registro, ClaseRegistro clase) {
 }
 
 void Resumidor::mirarForma(std::string_view registro) {
-  if (mirarLF_ && registro.find('\n') != std::string_view::npos) apuntar(resumen_.conLF);
+  if (mirarBytes_ && registro.find('\n') != std::string_view::npos) apuntar(resumen_.conLF);
+  if (mirarBytes_ && TieneAltos(registro) && mirarUtf8(registro)) return;
   if (registro.size() == kLongitudRegistro) return;
   if (registro.size() > kLongitudRegistro)
     apuntar(resumen_.largos);
   else if (!Vacia(registro))
     apuntar(resumen_.cortos);
+}
+
+/// true si está en UTF-8 y mide lo que debe, en caracteres.
+bool Resumidor::mirarUtf8(std::string_view registro) {
+  RegistroUtf8 leido;
+  if (!LeerUtf8(registro, registro.size(), leido)) return false;
+  if (resumen_.enUtf8.cuenta == 0) resumen_.palabraUtf8 = leido.palabra;
+  apuntar(resumen_.enUtf8);
+  return leido.longitud == kLongitudRegistro;
 }
 
 void Resumidor::contarAdeudo(std::string_view registro) {
@@ -129,12 +143,28 @@ void Resumidor::recontar(std::string_view registro) {
   }
 }
 
-Resumen Resumir(const ListaRegistros& lista, bool mirarLF) {
-  Resumidor resumidor(mirarLF);
+Resumen Resumir(const ListaRegistros& lista, bool mirarBytes) {
+  Resumidor resumidor(mirarBytes);
   for (std::size_t i = 0; i < lista.size(); ++i) {
     lista.anticipar(i);
     resumidor.dar(lista[i]);
   }
+  return resumidor.resumen();
+}
+
+Resumen ResumirFichero(const std::filesystem::path& ruta, const AvanceLectura& avance) {
+  constexpr std::size_t kTrozo = std::size_t{1} << 20;
+  ficheros::LecturaFichero lectura(ruta);
+  Resumidor resumidor;
+  LineasFichero lineas([&](std::string_view bytes, std::uint64_t, FinLinea) { resumidor.dar(bytes); },
+                       Fines::SoloCR);
+  const auto bufer = std::make_unique_for_overwrite<char[]>(kTrozo);
+  std::uintmax_t total = 0;
+  while (const std::size_t leidos = lectura.leer({bufer.get(), kTrozo})) {
+    lineas.dar({bufer.get(), leidos});
+    if (avance) avance(total += leidos, lectura.tamano());
+  }
+  lineas.terminar();
   return resumidor.resumen();
 }
 

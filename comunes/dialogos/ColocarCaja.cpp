@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "comunes/plataforma/Texto.h"
+
 namespace comunes {
 
 using namespace Qt::StringLiterals;
@@ -54,7 +56,7 @@ QPoint EsquinaCaja(QSize caja, float Top, float Left, const QRect& sobre, const 
 }
 
 QString TextoCaja(const QString& texto) {
-  QString salida = texto;
+  QString salida = ConMarcasEscritas(texto);
   return salida.replace(u"\r\n"_s, u"\n"_s).replace(u'\r', u'\n').replace(u';', u'\n');
 }
 

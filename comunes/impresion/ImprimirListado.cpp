@@ -39,7 +39,7 @@ FinListado EnDocumento(const ListadoImprimible& listado) {
   const QString elegido = DialogoFichero(false, listado.padre, listado.carpeta, u"pdf"_s, false,
                                          NombrePropuesto(rotulos.fichero), ConExtensionPdf);
   if (elegido.isEmpty()) return {};
-  const QString ruta = QFileInfo(ConExtensionPdf(elegido)).absoluteFilePath();
+  const QString ruta = RutaAbsoluta(ConExtensionPdf(elegido));
   const bool apaisado = AjustesDeImpresora().orientacion == "Horizontal"_L1;
   DocumentoPdf documento(ARuta(ruta), apaisado, rotulos.titulo);
   Avance avance(kImprimiendo);

@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "comunes/impresion/VentanaProgreso.h"
+#include "comunes/plataforma/Texto.h"
 #include "comunes/plataforma/Ventanas.h"
 #include "ui_Progreso.h"
 
@@ -68,7 +69,7 @@ void Progreso::iniciar(float min, float max, const QString& titulo) {
   ui_->Barra->setRange(acotado ? enBarra(min) : 0, acotado ? enBarra(max) : 0);
   ui_->Barra->setValue(ui_->Barra->minimum());
   ui_->Barra->setProperty("Tag", kMarcaInicio);
-  ui_->BarraTitulo->setText(titulo);
+  ui_->BarraTitulo->setText(ConMarcasEscritas(titulo));
   setWindowTitle(titulo);
   ui_->BarraPor->clear();
   ui_->BarraTra->clear();

@@ -7,6 +7,8 @@
 #include <QPushButton>
 #include <utility>
 
+#include "comunes/plataforma/Texto.h"
+
 namespace comunes {
 
 using namespace Qt::StringLiterals;
@@ -54,13 +56,15 @@ QString carpetaInicial(const QString& carpeta) {
   return QFileInfo(raiz).isDir() ? raiz : QDir::homePath();
 }
 
-bool sustituir(const PeticionFicheros& peticion, const QString& ruta) {
+bool sustituir(const PeticionFicheros& peticion, const QString& ruta, const AvisoSustituir& aviso) {
   QMessageBox caja(QMessageBox::Question, peticion.titulo, QString(), QMessageBox::NoButton,
                    peticion.propietario);
   caja.setObjectName(u"PreguntaSustituir"_s);
   caja.setTextFormat(Qt::PlainText);
-  caja.setText(u"El fichero ya existe:\n%1\n\n¿Quiere sustituirlo?"_s.arg(QDir::toNativeSeparators(ruta)));
-  const QPushButton* si = caja.addButton(u"&Si"_s, QMessageBox::YesRole);
+  const QString ademas = aviso ? aviso(ruta) : QString();
+  caja.setText(u"El fichero ya existe:\n%1\n\n%2¿Quiere sustituirlo?"_s.arg(
+      ConMarcasEscritas(QDir::toNativeSeparators(ruta)), ademas.isEmpty() ? ademas : ademas + u"\n\n"_s));
+  const QPushButton* si = caja.addButton(u"&Sí"_s, QMessageBox::YesRole);
   QPushButton* no = caja.addButton(u"&No"_s, QMessageBox::NoRole);
   caja.setDefaultButton(no);
   caja.setEscapeButton(no);
@@ -83,7 +87,8 @@ SelectorFicheros PonerSelectorFicheros(SelectorFicheros nuevo) {
 }
 
 QString DialogoFichero(bool Abrir, QWidget* Propietario, const QString& Carpeta, const QString& Filtro,
-                       bool Multiple, const QString& Nombre, const ReglaNombre& Regla) {
+                       bool Multiple, const QString& Nombre, const ReglaNombre& Regla,
+                       const AvisoSustituir& Aviso) {
   const QString carpetaActual = QDir::currentPath();
   PeticionFicheros peticion{Abrir,
                             Propietario,
@@ -97,9 +102,10 @@ QString DialogoFichero(bool Abrir, QWidget* Propietario, const QString& Carpeta,
     if (elegidas.isEmpty()) return {};
     QDir::setCurrent(carpetaActual);
     if (Multiple) return resultadoMultiple(elegidas);
-    const QString elegida = QDir::toNativeSeparators(elegidas.first());
+    const QString elegida = RutaAbsoluta(elegidas.first());
     const QFileInfo final(Regla ? Regla(elegida) : elegida);
-    if (!Regla || !final.exists() || final.isDir() || sustituir(peticion, final.filePath())) return elegida;
+    if (!Regla || !final.exists() || final.isDir() || sustituir(peticion, final.filePath(), Aviso))
+      return elegida;
     peticion.carpeta = QFileInfo(elegida).absolutePath();
     peticion.nombre = QFileInfo(elegida).fileName();
   }

@@ -27,12 +27,17 @@ bool DialogoDelSistema();
 /// Del nombre que eligió el operador, el nombre con que se escribirá de verdad.
 using ReglaNombre = std::function<QString(const QString&)>;
 
+/// Lo que hay que saber, además, antes de sustituir el fichero `ruta`; vacío si nada.
+using AvisoSustituir = std::function<QString(const QString& ruta)>;
+
 /// Diálogo de abrir (`Abrir`) o guardar. Sin `Carpeta`, o si no existe, empieza en "C:\" y, donde no la hay,
 /// en la del usuario. Devuelve la ruta elegida o "" si se cancela; con `Multiple`, carpeta, NUL, cada nombre
 /// seguido de NUL y un NUL final. Con `Regla`, pregunta antes de sustituir un fichero que exista con el
-/// nombre final y vuelve a abrirse si se responde "No"; lo devuelto es lo elegido, sin aplicar la regla.
+/// nombre final, con lo que diga `Aviso`, y vuelve a abrirse si se responde "No"; lo devuelto es lo elegido,
+/// sin aplicar la regla.
 QString DialogoFichero(bool Abrir, QWidget* Propietario, const QString& Carpeta, const QString& Filtro,
-                       bool Multiple, const QString& Nombre, const ReglaNombre& Regla = {});
+                       bool Multiple, const QString& Nombre, const ReglaNombre& Regla = {},
+                       const AvisoSustituir& Aviso = {});
 
 /// Lo que se pide al selector de ficheros; la carpeta ya existe.
 struct PeticionFicheros {

@@ -33,7 +33,7 @@ void InformarError(int numero, const QString& texto, const QString& fichero) {
                    QApplication::activeWindow());
   caja.setObjectName(u"InformeError"_s);
   caja.setTextFormat(Qt::PlainText);
-  caja.setText(mensaje);
+  caja.setText(ConMarcasEscritas(mensaje));
   caja.exec();
   informando = false;
 }

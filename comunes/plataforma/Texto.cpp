@@ -3,7 +3,11 @@
 #include <algorithm>
 #include <array>
 
+#include "ficheros/Rutas.h"
+
 namespace comunes {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -68,11 +72,39 @@ std::string AWindows1252(const QString& texto) {
   return bytes;
 }
 
+bool EsMarcaDeSentido(QChar c) {
+  const char16_t u = c.unicode();
+  return u == 0x061C || u == 0x200E || u == 0x200F || (u >= 0x202A && u <= 0x202E) ||
+         (u >= 0x2066 && u <= 0x2069);
+}
+
+QString ConMarcasEscritas(const QString& texto) {
+  if (std::none_of(texto.begin(), texto.end(), EsMarcaDeSentido)) return texto;
+  QString escrito;
+  for (const QChar c : texto) {
+    if (EsMarcaDeSentido(c))
+      escrito += u"\\u%1"_s.arg(c.unicode(), 4, 16, QChar(u'0'));
+    else
+      escrito += c;
+  }
+  return escrito;
+}
+
 QString SinControles(QString texto) {
   for (QChar& c : texto)
     if ((c.unicode() < 0x20 || c.unicode() >= 0x7F) && c.category() == QChar::Other_Control)
       c = QChar::ReplacementCharacter;
+  return ConMarcasEscritas(texto);
+}
+
+QString Mayusculas(QString texto) {
+  for (QChar& c : texto)
+    c = c.toUpper();
   return texto;
+}
+
+QString RutaAbsoluta(const QString& ruta) {
+  return DesdeRuta(ficheros::RutaAbsoluta(ARuta(ruta)).make_preferred());
 }
 
 qsizetype PrimeroFueraDeWindows1252(const QString& texto) {

@@ -34,10 +34,21 @@ qsizetype PrimeroFueraDeWindows1252(const QString& texto);
 /// true si todos los caracteres de `texto` existen en Windows-1252.
 bool CabeEnWindows1252(const QString& texto);
 
-/// El texto con sus caracteres de control cambiados por U+FFFD, para enseñarlo en una línea.
+/// Los caracteres que cambian el sentido en que se lee lo que los sigue: en un nombre de fichero lo harían
+/// pasar por otro.
+bool EsMarcaDeSentido(QChar c);
+/// Con cada marca de sentido escrita, "\u202e", para que se vea.
+QString ConMarcasEscritas(const QString& texto);
+/// El texto con sus caracteres de control cambiados por U+FFFD y las marcas de sentido escritas, para
+/// enseñarlo en una línea.
 QString SinControles(QString texto);
+
+/// Mayúsculas letra a letra, como las de los nombres de fichero: la "ß" no tiene y se queda.
+QString Mayusculas(QString texto);
 
 QString DesdeRuta(const std::filesystem::path& ruta);
 std::filesystem::path ARuta(const QString& ruta);
+/// ficheros::RutaAbsoluta, con los separadores del sistema.
+QString RutaAbsoluta(const QString& ruta);
 
 }  // namespace comunes

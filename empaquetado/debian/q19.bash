@@ -3,18 +3,25 @@ _q19() {
   local actual=${COMP_WORDS[COMP_CWORD]} anterior=${COMP_WORDS[COMP_CWORD - 1]} orden=${COMP_WORDS[1]} opciones
   COMPREPLY=()
   if ((COMP_CWORD == 1)); then
-    mapfile -t COMPREPLY < <(compgen -W 'unir comprobar listar ver iban nif --help --version' -- "$actual")
+    mapfile -t COMPREPLY < <(compgen -W 'unir comprobar listar devoluciones ver iban nif --help --version' -- "$actual")
     return
   fi
   case $orden in
-    unir) opciones='--salida --help' ;;
-    listar) opciones='--salida --referencia --horizontal --help' ;;
+    unir) opciones='--salida --de-todos-modos --help' ;;
+    listar) opciones='--salida --referencia --solo-adeudos --horizontal --help' ;;
     ver) opciones='--registro --help' ;;
+    devoluciones) opciones='--remesa --carpeta --json --csv --nueva --motivos --fecha-cobro --help' ;;
     comprobar) opciones='--json --fecha --help' ;;
     *) opciones='--help' ;;
   esac
   if [[ $actual == -* ]]; then
     mapfile -t COMPREPLY < <(compgen -W "$opciones" -- "$actual")
+  elif [[ $anterior == --carpeta ]]; then
+    compopt -o filenames
+    mapfile -t COMPREPLY < <(compgen -d -- "$actual")
+  elif [[ $orden == devoluciones && $anterior != --@(motivos|fecha-cobro) ]]; then
+    compopt -o filenames
+    mapfile -t COMPREPLY < <(compgen -f -X '!*.@([qQ]19|[xX][mM][lL])' -- "$actual"; compgen -d -- "$actual")
   elif [[ $orden == @(unir|comprobar|listar|ver) && $anterior != --registro ]]; then
     compopt -o filenames
     mapfile -t COMPREPLY < <(compgen -f -X '!*.[qQ]19' -- "$actual"; compgen -d -- "$actual")

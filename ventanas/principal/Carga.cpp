@@ -1,6 +1,5 @@
 #include <QApplication>
 #include <QDateTime>
-#include <QDir>
 #include <QFileInfo>
 
 #include "comunes/dialogos/MyBox.h"
@@ -62,7 +61,7 @@ bool frmUnirQ19::CargarFichero(const QString& ruta, VistaRegistros& lista) {
     throw;
   }
   rutaActual_ = ruta;
-  FicheroActual = ruta.toUpper();
+  FicheroActual = comunes::Mayusculas(ruta);
   ui_->Importado->setVisible(FicherosImportados.contains(u'[' + FicheroActual + u']'));
   lista.poner(std::move(leida));
   return true;
@@ -72,7 +71,7 @@ void frmUnirQ19::cargarInicial(const QString& lineaOrdenes) {
   QString nombre = lineaOrdenes;
   nombre.remove(u'"');
   if (nombre.isEmpty()) return;
-  const QString ruta = QDir::toNativeSeparators(QFileInfo(nombre).absoluteFilePath());
+  const QString ruta = comunes::RutaAbsoluta(nombre);
   if (!EsQ19(ruta)) return;
   const comunes::Reloj reloj;
   if (!CargarFichero(ruta, *ui_->Acumulado)) return;

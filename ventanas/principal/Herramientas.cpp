@@ -13,6 +13,7 @@
 #include "comunes/herramientas/frmTablas.h"
 #include "comunes/plataforma/Explorar.h"
 #include "comunes/plataforma/IniFiles.h"
+#include "comunes/plataforma/Texto.h"
 #include "ui_frmUnirQ19.h"
 
 // La macro no puede estar dentro de un espacio de nombres.
@@ -45,7 +46,7 @@ void Herramientas::editarTabla(QWidget& principal) {
                                                   u"|Tablas (*.txt)|*.txt|Todos los ficheros|*"_s, false, {});
   if (elegido.isEmpty() || traerLaDe<herramientas::frmTablas>(elegido)) return;
   auto tabla = std::make_unique<herramientas::frmTablas>();
-  tabla->PonerRuta(QFileInfo(elegido).absoluteFilePath());
+  tabla->PonerRuta(comunes::RutaAbsoluta(elegido));
   tabla->Dimensionar(nullptr, 0, u"Valor#40"_s, u"T(Z) A(I) L(255)"_s, true);
   mostrar(tabla.release());
 }

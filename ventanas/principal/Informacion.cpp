@@ -1,5 +1,7 @@
 #include <QFileInfo>
 
+#include "comunes/plataforma/Texto.h"
+#include "ficheros/Rutas.h"
 #include "remesa/Campos.h"
 #include "ui_frmUnirQ19.h"
 #include "ventanas/principal/TextosObservacion.h"
@@ -22,7 +24,7 @@ void frmUnirQ19::mostrarObservaciones() {
   ui_->InfoPreview->setText(
       rutaPreview_.isEmpty()
           ? u"Ningún fichero previsualizado"_s
-          : u"%1: %2"_s.arg(QFileInfo(rutaPreview_).fileName(),
+          : u"%1: %2"_s.arg(comunes::ConMarcasEscritas(QFileInfo(rutaPreview_).fileName()),
                             TextoCuenta(resumenPreview_.registros, u"registro"_s, u"registros"_s)));
   const auto ficheros = static_cast<std::size_t>(rutasImportadas_.size());
   ui_->InfoAcumulado->setText(
@@ -42,9 +44,14 @@ QStringList frmUnirQ19::avisosPreview() const {
   if (!importadoVisible())
     return avisos + TextosObservaciones(remesa::ObservarImportacion(resumenPreview_, resumenAcumulado_));
   // En Debian dos ficheros pueden distinguirse solo en las mayúsculas, y cuentan como el mismo.
-  const QString importada = rutasImportadas_.value(rutaPreview_.toUpper());
-  if (importada.isEmpty() || importada == rutaPreview_) return avisos;
-  return avisos << u"Ya se importó %1, que solo se distingue por las mayúsculas."_s.arg(importada);
+  const QString importada = rutasImportadas_.value(comunes::Mayusculas(rutaPreview_));
+  if (importada.isEmpty() || ficheros::EsElMismo(comunes::ARuta(importada), comunes::ARuta(rutaPreview_)))
+    return avisos;
+  const QFileInfo esta(rutaPreview_), otra(importada);
+  return avisos
+         << u"%1 se queda fuera: ya se importó %2, y dos nombres que solo se distinguen por las mayúsculas "
+            "cuentan como uno. Cámbiele el nombre y elíjalo otra vez."_s.arg(
+                esta.fileName(), esta.path() == otra.path() ? otra.fileName() : importada);
 }
 
 void frmUnirQ19::mostrarPosicion(const VistaRegistros& lista, int fila, int posicion) {
@@ -69,7 +76,7 @@ void frmUnirQ19::mostrarPosicion(const VistaRegistros& lista, int fila, int posi
 }
 
 void frmUnirQ19::decir(const QString& texto) {
-  ui_->EstadoMensaje->setText(texto);
+  ui_->EstadoMensaje->setText(comunes::ConMarcasEscritas(texto));
   ui_->AbrirListado->hide();
   ui_->VerComprobacion->hide();
 }

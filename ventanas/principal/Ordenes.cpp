@@ -1,27 +1,14 @@
 #include <QApplication>
-#include <QDir>
-#include <QFileInfo>
 #include <QScopeGuard>
 #include <algorithm>
-#include <atomic>
-#include <future>
 
 #include "comunes/dialogos/MyBox.h"
-#include "comunes/impresion/Progreso.h"
-#include "comunes/plataforma/Explorar.h"
-#include "comunes/plataforma/Formatos.h"
-#include "comunes/plataforma/IniFiles.h"
-#include "comunes/plataforma/Texto.h"
 #include "comunes/plataforma/Ventanas.h"
 #include "remesa/Adeudos.h"
 #include "remesa/Campos.h"
-#include "remesa/Comprobacion.h"
 #include "remesa/Fusion.h"
-#include "remesa/Guardado.h"
 #include "ui_frmUnirQ19.h"
 #include "ventanas/editor/EditarSEPA.h"
-#include "ventanas/principal/Navegador.h"
-#include "ventanas/principal/TextosComprobacion.h"
 #include "ventanas/principal/frmUnirQ19.h"
 
 namespace principal {
@@ -89,50 +76,6 @@ void frmUnirQ19::empezar() {
   ui_->Importado->hide();
   decir({});
   mirarAcumulado();
-}
-
-void frmUnirQ19::guardar() {
-  const QString carpeta = comunes::ReadINI(comunes::RutaAjustes, u"Comunes"_s, u"DestinoQ19"_s, QString());
-  const auto nombreFinal = [](const QString& elegido) {
-    return comunes::QuitarExtension(elegido) + u".Q19"_s;
-  };
-  const QString elegido =
-      comunes::DialogoFichero(false, this, carpeta, u"q19"_s, false, QString(), nombreFinal);
-  if (elegido.isEmpty()) return;
-  const QString ruta = nombreFinal(elegido);
-  remesa::ResultadoComprobacion resultado;
-  try {
-    const comunes::Reloj reloj;
-    // A la vez que se escribe: guardar no espera por la comprobación.
-    std::atomic<bool> sigue = true;
-    auto comprobacion = std::async(std::launch::async | std::launch::deferred,
-                                   [&sigue, &lista = ui_->Acumulado->lista(), hoy = comunes::Hoy()] {
-                                     return remesa::ComprobarLista(
-                                         lista, hoy, [](remesa::Hallazgo&&) {}, true,
-                                         [&](auto, auto) { return sigue.load(); });
-                                   });
-    const auto alSalir = qScopeGuard([&] { sigue = false; });
-    comunes::Avance avance(u"Guardando %1…"_s.arg(QFileInfo(ruta).fileName()));
-    remesa::GuardarRemesa(
-        comunes::ARuta(ruta), ui_->Acumulado->lista(), [&](std::size_t escritos, std::size_t total) {
-          // Escrito todo, ya no hay qué detener: solo se espera a que llegue al disco.
-          if (escritos < total)
-            avance.avanzarODetener(static_cast<double>(escritos), static_cast<double>(total));
-          else
-            avance.avanzar(static_cast<double>(escritos), static_cast<double>(total));
-        });
-    resultado = comprobacion.get();
-  } catch (const comunes::TrabajoDetenido&) {
-    return decir(u"Guardado detenido: el fichero no se ha escrito y la remesa sigue aquí."_s);
-  }
-  ui_->Empezar->click();
-  navegador_->refrescar();
-  guardado_ = QDir::toNativeSeparators(QFileInfo(ruta).absoluteFilePath());
-  // El resultado, delante: una ruta larga se recorta.
-  const QString recuento = TextoRecuento(resultado.errores, resultado.avisos);
-  decir((resultado.errores == 0 ? u"Guardado %1 en %2"_s : u"Guardado con %1 en %2"_s)
-            .arg(recuento, guardado_));
-  ui_->VerComprobacion->setVisible(resultado.errores + resultado.avisos > 0);
 }
 
 void frmUnirQ19::insertar() {

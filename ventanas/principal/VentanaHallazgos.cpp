@@ -150,7 +150,7 @@ void VentanaHallazgos::llenar(const remesa::ResultadoComprobacion& resultado) {
       ++fila;
     }
   }
-  QString resumen = u"%1: %2, %3."_s.arg(comprobada_.titulo(),
+  QString resumen = u"%1: %2, %3."_s.arg(comunes::ConMarcasEscritas(comprobada_.titulo()),
                                          TextoCuenta(resultado.registros, u"registro"_s, u"registros"_s),
                                          TextoRecuento(resultado.errores, resultado.avisos));
   if (resultado.errores + resultado.avisos > hallazgos_.size())

@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "remesa/Observaciones.h"
+#include "ventanas/principal/Veredicto.h"
 
 namespace Ui {
 class frmUnirQ19;
@@ -61,12 +62,17 @@ class frmUnirQ19 : public QMainWindow {
   // Órdenes (Ordenes.cpp)
   void importar();
   void empezar();
-  void guardar();
   void insertar();
   void eliminar();
   /// Con `posicion` (desde 1), el editor empieza en el campo que la tiene.
   void editar(int fila, int posicion = 0);
   void RecalcularTotales();
+
+  // Guardar.cpp
+  void guardar();
+  /// Lo que se perdería al guardar una remesa vacía sobre el fichero `ruta`; nada si no lo está.
+  QString loQueSePierde(const QString& ruta) const;
+  void contarGuardado(const Veredicto::Resultado& resultado);
 
   // Comprobar.cpp
   void comprobar();
@@ -101,6 +107,7 @@ class frmUnirQ19 : public QMainWindow {
   QString rutaActual_;  ///< La misma, tal como se escribe.
   QPointer<VentanaHallazgos> comprobaciones_;
   QString guardado_;                         ///< Último fichero guardado.
+  std::unique_ptr<Veredicto> veredicto_;     ///< Su comprobación.
   QString listado_;                          ///< Último listado escrito en un fichero.
   QString rutaPreview_;                      ///< Ruta de lo que muestra `Preview`.
   QString rechazo_;                          ///< El último fichero elegido no se ha tomado, y por qué.

@@ -1,0 +1,97 @@
+#include <QFileInfo>
+#include <filesystem>
+#include <memory>
+#include <system_error>
+
+#include "comunes/impresion/Progreso.h"
+#include "comunes/plataforma/Explorar.h"
+#include "comunes/plataforma/Formatos.h"
+#include "comunes/plataforma/IniFiles.h"
+#include "comunes/plataforma/Texto.h"
+#include "comunes/plataforma/Ventanas.h"
+#include "ficheros/ErrorEjecucion.h"
+#include "remesa/Fichero.h"
+#include "remesa/Guardado.h"
+#include "ui_frmUnirQ19.h"
+#include "ventanas/principal/Navegador.h"
+#include "ventanas/principal/TextosComprobacion.h"
+#include "ventanas/principal/TextosObservacion.h"
+#include "ventanas/principal/VistaRegistros.h"
+#include "ventanas/principal/frmUnirQ19.h"
+
+namespace principal {
+
+using namespace Qt::StringLiterals;
+
+QString frmUnirQ19::loQueSePierde(const QString& ruta) const {
+  if (!ui_->Acumulado->lista().empty()) return {};
+  const QString vacia = u"La remesa está vacía: el fichero quedaría vacío y se perdería lo que tiene, "_s;
+  const std::filesystem::path fichero = comunes::ARuta(ruta);
+  std::error_code error;
+  const std::uintmax_t bytes = std::filesystem::file_size(fichero, error);
+  if (error || bytes == 0) return {};
+  const QString tamano = comunes::FormatoNumero(static_cast<double>(bytes), 0) + u" bytes"_s;
+  try {
+    if (remesa::ComprobarCabeza(fichero) == remesa::Cabeza::Q19) {
+      comunes::Avance avance(u"Leyendo %1…"_s.arg(QFileInfo(ruta).fileName()));
+      const remesa::Resumen resumen =
+          remesa::ResumirFichero(fichero, [&](std::uintmax_t leidos, std::uintmax_t total) {
+            avance.avanzarODetener(static_cast<double>(leidos), static_cast<double>(total));
+          });
+      return vacia + u"%1, %2 (%3)."_s.arg(TextoCuenta(resumen.adeudos, u"adeudo"_s, u"adeudos"_s),
+                                           TextoEuros(resumen.importe), tamano);
+    }
+  } catch (const ficheros::ErrorEjecucion&) {
+    // Lo que no se puede leer también se pierde.
+  } catch (const comunes::TrabajoDetenido&) {
+  }
+  return vacia + tamano + u'.';
+}
+
+void frmUnirQ19::guardar() {
+  const QString carpeta = comunes::ReadINI(comunes::RutaAjustes, u"Comunes"_s, u"DestinoQ19"_s, QString());
+  const auto nombreFinal = [](const QString& elegido) {
+    return comunes::QuitarExtension(elegido) + u".Q19"_s;
+  };
+  const QString elegido =
+      comunes::DialogoFichero(false, this, carpeta, u"q19"_s, false, QString(), nombreFinal,
+                              [this](const QString& ruta) { return loQueSePierde(ruta); });
+  if (elegido.isEmpty()) return;
+  const QString ruta = nombreFinal(elegido);
+  // A la vez que se escribe: guardar no espera por la comprobación.
+  auto veredicto = std::make_unique<Veredicto>(ui_->Acumulado->lista(), comunes::Hoy());
+  try {
+    const comunes::Reloj reloj;
+    comunes::Avance avance(u"Guardando %1…"_s.arg(QFileInfo(ruta).fileName()));
+    remesa::GuardarRemesa(
+        comunes::ARuta(ruta), ui_->Acumulado->lista(), [&](std::size_t escritos, std::size_t total) {
+          // Escrito todo, ya no hay qué detener: solo se espera a que llegue al disco.
+          if (escritos < total)
+            avance.avanzarODetener(static_cast<double>(escritos), static_cast<double>(total));
+          else
+            avance.avanzar(static_cast<double>(escritos), static_cast<double>(total));
+        });
+  } catch (const comunes::TrabajoDetenido&) {
+    return decir(u"Guardado detenido: el fichero no se ha escrito y la remesa sigue aquí."_s);
+  }
+  ui_->Empezar->click();
+  navegador_->refrescar();
+  guardado_ = comunes::RutaAbsoluta(ruta);
+  veredicto_ = std::move(veredicto);
+  decir(u"Guardado en %1. Comprobando…"_s.arg(guardado_));
+  veredicto_->alLlegar([this](const Veredicto::Resultado& resultado) { contarGuardado(resultado); });
+}
+
+void frmUnirQ19::contarGuardado(const Veredicto::Resultado& resultado) {
+  if (!resultado) {
+    decir(u"Guardado en %1. No se ha podido comprobar."_s.arg(guardado_));
+    return ui_->VerComprobacion->show();
+  }
+  // El resultado, delante: una ruta larga se recorta.
+  const QString recuento = TextoRecuento(resultado->errores, resultado->avisos);
+  decir((resultado->errores == 0 ? u"Guardado %1 en %2"_s : u"Guardado con %1 en %2"_s)
+            .arg(recuento, guardado_));
+  ui_->VerComprobacion->setVisible(resultado->errores + resultado->avisos > 0);
+}
+
+}  // namespace principal

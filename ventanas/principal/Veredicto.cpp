@@ -1,0 +1,36 @@
+#include "ventanas/principal/Veredicto.h"
+
+#include <exception>
+#include <system_error>
+#include <utility>
+
+namespace principal {
+
+Veredicto::Veredicto(remesa::ListaRegistros lista, remesa::Dia hoy) {
+  auto comprobar = [this, hoy, lista = std::move(lista)](const std::stop_token& parar) {
+    try {
+      resultado_ = remesa::ComprobarLista(
+          lista, hoy, [](remesa::Hallazgo&&) {}, true, [&](auto, auto) { return !parar.stop_requested(); });
+    } catch (const std::exception&) {
+      resultado_.reset();
+    }
+    listo_ = true;
+    QMetaObject::invokeMethod(this, &Veredicto::entregar, Qt::QueuedConnection);
+  };
+  try {
+    hilo_ = std::jthread(std::move(comprobar));
+  } catch (const std::system_error&) {
+    listo_ = true;  // no hay más hilos
+  }
+}
+
+void Veredicto::alLlegar(std::function<void(const Resultado&)> contar) {
+  contar_ = std::move(contar);
+  if (listo_) entregar();
+}
+
+void Veredicto::entregar() {
+  if (const auto contar = std::exchange(contar_, {})) contar(resultado_);
+}
+
+}  // namespace principal
