@@ -196,7 +196,7 @@ TEST_F(PruebaConsola, LineaDeOrdenes) {
        "IBAN ES91 2100 0418 4502 0005 1332: correcto\nIBAN ES91 2100 0418 4502 0005 1332: correcto\n"},
       {{"iban", "ES91 2100 0418 4502 0005 1333", ""}, 1, "dígitos de control incorrectos"},
       {{"nif", "12.345.678", "00000023?", " 1 "}, 0, "12345678Z\n00000023T\n1R\n"},
-      {{"nif", "12345678Z", "X1234567", "1,5", "00000000"}, 1, "12345678Z\nX1234567\n1,5\n00000000\n"},
+      {{"nif", "12345678Z", "X1234567", "1,5", "00000000"}, 1, "12345678Z\nX1234567L\n1,5\n00000000\n"},
   };
   for (const auto& [argumentos, codigo, texto] : casos) {
     SCOPED_TRACE(argumentos.join(' ').toStdString());
@@ -282,7 +282,10 @@ TEST_F(PruebaConsola, CompruebaConLaNorma) {
   for (const QString& linea : json.dicho.trimmed().split('\n')) {
     const QJsonObject objeto = QJsonDocument::fromJson(linea.toUtf8()).object();
     ASSERT_FALSE(objeto.isEmpty()) << linea.toStdString();
-    EXPECT_EQ(QJsonDocument(objeto).toJson(QJsonDocument::Compact), linea.toUtf8());
+    QString debida = QString::fromUtf8(QJsonDocument(objeto).toJson(QJsonDocument::Compact));
+    for (ushort c = 0x7F; c <= 0x9F; ++c)  // algunas terminales los obedecen
+      debida.replace(QChar(c), u"\\u%1"_s.arg(c, 4, 16, QChar(u'0')));
+    EXPECT_EQ(debida.toStdString(), linea.toStdString());
     if (objeto["nivel"] != "error") continue;
     ++errores;
     const QJsonObject esperado{{"fichero", "mala.Q19"},

@@ -217,10 +217,10 @@ TEST_F(FallosConsola, LoQueTardaDaSenalesDeVida) {
     const Salida s = bash(terminal.arg(u"timeout 2 $Q %1"_s.arg(orden)));
     EXPECT_GT(s.dicho.count(linea), 0) << s.dicho.toStdString();
   }
-  const QString visto = bash(terminal.arg("$Q unir -o salida entrada.Q19")).dicho;
-  EXPECT_TRUE(visto.contains(QRegularExpression("\rLlevando al disco salida.Q19…\r +\rFicheros: 1\r")))
+  const QString visto = bash(terminal.arg("$Q unir -o nueva entrada.Q19")).dicho;
+  EXPECT_TRUE(visto.contains(QRegularExpression("\rLlevando al disco nueva.Q19…\r +\rFicheros: 1\r")))
       << visto.toStdString();
-  EXPECT_EQ(bash("$Q unir -o salida entrada.Q19").avisado, "");
+  EXPECT_EQ(bash("$Q unir -o otra entrada.Q19").avisado, "");
 }
 
 }  // namespace
