@@ -2,9 +2,11 @@
 
 #include <QCoreApplication>
 #include <QFileInfo>
+#include <map>
 #include <memory>
 
 #include "comunes/plataforma/IniFiles.h"
+#include "comunes/plataforma/Texto.h"
 
 namespace consola {
 
@@ -21,6 +23,18 @@ bool BuscarAjustes() {
   }
   comunes::RutaAjustes = QCoreApplication::applicationDirPath() + u"/Tarvo.INI"_s;
   return QFileInfo(comunes::RutaAjustes).isFile();
+}
+
+std::function<std::string(std::string_view entidad)> BicsDeAjustes() {
+  return [hay = BuscarAjustes(),
+          leidos = std::make_shared<std::map<std::string, std::string>>()](std::string_view entidad) {
+    const auto [hallado, nueva] = leidos->try_emplace(std::string(entidad));
+    if (nueva && hay)
+      hallado->second = comunes::AWindows1252(
+          comunes::ReadINI(comunes::RutaAjustes, u"Entidades"_s, QString::fromStdString(hallado->first), {})
+              .trimmed());
+    return hallado->second;
+  };
 }
 
 }  // namespace consola

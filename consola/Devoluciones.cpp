@@ -5,13 +5,16 @@
 
 #include "comunes/plataforma/Formatos.h"
 #include "comunes/plataforma/Texto.h"
+#include "consola/Ajustes.h"
 #include "consola/LineasDevoluciones.h"
+#include "consola/LineasXml.h"
 #include "consola/Ordenes.h"
 #include "consola/Sustituido.h"
 #include "consola/Terminal.h"
 #include "devoluciones/RemesaNueva.h"
 #include "devoluciones/Textos.h"
 #include "ficheros/Rutas.h"
+#include "iso20022/Exportacion.h"
 #include "remesa/Guardado.h"
 
 namespace consola {
@@ -31,6 +34,19 @@ struct PeticionDevoluciones {
   bool json = false;
   bool csv = false;
 };
+
+bool TieneExtension(const fs::path& ruta, const QString& extension) {
+  return comunes::DesdeRuta(ruta.extension()).compare(extension, Qt::CaseInsensitive) == 0;
+}
+
+bool EsXml(const fs::path& ruta) {
+  return TieneExtension(ruta, u".xml"_s);
+}
+
+/// La que diga que es un XML, o .Q19.
+fs::path ConSuExtension(fs::path ruta) {
+  return EsXml(ruta) || TieneExtension(ruta, u".q19"_s) ? ruta : ruta.replace_extension(".Q19");
+}
 
 class OrdenDeDevoluciones {
  public:
@@ -55,6 +71,8 @@ class OrdenDeDevoluciones {
   bool puedeEscribirse(const fs::path& destino);
   std::vector<std::size_t> elegidas() const;
   void decirFuera(const devoluciones::RemesaNueva& nueva) const;
+  bool escribirNueva(const remesa::ListaRegistros& registros, const fs::path& destino);
+  bool escribirXml(const remesa::ListaRegistros& registros, const fs::path& destino);
 
   void fallar(const QString& linea) {
     falla_ = true;
@@ -167,8 +185,38 @@ void OrdenDeDevoluciones::decirFuera(const devoluciones::RemesaNueva& nueva) con
         QString::number(nueva.conSufijo)));
 }
 
+bool OrdenDeDevoluciones::escribirNueva(const remesa::ListaRegistros& registros,
+                                        const fs::path& destino) try {
+  const Sustituido sustituido(destino);
+  if (!EsXml(destino))
+    remesa::GuardarRemesa(destino, registros);
+  else if (!escribirXml(registros, destino))
+    return false;
+  sustituido.decir();
+  return true;
+} catch (const ficheros::ErrorEjecucion& error) {
+  fallar(Explicar(error, destino));
+  return false;
+}
+
+bool OrdenDeDevoluciones::escribirXml(const remesa::ListaRegistros& registros, const fs::path& destino) {
+  std::vector<std::unique_ptr<iso20022::Fuente>> fuentes;
+  fuentes.push_back(std::make_unique<iso20022::FuenteLista>(registros));
+  iso20022::OpcionesExportacion opciones;
+  opciones.bicDe = BicsDeAjustes();
+  iso20022::Exportacion exportacion(std::move(fuentes), std::move(opciones));
+  const auto resumen = exportacion.examinar(
+      [&](iso20022::Nota&& nota) { Avisar(EnLinea(comunes::DesdeRuta(destino), nota)); });
+  if (resumen && resumen->posible) {
+    exportacion.escribir(destino);
+    return true;
+  }
+  fallar(u"%1: no se escribe, por los errores dichos"_s.arg(Mostrable(destino)));
+  return false;
+}
+
 void OrdenDeDevoluciones::hacerNueva() {
-  const fs::path destino = RutaDe(peticion_.nueva);
+  const fs::path destino = ConSuExtension(RutaDe(peticion_.nueva));
   if (!puedeEscribirse(destino)) return;
   const auto fecha = remesa::LeerFecha(peticion_.fechaCobro);
   const devoluciones::RemesaNueva nueva =
@@ -179,13 +227,7 @@ void OrdenDeDevoluciones::hacerNueva() {
   decirFuera(nueva);
   if (nueva.registros.empty())
     return fallar(u"%1: no hay nada que presentar otra vez, no se escribe"_s.arg(Mostrable(destino)));
-  try {
-    const Sustituido sustituido(destino);
-    remesa::GuardarRemesa(destino, nueva.registros);
-    sustituido.decir();
-  } catch (const ficheros::ErrorEjecucion& error) {
-    return fallar(Explicar(error, destino));
-  }
+  if (!escribirNueva(nueva.registros, destino)) return;
   const QString dicho = u"Remesa nueva: %1, en %2"_s.arg(
       devoluciones::TextoCuenta({static_cast<std::int64_t>(nueva.adeudos), nueva.importe}),
       Mostrable(destino));
@@ -210,7 +252,9 @@ void OrdenDevoluciones(CLI::App& q19, Accion& accion) {
       orden->add_flag("--json", peticion->json, "Un objeto JSON por línea y devolución, y nada más");
   orden->add_flag("--csv", peticion->csv, "Una tabla para una hoja de cálculo, y nada más")->excludes(json);
   CLI::Option* nueva =
-      orden->add_option("--nueva", peticion->nueva, "Remesa que se escribe para presentarlos otra vez")
+      orden
+          ->add_option("--nueva", peticion->nueva,
+                       "Remesa que se escribe para presentarlos otra vez, .Q19 o .xml")
           ->type_name("SALIDA")
           ->check([](const std::string& salida) { return salida.empty() ? "está vacía" : std::string(); },
                   "");

@@ -1,9 +1,7 @@
 #include <CLI/CLI.hpp>
-#include <map>
 #include <memory>
 
 #include "comunes/plataforma/Formatos.h"
-#include "comunes/plataforma/IniFiles.h"
 #include "comunes/plataforma/Texto.h"
 #include "consola/Ajustes.h"
 #include "consola/LineasXml.h"
@@ -36,23 +34,6 @@ struct PeticionXml {
   std::uint64_t cada = 0;
 };
 
-/// Los BIC de la sección Entidades de los ajustes; sin ajustes, ninguno.
-class Entidades {
- public:
-  std::string bic(std::string_view entidad) {
-    const auto [hallado, nueva] = leidos_.try_emplace(std::string(entidad));
-    if (nueva && ajustes_)
-      hallado->second = comunes::AWindows1252(
-          comunes::ReadINI(comunes::RutaAjustes, u"Entidades"_s, QString::fromStdString(hallado->first), {})
-              .trimmed());
-    return hallado->second;
-  }
-
- private:
-  bool ajustes_ = BuscarAjustes();
-  std::map<std::string, std::string> leidos_;
-};
-
 iso20022::OpcionesExportacion Opciones(const PeticionXml& peticion) {
   iso20022::OpcionesExportacion opciones;
   opciones.version = peticion.version == "02" ? iso20022::Version::V02 : iso20022::Version::V08;
@@ -63,9 +44,7 @@ iso20022::OpcionesExportacion Opciones(const PeticionXml& peticion) {
   opciones.compacto = peticion.compacto;
   opciones.detalle = peticion.detalle;
   opciones.cada = peticion.cada;
-  opciones.bicDe = [entidades = std::make_shared<Entidades>()](std::string_view entidad) {
-    return entidades->bic(entidad);
-  };
+  opciones.bicDe = BicsDeAjustes();
   return opciones;
 }
 

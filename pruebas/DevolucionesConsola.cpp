@@ -151,6 +151,11 @@ TEST_F(ConsolaDevoluciones, RemesaNueva) {
     EXPECT_EQ(nueva.count("\r\n0319143003"), caso.adeudos);
     EXPECT_EQ(ejecutar(PROGRAMA_Q19, {"comprobar", "n.Q19", "--fecha", "20261210"}).codigo, 0);
   }
+  // En XML, los mismos adeudos: en él se hallan otra vez.
+  EXPECT_EQ(devoluciones({devueltos, "--remesa", propia, "--nueva", "n.xml"}).codigo, 0);
+  const Salida otra = devoluciones({devueltos, "--remesa", "n.xml", "--nueva", "vuelta"});
+  EXPECT_TRUE(otra.dicho.contains(u"Remesa nueva: 3 adeudos, 141,35 €, en vuelta.Q19\n"_s))
+      << otra.avisado.toStdString();
   EXPECT_EQ(leer(propia), leer(remesa));
 }
 

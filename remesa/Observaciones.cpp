@@ -80,6 +80,11 @@ std::vector<Observacion> ObservarImportacion(const Resumen& previo, const Resume
   if (previo.vacia()) return {};
   if (previo.registros == 1 && previo.conLF.cuenta == 1) return {{Clase_::SoloLF, 1, 1}};
   lista.anadirSi(Clase_::ConLF, previo.conLF);
+  if (previo.enUtf8.cuenta > 0)
+    lista.anadir({.clase = Clase_::Utf8,
+                  .cuenta = previo.enUtf8.cuenta,
+                  .primero = previo.enUtf8.primero,
+                  .ahora = previo.palabraUtf8});
   if (acumulado.importe + previo.importe > kImporteMaximo)
     lista.anadir({Clase_::Desbordamiento, previo.deTotales, 0, acumulado.importe + previo.importe});
   if (previo.errorRecalculo == ficheros::kArgumentoNoValido)

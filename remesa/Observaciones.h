@@ -13,6 +13,7 @@ enum class ClaseObservacion : std::uint8_t {
   // De un fichero que se va a importar:
   SoloLF,              ///< Todo el fichero es un registro: sus líneas acaban en LF. `cuenta` = 1.
   ConLF,               ///< Registros con un LF dentro.
+  Utf8,                ///< Los acentos, en dos posiciones cada uno; `ahora` = la primera palabra.
   RegistrosLargos,     ///< Perderán lo que pase de 600.
   RegistrosCortos,     ///< Se completarán con blancos.
   CodigosDescartados,  ///< No entrarán.

@@ -14,6 +14,7 @@ std::vector<Observacion> ObservarImportacion(const Resumen& previo, const Indice
     return &lista.emplace_back(Observacion{clase, cuales.cuenta, cuales.primero});
   };
   anadir(C::ConLF, previo.conLF);
+  if (Observacion* utf8 = anadir(C::Utf8, previo.enUtf8)) utf8->ahora = previo.palabraUtf8;
   lista.push_back({.clase = C::BloquesNuevos, .cuenta = avisos.nuevos, .total = indice.vivos()});
   anadir(C::CabeceraIncorrecta, avisos.incorrectas);
   if (!indice.hayPresentador()) lista.push_back({.clase = C::SinCabeceras, .antes = "01"});

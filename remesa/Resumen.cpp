@@ -7,6 +7,7 @@
 #include "ficheros/Lectura.h"
 #include "remesa/Campos.h"
 #include "remesa/LineasFichero.h"
+#include "remesa/Utf8.h"
 
 namespace remesa {
 namespace {
@@ -71,6 +72,7 @@ void Resumidor::dar(std::string_view registro) {
         apuntar(resumen_.descartados);
       break;
   }
+  if (!mirarTotales_) return;
   // Una línea de más en blanco no es un registro.
   if (registro.size() >= kLongitudRegistro || !Vacia(registro)) contarEnNorma(registro, clase);
   recontar(registro);
@@ -82,12 +84,22 @@ void Resumidor::contarEnNorma(std::string_view registro, ClaseRegistro clase) {
 }
 
 void Resumidor::mirarForma(std::string_view registro) {
-  if (mirarLF_ && registro.find('\n') != std::string_view::npos) apuntar(resumen_.conLF);
+  if (mirarBytes_ && registro.find('\n') != std::string_view::npos) apuntar(resumen_.conLF);
+  if (mirarBytes_ && TieneAltos(registro) && mirarUtf8(registro)) return;
   if (registro.size() == kLongitudRegistro) return;
   if (registro.size() > kLongitudRegistro)
     apuntar(resumen_.largos);
   else if (!Vacia(registro))
     apuntar(resumen_.cortos);
+}
+
+/// true si está en UTF-8 y mide lo que debe, en caracteres.
+bool Resumidor::mirarUtf8(std::string_view registro) {
+  RegistroUtf8 leido;
+  if (!LeerUtf8(registro, registro.size(), leido)) return false;
+  if (resumen_.enUtf8.cuenta == 0) resumen_.palabraUtf8 = leido.palabra;
+  apuntar(resumen_.enUtf8);
+  return leido.longitud == kLongitudRegistro;
 }
 
 void Resumidor::contarAdeudo(std::string_view registro) {
@@ -132,8 +144,8 @@ void Resumidor::recontar(std::string_view registro) {
   }
 }
 
-Resumen Resumir(const ListaRegistros& lista, bool mirarLF) {
-  Resumidor resumidor(mirarLF);
+Resumen Resumir(const ListaRegistros& lista, bool mirarBytes) {
+  Resumidor resumidor(mirarBytes);
   for (std::size_t i = 0; i < lista.size(); ++i) {
     lista.anticipar(i);
     resumidor.dar(lista[i]);

@@ -41,7 +41,9 @@ struct Resumen {
   std::size_t totalesInteriores = 0;  ///< De ellos, los que tienen detrás algún "03".
   Apariciones cortos;                 ///< De menos de 600 bytes (las líneas vacías no cuentan).
   Apariciones largos;                 ///< De más de 600 bytes.
-  Apariciones conLF;                  ///< Con un LF dentro (solo si se pidió mirarlo).
+  Apariciones conLF;                  ///< Con un LF dentro (solo si se pidió mirar los bytes).
+  Apariciones enUtf8;                 ///< Con letras en UTF-8 (igual). Si miden 600 caracteres no son largos.
+  std::string palabraUtf8;            ///< La primera que lo muestra.
   std::size_t lineasVacias = 0;       ///< Sin nada más que blancos o 0x1A: se descartan sin perder nada.
   Apariciones descartados;            ///< Con un código que la importación descarta.
   Apariciones copiasIntercaladas;     ///< Opcionales separados de su adeudo por una copia.
@@ -60,13 +62,16 @@ struct Resumen {
 /// Construye el resumen registro a registro, también sobre un flujo.
 class Resumidor {
  public:
-  /// Con `mirarLF` busca además LF dentro de cada registro (recorre todos sus bytes).
-  explicit Resumidor(bool mirarLF = false) : mirarLF_(mirarLF) {}
+  /// Con `mirarBytes` busca además LF y UTF-8 dentro de cada registro (recorre todos sus bytes). Sin
+  /// `mirarTotales` no los compara con lo que deben decir.
+  explicit Resumidor(bool mirarBytes = false, bool mirarTotales = true)
+      : mirarBytes_(mirarBytes), mirarTotales_(mirarTotales) {}
   void dar(std::string_view registro);
   const Resumen& resumen() const noexcept { return resumen_; }
 
  private:
   void mirarForma(std::string_view registro);
+  bool mirarUtf8(std::string_view registro);
   void mirarOpcional(std::string_view registro);
   void contarEnNorma(std::string_view registro, ClaseRegistro clase);
   void recontar(std::string_view registro);
@@ -81,11 +86,12 @@ class Resumidor {
   bool hayAdeudo_ = false;       // el último adeudo del bloque sigue a la vista
   bool previoContiguo_ = false;  // y el registro anterior a él era otro adeudo
   bool ultimoEsAdeudo_ = false;
-  bool mirarLF_;
+  bool mirarBytes_;
+  bool mirarTotales_;
 };
 
 /// Resumen de una lista entera.
-Resumen Resumir(const ListaRegistros& lista, bool mirarLF = false);
+Resumen Resumir(const ListaRegistros& lista, bool mirarBytes = false);
 
 /// Resumen de un fichero sin tenerlo en memoria, con las líneas cortadas como al cargarlo. Lanza
 /// ErrorEjecucion.

@@ -65,6 +65,9 @@ QString TextoDeImportacion(const Observacion& o) {
              u"Pida el fichero con finales de línea CR LF."_s;
     case ClaseObservacion::ConLF:
       return u"%1 con un LF dentro%2: puede haber varios adeudos en una línea."_s.arg(Registros(o), Donde(o));
+    case ClaseObservacion::Utf8:
+      return u"El fichero está en UTF-8 (lo muestra «%1», en el registro %2): cada letra con acento ocupa dos posiciones y corre lo que la sigue. Pida el fichero en ANSI (Windows-1252)."_s
+          .arg(Dato(o.ahora), Numero(o.primero));
     case ClaseObservacion::RegistrosLargos:
       return u"%1 de más de 600 posiciones%2: al guardar %3 lo que sobra."_s.arg(
           Registros(o), Donde(o), Segun(o, "perderá", "perderán"));
