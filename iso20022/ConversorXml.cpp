@@ -82,6 +82,7 @@ QByteArray ConversorXml::convertir(std::string_view bytes) {
     case Clase::Utf8:
       break;
     case Clase::Utf16: {
+      impar_ = impar_ != (bytes.size() % 2 != 0);
       const QString texto = lee16_(QByteArrayView(bytes.data(), largo));
       QByteArray resultado = escribe8_(texto);
       if (lee16_.hasError() || escribe8_.hasError()) throw FalloXml("sus bytes no son UTF-16");
@@ -101,6 +102,10 @@ QByteArray ConversorXml::convertir(std::string_view bytes) {
     }
   }
   return {bytes.data(), largo};
+}
+
+void ConversorXml::terminar() const {
+  if (impar_) throw FalloXml("acaba a mitad de un carácter");
 }
 
 }  // namespace iso20022

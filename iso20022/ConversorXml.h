@@ -26,6 +26,9 @@ class ConversorXml {
   /// FalloXml si no son de la codificación (los de UTF-8 no se miran).
   QByteArray convertir(std::string_view bytes);
 
+  /// No hay más. Lanza FalloXml si lo último se quedó a medias.
+  void terminar() const;
+
   /// Bytes del principio que ocupa la marca; hay que saltarlos.
   std::size_t marca() const noexcept { return marca_; }
 
@@ -33,6 +36,7 @@ class ConversorXml {
   enum class Clase { Utf8, Utf16, Latina1, Latina9 };
   Clase clase_ = Clase::Utf8;
   std::size_t marca_ = 0;
+  bool impar_ = false;  // los bytes de UTF-16 convertidos
   QStringDecoder lee16_;
   QStringEncoder escribe8_{QStringEncoder::Utf8};
 };

@@ -79,7 +79,10 @@ void LectorXml::alimentar() try {
     const std::size_t leidos = lectura_.leer(bufer_);
     leidoTodo_ = leidos < bufer_.size();
     listos = guarda_.dar(convertir({bufer_.data(), leidos}));
-    if (leidoTodo_) listos += guarda_.terminar();
+    if (leidoTodo_) {
+      conversor_->terminar();
+      listos += guarda_.terminar();
+    }
     leidos_ += leidos;
   }
   xml_.addData(listos);

@@ -143,6 +143,7 @@ TEST_F(PruebaConsola, NoUneLoQueSePerderiaEntero) {
     EXPECT_EQ(leer(ruta("salida.Q19")) == antes, que != nullptr);
     EXPECT_TRUE(que == nullptr || s.avisado.contains(QString("q19: mala.Q19: ") + que))
         << s.avisado.toStdString();
+    EXPECT_EQ(q19({"unir", "--bloques", "-o", "bloques", "buena.Q19", "mala.Q19"}).codigo, s.codigo);
     EXPECT_EQ(q19({"unir", "--de-todos-modos", "-o", "salida", "mala.Q19"}).codigo, 0);
     EXPECT_EQ(leer(ruta("salida.Q19")).size(), escrito);
   }

@@ -50,6 +50,22 @@ TEST_F(Guardados, SinConfirmarNoQuedaNada) {
   EXPECT_EQ(nombres(), Nombres{"f"});
 }
 
+// El segundo no puede ponerse en su sitio, que ya no es el que era: el primero vuelve a ser lo que fue.
+TEST_F(Guardados, VariosALaVezTodosONinguno) {
+  const auto viejo = escribir("1", "viejo"), nuevo = carpeta_ / "0", otro = carpeta_ / "2";
+  for (const bool falla : {true, false}) {
+    ficheros::EscrituraConjunta escritura;
+    for (const auto& destino : {nuevo, viejo, otro})
+      escritura.anadir(destino).escribir("nuevo");
+    if (falla) std::filesystem::create_directories(otro / "carpeta");
+    EXPECT_EQ(NumeroError([&] { escritura.confirmar(); }) != 0, falla);
+    EXPECT_EQ(leer(viejo), falla ? "viejo" : "nuevo");
+    EXPECT_EQ(std::filesystem::exists(nuevo), !falla);
+    if (falla) std::filesystem::remove_all(otro);
+  }
+  EXPECT_EQ(nombres(), (Nombres{"0", "1", "2"}));
+}
+
 TEST_F(Guardados, NoBorraElTemporalDeUnProgramaVivo) {
   ficheros::EscrituraSegura uno(carpeta_ / "f");
   uno.escribir("uno");

@@ -2,6 +2,7 @@
 
 #include "Carpeta.h"
 #include "Registros.h"
+#include "ficheros/EscrituraConjunta.h"
 #include "ficheros/EscrituraSegura.h"
 #include "remesa/Guardado.h"
 
