@@ -28,6 +28,7 @@ struct PeticionListar {
   std::string destino;
   bool referencia = false;
   bool soloAdeudos = false;
+  bool bloques = false;
   bool horizontal = false;
 };
 
@@ -49,8 +50,9 @@ Salida Listar(const PeticionListar& peticion) {
     Avance escritura(u"Listando"_s, fichero);
     escritura.poner(0, 0);
     comunes::Rejilla visor(u"VisorPrt"_s);
-    const principal::Informe informe = principal::PrepararInforme(visor, lista, comunes::DesdeRuta(fichero),
-                                                                  peticion.referencia, peticion.soloAdeudos);
+    const principal::Informe informe =
+        principal::PrepararInforme(visor, lista, comunes::DesdeRuta(fichero), peticion.referencia,
+                                   peticion.soloAdeudos, peticion.bloques);
     enCurso = &destino;
     comunes::DocumentoPdf pdf(destino, peticion.horizontal, informe.titulo);
     principal::ImprimirInforme(pdf.trabajo(), visor, informe, [&](int hechas, int total, int) {
@@ -81,6 +83,7 @@ void OrdenListar(CLI::App& q19, Accion& accion) {
   orden->add_flag("--referencia", peticion->referencia, "Añade la columna de la referencia del adeudo");
   orden->add_flag("--solo-adeudos", peticion->soloAdeudos,
                   "Sin los registros opcionales, que no son adeudos ni llevan importe");
+  orden->add_flag("--bloques", peticion->bloques, "Bloque a bloque, cada acreedor en otra página");
   orden->add_flag("--horizontal", peticion->horizontal, "Con el papel apaisado");
   orden->add_option("-o,--salida", peticion->destino, "Fichero PDF que se escribe")
       ->type_name("LISTADO")

@@ -63,12 +63,37 @@ std::vector<Listado::LineaBloque> Listado::partir(const QString& lineas) const {
   return trozos;
 }
 
+double Listado::altoBloque(const std::vector<LineaBloque>& trozos) const {
+  const auto cuantas = std::count_if(trozos.begin(), trozos.end(), [](const auto& t) { return t.nueva; });
+  return kSeparacion + normal_.Alto(kTamano) * static_cast<double>(cuantas);
+}
+
+bool Listado::seccion(const SeccionListado& seccion) {
+  cabeza_.titulo = seccion.titulo;
+  const double alto = altoBloque(partir(seccion.lineas)) + altoTitulos() + 2 * kAltoFila;
+  if (!porSecciones_) {
+    porSecciones_ = true;
+    total_ = rejilla_.Rows() - rejilla_.FixedRows();
+    if (avance_ && !avance_(0, total_, 1)) return false;
+    if (impresora_.Empezada()) impresora_.NuevaPagina();
+    cabeza(false);
+  } else if (seccion.otraPagina || !cabe(alto)) {
+    if (!pagina(false)) return false;
+  } else {
+    y_ += kAltoFila;
+  }
+  if (!bloque(seccion.lineas)) return false;
+  y_ += kSeparacion;
+  titulos();
+  yTrasCabeza_ = y_;
+  return filas(seccion.desde, seccion.hasta);
+}
+
 bool Listado::bloque(const QString& lineas) {
   if (lineas.isEmpty()) return true;
   const std::vector<LineaBloque> trozos = partir(lineas);
   const double alto = normal_.Alto(kTamano);
-  const auto cuantas = std::count_if(trozos.begin(), trozos.end(), [](const auto& t) { return t.nueva; });
-  const double total = kSeparacion + alto * static_cast<double>(cuantas);
+  const double total = altoBloque(trozos);
   // Entero en una página si cabe en alguna.
   const bool cabeEnUna = yTrasCabeza_ + total + kMargen / 2 <= impresora_.ScaleHeight();
   if (!cabe(total) && cabeEnUna && !pagina()) return false;

@@ -27,4 +27,17 @@ bool ImprimirRejilla(TrabajoImpresion& impresora, Rejilla& rejilla, const QStrin
   return completa;
 }
 
+bool ImprimirSecciones(TrabajoImpresion& impresora, Rejilla& rejilla,
+                       const std::vector<SeccionListado>& secciones, const QString& subtitulo,
+                       const QString& lineas, const AvanceImpresion& avance) {
+  rejilla.PonerVisible(false);
+  Listado listado(impresora, rejilla, {{}, subtitulo, true}, true, true, avance);
+  bool completa = true;
+  for (const SeccionListado& seccion : secciones)
+    completa = completa && listado.seccion(seccion);
+  completa = completa && listado.bloque(lineas);
+  rejilla.PonerVisible(true);
+  return completa;
+}
+
 }  // namespace comunes

@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <functional>
+#include <vector>
 
 #include "comunes/impresion/Trabajo.h"
 #include "comunes/rejilla/Rejilla.h"
@@ -22,5 +23,20 @@ using AvanceImpresion = std::function<bool(int hechas, int total, int pagina)>;
 bool ImprimirRejilla(TrabajoImpresion& impresora, Rejilla& rejilla, const QString& titulo, bool marco,
                      const QString& subtitulo, bool ajustar, int desde, int hasta, bool terminar,
                      bool conFecha, const QString& lineas, const AvanceImpresion& avance = {});
+
+/// Unas filas de la rejilla con cabecera propia.
+struct SeccionListado {
+  QString titulo;  ///< de sus páginas
+  QString lineas;  ///< delante de los títulos de sus columnas, separadas por ";"
+  int desde = 0;   ///< filas de la rejilla, ambas incluidas
+  int hasta = -1;
+  bool otraPagina = false;  ///< no sigue en la página de la anterior
+};
+
+/// Imprime la rejilla por secciones, con marco, fecha y las columnas que caben enteras; tras la última,
+/// `lineas`. El trabajo queda abierto. Lo demás, como ImprimirRejilla.
+bool ImprimirSecciones(TrabajoImpresion& impresora, Rejilla& rejilla,
+                       const std::vector<SeccionListado>& secciones, const QString& subtitulo,
+                       const QString& lineas, const AvanceImpresion& avance = {});
 
 }  // namespace comunes

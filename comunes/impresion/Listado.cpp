@@ -54,14 +54,14 @@ bool Listado::empezar() {
   return true;
 }
 
-bool Listado::pagina() {
+bool Listado::pagina(bool conTitulos) {
   if (avance_ && !avance_(hechas_, total_, impresora_.Pagina() + 1)) return false;
   impresora_.NuevaPagina();
-  cabeza();
+  cabeza(conTitulos);
   return true;
 }
 
-void Listado::cabeza() {
+void Listado::cabeza(bool conTitulos) {
   const double ancho = impresora_.ScaleWidth();
   const auto medir = [&](const QString& texto) { return normal_.Ancho(texto, kTamanoCabeza); };
   const QString numero = u"Página %1"_s.arg(impresora_.Pagina());
@@ -91,20 +91,24 @@ void Listado::cabeza() {
                    kLineaSubtitulo, subtitulo, normal_, kTamanoCabeza);
 
   y_ = kMargen;
-  titulos();
+  if (conTitulos) titulos();
   yTrasCabeza_ = y_;
 }
 
+double Listado::altoTitulos() const {
+  return rejilla_.FixedRows() < 1 ? 0 : std::max(rejilla_.RowHeight(0), kAltoFila);
+}
+
 void Listado::titulos() {
-  if (rejilla_.FixedRows() < 1) return;
-  const double alto = std::max(rejilla_.RowHeight(0), kAltoFila);
+  const double alto = altoTitulos();
+  if (alto == 0) return;
   for (const Columna& columna : columnas_)
     celda(0, columna, alto, true);
   y_ += alto;
 }
 
 bool Listado::filas(int desde, int hasta) {
-  total_ = std::max(hasta - desde + 1, 0);
+  if (!porSecciones_) total_ = std::max(hasta - desde + 1, 0);
   for (int f = desde; f <= hasta; ++f, ++hechas_) {
     if (avance_ && !avance_(hechas_, total_, impresora_.Pagina())) return false;
     if (rejilla_.RowHeight(f) < 1) continue;

@@ -28,6 +28,8 @@ class Listado {
   bool empezar();
   bool filas(int desde, int hasta);
   bool bloque(const QString& lineas);
+  /// En vez de las otras: la cabecera de una parte y sus filas. La primera empieza la página.
+  bool seccion(const SeccionListado& seccion);
 
  private:
   struct Columna {
@@ -41,11 +43,13 @@ class Listado {
     bool nueva;  ///< empieza una línea; si no, sigue en la anterior
   };
 
-  void cabeza();
+  void cabeza(bool conTitulos = true);
   void titulos();
   void fila(int fila);
   void celda(int fila, const Columna& columna, double alto, bool titulo);
-  bool pagina();
+  bool pagina(bool conTitulos = true);
+  double altoTitulos() const;
+  double altoBloque(const std::vector<LineaBloque>& trozos) const;
   bool cabe(double alto) const;
   std::vector<LineaBloque> partir(const QString& lineas) const;
 
@@ -62,6 +66,7 @@ class Listado {
   double yTrasCabeza_ = 0;
   int hechas_ = 0;
   int total_ = 0;
+  bool porSecciones_ = false;
 };
 
 }  // namespace comunes

@@ -73,6 +73,19 @@ void sumarGrupos(Rejilla& rejilla, int columna) {
   }
 }
 
+void ponerTotal(Rejilla& rejilla, int desde, const QString& etiqueta, int columnaEtiqueta,
+                const QStringList& titulos) {
+  const int total = rejilla.Rows();
+  rejilla.PonerRows(total + 1);
+  rejilla.PonerRowData(total, 1);
+  if (columnaEtiqueta >= 0) PonerCelda(rejilla, total, columnaEtiqueta, etiqueta);
+  for (const QString& titulo : titulos) {
+    const int columna = BuscarColumna(rejilla, titulo);
+    const QString suma = SumarColumna(rejilla, columna, desde, total);
+    EscribirCelda(rejilla, total, columna, suma, -1, kGrisTotales, u"D"_s);
+  }
+}
+
 }  // namespace
 
 void Subtotales(const QString& tituloGrupo, Rejilla& rejilla, const QString& plantilla,
@@ -101,17 +114,12 @@ void Subtotales(const QString& tituloGrupo, Rejilla& rejilla, const QString& pla
       sumarGrupos(rejilla, BuscarColumna(rejilla, titulo));
   }
 
-  const int total = rejilla.Rows();
-  rejilla.PonerRows(total + 1);
-  rejilla.PonerRowData(total, 1);
-  if (etiqueta >= 0) {
-    PonerCelda(rejilla, total, etiqueta, conGrupo ? u"Total general"_s : plantilla);
-  }
-  for (const QString& titulo : titulosTotal) {
-    const int columna = BuscarColumna(rejilla, titulo);
-    const QString suma = SumarColumna(rejilla, columna, 1, total);
-    EscribirCelda(rejilla, total, columna, suma, -1, kGrisTotales, u"D"_s);
-  }
+  ponerTotal(rejilla, 1, conGrupo ? u"Total general"_s : plantilla, etiqueta, titulosTotal);
+}
+
+void FilaTotal(Rejilla& rejilla, int desde, const QString& etiqueta, const QString& tituloEtiqueta,
+               const QString& tituloTotal) {
+  ponerTotal(rejilla, desde, etiqueta, BuscarColumna(rejilla, tituloEtiqueta), {tituloTotal});
 }
 
 }  // namespace comunes

@@ -13,4 +13,9 @@ namespace comunes {
 void Subtotales(const QString& tituloGrupo, Rejilla& rejilla, const QString& plantilla,
                 const QString& tituloEtiqueta, const QString& opcion, const QStringList& titulosTotal);
 
+/// Añade al final una fila con el total de las que van desde `desde`: `etiqueta` en la columna
+/// `tituloEtiqueta` y la suma en la columna `tituloTotal`.
+void FilaTotal(Rejilla& rejilla, int desde, const QString& etiqueta, const QString& tituloEtiqueta,
+               const QString& tituloTotal);
+
 }  // namespace comunes

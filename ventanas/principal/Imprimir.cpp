@@ -32,6 +32,7 @@ void frmUnirQ19::imprimir() {
   decir({});
   const bool conReferencia = ui_->RefI->isChecked();
   const bool soloAdeudos = ui_->SoloAdeudos->isChecked();
+  const bool porBloques = conBloques();
   if (!soloAdeudos && !confirmarOtros()) return;
   comunes::Rejilla visor(ui_->VisorPrt->objectName());
   std::optional<Informe> informe;
@@ -39,7 +40,7 @@ void frmUnirQ19::imprimir() {
   const auto preparado = [&]() -> const Informe& {
     if (!informe) {
       const comunes::Reloj reloj;
-      informe = PrepararInforme(visor, lista, FicheroActual, conReferencia, soloAdeudos);
+      informe = PrepararInforme(visor, lista, FicheroActual, conReferencia, soloAdeudos, porBloques);
     }
     return *informe;
   };

@@ -1,87 +1,24 @@
 #include "ventanas/principal/Informe.h"
 
-#include <charconv>
+#include <algorithm>
 #include <cmath>
 #include <string>
 
 #include "comunes/plataforma/Escala.h"
-#include "comunes/plataforma/Formatos.h"
-#include "comunes/plataforma/Texto.h"
 #include "comunes/rejilla/MiVisor.h"
 #include "comunes/rejilla/Subtotales.h"
 #include "remesa/Campos.h"
 #include "remesa/Registro.h"
-#include "remesa/SEPA.h"
+#include "ventanas/principal/CamposInforme.h"
 #include "ventanas/principal/RecuentoInforme.h"
 
 namespace principal {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-using remesa::LeerCampo;
-
-constexpr auto kColumnas = "Nombre#25;Importe#8>;IBAN#25=;Concepto#30;Referencia#10<";
-constexpr int kCaracteresConcepto = 40;
-
-std::string_view recortado(std::string_view texto) {
-  const auto primero = texto.find_first_not_of(' ');
-  if (primero == std::string_view::npos) return {};
-  return texto.substr(primero, texto.find_last_not_of(' ') - primero + 1);
-}
-
-QString texto(std::string_view registro, remesa::Posiciones donde) {
-  return comunes::DesdeWindows1252(recortado(LeerCampo(registro, donde)));
-}
-
-QString fecha(std::string_view registro, remesa::Posiciones donde) {
-  return comunes::DesdeWindows1252(remesa::FechaQ19(LeerCampo(registro, donde)));
-}
-
-QString cuenta(std::string_view registro, remesa::Posiciones donde) {
-  return comunes::DesdeWindows1252(remesa::FormatoIBAN(recortado(LeerCampo(registro, donde)), false));
-}
-
-/// El valor de un campo numérico bien escrito, exacto.
-std::optional<qint64> cifras(std::string_view valor) {
-  qint64 entero = 0;
-  const auto fin = std::from_chars(valor.data(), valor.data() + valor.size(), entero);
-  if (fin.ec != std::errc() || fin.ptr != valor.data() + valor.size()) return std::nullopt;
-  return entero;
-}
-
-/// Céntimos del campo como importe; cero, en blanco.
-QString importe(std::string_view registro, remesa::Posiciones donde) {
-  const std::string_view valor = recortado(LeerCampo(registro, donde));
-  if (const auto centimos = cifras(valor))
-    return *centimos == 0 ? QString() : comunes::FormatoCentimos(*centimos);
-  const double leido = remesa::ValorNumerico(valor) / 100;
-  return leido == 0 ? QString() : comunes::FormatoNumero(leido, 2);
-}
-
-QString numero(std::string_view registro, remesa::Posiciones donde) {
-  const std::string_view valor = recortado(LeerCampo(registro, donde));
-  if (const auto entero = cifras(valor)) return QString::number(*entero);
-  return QString::number(remesa::ValorNumerico(valor), 'f', QLocale::FloatingPointShortest);
-}
-
-void anadirAdeudo(comunes::Rejilla& visor, int fila, std::string_view registro) {
-  const auto concepto = LeerCampo(registro, remesa::kConcepto).substr(0, kCaracteresConcepto);
-  int columna = 0;
-  for (const QString& celda :
-       {texto(registro, remesa::kNombreDeudor), importe(registro, remesa::kImporteAdeudo),
-        cuenta(registro, remesa::kCuentaDeudor), comunes::DesdeWindows1252(recortado(concepto)),
-        texto(registro, remesa::kReferenciaAdeudo)}) {
-    comunes::PonerCelda(visor, fila, columna++, celda);
-  }
-}
-
-}  // namespace
-
 int AnchoInforme(bool conReferencia) {
   comunes::Rejilla columnas;
-  comunes::PrepararRejilla(columnas, QString::fromLatin1(kColumnas));
+  comunes::PrepararRejilla(columnas, QString::fromLatin1(kColumnasInforme));
   if (!conReferencia) comunes::OcultarColumnas(columnas, false, {u"Referencia"_s});
   float ancho = 0;
   for (int c = 0; c < columnas.Cols(); ++c)
@@ -90,7 +27,9 @@ int AnchoInforme(bool conReferencia) {
 }
 
 Informe PrepararInforme(comunes::Rejilla& visor, const remesa::ListaRegistros& acumulado,
-                        const QString& ficheroActual, bool conReferencia, bool soloAdeudos) {
+                        const QString& ficheroActual, bool conReferencia, bool soloAdeudos, bool porBloques) {
+  if (porBloques && std::ranges::count(acumulado, remesa::CodigoRegistro::Acreedor, remesa::Codigo) > 1)
+    return PrepararInformePorBloques(visor, acumulado, ficheroActual, conReferencia, soloAdeudos);
   Informe informe;
   QString envio;
   QString emision;
@@ -99,26 +38,26 @@ Informe PrepararInforme(comunes::Rejilla& visor, const remesa::ListaRegistros& a
   QString recibos;
 
   const comunes::SinRedibujo sinRedibujo(visor);
-  comunes::PrepararRejilla(visor, QString::fromLatin1(kColumnas));
+  comunes::PrepararRejilla(visor, QString::fromLatin1(kColumnasInforme));
   int fila = visor.FixedRows();
   std::string completo;
   for (std::string_view registro : acumulado) {
     registro = remesa::ComoSeGuarda(registro, completo);
     switch (remesa::Codigo(registro)) {
       case remesa::CodigoRegistro::Adeudo:
-        if (EntraEnInforme(registro, soloAdeudos)) anadirAdeudo(visor, fila++, registro);
+        if (EntraEnInforme(registro, soloAdeudos)) AnadirAdeudo(visor, fila++, registro);
         break;
       case remesa::CodigoRegistro::Presentador:
-        envio = fecha(registro, remesa::kFechaCreacion);
+        envio = FechaCampo(registro, remesa::kFechaCreacion);
         break;
       case remesa::CodigoRegistro::Acreedor:
-        informe.titulo = texto(registro, remesa::kNombreAcreedor);
-        emision = fecha(registro, remesa::kFechaCobro);
-        cuentaAcreedor = cuenta(registro, remesa::kCuentaAcreedor);
+        informe.titulo = TextoCampo(registro, remesa::kNombreAcreedor);
+        emision = FechaCampo(registro, remesa::kFechaCobro);
+        cuentaAcreedor = CuentaCampo(registro, remesa::kCuentaAcreedor);
         break;
       case remesa::CodigoRegistro::TotalesFecha:
-        total = importe(registro, remesa::kImporte04);
-        recibos = numero(registro, remesa::kAdeudos04);
+        total = ImporteCampo(registro, remesa::kImporte04);
+        recibos = NumeroCampo(registro, remesa::kAdeudos04);
         break;
       default:
         break;
@@ -150,8 +89,12 @@ bool ImprimirInforme(comunes::TrabajoImpresion& impresora, comunes::Rejilla& vis
       visor.PonerColWidth(c, anchos[static_cast<std::size_t>(c)]);
   };
   try {
-    const bool completo = comunes::ImprimirRejilla(impresora, visor, informe.titulo, true, informe.subtitulo,
-                                                   true, -1, -1, false, true, informe.lineas, avance);
+    const bool completo =
+        informe.secciones.empty()
+            ? comunes::ImprimirRejilla(impresora, visor, informe.titulo, true, informe.subtitulo, true, -1,
+                                       -1, false, true, informe.lineas, avance)
+            : comunes::ImprimirSecciones(impresora, visor, informe.secciones, informe.subtitulo,
+                                         informe.lineas, avance);
     reponer();
     visor.PonerVisible(false);
     return completo;
