@@ -83,7 +83,7 @@ void FuenteFicheros::recorrer(RepartoBloques::Tramo tramo, Recibir recibir) {
     std::uint64_t siguiente = tramo.desde;
     const auto leer = [&](std::span<char> destino) {
       const std::size_t cuantos = std::min<std::uint64_t>(destino.size(), tramo.hasta - siguiente);
-      abierto.lectura.leerEn(siguiente - inicio, destino.first(cuantos));
+      abierto.lectura.leerEn(siguiente - inicio, destino.first(cuantos), false);
       siguiente += cuantos;
       return cuantos;
     };
@@ -116,7 +116,7 @@ std::string_view FuenteFicheros::ver(RepartoBloques::Tramo tramo) {
     abierto.bytes.resize(
         std::min<std::uint64_t>(std::max(largo, abierto.adelanto), leido.marca.tamano - desde));
     abierto.desde = desde;
-    abierto.lectura.leerEn(desde, abierto.bytes);
+    abierto.lectura.leerEn(desde, abierto.bytes, false);
   }
   return std::string_view(abierto.bytes.data(), abierto.bytes.size()).substr(desde - abierto.desde, largo);
 }
@@ -147,7 +147,7 @@ void FuenteFicheros::comprobar(const RepartoBloques::Adeudo& adeudo, std::string
 }
 
 void UnionBloques::leer(const std::filesystem::path& fichero, const remesa::AvanceLectura& avance) {
-  remesa::Resumidor resumidor(true);
+  remesa::Resumidor resumidor(true, false);
   reparto_.empezarFichero();
   ficheros_.leer(
       fichero,
@@ -157,7 +157,8 @@ void UnionBloques::leer(const std::filesystem::path& fichero, const remesa::Avan
       },
       avance);
   reparto_.terminarFichero(ficheros_.posicion());
-  observaciones_ = ObservarImportacion(resumidor.resumen(), reparto_.indice());
+  resumen_ = resumidor.resumen();
+  observaciones_ = ObservarImportacion(resumen_, reparto_.indice());
 }
 
 void UnionBloques::leer(const remesa::ListaRegistros& lista) {
@@ -171,7 +172,8 @@ void UnionBloques::leer(const remesa::ListaRegistros& lista) {
   }
   todos_.anadirDe(lista, indices);
   reparto_.terminarFichero(todos_.size());
-  observaciones_ = ObservarImportacion(resumidor.resumen(), reparto_.indice());
+  resumen_ = resumidor.resumen();
+  observaciones_ = ObservarImportacion(resumen_, reparto_.indice());
 }
 
 remesa::FuenteRegistros& UnionBloques::fuente() noexcept {

@@ -77,7 +77,9 @@ class UnionBloques {
   void leer(const std::filesystem::path& fichero, const remesa::AvanceLectura& avance = {});
   /// Unos registros que ya se tienen; han de serlo todos o ninguno, y vivir mientras esto.
   void leer(const remesa::ListaRegistros& lista);
-  /// Lo que hay que saber del último leído; si es que no se puede reunir, solo eso.
+  /// Lo que hay en el último leído.
+  const remesa::Resumen& resumen() const noexcept { return resumen_; }
+  /// Lo que hay que saber de él; si es que no se puede reunir, solo eso.
   const std::vector<remesa::Observacion>& observaciones() const noexcept { return observaciones_; }
 
   // Para la segunda lectura, leídos todos:
@@ -93,6 +95,7 @@ class UnionBloques {
   FuenteFicheros ficheros_;
   remesa::ListaRegistros todos_;
   remesa::FuenteLista lista_{todos_};
+  remesa::Resumen resumen_;
   std::vector<remesa::Observacion> observaciones_;
 };
 

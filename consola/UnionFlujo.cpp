@@ -61,7 +61,7 @@ std::vector<remesa::Observacion> UnionFlujo::observacionesFinales() const {
 }
 
 void UnionFlujo::tratar(std::string_view registro, std::string_view conFin, remesa::Resumidor& resumidor) {
-  if (++registro_ == 1) tipo_ = remesa::TipoDe(registro);
+  ++registro_;
   const remesa::Destino destino = reglas_.dar(registro);
   resumidor.dar(registro);
   if (destino == remesa::Destino::Quitar) return;

@@ -13,7 +13,6 @@
 #include "remesa/Fusion.h"
 #include "remesa/Identificacion.h"
 #include "remesa/Observaciones.h"
-#include "remesa/TipoFichero.h"
 
 namespace consola {
 
@@ -38,9 +37,8 @@ class UnionFlujo {
   const remesa::Totales& totales() const noexcept { return reglas_.totales(); }
   /// Número, desde 1, del último registro visto del fichero.
   std::size_t registroActual() const noexcept { return registro_; }
-  /// Lo que hay en el último fichero, y qué clase de fichero es.
+  /// Lo que hay en el último fichero.
   const remesa::Resumen& resumen() const noexcept { return resumen_; }
-  remesa::TipoFichero tipo() const noexcept { return tipo_; }
   /// Lo que importar el último fichero perdió o cambió.
   const std::vector<remesa::Observacion>& observaciones() const noexcept { return observaciones_; }
   /// Lo que hay que saber de la remesa unida.
@@ -61,7 +59,6 @@ class UnionFlujo {
   remesa::ReglasImportacion reglas_;
   remesa::Resumen acumulado_;
   remesa::Resumen resumen_;
-  remesa::TipoFichero tipo_ = remesa::TipoFichero::Ajeno;
   std::vector<remesa::Observacion> observaciones_;
   std::size_t registro_ = 0;
   std::optional<remesa::Momento> renovar_;

@@ -61,13 +61,15 @@ void AvisarObservaciones(const fs::path& fichero, const std::vector<remesa::Obse
     Avisar(u"%1: aviso: %2"_s.arg(Mostrable(fichero), Mostrable(principal::TextoObservacion(observacion))));
 }
 
-/// Por qué no debe unirse lo que se acaba de leer; vacío si puede unirse.
-QString Perdida(const UnionFlujo& flujo) {
-  if (!remesa::SePierdenSusAdeudos(flujo.resumen(), flujo.tipo())) return {};
-  const QString que = flujo.tipo() == remesa::TipoFichero::Presentacion
+/// false, tras decirlo, si del fichero no quedaría ningún adeudo y no se quiere así.
+bool QuedaAlgo(const fs::path& fichero, const remesa::Resumen& resumen, bool deTodosModos) {
+  if (deTodosModos || !remesa::SePierdenSusAdeudos(resumen)) return true;
+  const QString que = resumen.tipo == remesa::TipoFichero::Presentacion
                           ? u"sus líneas acaban solo en LF"_s
-                          : u"es "_s + QString::fromUtf8(remesa::NombreTipo(flujo.tipo()).data());
-  return que + u" y se perderían todos sus adeudos: no se une sin --de-todos-modos"_s;
+                          : u"es "_s + QString::fromUtf8(remesa::NombreTipo(resumen.tipo).data());
+  Avisar(u"%1: %2 y se perderían todos sus adeudos: no se une sin --de-todos-modos"_s.arg(Mostrable(fichero),
+                                                                                          que));
+  return false;
 }
 
 bool Importar(UnionFlujo& flujo, const Remesa& remesa, bool ultimo, bool deTodosModos) {
@@ -85,10 +87,7 @@ bool Importar(UnionFlujo& flujo, const Remesa& remesa, bool ultimo, bool deTodos
            (delRegistro ? u" en el registro %1"_s.arg(flujo.registroActual()) : QString()));
     return false;
   }
-  if (const QString perdida = Perdida(flujo); !deTodosModos && !perdida.isEmpty()) {
-    Avisar(u"%1: %2"_s.arg(Mostrable(fichero), perdida));
-    return false;
-  }
+  if (!QuedaAlgo(fichero, flujo.resumen(), deTodosModos)) return false;
   AvisarObservaciones(fichero, flujo.observaciones());
   return true;
 }
@@ -113,7 +112,7 @@ bool UnirEnUno(const OpcionesUnir& opciones, const std::vector<Remesa>& remesas,
   return true;
 }
 
-bool LeerParaReunir(UnionBloques& lectura, const Remesa& remesa) {
+bool LeerParaReunir(UnionBloques& lectura, const Remesa& remesa, bool deTodosModos) {
   const fs::path& fichero = remesa.ruta;
   if (remesa.lista) {
     lectura.leer(*remesa.lista);
@@ -121,6 +120,7 @@ bool LeerParaReunir(UnionBloques& lectura, const Remesa& remesa) {
     Avance avance(u"Leyendo"_s, fichero);
     lectura.leer(fichero, [&](std::uintmax_t leidos, std::uintmax_t total) { avance.poner(leidos, total); });
   }
+  if (!QuedaAlgo(fichero, lectura.resumen(), deTodosModos)) return false;
   if (lectura.reparto().indice().avisos().sinDueno != 0) {
     for (const remesa::Observacion& observacion : lectura.observaciones())
       Avisar(u"%1: %2"_s.arg(Mostrable(fichero), Mostrable(principal::TextoObservacion(observacion))));
@@ -147,7 +147,7 @@ bool UnirPorBloques(const OpcionesUnir& opciones, std::vector<Remesa>& remesas, 
   Igualar(remesas);
   UnionBloques lectura;
   for (const Remesa& remesa : remesas)
-    if (!LeerParaReunir(lectura, remesa)) return false;
+    if (!LeerParaReunir(lectura, remesa, opciones.deTodosModos)) return false;
   remesa::RepartoBloques& reparto = lectura.reparto();
   if (opciones.renovar && !reparto.presentador()) return FaltaPresentador(salida);
   std::optional<remesa::Renovacion> renovacion;
@@ -165,7 +165,7 @@ bool UnirPorBloques(const OpcionesUnir& opciones, std::vector<Remesa>& remesas, 
   unida.adeudos = suma.adeudos;
   unida.importe = suma.importe;
   unida.bloques = u"Bloques: %1 (%2)\n"_s.arg(
-      QString::number(reparto.indice().vivos()),
+      comunes::FormatoNumero(static_cast<double>(reparto.indice().vivos()), 0),
       principal::TextoCuenta(reparto.indice().acreedores(), u"acreedor"_s, u"acreedores"_s));
   return true;
 }

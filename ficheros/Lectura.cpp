@@ -25,14 +25,14 @@ std::size_t LecturaFichero::leer(std::span<char> destino) {
   return total;
 }
 
-std::size_t LecturaFichero::leerEn(std::uintmax_t donde, std::span<char> destino) {
+std::size_t LecturaFichero::leerEn(std::uintmax_t donde, std::span<char> destino, bool mirar) {
   std::size_t total = 0;
   while (total < destino.size()) {
     const std::size_t leidos = leerAlgoEn(donde + total, destino.subspan(total));
     if (leidos == 0) break;
     total += leidos;
   }
-  if (donde + total > tamano_ || reescrito()) darPorCambiado();
+  if (donde + total > tamano_ || (mirar && reescrito())) darPorCambiado();
   if (total < destino.size() && donde + total < tamano_) throw ErrorEjecucion(kFinDeArchivo, ruta_, kCortado);
   return total;
 }

@@ -24,8 +24,8 @@ class LecturaFichero {
   std::size_t leer(std::span<char> destino);
   /// Llena `destino` desde el byte `donde` (desde 0), sin mover por dónde va leer(), y da los bytes leídos:
   /// menos de los pedidos solo al final del fichero. Error 62 si lo han cortado y 75 si lo han cambiado desde
-  /// que se abrió.
-  std::size_t leerEn(std::uintmax_t donde, std::span<char> destino);
+  /// que se abrió; esto último, sin `mirar`, queda para quien llama, con comprobarMarca() al acabar.
+  std::size_t leerEn(std::uintmax_t donde, std::span<char> destino, bool mirar = true);
   /// Tras leer tamano() bytes justos: error 75 si hay más.
   void comprobarFinal();
 

@@ -1,32 +1,21 @@
 // La ventana de ayuda: qué lee, qué se niega a leer y cómo se busca en ella.
 
-#include <gtest/gtest.h>
-
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
-#include <QTemporaryDir>
 #include <QTextBlock>
 #include <QtTest>
 
 #include "comunes/dialogos/MiniHelp.h"
 #include "comunes/dialogos/TextoAyuda.h"
 #include "comunes/dialogos/VisorAyuda.h"
+#include "pruebas/EnCarpeta.h"
 
 using namespace comunes;
 
-namespace {
+class Ayuda : public pruebas::EnCarpeta {};
 
-QString Escribir(const QString& ruta, const QByteArray& bytes) {
-  QFile fichero(ruta);
-  EXPECT_TRUE(fichero.open(QIODevice::WriteOnly) && fichero.write(bytes) == bytes.size());
-  return ruta;
-}
-
-}  // namespace
-
-TEST(Ayuda, ReconoceElFormatoYLaPaginaDeCodigos) {
-  QTemporaryDir carpeta;
+TEST_F(Ayuda, ReconoceElFormatoYLaPaginaDeCodigos) {
   using Formato = TextoAyuda::Formato;
   struct Caso {
     const char* nombre;
@@ -44,48 +33,45 @@ TEST(Ayuda, ReconoceElFormatoYLaPaginaDeCodigos) {
                         {"h.txt", QByteArray(5 * 1024 * 1024, 'a'), nullptr}};
   for (const auto& c : casos) {
     SCOPED_TRACE(c.nombre);
-    const TextoAyuda ayuda = LeerAyuda(Escribir(carpeta.filePath(c.nombre), c.bytes));
+    const TextoAyuda ayuda = LeerAyuda(escribir(c.nombre, c.bytes));
     EXPECT_EQ(c.texto == nullptr, !ayuda.fallo.isEmpty());
     EXPECT_EQ(QString(c.texto), ayuda.texto);
     EXPECT_EQ(c.formato, ayuda.formato);
   }
-  EXPECT_NE("", LeerAyuda(carpeta.filePath("no-existe")).fallo);
-  EXPECT_NE("", LeerAyuda(carpeta.path()).fallo);
+  EXPECT_NE("", LeerAyuda(ruta("no-existe")).fallo);
+  EXPECT_NE("", LeerAyuda(carpeta_.path()).fallo);
 }
 
-TEST(Ayuda, NoSaleDeLaCarpetaDelTema) {
-  QTemporaryDir fuera;
-  QDir(fuera.path()).mkpath("manual/img");
+TEST_F(Ayuda, NoSaleDeLaCarpetaDelTema) {
+  QDir(carpeta_.path()).mkpath("manual/img");
   const auto imagen = [&](const QString& nombre) {
     QImage punto(4, 4, QImage::Format_RGB32);
     punto.fill(Qt::red);
-    EXPECT_TRUE(punto.save(fuera.filePath(nombre), "PNG"));
+    EXPECT_TRUE(punto.save(ruta(nombre), "PNG"));
   };
   imagen("secreto.png");
   imagen("manual/img/a.png");
-  QFile::link(fuera.filePath("secreto.png"), fuera.filePath("manual/enlace.png"));
+  QFile::link(ruta("secreto.png"), ruta("manual/enlace.png"));
   VisorAyuda visor;
-  visor.Cargar(Escribir(fuera.filePath("manual/tema.md"), "![a](img/a.png)"));
+  visor.Cargar(escribir("manual/tema.md", "![a](img/a.png)"));
   const auto se_lee = [&](const QString& nombre) {
     return visor.loadResource(QTextDocument::ImageResource, QUrl(nombre)).isValid();
   };
   EXPECT_TRUE(se_lee("img/a.png"));
-  EXPECT_TRUE(se_lee(QUrl::fromLocalFile(fuera.filePath("manual/img/a.png")).toString()));
+  EXPECT_TRUE(se_lee(QUrl::fromLocalFile(ruta("manual/img/a.png")).toString()));
   for (const QString& nombre :
        {QString("../secreto.png"), QString("img/../../secreto.png"), QString("enlace.png"),
-        QUrl::fromLocalFile(fuera.filePath("secreto.png")).toString(), QString("file://servidor/x/a.png"),
+        QUrl::fromLocalFile(ruta("secreto.png")).toString(), QString("file://servidor/x/a.png"),
         QString("http://127.0.0.1/a.png"), QString("img/no-existe.png"), QString("img")}) {
     EXPECT_FALSE(se_lee(nombre)) << nombre.toStdString();
   }
 }
 
-TEST(Ayuda, SeBuscaYSeSiguenLosEnlacesDeDentro) {
-  QTemporaryDir carpeta;
-  Escribir(carpeta.filePath("otro.md"), "# Otro tema");
+TEST_F(Ayuda, SeBuscaYSeSiguenLosEnlacesDeDentro) {
+  escribir("otro.md", "# Otro tema");
   const QString tema =
-      Escribir(carpeta.filePath("tema.md"),
-               "# Guía\n\n[ir](#último-paso) [otro](otro.md) [red](http://127.0.0.1/)\n\n" +
-                   QByteArray("Una línea.\n\n").repeated(200) + "## Último paso\n\nfinal único\n");
+      escribir("tema.md", "# Guía\n\n[ir](#último-paso) [otro](otro.md) [red](http://127.0.0.1/)\n\n" +
+                              QByteArray("Una línea.\n\n").repeated(200) + "## Último paso\n\nfinal único\n");
   MiniHelp ayuda;
   ayuda.Cargar(tema);
   ayuda.show();

@@ -5,8 +5,8 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-#include "comunes/plataforma/Formatos.h"
 #include "comunes/plataforma/IniFiles.h"
+#include "pruebas/EnEspana.h"
 #include "remesa/Campos.h"
 #include "ventanas/editor/Ayudas.h"
 
@@ -149,15 +149,7 @@ TEST(Descripciones, ElTextoSeReduceASEPAYSeRellena) {
 }
 
 class Ayudas : public testing::Test {
- protected:
-  Ayudas() {
-    comunes::PonerFechaActual(QDate(2026, 3, 5));
-    comunes::PonerLocaleUsuario(QLocale(QLocale::Spanish, QLocale::Spain));
-  }
-  ~Ayudas() override {
-    comunes::PonerFechaActual({});
-    comunes::PonerLocaleUsuario({});
-  }
+  pruebas::EnEspana espana_;
 };
 
 TEST_F(Ayudas, ComprobacionYValorInterpretado) {

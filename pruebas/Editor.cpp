@@ -5,9 +5,9 @@
 #include <QToolButton>
 #include <random>
 
-#include "comunes/plataforma/Formatos.h"
 #include "comunes/plataforma/IniFiles.h"
 #include "pruebas/Cajas.h"
+#include "pruebas/EnEspana.h"
 #include "remesa/Campos.h"
 #include "remesa/SEPA.h"
 #include "ventanas/editor/EdiSEPA.h"
@@ -58,15 +58,9 @@ class Editor : public testing::Test {
  protected:
   Editor() {
     comunes::RutaAjustes = u"" DIR_PROYECTO u"/app/Tarvo.INI"_s;
-    comunes::PonerFechaActual(QDate(2026, 3, 5));
-    comunes::PonerLocaleUsuario(QLocale(QLocale::Spanish, QLocale::Spain));
     acumulado_.cambiado = [this](int i) { cambiados_.push_back(i); };
     acumulado_.movido = [this](int i) { movidos_.push_back(i); };
     acumulado_.aviso = [this](const QString& frase) { avisos_ << frase; };
-  }
-  ~Editor() override {
-    comunes::PonerFechaActual({});
-    comunes::PonerLocaleUsuario({});
   }
 
   void Abrir(const std::vector<std::string>& registros, int actual = 0) {
@@ -113,6 +107,7 @@ class Editor : public testing::Test {
   }
   std::string Registro(std::size_t i = 0) const { return std::string(lista_[i]); }
 
+  pruebas::EnEspana espana_;
   remesa::ListaRegistros lista_;
   std::vector<int> cambiados_;
   std::vector<int> movidos_;
@@ -135,7 +130,9 @@ TEST_F(Editor, SePuedeCerrarNadaMasAbrirse) {
 
 TEST_F(Editor, RecorrerTodosLosCamposNoCambiaElRegistro) {
   std::mt19937 azar(1914);
-  std::vector<std::string> registros;
+  // Un campo de cifras en blanco no queda a ceros por pasar por él.
+  std::vector<std::string> registros{Muestra("0119143001", true)};
+  remesa::EscribirCampo(registros[0], {159, 166}, "        ");
   for (const char* cabeza :
        {"0119143001", "0219143002", "0319143003", "0319143004", "0319143005", "0319143006", "04", "05", "99"})
     for (const bool opcionales : {false, true})
@@ -184,13 +181,19 @@ TEST_F(Editor, LoTecleadoLlegaASuSitioYNadaMasCambia) {
   EXPECT_TRUE(Cpo(kCuenta + 1)->hasFocus());
   EXPECT_EQ(Edi(kCuenta), "IBAN ES76 2077 0024 0031 0257 5766");
   EXPECT_TRUE(Obs(kNombre)->isVisible());
-  EXPECT_EQ(Obs(kNombre)->text(),
-            "En el registro, «É» será «0», «Ñ» será «N», «&» será «0», el carácter U+0301 será «0».");
+  EXPECT_EQ(Obs(kNombre)->text(), "En el registro quedará «JOS0 PENA 0 Q0».");
+  Teclear(kNombre + 1, "cerámicas güejar, nº 3");
+  Tecla(Qt::Key_Tab);
+  EXPECT_EQ(Obs(kNombre + 1)->text(), "En el registro quedará «CER0MICAS G0EJAR, N0 3».");
+  Pulsar("quitar12");
+  EXPECT_EQ(Cpo(kNombre + 1)->text(), "CERAMICAS GUEJAR, NO 3");
+  EXPECT_FALSE(Obs(kNombre + 1)->isVisible() || Hijo<QPushButton>("quitar12")->isVisible());
   Pulsar("cmdAceptar");
 
   remesa::EscribirCampo(esperado, remesa::kImporteAdeudo, "00000098765");
   remesa::EscribirCampo(esperado, kFechaMandato, "20260105");
   remesa::EscribirCampo(esperado, remesa::kNombreDeudor, "JOS0 PENA 0 Q0" + std::string(56, ' '));
+  remesa::EscribirCampo(esperado, {189, 210}, "CERAMICAS GUEJAR, NO 3");
   remesa::EscribirCampo(esperado, remesa::kCuentaDeudor, "ES7620770024003102575766");
   EXPECT_EQ(Registro(1), esperado);
   EXPECT_EQ(Registro(0), Adeudo());
@@ -198,11 +201,16 @@ TEST_F(Editor, LoTecleadoLlegaASuSitioYNadaMasCambia) {
 }
 
 TEST_F(Editor, UnDatoErroneoSeDiceYSeRestaura) {
-  const std::pair<int, const char*> casos[] = {{kImporte, "0"},      {kImporte, " "},
-                                               {kFecha, "20261305"}, {kFecha, "20280101"},
-                                               {kFecha, "0"},        {kCuenta, "ES9121000418450200051333"},
-                                               {kCuenta, "DE893704"}};
-  for (const auto& [campo, tecleado] : casos) {
+  const std::tuple<int, const char*, const char*> casos[] = {
+      {kImporte, "0", "Se rechazó «00000000000»: el importe no puede ser cero."},
+      {kImporte, " ", "Se rechazó dejarlo en blanco."},
+      {kFecha, "20261305", "Se rechazó «20261305»: el mes 13 no existe."},
+      {kFecha, "20260230", "Se rechazó «20260230»: ese día no existe."},
+      {kFecha, "20280101", "Se rechazó «20280101»: el año no puede pasar de 2027."},
+      {kCuenta, "ES9121000418450200051333",
+       "Se rechazó «ES9121000418450200051333»: no cumple sus dígitos de control."},
+      {kCuenta, "DE893704", "Se rechazó «DE893704»: tiene 8 caracteres y se comprueban cuentas de 24."}};
+  for (const auto& [campo, tecleado, motivo] : casos) {
     SCOPED_TRACE(tecleado);
     Abrir({Adeudo()});
     const QString original = Cpo(campo)->text();
@@ -216,6 +224,7 @@ TEST_F(Editor, UnDatoErroneoSeDiceYSeRestaura) {
     EXPECT_EQ(cajas.Mensaje(0).toStdString(), kErroneo);
     EXPECT_EQ(Cpo(campo)->text(), original);
     EXPECT_EQ(Edi(campo), visto);
+    EXPECT_EQ(Obs(campo)->text(), motivo);
     EXPECT_TRUE(Cpo(campo + 1)->hasFocus());
   }
 }
@@ -225,7 +234,7 @@ TEST_F(Editor, AceptarCompruebaAntesYSalirNo) {
     Abrir({Adeudo()});
     Cajas cajas{"Aceptar"};
     Teclear(kImporte, "0");
-    conRaton ? Pulsar("cmdAceptar") : Tecla(Qt::Key_C, Qt::AltModifier);
+    conRaton ? Pulsar("cmdAceptar") : Tecla(Qt::Key_A, Qt::AltModifier);
     EsperarCajas(cajas, 1);
     EXPECT_TRUE(ventana_->isVisible());
     EXPECT_EQ(Cpo(kImporte)->text(), "00000123450");
@@ -240,7 +249,7 @@ TEST_F(Editor, AceptarCompruebaAntesYSalirNo) {
     Abrir({ajeno, Adeudo()});
     Cajas cajas{"Aceptar"};
     Cpo(kCuenta)->setFocus();
-    acepta ? Tecla(Qt::Key_C, Qt::AltModifier) : Tecla(Qt::Key_PageDown, Qt::ControlModifier);
+    acepta ? Tecla(Qt::Key_A, Qt::AltModifier) : Tecla(Qt::Key_PageDown, Qt::ControlModifier);
     EsperarCajas(cajas, 1);
     QTest::qWait(30);
     EXPECT_EQ(ventana_->isVisible(), !acepta);
@@ -269,9 +278,9 @@ TEST_F(Editor, PasarDeRegistroDejaLoNoAceptado) {
   Tecla(Qt::Key_PageDown, Qt::ControlModifier);
   EXPECT_EQ(acumulado_.actual, 2);
   EXPECT_EQ(Hijo<QLabel>("cpo0")->text(), "Adeudo individual: último acreedor y titular de la domiciliación");
-  EXPECT_EQ(avisos_,
-            QStringList{"Registro 2: los cambios en «Importe del adeudo» y otro campo no se aceptaron y se "
-                        "han perdido."});
+  EXPECT_EQ(Hijo<QLabel>("Perdidos")->text(),
+            "Registro 2: los cambios en «Importe del adeudo» y otro campo no se aceptaron.");
+  EXPECT_TRUE(avisos_.isEmpty()) << "aún se pueden recuperar";
   EXPECT_FALSE(Cpo(15)->isVisible());
   EXPECT_FALSE(Hijo<QToolButton>("edi8")->isVisible());
 
@@ -296,15 +305,39 @@ TEST_F(Editor, PasarDeRegistroDejaLoNoAceptado) {
   Pulsar("cmdSiguiente");
   EsperarCajas(cajas, 1);
   EXPECT_EQ(acumulado_.actual, 1);
-  EXPECT_EQ(avisos_.size(), 1);
+  Pulsar("cmdSalir");
+  EXPECT_EQ(avisos_,
+            QStringList{"Registro 2: los cambios en «Importe del adeudo» y otro campo no se aceptaron y se "
+                        "han perdido."});
+}
+
+TEST_F(Editor, LoNoAceptadoSeRecupera) {
+  Abrir({Adeudo(), Adeudo()});
+  Teclear(kImporte, "5");
+  Tecla(Qt::Key_PageDown, Qt::ControlModifier);
+  Teclear(kNombre, "OTRO");
+  Tecla(Qt::Key_R, Qt::AltModifier);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return acumulado_.actual == 0; }));
+  EXPECT_EQ(Cpo(kImporte)->text(), "00000000005");
+  EXPECT_EQ(Hijo<QLabel>("Perdidos")->text(),
+            "Registro 2: los cambios en «Nombre del deudor» no se aceptaron.");
+  Pulsar("Recuperar");
+  EXPECT_EQ(Cpo(kNombre)->text(), "OTRO");
+  Pulsar("Recuperar");
+  Pulsar("cmdAceptar");
+  std::string esperado = Adeudo();
+  remesa::EscribirCampo(esperado, remesa::kImporteAdeudo, "00000000005");
+  EXPECT_EQ(Registro(), esperado);
+  EXPECT_EQ(avisos_.join(u' '),
+            "Registro 2: los cambios en «Nombre del deudor» no se aceptaron y se han perdido.")
+      << "de lo aceptado no se dice nada";
 }
 
 TEST_F(Editor, LaAyudaPideElValor) {
   const std::tuple<int, const char*, const char*, const char*> casos[] = {
       {kImporte, "1234,5", "00000123450", "1.234,50"},
       {kFecha, "31/12/2025", "20251231", "31/12/2025"},
-      {kCuenta, "IBAN ES91 2100 0418 4502 0005 1332", kIban, "IBAN ES91 2100 0418 4502 0005 1332"},
-      {kImporte, "12345678901", "34567890100", "345.678.901,00"}};
+      {kCuenta, "IBAN ES91 2100 0418 4502 0005 1332", kIban, "IBAN ES91 2100 0418 4502 0005 1332"}};
   for (const auto& [campo, respuesta, valor, visto] : casos) {
     for (const bool conF4 : {true, false}) {
       SCOPED_TRACE(respuesta);
@@ -326,9 +359,50 @@ TEST_F(Editor, LaAyudaPideElValor) {
       // La ventana tarda en recuperar la activación tras la caja.
       EXPECT_TRUE(QTest::qWaitFor([&, siguiente = campo + 1] { return Cpo(siguiente)->hasFocus(); }));
       EXPECT_EQ(Edi(campo), visto);
-      const bool cabe = QLatin1String(respuesta) != "12345678901";
-      EXPECT_EQ(Obs(campo)->text(), cabe ? "" : "La cifra pedida no cabe: se han perdido las primeras.");
     }
+  }
+}
+
+// Un importe o una fecha mal escritos no se convierten en otros sin decirlo.
+TEST_F(Editor, LaAyudaDiceLoQueSeraYPorQueNoVale) {
+  const struct {
+    int campo;
+    const char *actual, *tecleado, *resultado, *motivo, *tras;
+  } casos[] = {{kImporte, "1234.50", "1.234,56", "= 1,23 €",
+                "Ya tiene 2 decimales. Los miles se escriben sin punto.", ""},
+               {kImporte, "1234.50", "12345678901", "",
+                "«12345678901» no cabe: el importe mayor es 999.999.999,99 €.", "12345678901"},
+               {kFecha, "31/10/2009", "31/02/2026", "", "La fecha «31/02/2026» no existe.", ""},
+               {kFecha, "31/10/2009", "5/3/2030", "",
+                "La fecha «5/3/2030» no vale: el año no puede pasar de 2027.", "5/3/2030"}};
+  for (const auto& caso : casos) {
+    SCOPED_TRACE(caso.tecleado);
+    Abrir({Adeudo()});
+    const QString antes = Cpo(caso.campo)->text();
+    Cajas cajas;
+    cajas.Hacer([&](comunes::MyBox& caja) {
+      auto* campo = caja.findChild<QLineEdit*>("CampoTexto");
+      const auto dice = [&](const char* etiqueta) {
+        return caja.findChild<QLabel*>(QLatin1String(etiqueta))->text();
+      };
+      EXPECT_TRUE(QTest::qWaitFor([&] { return campo->hasFocus(); }));
+      EXPECT_EQ(campo->text(), caso.actual);
+      EXPECT_FALSE(dice("Ejemplo").isEmpty());
+      QTest::keyClicks(campo, caso.tecleado);
+      EXPECT_EQ(dice("Resultado"), caso.resultado);
+      const bool rechazaTecla = dice("Motivo") == caso.motivo;
+      if (!rechazaTecla) {
+        Cajas::Pulsar(caja, "Aceptar");
+        EXPECT_TRUE(caja.isVisible()) << "se vuelve a pedir";
+        EXPECT_EQ(campo->text(), caso.tras);
+      }
+      EXPECT_EQ(dice("Motivo"), caso.motivo);
+      Cajas::Pulsar(caja, "Cancelar");
+    });
+    Cpo(caso.campo)->setFocus();
+    Tecla(Qt::Key_F4);
+    EsperarCajas(cajas, 1);
+    EXPECT_EQ(Cpo(caso.campo)->text(), antes);
   }
 }
 
@@ -364,7 +438,7 @@ TEST_F(Editor, UnaDescripcionAjenaAvisaDeLaLongitud) {
   Teclear(2, "aé");
   Tecla(Qt::Key_Tab);
   EXPECT_EQ(Obs(2)->text(),
-            "En el registro, «é» será «0». Ocupa 2 posiciones y no 598: el registro quedará más corto.");
+            "En el registro quedará «a0». Ocupa 2 posiciones y no 598: el registro quedará más corto.");
   // Si la descripción cambia mientras tanto, los campos ya no son los que se ven.
   escribir("3");
   Pulsar("cmdAceptar");

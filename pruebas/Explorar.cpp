@@ -1,26 +1,18 @@
 #include "comunes/plataforma/Explorar.h"
 
-#include <gtest/gtest.h>
-
-#include <QDir>
-#include <QFile>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QListView>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+
+#include "pruebas/EnCarpeta.h"
 
 using namespace comunes;
 
 namespace {
-
-void crear(const QString& ruta) {
-  QFile fichero(ruta);
-  ASSERT_TRUE(fichero.open(QIODevice::WriteOnly));
-}
 
 /// Sustituye el selector mientras vive.
 struct ConSelector {
@@ -30,6 +22,8 @@ struct ConSelector {
 };
 
 const ReglaNombre kRegla = [](const QString& ruta) { return QuitarExtension(ruta) + ".Q19"; };
+
+class Dialogo : public pruebas::EnCarpeta {};
 
 }  // namespace
 
@@ -56,21 +50,20 @@ TEST(Explorar, Filtros) {
   EXPECT_EQ(filtro("|Remesas|*.q19|"), "Remesas>*.q19\n");
 }
 
-TEST(Explorar, PeticionYResultado) {
-  const QTemporaryDir carpeta;
+TEST_F(Dialogo, PeticionYResultado) {
   const QString actual = QDir::currentPath();
   PeticionFicheros pedida;
-  QStringList elegidas{carpeta.filePath("uno.q19"), carpeta.filePath("dos.q19")};
+  QStringList elegidas{ruta("uno.q19"), ruta("dos.q19")};
   const ConSelector selector([&](const PeticionFicheros& p) {
     pedida = p;
-    QDir::setCurrent(carpeta.path());
+    QDir::setCurrent(carpeta_.path());
     return elegidas;
   });
 
-  EXPECT_EQ(DialogoFichero(true, nullptr, " " + carpeta.path() + " ", "q19", true, "x"),
-            carpeta.path() + QChar() + "uno.q19" + QChar() + "dos.q19" + QChar() + QChar());
+  EXPECT_EQ(DialogoFichero(true, nullptr, " " + carpeta_.path() + " ", "q19", true, "x"),
+            carpeta_.path() + QChar() + "uno.q19" + QChar() + "dos.q19" + QChar() + QChar());
   EXPECT_EQ(pedida.titulo, "Abrir Fichero");
-  EXPECT_EQ(pedida.carpeta, carpeta.path());
+  EXPECT_EQ(pedida.carpeta, carpeta_.path());
   EXPECT_EQ(pedida.nombre, "x");
   EXPECT_EQ(QDir::currentPath(), actual);
 
@@ -83,11 +76,10 @@ TEST(Explorar, PeticionYResultado) {
   QDir::setCurrent(actual);
 }
 
-TEST(Explorar, PreguntaPorElNombreFinal) {
-  const QTemporaryDir carpeta;
-  crear(carpeta.filePath("vieja.Q19"));
+TEST_F(Dialogo, PreguntaPorElNombreFinal) {
+  escribir("vieja.Q19", {});
   QList<PeticionFicheros> pedidas;
-  QStringList respuestas{carpeta.filePath("vieja.txt"), carpeta.filePath("nueva.txt")};
+  QStringList respuestas{ruta("vieja.txt"), ruta("nueva.txt")};
   const ConSelector selector([&](const PeticionFicheros& p) {
     pedidas.append(p);
     return QStringList{respuestas[pedidas.size() - 1]};
@@ -110,7 +102,7 @@ TEST(Explorar, PreguntaPorElNombreFinal) {
   EXPECT_EQ(DialogoFichero(false, nullptr, "", "q19", false, "", kRegla), respuestas[1]);
   EXPECT_TRUE(pregunta.contains("vieja.Q19")) << pregunta.toStdString();
   ASSERT_EQ(pedidas.size(), 2);
-  EXPECT_EQ(pedidas[1].carpeta, carpeta.path());
+  EXPECT_EQ(pedidas[1].carpeta, carpeta_.path());
   EXPECT_EQ(pedidas[1].nombre, "vieja.txt");
 
   pedidas.clear();
@@ -119,10 +111,9 @@ TEST(Explorar, PreguntaPorElNombreFinal) {
   EXPECT_EQ(pedidas.size(), 1);
 }
 
-TEST(Explorar, ElDialogoDeVerdad) {
-  const QTemporaryDir carpeta;
+TEST_F(Dialogo, ElDialogoDeVerdad) {
   for (const char* nombre : {"a.q19", "B.Q19", "c.txt"})
-    crear(carpeta.filePath(nombre));
+    escribir(nombre, {});
   QStringList vistos;
   QTimer::singleShot(0, [&] {
     auto* dialogo = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
@@ -141,8 +132,7 @@ TEST(Explorar, ElDialogoDeVerdad) {
     QTest::keyClick(nombre, Qt::Key_Return);
     if (dialogo->isVisible()) dialogo->reject();
   });
-  EXPECT_EQ(DialogoFichero(false, nullptr, carpeta.path(), "q19", false, "propuesto"),
-            carpeta.filePath("a.q19"));
+  EXPECT_EQ(DialogoFichero(false, nullptr, carpeta_.path(), "q19", false, "propuesto"), ruta("a.q19"));
   EXPECT_EQ(vistos.size(), 2) << vistos.join(' ').toStdString();
   EXPECT_TRUE(vistos.contains("a.q19") && vistos.contains("B.Q19"));
 }

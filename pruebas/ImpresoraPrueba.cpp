@@ -77,7 +77,7 @@ TEST_F(PruebaImpresora, ListaYVistaDePDF) {
 
 TEST_F(PruebaImpresora, LaOrientacionYElNombreQuedanElegidos) {
   EXPECT_TRUE(activar([](QWidget& w) {
-    EXPECT_EQ(hijo<QAbstractButton>(w, "ModoPapel").text(), "Horizontal");
+    EXPECT_EQ(hijo<QAbstractButton>(w, "ModoPapel").text(), "H&orizontal");
     EXPECT_EQ(hijo<QLabel>(w, "Papel").text(), "Papel Vertical");
     ProponerApaisado();
     EXPECT_EQ(hijo<QAbstractButton>(w, "ModoPapel").text(), "Vertical");

@@ -1,13 +1,9 @@
 #include "comunes/plataforma/IniFiles.h"
 
-#include <gtest/gtest.h>
-
 #include <QCoreApplication>
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
 
 #include "comunes/plataforma/Aviso.h"
+#include "pruebas/EnCarpeta.h"
 
 using namespace comunes;
 using namespace std::string_literals;
@@ -16,16 +12,9 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-class IniFiles : public testing::Test {
+class IniFiles : public pruebas::EnCarpeta {
  protected:
-  QString escribir(const std::string& bytes) {
-    QFile fichero(carpeta_.filePath(u"a.INI"_s));
-    EXPECT_TRUE(fichero.open(QIODevice::WriteOnly));
-    fichero.write(bytes.data(), static_cast<qint64>(bytes.size()));
-    return fichero.fileName();
-  }
-
-  QTemporaryDir carpeta_;
+  QString ini(const std::string& bytes) { return escribir("a.INI", QByteArray::fromStdString(bytes)); }
 };
 
 /// Fichero y lecturas: "sección|clave|valor" separadas por "~".
@@ -68,30 +57,29 @@ const std::vector<Caso> kCasos{
 
 TEST_F(IniFiles, LeeComoLaPlataforma) {
   for (const Caso& caso : kCasos) {
-    const QString ruta = escribir(caso.fichero);
+    const QString fichero = ini(caso.fichero);
     for (const QString& lectura : QString::fromUtf8(caso.lecturas).split(u'~')) {
       const QStringList l = lectura.split(u'|');
-      EXPECT_EQ(ReadINI(ruta, l[0], l[1], "-").toStdString(), l[2].toStdString()) << caso.fichero << '\n'
-                                                                                  << lectura.toStdString();
+      EXPECT_EQ(ReadINI(fichero, l[0], l[1], "-").toStdString(), l[2].toStdString()) << caso.fichero << '\n'
+                                                                                     << lectura.toStdString();
     }
   }
 }
 
 TEST_F(IniFiles, CortaEnDosMilCuarentaYSieteBytes) {
-  const QString ruta =
-      escribir("[S]\na=" + std::string(5000, 'x') + "\nb=\"" + std::string(2060, 'y') + "\"\n" +
-               std::string(3000, 'k') + "=3\nc=" + std::string(3000, ' ') + "fin\n");
-  const auto leer = [&](const char* clave) { return ReadINI(ruta, "S", QString::fromLatin1(clave), {}); };
+  const QString fichero = ini("[S]\na=" + std::string(5000, 'x') + "\nb=\"" + std::string(2060, 'y') +
+                              "\"\n" + std::string(3000, 'k') + "=3\nc=" + std::string(3000, ' ') + "fin\n");
+  const auto leer = [&](const char* clave) { return ReadINI(fichero, "S", QString::fromLatin1(clave), {}); };
   EXPECT_EQ(leer("a"), QString(2047, u'x'));
   EXPECT_EQ(leer("b"), QString(2047, u'y'));
   EXPECT_EQ(leer("c"), u"fin"_s);
 }
 
 TEST_F(IniFiles, VeElFicheroRecienCambiadoYSinElDaElDefecto) {
-  EXPECT_EQ(ReadINI(escribir("[S]\na=1\n"), "S", "a", "-"), "1");
-  EXPECT_EQ(ReadINI(escribir("[S]\na=2\n"), "S", "a", "-"), "2");
-  for (const QString& ruta : {carpeta_.filePath("no.INI"), carpeta_.path()})
-    EXPECT_EQ(ReadINI(ruta, "S", "a", "-"), "-");
+  EXPECT_EQ(ReadINI(ini("[S]\na=1\n"), "S", "a", "-"), "1");
+  EXPECT_EQ(ReadINI(ini("[S]\na=2\n"), "S", "a", "-"), "2");
+  for (const QString& nada : {ruta("no.INI"), carpeta_.path()})
+    EXPECT_EQ(ReadINI(nada, "S", "a", "-"), "-");
 }
 
 TEST_F(IniFiles, SinNombreAvisaYDaElDefecto) {

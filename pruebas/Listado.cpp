@@ -1,19 +1,14 @@
-#include <gtest/gtest.h>
-
 #include <QDate>
-#include <QDir>
-#include <QFile>
 #include <QLocale>
-#include <QProcess>
 #include <QRegularExpression>
-#include <QTemporaryDir>
 
 #include "comunes/impresion/DocumentoPdf.h"
 #include "comunes/impresion/Listado.h"
-#include "comunes/plataforma/Formatos.h"
 #include "comunes/plataforma/Texto.h"
 #include "comunes/rejilla/MiVisor.h"
 #include "ficheros/ErrorEjecucion.h"
+#include "pruebas/EnCarpeta.h"
+#include "pruebas/EnEspana.h"
 #include "remesa/Campos.h"
 #include "ventanas/principal/Informe.h"
 
@@ -24,49 +19,11 @@ namespace {
 using namespace Qt::StringLiterals;
 
 struct Palabra {
-  int pagina;
   double izquierda;
   double derecha;
   double arriba;
   QString texto;
 };
-
-QString ejecutar(const QString& programa, const QStringList& argumentos) {
-  QProcess proceso;
-  proceso.start(programa, argumentos);
-  EXPECT_TRUE(proceso.waitForFinished()) << programa.toStdString();
-  return QString::fromUtf8(proceso.readAllStandardOutput());
-}
-
-/// Lo que se lee en un PDF, con su sitio en twips desde la esquina del papel.
-std::vector<Palabra> palabras(const QString& ruta) {
-  static const QRegularExpression forma(
-      u"<page |xMin=\"([\\d.-]+)\" yMin=\"([\\d.-]+)\" xMax=\"([\\d.-]+)\" yMax=\"[\\d.-]+\">(.*)</word>"_s);
-  std::vector<Palabra> leidas;
-  int pagina = 0;
-  auto halladas = forma.globalMatch(ejecutar("pdftotext", {"-bbox", ruta, "-"}));
-  while (halladas.hasNext()) {
-    const auto hallada = halladas.next();
-    if (hallada.captured(4).isEmpty()) {
-      ++pagina;
-    } else {
-      leidas.push_back({pagina, hallada.captured(1).toDouble() * 20, hallada.captured(3).toDouble() * 20,
-                        hallada.captured(2).toDouble() * 20, hallada.captured(4)});
-    }
-  }
-  return leidas;
-}
-
-QStringList lineas(const QString& ruta) {
-  QStringList todas;
-  for (const QString& linea : ejecutar("pdftotext", {"-layout", ruta, "-"}).split(u'\n'))
-    if (!linea.trimmed().isEmpty()) todas << linea.simplified();
-  return todas;
-}
-
-int paginas(const QString& ruta) {
-  return ejecutar("pdfinfo", {ruta}).section("Pages:", 1).section(u'\n', 0, 0).trimmed().toInt();
-}
 
 std::string registro(std::initializer_list<std::pair<remesa::Posiciones, const char*>> campos) {
   std::string bytes(remesa::kLongitudRegistro, ' ');
@@ -100,25 +57,39 @@ remesa::ListaRegistros remesaDe(int adeudos) {
   return lista;
 }
 
-class ElListado : public testing::Test {
+class ElListado : public pruebas::EnCarpeta {
  protected:
-  void SetUp() override {
-    PonerLocaleUsuario(QLocale(QLocale::Spanish, QLocale::Spain));
-    PonerFechaActual(QDate(2026, 11, 24));
-    ASSERT_TRUE(carpeta.isValid());
+  /// Lo que se lee en un PDF, con su sitio en twips desde la esquina del papel.
+  std::vector<Palabra> palabras() const {
+    static const QRegularExpression forma(
+        u"xMin=\"([\\d.-]+)\" yMin=\"([\\d.-]+)\" xMax=\"([\\d.-]+)\" yMax=\"[\\d.-]+\">(.*)</word>"_s);
+    std::vector<Palabra> leidas;
+    auto halladas = forma.globalMatch(ejecutar("pdftotext", {"-bbox", pdf_, "-"}).dicho);
+    while (halladas.hasNext()) {
+      const auto hallada = halladas.next();
+      leidas.push_back({hallada.captured(1).toDouble() * 20, hallada.captured(3).toDouble() * 20,
+                        hallada.captured(2).toDouble() * 20, hallada.captured(4)});
+    }
+    return leidas;
   }
-  void TearDown() override {
-    PonerFechaActual(std::nullopt);
-    PonerLocaleUsuario(std::nullopt);
+  QStringList lineas() const {
+    QStringList todas;
+    for (const QString& linea : ejecutar("pdftotext", {"-layout", pdf_, "-"}).dicho.split(u'\n'))
+      if (!linea.trimmed().isEmpty()) todas << linea.simplified();
+    return todas;
+  }
+
+  int paginas() const {
+    return ejecutar("pdfinfo", {pdf_}).dicho.section("Pages:", 1).section(u'\n', 0, 0).trimmed().toInt();
   }
   void imprimir(int adeudos, bool referencia, bool apaisado, bool soloAdeudos = false) {
     informe = principal::PrepararInforme(visor, remesaDe(adeudos), "C:\\Ñ\\X.Q19", referencia, soloAdeudos);
-    DocumentoPdf pdf(ARuta(ruta), apaisado, informe.titulo);
+    DocumentoPdf pdf(ARuta(pdf_), apaisado, informe.titulo);
     EXPECT_TRUE(principal::ImprimirInforme(pdf.trabajo(), visor, informe));
     pdf.confirmar();
   }
-  QTemporaryDir carpeta;
-  QString ruta = carpeta.filePath("listado.pdf");
+  pruebas::EnEspana espana{{2026, 11, 24}};
+  QString pdf_ = ruta("listado.pdf");
   Rejilla visor{"VisorPrt"};
   principal::Informe informe;
 };
@@ -127,8 +98,8 @@ class ElListado : public testing::Test {
 
 TEST_F(ElListado, SaleEnteroYEnOrdenConSusCabezas) {
   imprimir(130, false, false);
-  EXPECT_EQ(paginas(ruta), 3);
-  const QStringList todas = lineas(ruta);
+  EXPECT_EQ(paginas(), 3);
+  const QStringList todas = lineas();
   QStringList deudores;
   int cabezas = 0;
   int titulos = 0;
@@ -162,7 +133,7 @@ TEST_F(ElListado, SaleEnteroYEnOrdenConSusCabezas) {
 
 TEST_F(ElListado, SoloConAdeudosNoSumaLoQueNoLoEs) {
   imprimir(3, false, false, true);
-  const QStringList todas = lineas(ruta);
+  const QStringList todas = lineas();
   const auto total = todas.indexOf("Total 60,06");
   ASSERT_GT(total, 0);
   EXPECT_EQ(todas[total - 1].left(16), "DEUDOR0003 30,03");
@@ -187,7 +158,7 @@ TEST_F(ElListado, CaeEnSuSitio) {
     const double tablaEn = izquierda + (zona - tabla) / 2;
     int importes = 0;
     bool hayReferencia = false;
-    for (const Palabra& p : palabras(ruta)) {
+    for (const Palabra& p : palabras()) {
       if (p.texto == "Fecha") {
         EXPECT_NEAR(p.izquierda, izquierda + 567, 6);
       }
@@ -234,14 +205,14 @@ class ElMotor : public ElListado {
   /// Imprime la rejilla y devuelve las líneas que se leen.
   QStringList imprimirRejilla(const QString& subtitulo, bool ajustar, int desde, int hasta, bool conFecha,
                               const QString& bloque) {
-    DocumentoPdf pdf(ARuta(ruta), false, {});
+    DocumentoPdf pdf(ARuta(pdf_), false, {});
     EXPECT_TRUE(ImprimirRejilla(pdf.trabajo(), visor, "TITULO", false, subtitulo, ajustar, desde, hasta, true,
                                 conFecha, bloque));
     pdf.confirmar();
-    return lineas(ruta);
+    return lineas();
   }
   Palabra palabra(const QString& texto) {
-    const auto todas = palabras(ruta);
+    const auto todas = palabras();
     const auto hallada =
         std::find_if(todas.begin(), todas.end(), [&](const Palabra& p) { return p.texto == texto; });
     return hallada == todas.end() ? Palabra{} : *hallada;
@@ -291,7 +262,7 @@ TEST_F(ElMotor, ParteLasPaginasPorSuRegla) {
     llenar(filas);
     if (alta > 0) visor.PonerRowHeight(2, alta);
     const QStringList leidas = imprimirRejilla("", true, -1, -1, false, bloque);
-    EXPECT_EQ(paginas(ruta), esperadas) << filas;
+    EXPECT_EQ(paginas(), esperadas) << filas;
     EXPECT_EQ(leidas.count("linea"), bloque.count("linea"));
     EXPECT_EQ(leidas.filter(QRegularExpression("^a\\d+ b")).size(), filas);
     // Un bloque que cabe en una página no se parte.
@@ -307,17 +278,17 @@ TEST_F(ElMotor, LoLargoSeDoblaOSeEncogePeroNoSePierde) {
   PonerCelda(visor, 1, 1, "-999.999.999.999,99");
   const QString ruta1 = QString("C:\\carpeta muy larga").repeated(12);
   const QString titulo(200, u'M');
-  DocumentoPdf pdf(ARuta(ruta), false, {});
+  DocumentoPdf pdf(ARuta(pdf_), false, {});
   ImprimirRejilla(pdf.trabajo(), visor, titulo, true, "", true, -1, -1, true, true, "Fichero:\t" + ruta1);
   pdf.confirmar();
-  const QStringList leidas = lineas(ruta);
+  const QStringList leidas = lineas();
   EXPECT_EQ(leidas[0].toStdString(), QString("Fecha 24/11/2026 %1 Página 1").arg(titulo).toStdString());
   EXPECT_TRUE(leidas[2].startsWith("ESTE TEXTO")) << leidas[2].toStdString();
   EXPECT_TRUE(leidas[2].endsWith(" -999.999.999.999,99")) << leidas[2].toStdString();
   EXPECT_FALSE(leidas[2].contains("COLUMNA"));
   EXPECT_EQ(leidas.mid(3).join(QString()).remove(u' ').toStdString(),
             QString("Fichero:" + ruta1).remove(u' ').toStdString());
-  for (const Palabra& p : palabras(ruta))
+  for (const Palabra& p : palabras())
     EXPECT_LE(p.derecha, 70 + 11760 + 6) << p.texto.toStdString();
 
   // Una etiqueta más ancha que el papel también se dobla.
@@ -336,13 +307,13 @@ TEST_F(ElMotor, LoLargoSeDoblaOSeEncogePeroNoSePierde) {
 }
 
 TEST_F(ElMotor, SinConfirmarElDestinoQuedaComoEstaba) {
-  QFile anterior(ruta);
+  QFile anterior(pdf_);
   ASSERT_TRUE(anterior.open(QIODevice::WriteOnly) && anterior.write("anterior") == 8);
   anterior.close();
   llenar(200);
   int paginasVistas = 0;
   {
-    DocumentoPdf pdf(ARuta(ruta), false, {});
+    DocumentoPdf pdf(ARuta(pdf_), false, {});
     EXPECT_FALSE(ImprimirRejilla(pdf.trabajo(), visor, "T", true, "", true, -1, -1, true, true, "",
                                  [&](int, int total, int pagina) {
                                    EXPECT_TRUE(total == 200 || total == 0);
@@ -353,6 +324,6 @@ TEST_F(ElMotor, SinConfirmarElDestinoQuedaComoEstaba) {
   EXPECT_EQ(paginasVistas, 3);
   ASSERT_TRUE(anterior.open(QIODevice::ReadOnly));
   EXPECT_EQ(anterior.readAll(), "anterior");
-  EXPECT_EQ(QDir(carpeta.path()).entryList(QDir::Files | QDir::Hidden), QStringList{"listado.pdf"});
-  EXPECT_THROW(DocumentoPdf(ARuta(carpeta.filePath("no/hay.pdf")), false, {}), ficheros::ErrorEjecucion);
+  EXPECT_EQ(QDir(carpeta_.path()).entryList(QDir::Files | QDir::Hidden), QStringList{"listado.pdf"});
+  EXPECT_THROW(DocumentoPdf(ARuta(ruta("no/hay.pdf")), false, {}), ficheros::ErrorEjecucion);
 }

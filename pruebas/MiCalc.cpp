@@ -8,8 +8,8 @@
 #include <QPlainTextEdit>
 #include <QtTest>
 
-#include "comunes/plataforma/Formatos.h"
 #include "pruebas/Cajas.h"
+#include "pruebas/EnEspana.h"
 
 using herramientas::MiCalc;
 
@@ -17,11 +17,7 @@ namespace {
 
 class Calculadora : public testing::Test {
  protected:
-  Calculadora() {
-    comunes::PonerLocaleUsuario(QLocale(QLocale::Spanish, QLocale::Spain));
-    Abrir();
-  }
-  ~Calculadora() override { comunes::PonerLocaleUsuario({}); }
+  Calculadora() { Abrir(); }
 
   void Abrir() {
     calc_ = std::make_unique<MiCalc>();
@@ -46,6 +42,7 @@ class Calculadora : public testing::Test {
   QString Cinta() const { return Hijo<QPlainTextEdit>("Cinta")->toPlainText().simplified(); }
   void Pulsar(const char* nombre) { QTest::mouseClick(Hijo<QPushButton>(nombre), Qt::LeftButton); }
 
+  pruebas::EnEspana espana_;
   std::unique_ptr<MiCalc> calc_;
 };
 

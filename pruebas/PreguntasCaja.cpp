@@ -9,10 +9,11 @@
 #include "comunes/dialogos/ListaCaja.h"
 #include "comunes/dialogos/MiniHelp.h"
 #include "comunes/dialogos/SelectorColor.h"
-#include "comunes/plataforma/Formatos.h"
 #include "comunes/plataforma/Texto.h"
 #include "ficheros/ErrorEjecucion.h"
 #include "pruebas/Cajas.h"
+#include "pruebas/EnCarpeta.h"
+#include "pruebas/EnEspana.h"
 
 using namespace comunes;
 
@@ -46,23 +47,8 @@ QString Pedir(const QString& tipo, const QString& defecto, const Cajas::Accion& 
   return MyInputBox("Dato;nuevo", "Título", 4, tipo, defecto, -1, -1, nullptr, tema);
 }
 
-class PreguntasCaja : public testing::Test {
- protected:
-  PreguntasCaja() {
-    PonerLocaleUsuario(QLocale(QLocale::Spanish, QLocale::Spain));
-    PonerFechaActual(QDate(2026, 3, 5));
-  }
-  ~PreguntasCaja() override {
-    PonerLocaleUsuario({});
-    PonerFechaActual({});
-  }
-  QTemporaryDir carpeta_;
-
-  QString Escribir(const QString& nombre, const QByteArray& bytes) {
-    QFile fichero(carpeta_.filePath(nombre));
-    EXPECT_TRUE(fichero.open(QIODevice::WriteOnly) && fichero.write(bytes) == bytes.size());
-    return fichero.fileName();
-  }
+class PreguntasCaja : public pruebas::EnCarpeta {
+  pruebas::EnEspana espana_;
 };
 
 }  // namespace
@@ -159,15 +145,15 @@ TEST_F(PreguntasCaja, ElIntervaloSeCompruebaSegunSuTipo) {
 }
 
 TEST_F(PreguntasCaja, LaListaSeCortaPorSuSeparadorOSeLeeDeUnFichero) {
-  const QString tabla = Escribir("tabla", AWindows1252("España\r\nsegundo;x\n\ntercero\r").c_str());
+  const QString tabla = escribir("tabla", AWindows1252("España\r\nsegundo;x\n\ntercero\r").c_str());
   const std::pair<QString, QStringList> casos[] = {{"A;B<<C", {"A", "B<<C"}},
                                                    {"A<<B<<", {"A", "B"}},
                                                    {"A;;B;", {"A", "", "B"}},
                                                    {"", {""}},
                                                    {";", {""}},
                                                    {"@" + tabla, {"España", "segundo;x", "", "tercero"}},
-                                                   {"@" + Escribir("v", ""), {}},
-                                                   {"@" + carpeta_.filePath("no-existe"), {}}};
+                                                   {"@" + escribir("v", ""), {}},
+                                                   {"@" + ruta("no-existe"), {}}};
   for (const auto& [valor, esperado] : casos)
     EXPECT_EQ(esperado, ElementosLista(valor)) << valor.toStdString();
   EXPECT_THROW(ElementosLista("@" + carpeta_.path()), ficheros::ErrorEjecucion);
@@ -256,7 +242,7 @@ TEST_F(PreguntasCaja, LaMuestraDaElColorComoNumero) {
 }
 
 TEST_F(PreguntasCaja, LaAyudaSoloSeVeConUnTemaQueExisteYNoCierraLaCaja) {
-  const QString tema = Escribir("tema.md", "# Título\n\nTexto");
+  const QString tema = escribir("tema.md", "# Título\n\nTexto");
   const auto ayuda = [](MyBox& caja) { return caja.findChild<QToolButton*>("Ayuda"); };
   for (const QString& ausente : {QString(), tema + "x"}) {
     Pedir(

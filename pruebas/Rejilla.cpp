@@ -5,13 +5,13 @@
 
 #include "comunes/plataforma/Aviso.h"
 #include "comunes/plataforma/Escala.h"
-#include "comunes/plataforma/Formatos.h"
 #include "comunes/rejilla/Importe.h"
 #include "comunes/rejilla/MiVisor.h"
 #include "comunes/rejilla/ModeloRejilla.h"
 #include "comunes/rejilla/Orden.h"
 #include "comunes/rejilla/Subtotales.h"
 #include "ficheros/ErrorEjecucion.h"
+#include "pruebas/EnEspana.h"
 
 using namespace comunes;
 
@@ -56,15 +56,12 @@ std::string junto(const QStringList& textos) {
 class LaRejilla : public testing::Test {
  protected:
   void SetUp() override {
-    PonerLocaleUsuario(QLocale(QLocale::Spanish, QLocale::Spain));
     anterior_ = PonerAvisador([this](GradoAviso grado, const QString& texto, const QString& titulo) {
       if (grado == GradoAviso::Critico) avisos_ << texto + u'/' + titulo;
     });
   }
-  void TearDown() override {
-    PonerAvisador(anterior_);
-    PonerLocaleUsuario(std::nullopt);
-  }
+  void TearDown() override { PonerAvisador(anterior_); }
+  pruebas::EnEspana espana_;
   Rejilla rejilla{u"VisorPrt"_s};
   QStringList avisos_;
   Avisador anterior_;

@@ -19,7 +19,7 @@
 #include "comunes/campos/Teclas.h"
 #include "comunes/campos/Tecleo.h"
 #include "comunes/plataforma/Aviso.h"
-#include "comunes/plataforma/Formatos.h"
+#include "pruebas/EnEspana.h"
 
 using namespace comunes;
 
@@ -29,8 +29,6 @@ namespace {
 class Tecleando : public testing::Test {
  protected:
   Tecleando() : caja(new QLineEdit(&ventana)), otra(new QLineEdit(&ventana)) {
-    PonerLocaleUsuario(QLocale(QLocale::Spanish, QLocale::Spain));
-    PonerFechaActual(QDate(2026, 3, 10));
     auto* columna = new QVBoxLayout(&ventana);
     columna->addWidget(caja);
     columna->addWidget(otra);
@@ -38,10 +36,6 @@ class Tecleando : public testing::Test {
     ventana.show();
     ventana.activateWindow();
     EXPECT_TRUE(QTest::qWaitForWindowActive(&ventana));
-  }
-  ~Tecleando() override {
-    PonerLocaleUsuario({});
-    PonerFechaActual({});
   }
 
   CajaDescrita* Entra(const QString& descriptor, const QString& texto = {}) {
@@ -65,6 +59,7 @@ class Tecleando : public testing::Test {
     return QApplication::focusWidget() != caja;
   }
 
+  pruebas::EnEspana espana;
   QDialog ventana;
   QLineEdit* caja;
   QLineEdit* otra;
@@ -228,22 +223,31 @@ TEST_F(Tecleando, NadaEntraSinFiltrarYTodoSeDeshace) {
   QGuiApplication::clipboard()->setText("1a2b3c4d");
   int n = 0;
   for (const std::function<void()>& llega : std::vector<std::function<void()>>{pega, suelta, metodo, menu}) {
-    Entra("T(D) A(I) L(3)");
+    SCOPED_TRACE(n++);
+    Entra("T(D) A(I) L(5)");
     PonerTexto(caja, "9");
     llega();
-    SCOPED_TRACE(n++);
-    EXPECT_EQ(3, caja->text().size());
-    EXPECT_TRUE(caja->text().contains("12")) << caja->text().toStdString();
+    EXPECT_EQ(5, caja->text().size());
+    EXPECT_TRUE(caja->text().contains("1234")) << caja->text().toStdString();
     EXPECT_FALSE(SeHaMovido());
     QTest::keySequence(caja, QKeySequence::Undo);
     EXPECT_EQ("9", caja->text().toStdString());
+    // Un número que no cabe no se corta, que sería otro.
+    Entra("T(D) A(I) L(4)");
+    QSignalSpy rechazos(CajaDescrita::De(caja), &CajaDescrita::rechazada);
+    PonerTexto(caja, "9");
+    llega();
+    EXPECT_EQ("9", caja->text().toStdString());
+    EXPECT_EQ(1, rechazos.size());
   }
   // Caminos sin deshacer: la ranura de pegar y las ayudas técnicas.
-  Entra("T(D) A(I) L(3)");
+  Entra("T(D) A(I) L(4)");
   caja->paste();
-  EXPECT_EQ("123", caja->text().toStdString());
+  EXPECT_EQ("1234", caja->text().toStdString());
   auto* ayuda = QAccessible::queryAccessibleInterface(caja)->editableTextInterface();
-  ayuda->replaceText(0, 3, "x7y");
+  ayuda->replaceText(1, 2, "56789");
+  EXPECT_EQ("1234", caja->text().toStdString());
+  ayuda->replaceText(0, 4, "x7y");
   EXPECT_EQ("7", caja->text().toStdString());
   // Un número entero sobre otro no se lee por partes.
   for (const char* antes : {"1000.00", "1234.50", "1500"}) {
@@ -260,7 +264,9 @@ TEST_F(Tecleando, NadaEntraSinFiltrarYTodoSeDeshace) {
   EXPECT_EQ("1,23", caja->text().toStdString());
   ayuda->replaceText(0, 4, "1.234,5");
   EXPECT_EQ("1.234,50", caja->text().toStdString());
-  EXPECT_EQ(2, salidas.size());
+  ayuda->replaceText(0, 8, "1234567,89");
+  EXPECT_EQ("1.234,50", caja->text().toStdString()) << "no cabe: sigue el que había";
+  EXPECT_EQ(3, salidas.size());
   caja->setEnabled(false);
   ayuda->replaceText(0, 1, "9");
   EXPECT_EQ("1.234,50", caja->text().toStdString());

@@ -6,8 +6,8 @@
 #include <QTableView>
 #include <QTimer>
 
+#include "EnEspana.h"
 #include "VentanaPrincipal.h"
-#include "comunes/plataforma/Formatos.h"
 #include "ventanas/editor/EdiSEPA.h"
 
 using namespace pruebas;
@@ -18,18 +18,14 @@ class PruebaVentanaHallazgos : public Carpeta {
  protected:
   void SetUp() override {
     Carpeta::SetUp();
-    comunes::PonerFechaActual(QDate(2026, 1, 5));
     std::filesystem::copy(DIR_PROYECTO "/app/Tarvo.INI", carpeta_ / "Tarvo.INI");
     std::string bytes = leer(DIR_EJEMPLOS "/gimnasio-acuario.Q19");
     bytes.replace(kDanado * 602 + 80, 4, "RCRU");
     escribir("mala.Q19", bytes);
   }
-  void TearDown() override {
-    comunes::PonerFechaActual({});
-    Carpeta::TearDown();
-  }
 
   static constexpr std::size_t kDanado = 5;  // índice del registro
+  EnEspana espana_{{2026, 1, 5}};
 };
 
 struct Lista {

@@ -109,8 +109,8 @@ std::vector<Observacion> ObservarImportacion(const Resumen& previo, const Resume
   return lista.entregar();
 }
 
-bool SePierdenSusAdeudos(const Resumen& previo, TipoFichero tipo) {
-  return previo.registros03 == 0 && (previo.conLF.cuenta > 0 || tipo != TipoFichero::Presentacion);
+bool SePierdenSusAdeudos(const Resumen& previo) {
+  return previo.registros03 == 0 && (previo.conLF.cuenta > 0 || previo.tipo != TipoFichero::Presentacion);
 }
 
 std::vector<Observacion> ObservarAcumulado(const Resumen& acumulado) {

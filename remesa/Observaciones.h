@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "remesa/Resumen.h"
-#include "remesa/TipoFichero.h"
 
 namespace remesa {
 
@@ -65,7 +64,7 @@ std::vector<Observacion> ObservarImportacion(const Resumen& previo, const Resume
 
 /// ¿Se queda en nada un fichero que no está vacío de adeudos? Uno cuyas líneas acaban solo en LF, o uno que
 /// no es una remesa, como los de rechazos y devoluciones, del que no entra ningún "03".
-bool SePierdenSusAdeudos(const Resumen& previo, TipoFichero tipo);
+bool SePierdenSusAdeudos(const Resumen& previo);
 
 /// Qué hay que saber de la acumulación antes de guardarla. Nada si está vacía.
 std::vector<Observacion> ObservarAcumulado(const Resumen& acumulado);

@@ -41,10 +41,10 @@ void ReglasIdentificacion::mirarCodigo(const Campo& campo) {
                                                    : "1 2");
   if (letra == " " || letras.find(letra) == std::string_view::npos)
     anotador_.campo(C::Identificacion, campo, std::string(letras));
+  else if (resto.empty())
+    anotador_.campo(C::Identificacion, campo, std::string(letra));
   else if (letra == "A" && !EsBic(resto))
     anotador_.campo(C::Identificacion, campo, "A+BIC I");
-  else if (resto.empty())
-    anotador_.campo(C::Identificacion, campo, std::string(letra) + "+código");
   // De los deudores, que se identifican con su NIF; el último acreedor puede hacerlo con lo que quiera.
   else if (campo.donde != kCodigoUltimoAcreedor && ControlFiscalErrado(resto))
     anotador_.campo(C::NumeroFiscal, campo, ControlFiscal(resto.substr(0, resto.size() - 1)));

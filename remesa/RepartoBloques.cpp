@@ -87,7 +87,11 @@ std::size_t RepartoBloques::adeudos(std::size_t b) const {
 
 RepartoBloques::Adeudo RepartoBloques::adeudo(std::size_t b, std::size_t cual) const {
   const Numero bloque = orden_[b];
-  const std::uint32_t i = puestos_[(bloque == 0 ? 0 : finales_[bloque - 1]) + cual].entrada;
+  const std::size_t puesto = (bloque == 0 ? 0 : finales_[bloque - 1]) + cual;
+  const std::uint32_t i = puestos_[puesto].entrada;
+  // Se piden uno tras otro, y en la memoria están como llegaron.
+  constexpr std::size_t kPasos = 8;
+  if (puesto + kPasos < puestos_.size()) __builtin_prefetch(&entrada(puestos_[puesto + kPasos].entrada));
   const Entrada& e = entrada(i);
   const auto suyos = unidos_.empty() ? unidos_.end() : unidos_.find(i);
   return {tramo(e), suyos == unidos_.end() ? std::span<const Tramo>{} : suyos->second, Vista(e.referencia),

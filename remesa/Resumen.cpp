@@ -35,7 +35,7 @@ void Resumidor::apuntar(Apariciones& hallazgo) const {
 }
 
 void Resumidor::dar(std::string_view registro) {
-  ++resumen_.registros;
+  if (++resumen_.registros == 1) resumen_.tipo = TipoDe(registro);
   mirarForma(registro);
   const CodigoRegistro codigo = Codigo(registro);
   const ClaseRegistro clase = Clase(registro);
@@ -72,6 +72,7 @@ void Resumidor::dar(std::string_view registro) {
         apuntar(resumen_.descartados);
       break;
   }
+  if (!mirarTotales_) return;
   // Una línea de más en blanco no es un registro.
   if (registro.size() >= kLongitudRegistro || !Vacia(registro)) contarEnNorma(registro, clase);
   recontar(registro);

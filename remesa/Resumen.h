@@ -9,6 +9,7 @@
 
 #include "remesa/Fichero.h"
 #include "remesa/Fusion.h"
+#include "remesa/TipoFichero.h"
 #include "remesa/TotalesNorma.h"
 
 namespace remesa {
@@ -29,6 +30,7 @@ struct Bloque02 {
 
 /// Lo que un solo recorrido ve en una lista o en un fichero.
 struct Resumen {
+  TipoFichero tipo = TipoFichero::Ajeno;  ///< Por el primer registro.
   std::size_t registros = 0;
   std::size_t adeudos = 0;   ///< "03" con número de dato "003".
   std::int64_t importe = 0;  ///< Suma real en céntimos, sin el límite de 32 bits.
@@ -60,8 +62,10 @@ struct Resumen {
 /// Construye el resumen registro a registro, también sobre un flujo.
 class Resumidor {
  public:
-  /// Con `mirarBytes` busca además LF y UTF-8 dentro de cada registro (recorre todos sus bytes).
-  explicit Resumidor(bool mirarBytes = false) : mirarBytes_(mirarBytes) {}
+  /// Con `mirarBytes` busca además LF y UTF-8 dentro de cada registro (recorre todos sus bytes). Sin
+  /// `mirarTotales` no los compara con lo que deben decir.
+  explicit Resumidor(bool mirarBytes = false, bool mirarTotales = true)
+      : mirarBytes_(mirarBytes), mirarTotales_(mirarTotales) {}
   void dar(std::string_view registro);
   const Resumen& resumen() const noexcept { return resumen_; }
 
@@ -83,6 +87,7 @@ class Resumidor {
   bool previoContiguo_ = false;  // y el registro anterior a él era otro adeudo
   bool ultimoEsAdeudo_ = false;
   bool mirarBytes_;
+  bool mirarTotales_;
 };
 
 /// Resumen de una lista entera.

@@ -1,13 +1,13 @@
 #include "comunes/campos/CajaDescrita.h"
 
 #include <QApplication>
+#include <QDialog>
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QList>
 #include <QMenuBar>
 #include <QMouseEvent>
-#include <QPointer>
 #include <utility>
 
 #include "comunes/campos/EntradaFiltrada.h"
@@ -77,6 +77,7 @@ void CajaDescrita::Entrar() {
   salirEn(caja_->window(), this);
   dentro_ = true;
   abiertas().append(this);
+  apagarDefecto();
   TagGotFocus(caja_);
   emit haEntrado();
 }
@@ -91,7 +92,24 @@ void CajaDescrita::Salir() {
 void CajaDescrita::cerrar() {
   dentro_ = false;
   abiertas().removeOne(this);
+  encenderDefecto();
   TagLostFocus(caja_);
+}
+
+/// Dentro de una caja, Intro pasa al control siguiente: ningún botón debe parecer el que se pulsa con él.
+void CajaDescrita::apagarDefecto() {
+  auto* ventana = qobject_cast<QDialog*>(caja_->window());
+  if (!ventana) return;
+  for (auto* boton : ventana->findChildren<QPushButton*>()) {
+    if (!boton->isDefault()) continue;
+    defecto_ = boton;
+    boton->setDefault(false);
+  }
+}
+
+void CajaDescrita::encenderDefecto() {
+  if (defecto_) defecto_->setDefault(true);
+  defecto_ = nullptr;
 }
 
 /// El ratón que entra en la caja pone el cursor donde pulsó y quita la selección de la entrada.

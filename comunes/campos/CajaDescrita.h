@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
+#include <QPushButton>
 #include <QString>
 
 class QKeyEvent;
@@ -39,6 +41,8 @@ class CajaDescrita : public QObject {
   /// cola).
   void vaASalir();
   void haSalido();
+  /// No se ha escrito una tecla, o lo que se pegó o se puso de una vez: `motivo` dice por qué.
+  void rechazada(const QString& motivo);
 
  protected:
   bool eventFilter(QObject* objeto, QEvent* evento) override;
@@ -51,11 +55,14 @@ class CajaDescrita : public QObject {
   bool tecla(QKeyEvent* evento);
   void seleccionarTras(QEvent* evento);
   void cambiadaDesdeFuera(QLineEdit* linea);
+  void apagarDefecto();
+  void encenderDefecto();
 
   QWidget* caja_;
   EntradaFiltrada* entrada_ = nullptr;  ///< solo en las líneas de edición
   bool dentro_ = false;
-  bool conRaton_ = false;  ///< se está entrando con el ratón
+  bool conRaton_ = false;          ///< se está entrando con el ratón
+  QPointer<QPushButton> defecto_;  ///< el botón que dejó de parecer el que Intro pulsa
 };
 
 /// Convierte `caja` en una caja descrita (o le cambia el descriptor si ya lo era). Sin `descriptor` vale el

@@ -12,8 +12,10 @@
 #include <QScopedValueRollback>
 #include <algorithm>
 
+#include "comunes/campos/Blancos.h"
 #include "comunes/campos/CajaDescrita.h"
 #include "comunes/campos/Filtro.h"
+#include "comunes/campos/Formato.h"
 #include "comunes/campos/Tecleo.h"
 #include "comunes/plataforma/Formatos.h"
 
@@ -93,8 +95,16 @@ bool EntradaFiltrada::tecla(QKeyEvent* evento) {
 }
 
 void EntradaFiltrada::escribirTecla(char32_t tecla) {
+  const char32_t pulsada = tecla;
+  const EstadoCaja antes = estadoDe(linea_);
   TagKeyPress(linea_, tecla);
-  if (tecla != 0) escribir(QString::fromUcs4(&tecla, 1));
+  if (tecla != 0) return escribir(QString::fromUcs4(&tecla, 1));
+  rechazar(Filtro(Descriptor(linea_)).Motivo(antes, pulsada));
+}
+
+void EntradaFiltrada::rechazar(const QString& motivo) const {
+  CajaDescrita* descrita = CajaDescrita::De(linea_);
+  if (descrita && !motivo.isEmpty()) emit descrita->rechazada(motivo);
 }
 
 bool EntradaFiltrada::metodoDeEntrada(QInputMethodEvent* evento) {
@@ -115,8 +125,11 @@ bool EntradaFiltrada::metodoDeEntrada(QInputMethodEvent* evento) {
     estado.seleccion = std::min<qsizetype>(evento->replacementLength(), estado.texto.size() - estado.cursor);
   }
   QInputMethodEvent filtrado(evento->preeditString(), evento->attributes());
-  filtrado.setCommitString(Filtro(Descriptor(linea_)).Texto(estado, evento->commitString()),
-                           evento->replacementStart(), evento->replacementLength());
+  const Filtro filtro(Descriptor(linea_));
+  if (const auto escrito = filtro.Texto(estado, evento->commitString()))
+    filtrado.setCommitString(*escrito, evento->replacementStart(), evento->replacementLength());
+  else
+    rechazar(filtro.MotivoLongitud());
   const QScopedValueRollback libre(Tecleo().sinFiltrar, true);
   linea_->event(&filtrado);
   evento->accept();
@@ -177,8 +190,12 @@ void EntradaFiltrada::menu(const QPoint& lugar) {
 }
 
 void EntradaFiltrada::pegar(const QString& texto) {
-  const QString filtrado = Filtro(Descriptor(linea_)).Texto(estadoDe(linea_), texto);
-  if (!filtrado.isEmpty()) escribir(filtrado);
+  const Filtro filtro(Descriptor(linea_));
+  const EstadoCaja estado = estadoDe(linea_);
+  const auto filtrado = filtro.Texto(estado, texto);
+  if (!filtrado) return rechazar(filtro.MotivoLongitud());
+  if (!filtrado->isEmpty()) return escribir(*filtrado);
+  if (!texto.isEmpty()) rechazar(filtro.Motivo(estado, texto.toUcs4().first()));
 }
 
 void EntradaFiltrada::escribir(const QString& filtrado) {
@@ -210,9 +227,17 @@ QValidator::State EntradaFiltrada::validate(QString& texto, int& cursor) const {
   else if (descrita && descrita->dentro())
     filtrarLoNuevo(texto, cursor);
   else
-    texto = Filtro(Descriptor(linea_)).Texto({}, FormaEdicion(linea_));
+    filtrarEntero(texto);
   ultimo_ = texto;
   return Acceptable;
+}
+
+void EntradaFiltrada::filtrarEntero(QString& texto) const {
+  const Filtro filtro(Descriptor(linea_));
+  const auto filtrado = filtro.Texto({}, FormaEdicion(linea_));
+  if (!filtrado) rechazar(filtro.MotivoLongitud());
+  // Lo que había está como se muestra, y ahora se le dará esa forma otra vez.
+  texto = filtrado ? *filtrado : SinBlancos(UnformatValue(ultimo_, Descriptor(linea_)));
 }
 
 void EntradaFiltrada::filtrarLoNuevo(QString& texto, int& cursor) const {
@@ -229,15 +254,23 @@ void EntradaFiltrada::filtrarLoNuevo(QString& texto, int& cursor) const {
   // Un número con grupos se lee entero: en su parte nueva, el separador sería el signo decimal. Un solo
   // carácter es una tecla, salvo que sea ese separador.
   if ((entra > 1 || texto.mid(inicio, 1) == SignoGrupo()) && filtro.EsNumeroConGrupos(texto)) {
-    texto = filtro.Texto({}, texto);
+    const auto entero = filtro.Texto({}, texto);
+    if (!entero) rechazar(filtro.MotivoLongitud());
+    texto = entero.value_or(ultimo_);
     cursor = static_cast<int>(texto.size());
     return;
   }
   const EstadoCaja estado{texto.left(inicio) + texto.right(fin), inicio, 0};
-  const QString filtrado = filtro.Texto(estado, texto.mid(inicio, entra));
-  if (filtrado == texto.mid(inicio, entra)) return;
-  texto = texto.left(inicio) + filtrado + texto.right(fin);
-  cursor = static_cast<int>(inicio + filtrado.size());
+  const auto filtrado = filtro.Texto(estado, texto.mid(inicio, entra));
+  if (!filtrado) {
+    rechazar(filtro.MotivoLongitud());
+    texto = ultimo_;
+    cursor = static_cast<int>(std::min<qsizetype>(cursor, texto.size()));
+    return;
+  }
+  if (*filtrado == texto.mid(inicio, entra)) return;
+  texto = texto.left(inicio) + *filtrado + texto.right(fin);
+  cursor = static_cast<int>(inicio + filtrado->size());
 }
 
 }  // namespace comunes

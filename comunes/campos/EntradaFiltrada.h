@@ -32,8 +32,10 @@ class EntradaFiltrada : public QValidator {
   void pegar(const QString& texto);
   void escribir(const QString& filtrado);
   void escribirTecla(char32_t tecla);
+  void rechazar(const QString& motivo) const;
   void deshacer();
   void rehacer();
+  void filtrarEntero(QString& texto) const;
   void filtrarLoNuevo(QString& texto, int& cursor) const;
 
   QLineEdit* linea_;

@@ -104,7 +104,34 @@ bool Filtro::EsNumeroConGrupos(const QString& texto) const {
   return esTipo("Nn") && sinGrupos(texto) != texto;
 }
 
-QString Filtro::Texto(const EstadoCaja& caja, const QString& texto) const {
+QString Filtro::motivoNumero(const EstadoCaja& caja, char32_t c) const {
+  if (c == U'-') return tipo_ == "N"_L1 ? u"El signo menos va delante."_s : u"No puede ser negativo."_s;
+  const bool signo = c == U'.' || c == U',';
+  if (!signo && !esCifra(c)) return u"Aquí solo van cifras y el signo decimal."_s;
+  if (signo && caja.texto.contains(u'.'))
+    return u"Ya hay un signo decimal. Los miles se escriben sin punto."_s;
+  if (decimales_ == 0) return u"Va sin decimales."_s;
+  return u"Ya tiene %1 decimales. Los miles se escriben sin punto."_s.arg(decimales_);
+}
+
+QString Filtro::MotivoLongitud() const {
+  return u"No caben más de %1 caracteres."_s.arg(longitud_);
+}
+
+QString Filtro::Motivo(const EstadoCaja& caja, char32_t tecla) const {
+  if (tecla == U'+' || tecla < U' ') return {};
+  if (const char32_t pasa = Tecla(caja, tecla); pasa != 0) {
+    const qsizetype unidades = QChar::requiresSurrogates(pasa) ? 2 : 1;
+    return caja.seleccion == 0 && caja.texto.size() + unidades > longitud_ ? MotivoLongitud() : QString();
+  }
+  if (esTipo("NnC")) return motivoNumero(caja, tecla);
+  if (esTipo("D")) return u"Aquí solo van cifras."_s;
+  if (esTipo("Ff")) return u"La fecha se escribe con cifras y barras: día/mes/año."_s;
+  if (esTipo("H")) return u"La hora se escribe con cifras y dos puntos."_s;
+  return {};
+}
+
+std::optional<QString> Filtro::Texto(const EstadoCaja& caja, const QString& texto) const {
   QString entrante = esTipo("Nn") ? sinGrupos(texto) : texto;
   // Los blancos de la forma impresa de una cuenta no son parte de ella, y cortarían su final.
   if (esTipo("I")) entrante.remove(u' ');
@@ -116,7 +143,10 @@ QString Filtro::Texto(const EstadoCaja& caja, const QString& texto) const {
     const char32_t pasa = esTipo("X") && c == U'?' ? c : Tecla(estado, c);
     if (pasa == 0) continue;
     const QString unidades = QString::fromUcs4(&pasa, 1);
-    if (estado.texto.size() + unidades.size() > longitud_) break;
+    if (estado.texto.size() + unidades.size() > longitud_) {
+      if (esTipo("NnCD")) return std::nullopt;
+      break;
+    }
     estado.texto.insert(estado.cursor, unidades);
     estado.cursor += unidades.size();
     escrito += unidades;

@@ -12,6 +12,7 @@
 #include <algorithm>
 
 #include "comunes/campos/CajaDescrita.h"
+#include "comunes/campos/Tecleo.h"
 #include "comunes/dialogos/ColocarCaja.h"
 #include "comunes/plataforma/Ventanas.h"
 #include "comunes/rejilla/ModeloRejilla.h"
@@ -68,9 +69,9 @@ MyBox::MyBox(QWidget* padre)
     boton->setAccessibleName(Rotulo(boton));
     connect(boton, &QPushButton::clicked, this, [this, boton] { Pulsar(boton); });
   }
-  const std::initializer_list<QWidget*> campos = {ui_->Ayuda,    ui_->CampoTexto, ui_->CampoHasta,
-                                                  ui_->etiDesde, ui_->etiHasta,   ui_->cbxTabla,
-                                                  ui_->RGBText,  ui_->VisorMini};
+  const std::initializer_list<QWidget*> campos = {
+      ui_->Ayuda,   ui_->CampoTexto, ui_->CampoHasta, ui_->etiDesde, ui_->etiHasta, ui_->cbxTabla,
+      ui_->RGBText, ui_->VisorMini,  ui_->Resultado,  ui_->Ejemplo,  ui_->Motivo};
   for (QWidget* campo : campos) {
     campo->hide();
   }
@@ -200,6 +201,15 @@ void MyBox::Pulsar(QPushButton* boton) {
                                        [&](const RespuestaCaja& r) { return rotulo == r.texto; });
   const int codigo = respuesta != std::end(kRespuestas) ? respuesta->codigo : 0;
   if (codigo == kAceptar) DejarCampo(this);
+  if (codigo == kAceptar && Objetado()) {
+    // Lo que aún se ve se vuelve a pedir tal como se escribió; una fecha que no existe ya no se ve.
+    ui_->CampoTexto->setFocus();
+    EntrarCampo(this);
+    if (!ui_->CampoTexto->text().isEmpty()) PonerTexto(ui_->CampoTexto, escrito_);
+    ui_->CampoTexto->selectAll();
+    Objetado();
+    return;
+  }
   segundoTexto_.clear();
   if (!ui_->CampoHasta->isHidden()) {
     if (codigo == kAceptar && !DesdeHastaOk()) return EntrarCampo(this);

@@ -5,6 +5,7 @@
 #include <QString>
 #include <QStringList>
 #include <array>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -34,11 +35,21 @@ void Avisar(const QString& Texto, QWidget* Sobre = nullptr);
 /// dice quien la cierra.
 bool Confirmar(const QString& Texto, int Defecto, QWidget* Sobre = nullptr, int Icono = kIconoPregunta);
 
+/// Lo que una petición dice de lo que se va escribiendo.
+struct GuiaPeticion {
+  QString ejemplo;  ///< la forma de escribirlo; siempre a la vista
+  /// Lo que será lo escrito ("= 1.234,50 €"), o "".
+  std::function<QString(const QString& escrito)> resultado;
+  /// Por qué no vale lo escrito, o "". Con una objeción "Aceptar" no cierra: se vuelve a pedir.
+  std::function<QString(const QString& escrito)> objecion;
+};
+
 /// Pide un valor (`Tipo` es un descriptor de campo), un intervalo (`Tipo` acaba en "(/)") o un elemento de
-/// una lista ("TABLA"). `Tema` es la ruta de la ayuda o "". Devuelve "" si se sale sin "Aceptar".
+/// una lista ("TABLA"). `Tema` es la ruta de la ayuda o "". `Guia`, para un valor. Devuelve "" si se sale sin
+/// "Aceptar".
 QString MyInputBox(const QString& Texto, const QString& Titulo, int Icono, const QString& Tipo,
                    const QString& Defecto, float Top = -1, float Left = -1, QWidget* Sobre = nullptr,
-                   const QString& Tema = {});
+                   const QString& Tema = {}, const GuiaPeticion& Guia = {});
 
 /// Elige una fila de una rejilla; `Datos[fila][columna]`. Devuelve el texto de la columna titulada `Columna`.
 QString MyVisorBox(const QString& Titulo, const QString& Columnas, const std::vector<QStringList>& Datos,
@@ -81,6 +92,8 @@ class MyBox : public QDialog {
   /// `defecto`: como en ElementosLista.
   void PonerLista(const QString& defecto);
   void PonerRejilla(const QString& columnas, const std::vector<QStringList>& datos);
+  /// Después de PonerValor.
+  void PonerGuia(const GuiaPeticion& guia);
   /// Columna de la rejilla que da el texto del resultado; la primera si no se dice.
   void PonerColumna(const QString& titulo);
   /// El campo enseña asteriscos.
@@ -120,6 +133,9 @@ class MyBox : public QDialog {
   void OrdenarFoco(const std::vector<QWidget*>& primeros);
   void DescribirCampo(QLineEdit* campo, const QString& tipo, const QString& texto);
   bool FiltrarEscape(QKeyEvent* tecla);
+  void DecirMotivo(const QString& motivo);
+  void MostrarResultado();
+  bool Objetado();
   void CambiarColor();
   void ElegirFila(const QModelIndex& fila);
   void AceptarFila(const QModelIndex& fila);
@@ -131,6 +147,8 @@ class MyBox : public QDialog {
   std::array<QPushButton*, 3> botones_;
   QString texto_;
   QString segundoTexto_;
+  GuiaPeticion guia_;
+  QString escrito_;  // lo que había en el campo al dejarlo, antes de darle forma
   QColor color_;
   QPoint agarre_;
   int resultado_ = 0;

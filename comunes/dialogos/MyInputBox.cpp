@@ -1,3 +1,4 @@
+#include <QAccessible>
 #include <QFileInfo>
 #include <QKeyEvent>
 #include <QProxyStyle>
@@ -12,6 +13,7 @@
 #include "comunes/dialogos/MiniHelp.h"
 #include "comunes/dialogos/SelectorColor.h"
 #include "comunes/plataforma/Formatos.h"
+#include "comunes/plataforma/Ventanas.h"
 #include "ui_MyBox.h"
 
 namespace comunes {
@@ -147,6 +149,49 @@ bool MyBox::DesdeHastaOk() const {
   return desde <= hasta;
 }
 
+void MyBox::PonerGuia(const GuiaPeticion& guia) {
+  guia_ = guia;
+  ui_->Ejemplo->setText(guia.ejemplo);
+  ui_->Ejemplo->setVisible(!guia.ejemplo.isEmpty());
+  ui_->Resultado->setVisible(static_cast<bool>(guia.resultado));
+  // Con su sitio desde el principio: la caja no cambia de tamaño mientras se escribe.
+  ui_->Motivo->setMinimumHeight(2 * ui_->Motivo->fontMetrics().lineSpacing());
+  QPalette colores = ui_->Motivo->palette();
+  colores.setColor(QPalette::WindowText, ColorAviso(colores));
+  ui_->Motivo->setPalette(colores);
+  ui_->Motivo->show();
+  connect(ui_->CampoTexto, &QLineEdit::textChanged, this, &MyBox::MostrarResultado);
+  // Lo que se rechazó deja de importar en cuanto algo se escribe.
+  connect(ui_->CampoTexto, &QLineEdit::textChanged, this, [this] {
+    if (!Tecleo().reescribiendo) DecirMotivo({});
+  });
+  const CajaDescrita* caja = CajaDescrita::De(ui_->CampoTexto);
+  connect(caja, &CajaDescrita::rechazada, this, &MyBox::DecirMotivo);
+  connect(caja, &CajaDescrita::vaASalir, this, [this] { escrito_ = ui_->CampoTexto->text(); });
+  connect(caja, &CajaDescrita::haSalido, this, [this] { Objetado(); });
+  escrito_ = FormaEdicion(ui_->CampoTexto);
+  MostrarResultado();
+}
+
+void MyBox::DecirMotivo(const QString& motivo) {
+  if (ui_->Motivo->text() == motivo) return;
+  ui_->Motivo->setText(motivo);
+  ui_->CampoTexto->setAccessibleDescription(QStringList{guia_.ejemplo, motivo}.join(u' ').trimmed());
+  if (motivo.isEmpty()) return;
+  QAccessibleEvent anuncio(ui_->Motivo, QAccessible::Alert);
+  QAccessible::updateAccessibility(&anuncio);
+}
+
+void MyBox::MostrarResultado() {
+  if (guia_.resultado) ui_->Resultado->setText(guia_.resultado(FormaEdicion(ui_->CampoTexto)));
+}
+
+bool MyBox::Objetado() {
+  const QString objecion = guia_.objecion ? guia_.objecion(escrito_) : QString();
+  if (!objecion.isEmpty()) DecirMotivo(objecion);
+  return !objecion.isEmpty();
+}
+
 bool MyBox::FiltrarEscape(QKeyEvent* tecla) {
   if (tecla->key() != Qt::Key_Escape) return false;
   if (ranuraCancelar_ >= 0) {
@@ -159,7 +204,8 @@ bool MyBox::FiltrarEscape(QKeyEvent* tecla) {
 }
 
 QString MyInputBox(const QString& Texto, const QString& Titulo, int Icono, const QString& Tipo,
-                   const QString& Defecto, float Top, float Left, QWidget* Sobre, const QString& Tema) {
+                   const QString& Defecto, float Top, float Left, QWidget* Sobre, const QString& Tema,
+                   const GuiaPeticion& Guia) {
   CajaPropia caja;
   caja->PonerTitulo(Titulo, Icono);
   caja->PonerMensaje(Texto);
@@ -173,6 +219,7 @@ QString MyInputBox(const QString& Texto, const QString& Titulo, int Icono, const
     caja->PonerIntervalo(Tipo, Defecto);
   } else {
     caja->PonerValor(Tipo, Defecto);
+    if (!Guia.ejemplo.isEmpty()) caja->PonerGuia(Guia);
   }
   if (Tipo.contains(kSecreto)) caja->PonerSecreto();
   caja->Colocar(Top, Left, Sobre);

@@ -105,8 +105,8 @@ QString Impresora::seleccionada() const {
 }
 
 void Impresora::mostrarOrientacion() {
-  ui_->ModoPapel->setText(orientacion(!horizontal_));
-  ui_->ModoPapel->setShortcut(Qt::ALT | Qt::Key_O);  // el texto se lleva el que hubiera
+  ui_->ModoPapel->setText(horizontal_ ? orientacion(false) : u"H&orizontal"_s);
+  ui_->ModoPapel->setShortcut(Qt::ALT | Qt::Key_O);  // «Vertical» no tiene esa letra
   ui_->Papel->setText(u"Papel "_s + orientacion(horizontal_));
   comprobarAncho();
 }

@@ -3,6 +3,7 @@
 #include <QFontDatabase>
 #include <QFontInfo>
 #include <QGuiApplication>
+#include <QPalette>
 #include <QScreen>
 #include <QTextDocument>
 #include <QVariant>
@@ -40,6 +41,11 @@ void FuentesVentana(QWidget& ventana) {
       control->setFont(letra);
     }
   }
+}
+
+QColor ColorAviso(const QPalette& paleta) {
+  const bool oscuro = paleta.color(QPalette::Window).lightness() < 128;
+  return oscuro ? QColor(0xFF, 0xB4, 0x6B) : QColor(0x9A, 0x34, 0x00);
 }
 
 void DisponerVentana(QWidget& ventana) {

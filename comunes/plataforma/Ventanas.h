@@ -1,9 +1,11 @@
 #pragma once
 
+#include <QColor>
 #include <QString>
 
 #include "comunes/plataforma/Escala.h"
 
+class QPalette;
 class QWidget;
 
 namespace comunes {
@@ -29,6 +31,9 @@ class Reloj {
   Reloj(const Reloj&) = delete;
   Reloj& operator=(const Reloj&) = delete;
 };
+
+/// Color del texto que avisa, legible sobre el fondo de `paleta`, claro u oscuro.
+QColor ColorAviso(const QPalette& paleta);
 
 /// Texto de fuera para un título de botón, menú o etiqueta: "&" se ve y no subraya nada.
 QString SinMnemonico(QString texto);

@@ -24,7 +24,7 @@ using namespace Qt::StringLiterals;
 void MirarFormato(const QString& descriptor, QString valor) {
   // En un campo de cifras o en una cuenta contable no hay más que lo que se deja escribir.
   const auto tipo = GetTag(descriptor, u"T"_s);
-  if (tipo == u"C"_s || tipo == u"D"_s) valor = Filtro(descriptor).Texto({}, valor);
+  if (tipo == u"C"_s || tipo == u"D"_s) valor = Filtro(descriptor).Texto({}, valor).value_or(QString());
   const QString mostrado = FormatValue(valor, descriptor);
   QString editado = UnformatValue(mostrado, descriptor);
   if ((mostrado == "0"_L1 && editado.isEmpty()) || mostrado.endsWith(u'?')) return;
@@ -33,7 +33,7 @@ void MirarFormato(const QString& descriptor, QString valor) {
 
 void MirarFiltro(const QString& descriptor, const QString& valor) {
   const Filtro filtro(descriptor);
-  const QString escrito = filtro.Texto({}, valor);
+  const QString escrito = filtro.Texto({}, valor).value_or(QString());
   Exigir(escrito.size() <= filtro.longitud(), "no se escribe más que la longitud");
   // Pegado otra vez podría ser otro: «1, 468» deja «1.468», que es como se escribe 1468. El "?" tecleado pide
   // letra.
@@ -44,7 +44,7 @@ void MirarFiltro(const QString& descriptor, const QString& valor) {
     tecleado.cursor = tecleado.texto.size();
   }
   EstadoCaja caja{escrito, escrito.size() / 2, escrito.size() / 4};
-  const QString entra = filtro.Texto(caja, valor);
+  const QString entra = filtro.Texto(caja, valor).value_or(QString());
   caja.texto.remove(caja.cursor, caja.seleccion);
   Exigir(entra.isEmpty() || caja.texto.size() + entra.size() <= filtro.longitud(),
          "con lo que había no se pasa de la longitud");

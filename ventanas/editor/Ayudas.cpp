@@ -1,6 +1,7 @@
 #include "ventanas/editor/Ayudas.h"
 
 #include <QDate>
+#include <algorithm>
 
 #include "comunes/plataforma/Formatos.h"
 #include "comunes/plataforma/Texto.h"
@@ -37,7 +38,31 @@ QString conCeros(const QString& cifras, int longitud) {
   return (QString(longitud, u'0') + cifras).right(longitud);
 }
 
+QString motivoFecha(const QString& texto) {
+  const auto cifra = [](QChar c) { return c >= u'0' && c <= u'9'; };
+  if (texto.size() != kLongitudFecha || !std::all_of(texto.begin(), texto.end(), cifra))
+    return u"son ocho cifras, AAAAMMDD"_s;
+  const QString mes = texto.mid(4, 2);
+  if (mes.toInt() < 1 || mes.toInt() > 12) return u"el mes %1 no existe"_s.arg(mes);
+  const int tope = comunes::FechaActual().year() + 1;
+  if (texto.left(4).toInt() > tope) return u"el año no puede pasar de %1"_s.arg(tope);
+  return u"ese día no existe"_s;
+}
+
+QString motivoIban(const QString& texto) {
+  if (texto.size() != kLongitudIBAN)
+    return u"tiene %1 caracteres y se comprueban cuentas de %2"_s.arg(texto.size()).arg(kLongitudIBAN);
+  return u"no cumple sus dígitos de control"_s;
+}
+
 }  // namespace
+
+QString PorQueNoVale(Ayuda ayuda, const QString& texto) {
+  const QString dato = texto.trimmed();
+  if (ayuda == Ayuda::Fecha) return motivoFecha(dato);
+  if (ayuda == Ayuda::Iban) return motivoIban(dato);
+  return u"el importe no puede ser cero"_s;
+}
 
 bool DatoCorrecto(Ayuda ayuda, const QString& texto) {
   switch (ayuda) {

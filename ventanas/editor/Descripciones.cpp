@@ -35,6 +35,10 @@ std::string completado(std::string_view registro) {
   return bytes;
 }
 
+bool SoloBlancos(const QString& texto) {
+  return std::all_of(texto.begin(), texto.end(), [](QChar c) { return c == u' '; });
+}
+
 QString descriptorDe(const QStringList& columnas) {
   const QString& clase = columnas[kClase];
   if (clase != "A"_L1 && clase != "N"_L1) return {};
@@ -118,11 +122,18 @@ std::string BytesCampo(const CampoDescrito& campo, const QString& texto) {
   return bytes;
 }
 
-std::string EscribirRegistro(std::span<const CampoDescrito> campos, std::span<const QString> textos) {
+std::string BytesCampo(const CampoDescrito& campo, const QString& texto, const QString& original) {
+  const bool sigueEnBlanco = SoloBlancos(texto) && SoloBlancos(original) && original.size() == campo.longitud;
+  return sigueEnBlanco ? std::string(static_cast<std::size_t>(campo.longitud), ' ')
+                       : BytesCampo(campo, texto);
+}
+
+std::string EscribirRegistro(std::span<const CampoDescrito> campos, std::span<const QString> textos,
+                             std::span<const QString> originales) {
   std::string registro;
   registro.reserve(remesa::kLongitudRegistro);
   for (std::size_t i = 0; i < campos.size() && i < textos.size(); ++i)
-    registro += BytesCampo(campos[i], textos[i]);
+    registro += BytesCampo(campos[i], textos[i], i < originales.size() ? originales[i] : QString());
   return registro;
 }
 

@@ -58,7 +58,12 @@ std::string BytesSEPA(const QString& texto);
 /// Bytes con que el texto de un campo va al registro: reducido a SEPA y rellenado.
 std::string BytesCampo(const CampoDescrito& campo, const QString& texto);
 
-/// El registro: los campos uno tras otro, sin mirar dónde empiezan. `textos`, uno por campo.
-std::string EscribirRegistro(std::span<const CampoDescrito> campos, std::span<const QString> textos);
+/// Lo mismo, salvo que el campo que se leyó en blanco (`original`) y sigue en blanco conserva sus bytes: un
+/// campo de cifras por el que solo se pasa no queda a ceros.
+std::string BytesCampo(const CampoDescrito& campo, const QString& texto, const QString& original);
+
+/// El registro: los campos uno tras otro, sin mirar dónde empiezan. `textos` y `originales`, uno por campo.
+std::string EscribirRegistro(std::span<const CampoDescrito> campos, std::span<const QString> textos,
+                             std::span<const QString> originales = {});
 
 }  // namespace editor

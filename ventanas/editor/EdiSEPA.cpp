@@ -1,5 +1,6 @@
 #include "ventanas/editor/EdiSEPA.h"
 
+#include <QAccessible>
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <QKeyEvent>
@@ -25,15 +26,6 @@ namespace editor {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-/// true si el operador ha cambiado el dato; los blancos que completan el campo no cuentan.
-bool cambiada(const FilaCampo& fila) {
-  return BytesCampo(fila.Campo(), fila.Texto()) != BytesCampo(fila.Campo(), fila.Original());
-}
-
-}  // namespace
-
 EdiSEPA::EdiSEPA(ListaAcumulado& lista, int tipo, QWidget* propietario)
     : QDialog(propietario), ui_(std::make_unique<Ui::EdiSEPA>()), lista_(lista), tipo_(tipo) {
   ui_->setupUi(this);
@@ -42,6 +34,7 @@ EdiSEPA::EdiSEPA(ListaAcumulado& lista, int tipo, QWidget* propietario)
   ui_->cmdAceptar->setIcon(comunes::Icono(comunes::Pictograma::Aceptar));
   ui_->cmdSalir->setIcon(comunes::Icono(comunes::Pictograma::Descartar));
   const int lado = style()->pixelMetric(QStyle::PM_LargeIconSize);
+  ui_->MarcoPerdidos->hide();
   ui_->IconoAviso->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(lado, lado));
 
   QWidget* anterior = nullptr;
@@ -49,9 +42,11 @@ EdiSEPA::EdiSEPA(ListaAcumulado& lista, int tipo, QWidget* propietario)
     auto* fila = new FilaCampo(i, *ui_->Campos, this);
     filas_.push_back(fila);
     if (anterior) setTabOrder(anterior, fila->Caja());
-    anterior = fila->Caja();
+    setTabOrder(fila->Caja(), fila->Quitar());
+    anterior = fila->Quitar();
   }
-  for (QWidget* boton : {ui_->cmdAnterior, ui_->cmdSiguiente, ui_->cmdAceptar, ui_->cmdSalir}) {
+  for (QWidget* boton : std::initializer_list<QWidget*>{ui_->Recuperar, ui_->cmdAnterior, ui_->cmdSiguiente,
+                                                        ui_->cmdAceptar, ui_->cmdSalir}) {
     setTabOrder(anterior, boton);
     anterior = boton;
   }
@@ -84,6 +79,7 @@ void EdiSEPA::conectar() {
   const auto siguiente = [this] { mover(1); };
   connect(ui_->cmdAnterior, &QPushButton::clicked, this, anterior);
   connect(ui_->cmdSiguiente, &QPushButton::clicked, this, siguiente);
+  connect(ui_->Recuperar, &QPushButton::clicked, this, &EdiSEPA::recuperar);
   connect(ui_->cmdAceptar, &QPushButton::clicked, this, &EdiSEPA::aceptar);
   connect(ui_->cmdSalir, &QPushButton::clicked, this, &EdiSEPA::reject);
   const auto tecla = [this](const QKeySequence& teclas, auto orden) {
@@ -142,7 +138,7 @@ void EdiSEPA::mostrarAviso() {
         u"Con «Aceptar» quedaría vacío. Pulse «Salir» para dejarlo como está."_s.arg(
             comunes::SinControles(descripcion_.seccion.trimmed()));
   } else {
-    const auto longitud = EscribirRegistro(descripcion_.campos, textos()).size();
+    const auto longitud = EscribirRegistro(descripcion_.campos, textos(), originales()).size();
     if (longitud != remesa::kLongitudRegistro)
       aviso =
           u"Los campos de la descripción «%1» de Tarvo.INI suman %2 posiciones y no %3: «Aceptar» "
@@ -159,6 +155,13 @@ std::vector<QString> EdiSEPA::textos() const {
   std::vector<QString> valores;
   for (std::size_t i = 0; i < descripcion_.campos.size(); ++i)
     valores.push_back(filas_[i]->Texto());
+  return valores;
+}
+
+std::vector<QString> EdiSEPA::originales() const {
+  std::vector<QString> valores;
+  for (std::size_t i = 0; i < descripcion_.campos.size(); ++i)
+    valores.push_back(filas_[i]->Original());
   return valores;
 }
 
@@ -183,7 +186,7 @@ bool EdiSEPA::mostrarErroneas() {
   const auto dejadas = std::exchange(erroneas_, {});
   bool intactas = true;
   for (FilaCampo* fila : dejadas) {
-    intactas = intactas && !cambiada(*fila);
+    intactas = intactas && !fila->Cambiado();
     comunes::Avisar(
         u"¡ Los datos en este campo son incorrectos.!;;Se restaura el dato original del registro."_s);
     fila->Restaurar();
@@ -235,7 +238,11 @@ void EdiSEPA::mover(int paso) {
     comunes::EntrarCampo(this);
     return;
   }
-  avisarSinAceptar();
+  irA(destino);
+}
+
+void EdiSEPA::irA(int destino) {
+  apuntarPerdido();
   FilaCampo* enfocada = filaConFoco();
   // Con el foco fuera de los campos, que el de ahora desaparezca no lleva a entrar en otro a medio cargar.
   if (enfocada) setFocus(Qt::OtherFocusReason);
@@ -245,6 +252,7 @@ void EdiSEPA::mover(int paso) {
   lista_.actual = destino;
   if (lista_.movido) lista_.movido(destino);
   cargar();
+  mostrarPerdidos();
   if (!enfocada) return;
   if (enfocada->Usable())
     enfocada->Caja()->setFocus(Qt::OtherFocusReason);
@@ -265,8 +273,9 @@ void EdiSEPA::aceptar() {
     return;
   }
   const auto indice = static_cast<std::size_t>(lista_.actual);
-  lista_.registros.sustituir(indice, EscribirRegistro(descripcion_.campos, textos()));
+  lista_.registros.sustituir(indice, EscribirRegistro(descripcion_.campos, textos(), originales()));
   sustituido_ = true;
+  std::erase_if(perdidos_, [this](const Perdido& p) { return p.indice == lista_.actual; });
   if (lista_.cambiado) lista_.cambiado(lista_.actual);
   accept();
 }
@@ -274,24 +283,54 @@ void EdiSEPA::aceptar() {
 void EdiSEPA::done(int resultado) {
   mensajes_.stop();
   erroneas_.clear();
-  if (resultado == Rejected) avisarSinAceptar();
+  if (resultado == Rejected) apuntarPerdido();
+  if (!perdidos_.empty() && lista_.aviso) lista_.aviso(frasePerdidos() + u" y se han perdido."_s);
+  perdidos_.clear();
   QDialog::done(resultado);
 }
 
-void EdiSEPA::avisarSinAceptar() {
+void EdiSEPA::apuntarPerdido() {
   QString primero;
   int cambiados = 0;
-  for (std::size_t i = 0; i < descripcion_.campos.size(); ++i) {
-    const FilaCampo& fila = *filas_[i];
-    if (!cambiada(fila)) continue;
-    if (cambiados++ == 0) primero = fila.Campo().rotulo;
-  }
-  if (cambiados == 0 || !lista_.aviso) return;
+  for (std::size_t i = 0; i < descripcion_.campos.size(); ++i)
+    if (filas_[i]->Cambiado() && cambiados++ == 0) primero = filas_[i]->Campo().rotulo;
+  if (cambiados == 0) return;
   QString campos = u"«%1»"_s.arg(primero);
   if (cambiados == 2) campos += u" y otro campo"_s;
   if (cambiados > 2) campos += u" y otros %1 campos"_s.arg(cambiados - 1);
-  lista_.aviso(u"Registro %1: los cambios en %2 no se aceptaron y se han perdido."_s.arg(
-      comunes::FormatoNumero(lista_.actual + 1, 0), campos));
+  std::erase_if(perdidos_, [this](const Perdido& p) { return p.indice == lista_.actual; });
+  perdidos_.push_back({lista_.actual, textos(), campos});
+}
+
+/// "Registro 3: los cambios en «Importe» no se aceptaron", y de cuántos otros.
+QString EdiSEPA::frasePerdidos() const {
+  const Perdido& ultimo = perdidos_.back();
+  QString registro = u"Registro "_s + comunes::FormatoNumero(ultimo.indice + 1, 0);
+  if (perdidos_.size() == 2) registro += u" (y otro)"_s;
+  if (perdidos_.size() > 2) registro += u" (y otros %1)"_s.arg(perdidos_.size() - 1);
+  return u"%1: los cambios en %2 no se aceptaron"_s.arg(registro, ultimo.campos);
+}
+
+void EdiSEPA::mostrarPerdidos() {
+  const QString frase = perdidos_.empty() ? QString() : frasePerdidos() + u'.';
+  ui_->MarcoPerdidos->setVisible(!frase.isEmpty());
+  if (ui_->Perdidos->text() == frase) return;
+  ui_->Perdidos->setText(frase);
+  if (frase.isEmpty()) return;
+  QAccessibleEvent anuncio(ui_->Perdidos, QAccessible::Alert);
+  QAccessible::updateAccessibility(&anuncio);
+}
+
+void EdiSEPA::recuperar() {
+  if (perdidos_.empty()) return;
+  dejarCampo();
+  const Perdido perdido = std::move(perdidos_.back());
+  perdidos_.pop_back();
+  perdido.indice == lista_.actual ? apuntarPerdido() : irA(perdido.indice);
+  for (std::size_t i = 0; i < perdido.textos.size() && i < descripcion_.campos.size(); ++i)
+    filas_[i]->Escribir(perdido.textos[i]);
+  mostrarPerdidos();
+  enfocarPrimero();
 }
 
 void EdiSEPA::keyPressEvent(QKeyEvent* evento) {

@@ -34,6 +34,13 @@ class EdiSEPA : public QDialog {
   void changeEvent(QEvent* evento) override;
 
  private:
+  /// Cambios que no se aceptaron al pasar a otro registro.
+  struct Perdido {
+    int indice;
+    std::vector<QString> textos;
+    QString campos;  // cuáles, para decirlo
+  };
+
   void conectar();
   void cargar();
   void preparar(Descripcion nueva);
@@ -47,12 +54,18 @@ class EdiSEPA : public QDialog {
   bool dejarCampo();
   /// Dice qué campos dejados estaban mal y los restaura. false si había alguno.
   bool mostrarErroneas();
-  void avisarSinAceptar();
+  /// Si el registro que se deja tiene cambios sin aceptar, los guarda por si se quieren recuperar.
+  void apuntarPerdido();
+  void mostrarPerdidos();
+  void recuperar();
+  QString frasePerdidos() const;
+  void irA(int destino);
   void enfocarPrimero();
   /// El campo que tiene esa posición del registro, si se puede editar; si no, el primero.
   void enfocarPosicion(int posicion);
   FilaCampo* filaConFoco() const;
   std::vector<QString> textos() const;
+  std::vector<QString> originales() const;
 
   std::unique_ptr<Ui::EdiSEPA> ui_;
   ListaAcumulado& lista_;
@@ -61,6 +74,7 @@ class EdiSEPA : public QDialog {
   Descripcion descripcion_;
   std::vector<FilaCampo*> filas_;     // hijas de la ventana
   std::vector<FilaCampo*> erroneas_;  // dejadas con un dato que no vale, aún sin decirlo
+  std::vector<Perdido> perdidos_;     // uno por registro; el último, el que se recupera
   QTimer mensajes_;                   // el mensaje espera a que el foco se haya movido
 };
 

@@ -14,10 +14,12 @@
 #include "comunes/campos/Teclas.h"
 #include "comunes/campos/Tecleo.h"
 #include "comunes/dialogos/MyBox.h"
+#include "comunes/plataforma/Enlace.h"
 #include "comunes/plataforma/Ventanas.h"
 #include "ventanas/editor/Ayudas.h"
 #include "ventanas/editor/IconoAyuda.h"
 #include "ventanas/editor/NotasCampo.h"
+#include "ventanas/editor/Peticion.h"
 
 namespace editor {
 
@@ -41,12 +43,6 @@ QString descriptorCaja(const CampoDescrito& campo) {
   return campo.descriptor.isEmpty() ? u"L(32767) A() T()"_s : campo.descriptor;
 }
 
-/// Una respuesta con más cifras que el campo pierde las primeras.
-bool noCabe(const CampoDescrito& campo, const QString& respuesta) {
-  const bool cifras = campo.ayuda == Ayuda::Euros || campo.ayuda == Ayuda::Numero;
-  return cifras && respuesta.trimmed().remove(u'.').size() > campo.longitud;
-}
-
 }  // namespace
 
 FilaCampo::FilaCampo(int indice, QGridLayout& rejilla, QObject* padre) : QObject(padre) {
@@ -55,6 +51,9 @@ FilaCampo::FilaCampo(int indice, QGridLayout& rejilla, QObject* padre) : QObject
   opcional_ = etiqueta("opc", indice, formulario);
   observacion_ = etiqueta("obs", indice, formulario);
   observacion_->setWordWrap(true);
+  quitar_ = new comunes::Enlace(formulario);
+  quitar_->setObjectName(u"quitar%1"_s.arg(indice));
+  quitar_->setText(u"Quitar acentos"_s);
 
   caja_ = new QLineEdit(formulario);
   caja_->setObjectName(u"cpo%1"_s.arg(indice));
@@ -79,10 +78,15 @@ FilaCampo::FilaCampo(int indice, QGridLayout& rejilla, QObject* padre) : QObject
   const int fila = 2 * (indice - 1);
   rejilla.addWidget(rotulo_, fila, 0);
   rejilla.addLayout(linea, fila, 1);
-  rejilla.addWidget(observacion_, fila + 1, 1);
+  auto* debajo = new QHBoxLayout;
+  debajo->setSpacing(10);
+  debajo->addWidget(quitar_, 0, Qt::AlignTop);
+  debajo->addWidget(observacion_, 1);
+  rejilla.addLayout(debajo, fila + 1, 1);
   Ocultar();
 
   // Fuera de la pulsación: una ayuda técnica que pulsa espera a que acabe, y la caja que se abre es modal.
+  connect(quitar_, &QPushButton::clicked, this, &FilaCampo::quitarAcentos);
   connect(
       ayuda_, &QToolButton::clicked, this, [this] { emit pedida(this); }, Qt::QueuedConnection);
 }
@@ -117,10 +121,9 @@ void FilaCampo::Preparar(const CampoDescrito& campo) {
 
 void FilaCampo::PonerColores() {
   const QPalette general = rotulo_->palette();
-  const bool oscuro = general.color(QPalette::Window).lightness() < 128;
   ayuda_->setIcon(pide_ ? IconoAyuda(general.color(QPalette::WindowText)) : QIcon());
   QPalette aviso = general;
-  aviso.setColor(QPalette::WindowText, oscuro ? QColor(0xFF, 0xB8, 0x6C) : QColor(0x9A, 0x4A, 0x00));
+  aviso.setColor(QPalette::WindowText, comunes::ColorAviso(general));
   observacion_->setPalette(aviso);
   // Un campo que no se cambia se lee igual de bien; lo distingue el fondo.
   QPalette fija = general;
@@ -145,7 +148,7 @@ void FilaCampo::ajustarAncho() {
 
 void FilaCampo::Poner(const QString& valor) {
   original_ = valor;
-  respuestaCortada_.clear();
+  rechazo_.clear();
   comunes::PonerTexto(caja_, valor);
   caja_->setCursorPosition(0);
   refrescar();
@@ -156,7 +159,7 @@ void FilaCampo::Ocultar() {
   opcional_->clear();
   for (QWidget* control :
        {static_cast<QWidget*>(rotulo_), static_cast<QWidget*>(caja_), static_cast<QWidget*>(opcional_),
-        static_cast<QWidget*>(ayuda_), static_cast<QWidget*>(observacion_)})
+        static_cast<QWidget*>(ayuda_), static_cast<QWidget*>(observacion_), static_cast<QWidget*>(quitar_)})
     control->setVisible(false);
 }
 
@@ -172,8 +175,30 @@ bool FilaCampo::Correcto() const {
   return DatoCorrecto(campo_.ayuda, Texto());
 }
 
+QWidget* FilaCampo::Quitar() const {
+  return quitar_;
+}
+
+bool FilaCampo::Cambiado() const {
+  return BytesCampo(campo_, Texto(), original_) != BytesCampo(campo_, original_, original_);
+}
+
+void FilaCampo::Escribir(const QString& texto) {
+  comunes::PonerTexto(caja_, texto);
+  refrescar();
+}
+
+void FilaCampo::quitarAcentos() {
+  if (quitar_->hasFocus()) caja_->setFocus(Qt::OtherFocusReason);
+  Escribir(FormaLegible(campo_, Texto()));
+}
+
 void FilaCampo::Restaurar() {
+  const QString dato = Texto().trimmed();
   Poner(original_);
+  rechazo_ = dato.isEmpty() ? u"Se rechazó dejarlo en blanco."_s
+                            : u"Se rechazó «%1»: %2."_s.arg(dato, PorQueNoVale(campo_.ayuda, dato));
+  refrescar();
   // Si el foco ha vuelto ya, tras el mensaje, lo primero que se teclee lo sustituye.
   const auto* descrita = comunes::CajaDescrita::De(caja_);
   if (!descrita || !descrita->dentro()) return;
@@ -184,10 +209,10 @@ void FilaCampo::Restaurar() {
 void FilaCampo::Pedir() {
   if (ocultada_ || !pide_) return;
   const QString respuesta =
-      comunes::MyInputBox(campo_.rotulo, {}, 4, DescriptorPeticion(campo_.ayuda, campo_.longitud), {});
+      comunes::MyInputBox(campo_.rotulo, {}, 4, DescriptorPeticion(campo_.ayuda, campo_.longitud),
+                          ValorPeticion(campo_, Texto()), -1, -1, nullptr, {}, GuiaDe(campo_));
   const auto valor = ConvertirRespuesta(campo_.ayuda, campo_.longitud, respuesta);
   if (!valor) return;
-  respuestaCortada_ = noCabe(campo_, respuesta) ? *valor : QString();
   comunes::PonerTexto(caja_, *valor);
   if (caja_->hasFocus()) return comunes::PressTab();
   // La ventana aún no ha recuperado la activación tras la caja: un Tab encolado llegaría a quien tenga el
@@ -213,11 +238,14 @@ void FilaCampo::alSalir() {
 void FilaCampo::refrescar() {
   const QString texto = Texto();
   ayuda_->setText(comunes::SinMnemonico(Interpretar(campo_.ayuda, texto)));
-  QString aviso = Observacion(campo_, texto);
-  if (!respuestaCortada_.isEmpty() && texto == respuestaCortada_)
-    aviso = u"La cifra pedida no cabe: se han perdido las primeras."_s;
-  observacion_->setText(aviso);
-  observacion_->setVisible(!ocultada_ && !aviso.isEmpty());
+  QStringList avisos;
+  if (!rechazo_.isEmpty() && !Cambiado()) avisos << rechazo_;
+  if (const QString observacion = Observacion(campo_, texto, original_); !observacion.isEmpty())
+    avisos << observacion;
+  observacion_->setText(avisos.join(u' '));
+  observacion_->setVisible(!ocultada_ && !avisos.isEmpty());
+  quitar_->setVisible(Usable() &&
+                      FormaLegible(campo_, texto) != texto.normalized(QString::NormalizationForm_C));
   accesible();
 }
 

@@ -4,6 +4,10 @@
 
 #include "ventanas/editor/Descripciones.h"
 
+namespace comunes {
+class Enlace;
+}
+
 class QGridLayout;
 class QLabel;
 class QLineEdit;
@@ -11,9 +15,9 @@ class QToolButton;
 
 namespace editor {
 
-/// Una fila de la ventana: rótulo, caja, marca "OP", ayuda y, debajo, la observación sobre lo escrito. Los
-/// controles se llaman eti, cpo, opc, edi y obs, con el número de la fila. Se crea una vez y sirve para
-/// cualquier campo.
+/// Una fila de la ventana: rótulo, caja, marca "OP", ayuda y, debajo, la observación sobre lo escrito, con el
+/// enlace que quita los acentos. Los controles se llaman eti, cpo, opc, edi, obs y quitar, con el número de
+/// la fila. Se crea una vez y sirve para cualquier campo.
 class FilaCampo : public QObject {
   Q_OBJECT
 
@@ -31,9 +35,16 @@ class FilaCampo : public QObject {
   const QString& Original() const { return original_; }
   QString Texto() const;
   QLineEdit* Caja() const { return caja_; }
+  /// El enlace que quita los acentos, para el orden del tabulador: va detrás de la caja.
+  QWidget* Quitar() const;
+  /// true si el operador ha cambiado el dato; los blancos que completan el campo no cuentan.
+  bool Cambiado() const;
+  /// Pone un texto como si se hubiese tecleado.
+  void Escribir(const QString& texto);
   /// Visible y editable.
   bool Usable() const;
   bool Correcto() const;
+  /// Vuelve al original, y la observación dice qué se rechazó y por qué mientras no se cambie.
   void Restaurar();
   /// Pide el valor según la ayuda y, si se contesta, lo escribe y pasa al control siguiente.
   void Pedir();
@@ -52,10 +63,11 @@ class FilaCampo : public QObject {
   void refrescar();
   void accesible();
   void ajustarAncho();
+  void quitarAcentos();
 
   CampoDescrito campo_;
   QString original_;
-  QString respuestaCortada_;  // valor de una respuesta que no cabía
+  QString rechazo_;  // lo que se rechazó al restaurar, y por qué
   bool ocultada_ = true;
   bool pide_ = false;  // la ayuda admite pedir el valor
   QLabel* rotulo_;
@@ -63,6 +75,7 @@ class FilaCampo : public QObject {
   QLabel* opcional_;
   QToolButton* ayuda_;
   QLabel* observacion_;
+  comunes::Enlace* quitar_;
 };
 
 }  // namespace editor

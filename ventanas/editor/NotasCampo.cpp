@@ -2,38 +2,25 @@
 
 #include <QStringList>
 
+#include "comunes/plataforma/Texto.h"
+#include "remesa/CaracteresSEPA.h"
+
 namespace editor {
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-QString visible(char32_t c) {
-  const QString texto = QString::fromUcs4(&c, 1);
-  // Uno que no se ve, o que se pega al anterior, se nombra por su número.
-  if (QChar::isPrint(c) && !QChar::isMark(c)) return u"«"_s + texto + u"»"_s;
-  return u"el carácter U+"_s + u"%1"_s.arg(static_cast<uint>(c), 4, 16, QChar(u'0')).toUpper();
+/// Lo que quedará en el registro, si no es `texto`; "" si lo es.
+QString reducido(const QString& texto) {
+  const QString compuesto = texto.normalized(QString::NormalizationForm_C);
+  const QString bytes = QString::fromStdString(BytesSEPA(texto));
+  return bytes == compuesto ? QString() : bytes;
 }
 
-/// Los caracteres distintos que cambian, con lo que serán.
-QStringList cambios(const QString& texto) {
-  constexpr int kMaximo = 4;
-  QStringList lista;
-  for (const char32_t c : texto.normalized(QString::NormalizationForm_C).toUcs4()) {
-    const QString antes = QString::fromUcs4(&c, 1);
-    const QString despues = QString::fromStdString(BytesSEPA(antes));
-    if (antes == despues) continue;
-    const QString cambio = visible(c) + u" será «"_s + despues + u"»"_s;
-    if (lista.contains(cambio)) continue;
-    if (lista.size() == kMaximo) return lista << u"…"_s;
-    lista << cambio;
-  }
-  return lista;
-}
-
-QString deLongitud(const CampoDescrito& campo, const QString& texto) {
+QString deLongitud(const CampoDescrito& campo, const QString& texto, const QString& original) {
   const auto tiene = static_cast<int>(BytesSEPA(texto).size());
-  const auto ocupa = static_cast<int>(BytesCampo(campo, texto).size());
+  const auto ocupa = static_cast<int>(BytesCampo(campo, texto, original).size());
   if (ocupa != campo.longitud) {
     return u"Ocupa %1 posiciones y no %2: el registro quedará %3."_s.arg(ocupa)
         .arg(campo.longitud)
@@ -46,13 +33,30 @@ QString deLongitud(const CampoDescrito& campo, const QString& texto) {
 
 }  // namespace
 
-QString Observacion(const CampoDescrito& campo, const QString& texto) {
-  const QStringList distintos = cambios(texto);
+QString Observacion(const CampoDescrito& campo, const QString& texto, const QString& original) {
   QStringList frases;
-  if (!distintos.isEmpty()) frases << u"En el registro, "_s + distintos.join(u", "_s) + u"."_s;
-  const QString longitud = deLongitud(campo, texto);
+  const QString queda = reducido(texto).trimmed();
+  if (!queda.isEmpty()) frases << u"En el registro quedará «%1»."_s.arg(queda);
+  const QString longitud = deLongitud(campo, texto, original);
   if (!longitud.isEmpty()) frases << longitud;
   return frases.join(u' ');
+}
+
+QString FormaLegible(const CampoDescrito& campo, const QString& texto) {
+  QString legible;
+  for (const char32_t c : texto.normalized(QString::NormalizationForm_C).toUcs4()) {
+    const QString caracter = QString::fromUcs4(&c, 1);
+    const bool cabe = comunes::CabeEnWindows1252(caracter);
+    if (!cabe && QChar::isMark(c)) continue;  // una marca que no compone ninguna letra
+    // De lo que Windows-1252 no tiene, la letra sin sus signos.
+    const QString base = cabe ? caracter : caracter.normalized(QString::NormalizationForm_KD).left(1);
+    QString puesto = u"."_s;
+    if (comunes::CabeEnWindows1252(base))
+      puesto = QString::fromStdString(remesa::EquivalenteSEPA(comunes::AWindows1252(base)));
+    const bool mayuscula = puesto != caracter && campo.descriptor.contains("T(M)"_L1);
+    legible += mayuscula ? puesto.toUpper() : puesto;
+  }
+  return legible;
 }
 
 }  // namespace editor

@@ -7,6 +7,7 @@
 #include <QToolTip>
 
 #include "comunes/plataforma/Enlace.h"
+#include "comunes/plataforma/Ventanas.h"
 
 namespace principal {
 
@@ -112,8 +113,7 @@ void ZonaAvisos::resizeEvent(QResizeEvent* evento) {
 
 void ZonaAvisos::paintEvent(QPaintEvent*) {
   QStylePainter pintor(this);
-  const bool oscuro = palette().color(QPalette::Window).lightness() < 128;
-  pintor.setPen(oscuro ? QColor(0xFF, 0xB4, 0x6B) : QColor(0x9A, 0x34, 0x00));
+  pintor.setPen(comunes::ColorAviso(palette()));
   const int alto = fontMetrics().lineSpacing();
   int y = 0;
   for (const QString& parte : partes_) {
