@@ -64,6 +64,6 @@ std::string BytesCampo(const CampoDescrito& campo, const QString& texto, const Q
 
 /// El registro: los campos uno tras otro, sin mirar dónde empiezan. `textos` y `originales`, uno por campo.
 std::string EscribirRegistro(std::span<const CampoDescrito> campos, std::span<const QString> textos,
-                             std::span<const QString> originales);
+                             std::span<const QString> originales = {});
 
 }  // namespace editor

@@ -79,6 +79,7 @@ FilaCampo::FilaCampo(int indice, QGridLayout& rejilla, QObject* padre) : QObject
   rejilla.addWidget(rotulo_, fila, 0);
   rejilla.addLayout(linea, fila, 1);
   auto* debajo = new QHBoxLayout;
+  debajo->setSpacing(10);
   debajo->addWidget(quitar_, 0, Qt::AlignTop);
   debajo->addWidget(observacion_, 1);
   rejilla.addLayout(debajo, fila + 1, 1);
@@ -239,7 +240,8 @@ void FilaCampo::refrescar() {
   ayuda_->setText(comunes::SinMnemonico(Interpretar(campo_.ayuda, texto)));
   QStringList avisos;
   if (!rechazo_.isEmpty() && !Cambiado()) avisos << rechazo_;
-  if (const QString observacion = Observacion(campo_, texto); !observacion.isEmpty()) avisos << observacion;
+  if (const QString observacion = Observacion(campo_, texto, original_); !observacion.isEmpty())
+    avisos << observacion;
   observacion_->setText(avisos.join(u' '));
   observacion_->setVisible(!ocultada_ && !avisos.isEmpty());
   quitar_->setVisible(Usable() &&

@@ -18,9 +18,9 @@ QString reducido(const QString& texto) {
   return bytes == compuesto ? QString() : bytes;
 }
 
-QString deLongitud(const CampoDescrito& campo, const QString& texto) {
+QString deLongitud(const CampoDescrito& campo, const QString& texto, const QString& original) {
   const auto tiene = static_cast<int>(BytesSEPA(texto).size());
-  const auto ocupa = static_cast<int>(BytesCampo(campo, texto).size());
+  const auto ocupa = static_cast<int>(BytesCampo(campo, texto, original).size());
   if (ocupa != campo.longitud) {
     return u"Ocupa %1 posiciones y no %2: el registro quedará %3."_s.arg(ocupa)
         .arg(campo.longitud)
@@ -33,11 +33,11 @@ QString deLongitud(const CampoDescrito& campo, const QString& texto) {
 
 }  // namespace
 
-QString Observacion(const CampoDescrito& campo, const QString& texto) {
+QString Observacion(const CampoDescrito& campo, const QString& texto, const QString& original) {
   QStringList frases;
   const QString queda = reducido(texto).trimmed();
   if (!queda.isEmpty()) frases << u"En el registro quedará «%1»."_s.arg(queda);
-  const QString longitud = deLongitud(campo, texto);
+  const QString longitud = deLongitud(campo, texto, original);
   if (!longitud.isEmpty()) frases << longitud;
   return frases.join(u' ');
 }
