@@ -30,8 +30,8 @@ using Marca = ModeloDevoluciones::Marca;
 /// Anchos y alineación de la casilla y de cada columna, y sus tipos, para ordenarlas.
 constexpr const char* kColumnas =
     "<Otra "
-    "vez#8;<Nombre#28;>Importe#11>;<Cuenta#28;<Referencia#20;<Mandato#18;<Código#7;<Motivo#30;<Consejo#44;"
-    "<Cobro#10;<Devolución#10;<En la remesa#30;<Concepto#34;<Acreedor#17;<Texto del banco#20;<Fichero "
+    "vez#7;<Nombre#25;>Importe#9>;<Cuenta#25;<Referencia#16;<Mandato#15;<Código#6;<Motivo#28;<Consejo#44;"
+    "<Cobro#9;<Devolución#9;<En la remesa#30;<Concepto#34;<Acreedor#17;<Texto del banco#20;<Fichero "
     "original#26;"
     "<Fichero#22";
 constexpr const char* kTipos = "TTITTTTTTFFTTTTTT";

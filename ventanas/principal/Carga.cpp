@@ -7,6 +7,7 @@
 #include "comunes/plataforma/Texto.h"
 #include "comunes/plataforma/Ventanas.h"
 #include "ficheros/ErrorEjecucion.h"
+#include "iso20022/LectorXml.h"
 #include "remesa/Fichero.h"
 #include "ui_frmUnirQ19.h"
 #include "ventanas/principal/Navegador.h"
@@ -72,6 +73,7 @@ void frmUnirQ19::cargarInicial(const QString& lineaOrdenes) {
   nombre.remove(u'"');
   if (nombre.isEmpty()) return;
   const QString ruta = comunes::RutaAbsoluta(nombre);
+  if (mirarDevoluciones(ruta)) return abrirDevoluciones({ruta});
   if (!EsQ19(ruta)) return;
   const comunes::Reloj reloj;
   if (!CargarFichero(ruta, *ui_->Acumulado)) return;
@@ -86,6 +88,8 @@ void frmUnirQ19::elegir(const QString& ruta) {
   decir({});
   rechazo_.clear();
   const QString marca = Marca(ruta);  // antes de leerlo: si cambia mientras tanto, no será la suya
+  if (mirarDevoluciones(ruta) && iso20022::EmpiezaComoXml(comunes::ARuta(ruta)))
+    return rechazar(ruta, u"es un XML con lo que el banco rechaza o devuelve, que se ve en Devoluciones"_s);
   if (!EsQ19(ruta)) return;
   const comunes::Reloj reloj;
   if (!CargarFichero(ruta, *ui_->Preview)) return;

@@ -38,7 +38,8 @@ Herramientas::Herramientas(const Ui::frmUnirQ19& ui, QWidget& principal) : QObje
           [&principal] { herramientas::Presenta(u":/manual/Licencia"_s, &principal).exec(); });
   ui.menuHerramientas->menuAction()->setVisible(ui.mnuTextos->isVisible() || ui.mnuTablas->isVisible() ||
                                                 ui.mnuCalculadora->isVisible() ||
-                                                ui.mnuTelefonos->isVisible() || ui.mnuComprobar->isVisible());
+                                                ui.mnuTelefonos->isVisible() || ui.mnuComprobar->isVisible() ||
+                                                ui.mnuDevoluciones->isVisible());
 }
 
 void Herramientas::editarTabla(QWidget& principal) {

@@ -41,6 +41,7 @@ QStringList frmUnirQ19::avisosPreview() const {
   QStringList avisos;
   if (!rechazo_.isEmpty()) avisos << rechazo_;
   if (rutaPreview_.isEmpty()) return avisos;
+  if (const QString aviso = avisoDevoluciones(); !aviso.isEmpty()) return avisos << aviso;
   if (!importadoVisible())
     return avisos + TextosObservaciones(remesa::ObservarImportacion(resumenPreview_, resumenAcumulado_));
   // En Debian dos ficheros pueden distinguirse solo en las mayúsculas, y cuentan como el mismo.

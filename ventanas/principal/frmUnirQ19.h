@@ -5,6 +5,7 @@
 #include <QPointer>
 #include <memory>
 
+#include "remesa/ListaRegistros.h"
 #include "remesa/Observaciones.h"
 #include "ventanas/principal/Veredicto.h"
 
@@ -83,6 +84,15 @@ class frmUnirQ19 : public QMainWindow {
   bool irEnPreview(const QString& ruta, const remesa::Hallazgo& hallazgo);
   void mostrarComprobaciones(OrigenHallazgos comprobada, const VistaRegistros* lista);
 
+  // Devoluciones.cpp
+  /// Abre la ventana de devoluciones, y en ella esos ficheros.
+  void abrirDevoluciones(const QStringList& rutas);
+  /// Apunta si el fichero que se elige trae lo que devuelve el banco; entonces hay un enlace que lo abre.
+  bool mirarDevoluciones(const QString& ruta);
+  /// Qué es el fichero de devoluciones previsualizado; vacío si no lo es.
+  QString avisoDevoluciones() const;
+  bool presentarOtraVez(remesa::ListaRegistros nueva);
+
   // Imprimir.cpp
   void imprimir();
   /// Dice que el listado llevará registros que no son adeudos; false si el operador no lo quiere así.
@@ -110,6 +120,7 @@ class frmUnirQ19 : public QMainWindow {
   std::unique_ptr<Veredicto> veredicto_;     ///< Su comprobación.
   QString listado_;                          ///< Último listado escrito en un fichero.
   QString rutaPreview_;                      ///< Ruta de lo que muestra `Preview`.
+  QString devueltos_;                        ///< El último elegido, si trae lo que devuelve el banco.
   QString rechazo_;                          ///< El último fichero elegido no se ha tomado, y por qué.
   QString marcaPreview_;                     ///< Fecha y tamaño de ese fichero cuando se leyó.
   QHash<QString, QString> rutasImportadas_;  ///< De la ruta en mayúsculas a la ruta.
