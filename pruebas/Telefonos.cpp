@@ -67,7 +67,8 @@ class LaAgenda : public pruebas::Carpeta {
         linea->selectAll();
         QTest::keyClicks(linea, texto);
       }
-      QTest::keyClick(&modal, Qt::Key_Return);
+      // Dentro de una caja, Intro solo pasa a la siguiente.
+      QTest::mouseClick(modal.findChild<QPushButton*>("cmdAceptar"), Qt::LeftButton);
     });
   }
   static void conFichero(const std::filesystem::path& ruta) {
