@@ -1,4 +1,5 @@
 #include <CLI/CLI.hpp>
+#include <map>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -41,7 +42,7 @@ QString Ajeno(const QString& texto, bool json) {
 class Lineas {
  public:
   Lineas(const QString& fichero, bool json, const comunes::EscritorUtf8& datos)
-      : fichero_(Ajeno(fichero, json).toStdString()), json_(json), datos_(datos) {}
+      : nombre_(fichero), fichero_(Ajeno(fichero, json).toStdString()), json_(json), datos_(datos) {}
 
   void dar(const remesa::Hallazgo& h) {
     ++cuentas_[static_cast<std::size_t>(h.codigo)];
@@ -50,13 +51,17 @@ class Lineas {
   }
   /// Lo que un mensaje XML dice y sus registros no.
   void dar(const iso20022::AvisoLectura& aviso) {
-    const QString fichero = QString::fromStdString(fichero_);
-    poner((json_ ? EnLineaJson(fichero, aviso) : EnLinea(fichero, aviso)).toStdString(), "\n");
+    ++avisosXml_[std::string(iso20022::TextoCodigo(aviso.codigo))];
+    poner((json_ ? EnLineaJson(nombre_, aviso) : EnLinea(nombre_, aviso)).toStdString(), "\n");
     if (texto_.size() >= kTrozo) vaciar();
   }
   void dar(const remesa::ResultadoComprobacion& resultado) {
     poner(fichero_, ": ", principal::TextoRecuento(resultado.errores, resultado.avisos).toStdString());
     const char* separador = ": ";
+    for (const auto& [codigo, cuantos] : avisosXml_) {
+      poner(separador, std::to_string(cuantos), " ", codigo);
+      separador = ", ";
+    }
     for (const remesa::CodigoHallazgo codigo : remesa::CodigosHallazgo()) {
       const std::uint64_t cuantos = cuentas_[static_cast<std::size_t>(codigo)];
       if (cuantos == 0) continue;
@@ -119,11 +124,13 @@ class Lineas {
     poner("\"}\n");
   }
 
-  std::string fichero_;
+  QString nombre_;
+  std::string fichero_;  // como se escribe
   bool json_;
   const comunes::EscritorUtf8& datos_;
   std::string texto_;
   std::vector<std::uint64_t> cuentas_ = std::vector<std::uint64_t>(remesa::CodigosHallazgo().size());
+  std::map<std::string, std::uint64_t> avisosXml_;  // por código
   bool escrito_ = true;
 };
 

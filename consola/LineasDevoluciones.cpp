@@ -85,19 +85,6 @@ QString LineaJson(const devoluciones::Lote& lote, const devoluciones::Cotejo* co
   return linea + u"}\n"_s;
 }
 
-/// Separado por ";", que es lo que espera una hoja de cálculo en español.
-QString LineaCsv(const QStringList& valores) {
-  QStringList escritos;
-  for (QString valor : valores) {
-    // Lo que viene de fuera no puede ser una fórmula.
-    if (!valor.isEmpty() && u"=+-@\t\r"_s.contains(valor.front())) valor.prepend(u'\'');
-    if (valor.contains(u';') || valor.contains(u'"') || valor.contains(u'\n') || valor.contains(u'\r'))
-      valor = u'"' + valor.replace(u"\""_s, u"\"\""_s) + u'"';
-    escritos += valor;
-  }
-  return escritos.join(u';') + u"\r\n"_s;
-}
-
 QString LineasTexto(const devoluciones::Lote& lote, const devoluciones::Cotejo* cotejo, std::size_t i) {
   Devolucion d = lote[i];
   QString donde;
@@ -147,13 +134,15 @@ bool EscribirDevoluciones(const devoluciones::Lote& lote, const devoluciones::Co
                           FormaLista forma) {
   // De muchas en muchas: de una en una cuesta más que leerlas.
   constexpr qsizetype kTrozoLista = qsizetype{1} << 16;
-  QString pendiente = forma == FormaLista::Csv ? LineaCsv(devoluciones::TitulosColumnas()) : QString();
+  QString pendiente =
+      forma == FormaLista::Csv ? devoluciones::LineaCsv(devoluciones::TitulosColumnas()) : QString();
   for (const devoluciones::FicheroLeido& fichero : lote.ficheros()) {
     if (forma == FormaLista::Texto) pendiente += CabeceraTexto(fichero);
     for (std::size_t i = fichero.primera; i < fichero.primera + fichero.cuantas; ++i) {
-      pendiente += forma == FormaLista::Json  ? LineaJson(lote, cotejo, i)
-                   : forma == FormaLista::Csv ? LineaCsv(devoluciones::ValoresColumnas(lote, cotejo, i))
-                                              : LineasTexto(lote, cotejo, i);
+      pendiente += forma == FormaLista::Json ? LineaJson(lote, cotejo, i)
+                   : forma == FormaLista::Csv
+                       ? devoluciones::LineaCsv(devoluciones::ValoresColumnas(lote, cotejo, i))
+                       : LineasTexto(lote, cotejo, i);
       if (pendiente.size() < kTrozoLista) continue;
       if (!DecirLineas(pendiente.toStdString())) return false;
       pendiente.clear();

@@ -1,7 +1,7 @@
 #include "consola/LineasXml.h"
 
-#include <QJsonDocument>
-#include <QJsonObject>
+#include <initializer_list>
+#include <utility>
 
 #include "comunes/plataforma/Texto.h"
 #include "consola/Terminal.h"
@@ -35,8 +35,12 @@ QString Componer(const QString& fichero, const QString& lugar, const QString& ni
   return Mostrable(u"%1:%2 %3 %4: %5"_s.arg(fichero, donde, nivel, Latino(codigo), mensaje));
 }
 
-QString EnJson(const QJsonObject& objeto) {
-  return QString::fromUtf8(QJsonDocument(objeto).toJson(QJsonDocument::Compact));
+/// Un objeto de valores ya escritos, en orden alfabético de sus claves, como los de `comprobar`.
+QString EnJson(std::initializer_list<std::pair<QLatin1String, QString>> pares) {
+  QString objeto;
+  for (const auto& [clave, valor] : pares)
+    objeto += (objeto.isEmpty() ? u'{' : u',') + u"\"%1\":"_s.arg(clave) + valor;
+  return objeto + u'}';
 }
 
 }  // namespace
@@ -58,34 +62,34 @@ QString EnLinea(const QString& fichero, const AvisoLectura& aviso) {
 }
 
 QString EnLineaJson(const QString& fichero, const Nota& nota) {
-  return EnJson({{u"campo"_s, NombreCampo(nota)},
-                 {u"codigo"_s, Latino(iso20022::TextoCodigo(nota.codigo))},
-                 {u"desde"_s, nota.donde.desde},
-                 {u"deudor"_s, comunes::DesdeWindows1252(nota.deudor)},
-                 {u"esperado"_s, iso20022::TextoCambio(nota)},
-                 {u"fichero"_s, fichero},
-                 {u"hasta"_s, nota.donde.hasta},
-                 {u"mensaje"_s, iso20022::TextoNota(nota)},
-                 {u"nivel"_s, iso20022::TextoNivel(nota.codigo)},
-                 {u"referencia"_s, comunes::DesdeWindows1252(nota.referencia)},
-                 {u"registro"_s, static_cast<qint64>(nota.registro)},
-                 {u"valor"_s, iso20022::TextoValor(nota)}});
+  return EnJson({{QLatin1String("campo"), CadenaJson(NombreCampo(nota))},
+                 {QLatin1String("codigo"), CadenaJson(Latino(iso20022::TextoCodigo(nota.codigo)))},
+                 {QLatin1String("desde"), QString::number(nota.donde.desde)},
+                 {QLatin1String("deudor"), CadenaJson(comunes::DesdeWindows1252(nota.deudor))},
+                 {QLatin1String("esperado"), CadenaJson(iso20022::TextoCambio(nota))},
+                 {QLatin1String("fichero"), CadenaJson(fichero)},
+                 {QLatin1String("hasta"), QString::number(nota.donde.hasta)},
+                 {QLatin1String("mensaje"), CadenaJson(iso20022::TextoNota(nota))},
+                 {QLatin1String("nivel"), CadenaJson(iso20022::TextoNivel(nota.codigo))},
+                 {QLatin1String("referencia"), CadenaJson(comunes::DesdeWindows1252(nota.referencia))},
+                 {QLatin1String("registro"), QString::number(nota.registro)},
+                 {QLatin1String("valor"), CadenaJson(iso20022::TextoValor(nota))}});
 }
 
 QString EnLineaJson(const QString& fichero, const AvisoLectura& aviso) {
-  return EnJson({{u"campo"_s, aviso.elemento},
-                 {u"codigo"_s, Latino(iso20022::TextoCodigo(aviso.codigo))},
-                 {u"desde"_s, 0},
-                 {u"deudor"_s, QString()},
-                 {u"esperado"_s, aviso.cambio},
-                 {u"fichero"_s, fichero},
-                 {u"hasta"_s, 0},
-                 {u"linea"_s, static_cast<qint64>(aviso.linea)},
-                 {u"mensaje"_s, iso20022::TextoAviso(aviso)},
-                 {u"nivel"_s, u"aviso"_s},
-                 {u"referencia"_s, aviso.referencia},
-                 {u"registro"_s, 0},
-                 {u"valor"_s, aviso.valor}});
+  return EnJson({{QLatin1String("campo"), CadenaJson(aviso.elemento)},
+                 {QLatin1String("codigo"), CadenaJson(Latino(iso20022::TextoCodigo(aviso.codigo)))},
+                 {QLatin1String("desde"), u"0"_s},
+                 {QLatin1String("deudor"), CadenaJson({})},
+                 {QLatin1String("esperado"), CadenaJson(aviso.cambio)},
+                 {QLatin1String("fichero"), CadenaJson(fichero)},
+                 {QLatin1String("hasta"), u"0"_s},
+                 {QLatin1String("linea"), QString::number(aviso.linea)},
+                 {QLatin1String("mensaje"), CadenaJson(iso20022::TextoAviso(aviso))},
+                 {QLatin1String("nivel"), CadenaJson(u"aviso"_s)},
+                 {QLatin1String("referencia"), CadenaJson(aviso.referencia)},
+                 {QLatin1String("registro"), u"0"_s},
+                 {QLatin1String("valor"), CadenaJson(aviso.valor)}});
 }
 
 }  // namespace consola

@@ -39,6 +39,7 @@ Salida Ejecutar(std::vector<std::string> argumentos) {
 
   Accion accion;
   OrdenUnir(q19, accion);
+  OrdenSeparar(q19, accion);
   OrdenComprobar(q19, accion);
   OrdenListar(q19, accion);
   OrdenIban(q19, accion);

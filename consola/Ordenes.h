@@ -19,6 +19,7 @@ using Accion = std::function<Salida()>;
 
 // Cada orden añade la suya a `q19` y, si es la elegida, deja en `accion` lo que hace.
 void OrdenUnir(CLI::App& q19, Accion& accion);
+void OrdenSeparar(CLI::App& q19, Accion& accion);
 void OrdenComprobar(CLI::App& q19, Accion& accion);
 void OrdenListar(CLI::App& q19, Accion& accion);
 void OrdenIban(CLI::App& q19, Accion& accion);

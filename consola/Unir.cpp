@@ -165,7 +165,7 @@ bool UnirPorBloques(const OpcionesUnir& opciones, std::vector<Remesa>& remesas, 
   unida.adeudos = suma.adeudos;
   unida.importe = suma.importe;
   unida.bloques = u"Bloques: %1 (%2)\n"_s.arg(
-      QString::number(reparto.indice().vivos()),
+      comunes::FormatoNumero(static_cast<double>(reparto.indice().vivos()), 0),
       principal::TextoCuenta(reparto.indice().acreedores(), u"acreedor"_s, u"acreedores"_s));
   return true;
 }

@@ -248,10 +248,10 @@ QString TextoGrupoAcreedor(const Grupo& grupo) {
 }
 
 QStringList TitulosColumnas() {
-  return {u"Nombre"_s,          u"Importe"_s,          u"Cuenta"_s,   u"Referencia"_s,
-          u"Mandato"_s,         u"Código"_s,           u"Motivo"_s,   u"Consejo"_s,
-          u"Cobro"_s,           u"Devolución"_s,       u"Concepto"_s, u"Acreedor"_s,
-          u"Texto del banco"_s, u"Fichero original"_s, u"Fichero"_s,  u"En la remesa"_s};
+  return {u"Nombre"_s,   u"Importe"_s,         u"Cuenta"_s,           u"Referencia"_s,
+          u"Mandato"_s,  u"Código"_s,          u"Motivo"_s,           u"Consejo"_s,
+          u"Cobro"_s,    u"Devolución"_s,      u"En la remesa"_s,     u"Concepto"_s,
+          u"Acreedor"_s, u"Texto del banco"_s, u"Fichero original"_s, u"Fichero"_s};
 }
 
 QStringList ValoresColumnas(const Lote& lote, const Cotejo* cotejo, std::size_t devolucion) {
@@ -272,12 +272,24 @@ QStringList ValoresColumnas(const Lote& lote, const Cotejo* cotejo, std::size_t 
           TextoConsejo(d.motivo),
           TextoDia(d.fechaCobro),
           TextoDia(d.fechaDevolucion),
+          donde,
           d.concepto.texto(),
           d.acreedor.texto(),
           d.textoBanco.texto(),
           d.ficheroOriginal.texto(),
-          NombreFichero(lote.ficheros()[d.fichero].ruta),
-          donde};
+          NombreFichero(lote.ficheros()[d.fichero].ruta)};
+}
+
+QString LineaCsv(const QStringList& valores) {
+  QStringList escritos;
+  for (QString valor : valores) {
+    // Lo que viene de fuera no puede ser una fórmula.
+    if (!valor.isEmpty() && u"=+-@\t\r"_s.contains(valor.front())) valor.prepend(u'\'');
+    if (valor.contains(u';') || valor.contains(u'"') || valor.contains(u'\n') || valor.contains(u'\r'))
+      valor = u'"' + valor.replace(u"\""_s, u"\"\""_s) + u'"';
+    escritos += valor;
+  }
+  return escritos.join(u';') + u"\r\n"_s;
 }
 
 }  // namespace devoluciones

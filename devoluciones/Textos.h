@@ -47,8 +47,11 @@ QString TextoGrupoMotivo(const Grupo& grupo);
 QString TextoGrupoAcreedor(const Grupo& grupo);
 
 /// Los títulos de las columnas de una lista de devoluciones y sus valores, en su orden. Con un cotejo, lo que
-/// la devolución no trae es lo de su adeudo, y la última columna dice dónde está.
+/// la devolución no trae es lo de su adeudo, y una columna dice dónde está.
 QStringList TitulosColumnas();
 QStringList ValoresColumnas(const Lote& lote, const Cotejo* cotejo, std::size_t devolucion);
+
+/// Una fila para una hoja de cálculo en español: separada por ";" y acabada en CR LF.
+QString LineaCsv(const QStringList& valores);
 
 }  // namespace devoluciones

@@ -11,13 +11,18 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char* kSufijo = ".unirq19-anterior";
+constexpr std::size_t kMuchos = 200;
 
 }  // namespace
 
 EscrituraConjunta::~EscrituraConjunta() = default;
 
 EscrituraSegura& EscrituraConjunta::anadir(const fs::path& destino) {
-  partes_.push_back({destino, std::make_unique<EscrituraSegura>(destino)});
+  std::error_code error;
+  if (!sustituir_ && fs::exists(fs::symlink_status(destino, error))) throw ErrorEjecucion(kYaExiste, destino);
+  if (partes_.size() == kMuchos) FicheroTemporal::PermitirMuchos();
+  const bool otraCarpeta = partes_.empty() || partes_.back().destino.parent_path() != destino.parent_path();
+  partes_.push_back({destino, std::make_unique<EscrituraSegura>(destino, otraCarpeta)});
   return *partes_.back().escritura;
 }
 
@@ -26,9 +31,12 @@ void EscrituraConjunta::confirmar() {
   for (Parte& parte : partes_)
     parte.escritura->volcar();
   try {
-    for (Parte& parte : partes_) {
+    for (std::size_t i = 0; i < partes_.size(); ++i) {
+      Parte& parte = partes_[i];
       respaldar(parte);
-      parte.escritura->confirmar();
+      const bool ultima =
+          i + 1 == partes_.size() || partes_[i + 1].destino.parent_path() != parte.destino.parent_path();
+      parte.escritura->confirmar({.sustituir = sustituir_, .volcarCarpeta = ultima});
       parte.publicado = true;
     }
   } catch (...) {
@@ -43,7 +51,7 @@ void EscrituraConjunta::confirmar() {
 void EscrituraConjunta::respaldar(Parte& parte) {
   std::error_code error;
   parte.real = SeguirEnlaces(parte.destino);
-  if (partes_.size() == 1 || !fs::exists(parte.real, error)) return;
+  if (!sustituir_ || partes_.size() == 1 || !fs::exists(parte.real, error)) return;
   fs::path respaldo = parte.real.parent_path() / fs::path(".").concat(parte.real.filename().native());
   respaldo += kSufijo;
   fs::remove(respaldo, error);

@@ -12,12 +12,13 @@ namespace ficheros {
 /// puede ponerse en su sitio, los anteriores vuelven a ser lo que eran. Todos lanzan ErrorEjecucion.
 class EscrituraConjunta {
  public:
-  EscrituraConjunta() = default;
+  /// Sin `sustituir`, un fichero que ya exista es un error 58.
+  explicit EscrituraConjunta(bool sustituir = true) : sustituir_(sustituir) {}
   ~EscrituraConjunta();
   EscrituraConjunta(const EscrituraConjunta&) = delete;
   EscrituraConjunta& operator=(const EscrituraConjunta&) = delete;
 
-  /// El que sigue; vale hasta que se confirma.
+  /// El que sigue; vale hasta que se confirma. Escrito, conviene volcarlo: suelta su memoria.
   EscrituraSegura& anadir(const std::filesystem::path& destino);
   void confirmar();
 
@@ -32,6 +33,7 @@ class EscrituraConjunta {
   void respaldar(Parte& parte);
   void deshacer() noexcept;
 
+  bool sustituir_;
   std::vector<Parte> partes_;
 };
 

@@ -2,8 +2,6 @@
 
 #include <string>
 
-#include "ficheros/FicheroTemporal.h"
-
 namespace ficheros {
 namespace {
 
@@ -12,7 +10,9 @@ constexpr std::size_t kReserva = 1 << 20;
 }  // namespace
 
 struct EscrituraSegura::Interior {
-  explicit Interior(const std::filesystem::path& destino) : temporal(destino) { reserva.reserve(kReserva); }
+  Interior(const std::filesystem::path& destino, bool limpiar) : temporal(destino, limpiar) {
+    reserva.reserve(kReserva);
+  }
 
   void vaciar() {
     temporal.escribir(reserva);
@@ -23,8 +23,8 @@ struct EscrituraSegura::Interior {
   std::string reserva;
 };
 
-EscrituraSegura::EscrituraSegura(const std::filesystem::path& destino)
-    : interior_(std::make_unique<Interior>(destino)) {}
+EscrituraSegura::EscrituraSegura(const std::filesystem::path& destino, bool limpiar)
+    : interior_(std::make_unique<Interior>(destino, limpiar)) {}
 
 EscrituraSegura::~EscrituraSegura() = default;
 
@@ -42,9 +42,9 @@ void EscrituraSegura::volcar() {
   interior_->temporal.volcar();
 }
 
-void EscrituraSegura::confirmar() {
+void EscrituraSegura::confirmar(Colocacion como) {
   interior_->vaciar();
-  interior_->temporal.publicar();
+  interior_->temporal.publicar(como);
 }
 
 }  // namespace ficheros

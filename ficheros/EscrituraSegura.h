@@ -4,6 +4,8 @@
 #include <memory>
 #include <string_view>
 
+#include "ficheros/FicheroTemporal.h"
+
 namespace ficheros {
 
 /// Escritura de un fichero que o queda entera o no queda. Escribe en un temporal de la misma carpeta; al
@@ -11,7 +13,8 @@ namespace ficheros {
 /// confirmar, el destino queda como estaba y no queda temporal. Todos lanzan ErrorEjecucion.
 class EscrituraSegura {
  public:
-  explicit EscrituraSegura(const std::filesystem::path& destino);
+  /// `limpiar`, como en FicheroTemporal.
+  explicit EscrituraSegura(const std::filesystem::path& destino, bool limpiar = true);
   ~EscrituraSegura();
   EscrituraSegura(const EscrituraSegura&) = delete;
   EscrituraSegura& operator=(const EscrituraSegura&) = delete;
@@ -19,7 +22,7 @@ class EscrituraSegura {
   void escribir(std::string_view bytes);
   /// Lleva al disco todo lo escrito, sin ponerlo aún en su sitio. No hay más que escribir.
   void volcar();
-  void confirmar();
+  void confirmar(Colocacion como = {});
 
  private:
   struct Interior;

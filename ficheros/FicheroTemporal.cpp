@@ -1,25 +1,24 @@
 #include "ficheros/FicheroTemporal.h"
 
-#include <algorithm>
 #include <mutex>
-#include <vector>
+#include <set>
 
 namespace ficheros {
 namespace {
 
 std::mutex guarda;
-std::vector<FicheroTemporal*> pendientes;
+std::set<FicheroTemporal*> pendientes;
 
 }  // namespace
 
 void FicheroTemporal::apuntar() {
   const std::scoped_lock turno(guarda);
-  pendientes.push_back(this);
+  pendientes.insert(this);
 }
 
 void FicheroTemporal::olvidar() noexcept {
   const std::scoped_lock turno(guarda);
-  pendientes.erase(std::remove(pendientes.begin(), pendientes.end(), this), pendientes.end());
+  pendientes.erase(this);
 }
 
 void FicheroTemporal::BorrarPendientes() noexcept {

@@ -1,10 +1,12 @@
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <atomic>
 #include <cerrno>
+#include <cstdio>
 #include <optional>
 #include <string>
 #include <utility>
@@ -96,6 +98,15 @@ fs::path NombreTemporal(const fs::path& destino) {
           std::string(FicheroTemporal::kSufijo));
 }
 
+// false si este sistema de ficheros no sabe: al menos, no había ninguno un momento antes.
+bool PonerSinSustituir(const fs::path& temporal, const fs::path& destino, const fs::path& pedido) {
+  if (::renameat2(AT_FDCWD, temporal.c_str(), AT_FDCWD, destino.c_str(), RENAME_NOREPLACE) == 0) return true;
+  if (errno != EINVAL && errno != ENOSYS) Fallar(errno, pedido);
+  struct stat estado {};
+  if (::lstat(destino.c_str(), &estado) == 0) Fallar(EEXIST, pedido);
+  return false;
+}
+
 }  // namespace
 
 struct FicheroTemporal::Interior {
@@ -141,16 +152,24 @@ struct FicheroTemporal::Interior {
   }
 };
 
-FicheroTemporal::FicheroTemporal(const fs::path& destino) : interior_(std::make_unique<Interior>()) {
+FicheroTemporal::FicheroTemporal(const fs::path& destino, bool limpiar)
+    : interior_(std::make_unique<Interior>()) {
   Interior& i = *interior_;
   i.pedido = destino;
   i.destino = SeguirEnlaces(destino);
   if (!i.destino.has_filename()) throw ErrorEjecucion(kErrorDeAcceso, destino);
   i.anterior = EstadoDestino(i.destino, destino);
-  BorrarAbandonados(i.destino.has_parent_path() ? i.destino.parent_path() : fs::path("."));
+  if (limpiar) BorrarAbandonados(i.destino.has_parent_path() ? i.destino.parent_path() : fs::path("."));
   for (int intentos = 0; !i.crear(); ++intentos)
     if (intentos == 100) throw ErrorEjecucion(kErrorDeAcceso, destino);
   apuntar();
+}
+
+void FicheroTemporal::PermitirMuchos() noexcept {
+  struct rlimit limite {};
+  if (::getrlimit(RLIMIT_NOFILE, &limite) != 0) return;
+  limite.rlim_cur = limite.rlim_max;
+  if (::setrlimit(RLIMIT_NOFILE, &limite) != 0) return;  // seguirán siendo los que eran
 }
 
 FicheroTemporal::~FicheroTemporal() {
@@ -188,11 +207,13 @@ void FicheroTemporal::volcar() {
   i.volcado = true;
 }
 
-void FicheroTemporal::publicar() {
+void FicheroTemporal::publicar(Colocacion como) {
   Interior& i = *interior_;
   volcar();
-  if (::rename(i.temporal.c_str(), i.destino.c_str()) != 0) Fallar(errno, i.pedido);
+  if (como.sustituir || !PonerSinSustituir(i.temporal, i.destino, i.pedido))
+    if (::rename(i.temporal.c_str(), i.destino.c_str()) != 0) Fallar(errno, i.pedido);
   i.publicado = true;
+  if (!como.volcarCarpeta) return;
   // El fichero nuevo ya está en su sitio: si la carpeta no se deja volcar, no hay nada que deshacer.
   const fs::path carpeta = i.destino.has_parent_path() ? i.destino.parent_path() : fs::path(".");
   const Descriptor fdCarpeta(::open(carpeta.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));

@@ -134,17 +134,21 @@ struct FicheroTemporal::Interior {
   }
 };
 
-FicheroTemporal::FicheroTemporal(const fs::path& destino) : interior_(std::make_unique<Interior>()) {
+FicheroTemporal::FicheroTemporal(const fs::path& destino, bool limpiar)
+    : interior_(std::make_unique<Interior>()) {
   Interior& i = *interior_;
   i.pedido = destino;
   if (!destino.has_filename()) throw ErrorEjecucion(kErrorDeAcceso, destino);
   i.destino = RutaLarga(destino);
   i.existe = ComprobarDestino(i.destino, destino);
-  BorrarAbandonados(i.destino.parent_path());
+  if (limpiar) BorrarAbandonados(i.destino.parent_path());
   for (int intentos = 0; !i.crear(); ++intentos)
     if (intentos == 100) throw ErrorEjecucion(kErrorDeAcceso, destino);
   apuntar();
 }
+
+// Windows no los limita.
+void FicheroTemporal::PermitirMuchos() noexcept {}
 
 FicheroTemporal::~FicheroTemporal() {
   olvidar();
@@ -179,15 +183,15 @@ void FicheroTemporal::volcar() {
   i.volcado = true;
 }
 
-void FicheroTemporal::publicar() {
+void FicheroTemporal::publicar(Colocacion como) {
   Interior& i = *interior_;
   volcar();
   // Un fichero abierto sin compartir no se deja renombrar por su nombre: se cierra antes.
   if (!i.fichero.cerrar()) FallarWindows(::GetLastError(), i.pedido);
   if (i.existe) HeredarPermisos(i.temporal, i.destino);
-  if (!::MoveFileExW(i.temporal.c_str(), i.destino.c_str(),
-                     MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
-    FallarWindows(::GetLastError(), i.pedido);
+  const DWORD modo =
+      (como.sustituir ? MOVEFILE_REPLACE_EXISTING : 0) | (como.volcarCarpeta ? MOVEFILE_WRITE_THROUGH : 0);
+  if (!::MoveFileExW(i.temporal.c_str(), i.destino.c_str(), modo)) FallarWindows(::GetLastError(), i.pedido);
   i.publicado = true;
 }
 

@@ -43,8 +43,10 @@ TEST_F(PruebaConsolaXml, UnMensajeValeDondeValeUnaRemesa) {
     EXPECT_EQ(leer(ruta("a.Q19")), leer(ruta("b.Q19")));
   }
   EXPECT_EQ(q19({"ver", "m.xml", "--registro", "2"}).dicho, q19({"ver", "m.Q19", "--registro", "2"}).dicho);
-  EXPECT_EQ(q19({"comprobar", "m.xml", "--fecha", "20260101"}).dicho.replace("m.xml", "m.Q19"),
-            q19({"comprobar", "m.Q19", "--fecha", "20260101"}).dicho);
+  EXPECT_EQ(q19({"xml", ejemplo("gimnasio-acuario.Q19"), "-o", "g.xml"}).codigo, 0);
+  EXPECT_EQ(q19({"unir", "g.xml", "-o", "g.Q19"}).codigo, 0);
+  EXPECT_EQ(q19({"comprobar", "g.xml", "--fecha=20260101"}).dicho.replace("g.xml", "g.Q19").toStdString(),
+            q19({"comprobar", "g.Q19", "--fecha=20260101"}).dicho.toStdString());
   EXPECT_EQ(q19({"listar", "m.xml", "-o", "m.pdf"}).codigo, 0);
 }
 

@@ -17,7 +17,6 @@
 #include "comunes/plataforma/Explorar.h"
 #include "comunes/plataforma/IniFiles.h"
 #include "comunes/plataforma/Texto.h"
-#include "ficheros/Cerrojo.h"
 
 using namespace herramientas;
 
@@ -180,39 +179,6 @@ TEST_F(LaAgenda, SeAnadeSeCambiaYSeQuita) {
   EXPECT_EQ(cuenta(), "0 de 4 contactos");
   otro.releer();
   EXPECT_EQ(otro.agenda().contactos.size(), 4u);
-}
-
-// Mientras otro programa tiene la agenda se ve quién es, y lo tecleado sigue ahí cuando se deja de esperar.
-TEST_F(LaAgenda, SeEsperaAQuienLaTiene) {
-  auto otro = std::make_unique<ficheros::Cerrojo>(comunes::ARuta(ruta_ + ".lock"),
-                                                  "ana, en el equipo PC1;\x1b (proceso 7)");
-  ASSERT_TRUE(otro->poner());
-  QString esperando;
-  QTimer reloj;
-  QObject::connect(&reloj, &QTimer::timeout, [&] {
-    QWidget* modal = QApplication::activeModalWidget();
-    if (modal == nullptr || modal->objectName() != "Progreso" || !esperando.isEmpty()) return;
-    esperando = modal->findChild<QLabel*>("BarraTitulo")->text();
-    QTest::keyClick(modal, Qt::Key_Escape);
-  });
-  reloj.start(20);
-  Cajas cajas;
-  cajas.Hacer([&](comunes::MyBox& caja) {
-    otro.reset();
-    QTimer::singleShot(0, [] {
-      enModal("FichaContacto", [](QWidget& modal) {
-        EXPECT_EQ(modal.findChild<QLineEdit*>("Nombre")->text(), "Bea");
-        QTest::keyClick(&modal, Qt::Key_Return);
-      });
-    });
-    Cajas::Pulsar(caja, "Aceptar");
-  });
-  ficha({{"Nombre", "Bea"}});
-  pulsar("cmdAnadir");
-  const QString quien = u"ana, en el equipo PC1,\uFFFD (proceso 7)"_s;
-  EXPECT_EQ(esperando, "Esperando a que suelte la agenda " + quien + "…");
-  EXPECT_TRUE(cajas.Mensaje(0).startsWith("No se ha guardado: la agenda la tiene " + quien + "."));
-  EXPECT_EQ(columna(1), "Álvaro Peña|Bea|Marta|Zoé");
 }
 
 TEST_F(LaAgenda, SeImportanClientes) {

@@ -263,36 +263,13 @@ TEST_F(VentanaPrincipal, NombresQueSeParecenSonOtros) {
 }
 
 TEST_F(VentanaPrincipal, GuardarNadaSobreAlgoDiceLoQueSePierde) {
-  escribir("otro.Q19", "nada de adeudos");
-  const std::string bytes = leer(carpeta_ / "enero.Q19");
   Ventana v(carpeta_);
-  const auto contestar = [&](const char* fichero, QMessageBox::ButtonRole que) {
-    QString pregunta;
-    bool pedido = false;
-    comunes::PonerSelectorFicheros([&](const auto&) -> QStringList {
-      if (std::exchange(pedido, true)) return {};
-      QTimer::singleShot(0, [&] {
-        auto* caja = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        ASSERT_NE(caja, nullptr);
-        pregunta = caja->text();
-        for (auto* boton : caja->buttons())
-          if (caja->buttonRole(boton) == que) return boton->click();
-      });
-      return {comunes::DesdeRuta(carpeta_ / fichero)};
-    });
-    v.pulsar("Guardar");
-    comunes::PonerSelectorFicheros({});
-    return pregunta;
-  };
-  EXPECT_TRUE(
-      contestar("enero.Q19", QMessageBox::NoRole)
-          .contains(
-              "el fichero quedaría vacío y se perdería lo que tiene, 2 adeudos, 30,00 € (4.214 bytes)."));
-  EXPECT_EQ(leer(carpeta_ / "enero.Q19"), bytes);
-  EXPECT_TRUE(contestar("otro.Q19", QMessageBox::YesRole).contains("se perdería lo que tiene, 15 bytes."));
-  EXPECT_EQ(leer(carpeta_ / "otro.Q19"), "");
-  v.importar("enero.Q19");
-  EXPECT_FALSE(contestar("enero.Q19", QMessageBox::NoRole).contains("vacío"));
+  Cajas cajas{"Sí"};
+  const ConDestino destino(carpeta_ / "enero");
+  v.pulsar("Guardar");
+  EXPECT_TRUE(cajas.Mensaje(0).contains(
+      "el fichero quedaría vacío y se perdería lo que tiene, 2 adeudos, 30,00 € (4.214 bytes)."))
+      << cajas.Mensaje(0).toStdString();
 }
 
 TEST_F(VentanaPrincipal, SoltarUnFicheroEsElegirlo) {

@@ -71,7 +71,7 @@ std::uint64_t Huella(std::string_view clave) {
     huella.palabra(m);
   }
   m = 0;
-  std::memcpy(&m, clave.data(), clave.size());
+  if (!clave.empty()) std::memcpy(&m, clave.data(), clave.size());  // una vista vacía puede no tener bytes
   huella.palabra(m | largo << 56);
   return huella.terminar();
 }

@@ -85,6 +85,13 @@ void IndiceBloques::terminarFichero() {
   nuevas_.clear();
 }
 
+std::vector<std::string> IndiceBloques::identificadores() const {
+  std::vector<std::string> lista(siguienteAcreedor_);
+  for (const auto& [identificador, acreedor] : acreedores_)
+    lista[acreedor.numero] = identificador;
+  return lista;
+}
+
 IndiceBloques::Numero IndiceBloques::abrir(std::string_view cabecera) {
   const bool correcta = EsCorrecta(cabecera);
   if (!correcta) apuntar(avisos_.incorrectas);

@@ -55,6 +55,8 @@ class IndiceBloques {
   /// Con adeudos, los que quedan; y sus acreedores distintos.
   std::size_t vivos() const noexcept { return claves_.size(); }
   std::size_t acreedores() const noexcept { return acreedores_.size(); }
+  /// El identificador de cada acreedor, por su número; "" de los olvidados.
+  std::vector<std::string> identificadores() const;
 
  private:
   struct Acreedor {

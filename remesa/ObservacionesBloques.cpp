@@ -15,7 +15,8 @@ std::vector<Observacion> ObservarImportacion(const Resumen& previo, const Indice
   };
   anadir(C::ConLF, previo.conLF);
   if (Observacion* utf8 = anadir(C::Utf8, previo.enUtf8)) utf8->ahora = previo.palabraUtf8;
-  lista.push_back({.clase = C::BloquesNuevos, .cuenta = avisos.nuevos, .total = indice.vivos()});
+  if (previo.registros03 > 0)
+    lista.push_back({.clase = C::BloquesNuevos, .cuenta = avisos.nuevos, .total = indice.vivos()});
   anadir(C::CabeceraIncorrecta, avisos.incorrectas);
   if (!indice.hayPresentador()) lista.push_back({.clase = C::SinCabeceras, .antes = "01"});
   if (Observacion* otro = anadir(C::OtroPresentador, avisos.presentadores)) {
@@ -38,6 +39,7 @@ std::vector<Observacion> ObservarAcumulado(const Resumen& acumulado, const Indic
   using C = ClaseObservacion;
   std::vector<Observacion> lista;
   if (acumulado.vacia()) return lista;
+  if (acumulado.cabeceras01 == 0) lista.push_back({.clase = C::FaltanCabeceras, .antes = "01"});
   const auto anadir = [&](C clase, const Apariciones& cuales) {
     if (cuales.cuenta > 0) lista.push_back({clase, cuales.cuenta, cuales.primero});
   };

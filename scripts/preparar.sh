@@ -3,7 +3,7 @@
 # Lo que hace falta para construir el programa y, además, para sus pruebas y para buscar fallos con libFuzzer.
 paquetes_programa=(g++ cmake ninja-build qt6-base-dev qt6-base-dev-tools qt6-translations-l10n libcli11-dev
                    libgl-dev fonts-liberation)
-paquetes_pruebas=(libgtest-dev libgmock-dev poppler-utils python3)
+paquetes_pruebas=(libgtest-dev libgmock-dev libxml2-utils poppler-utils python3)
 paquetes_fuzz=(clang libclang-rt-14-dev)
 paquetes_analisis=(clang clang-tidy cppcheck libbenchmark-dev)
 

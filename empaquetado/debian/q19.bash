@@ -3,7 +3,7 @@ _q19() {
   local actual=${COMP_WORDS[COMP_CWORD]} anterior=${COMP_WORDS[COMP_CWORD - 1]} orden=${COMP_WORDS[1]} opciones
   COMPREPLY=()
   if ((COMP_CWORD == 1)); then
-    mapfile -t COMPREPLY < <(compgen -W 'unir comprobar listar devoluciones ver iban nif --help --version' -- "$actual")
+    mapfile -t COMPREPLY < <(compgen -W 'unir comprobar listar devoluciones xml ver iban nif --help --version' -- "$actual")
     return
   fi
   case $orden in
@@ -11,6 +11,7 @@ _q19() {
     listar) opciones='--salida --referencia --solo-adeudos --horizontal --help' ;;
     ver) opciones='--registro --help' ;;
     devoluciones) opciones='--remesa --carpeta --json --csv --nueva --motivos --fecha-cobro --help' ;;
+    xml) opciones='--salida --version --direcciones --omitir --cada --compacto --detalle --json --help' ;;
     comprobar) opciones='--json --fecha --help' ;;
     *) opciones='--help' ;;
   esac
@@ -19,12 +20,13 @@ _q19() {
   elif [[ $anterior == --carpeta ]]; then
     compopt -o filenames
     mapfile -t COMPREPLY < <(compgen -d -- "$actual")
-  elif [[ $orden == devoluciones && $anterior != --@(motivos|fecha-cobro) ]]; then
+  elif [[ $orden == xml && $anterior == --version ]]; then
+    mapfile -t COMPREPLY < <(compgen -W '08 02' -- "$actual")
+  elif [[ $anterior == --direcciones ]]; then
+    mapfile -t COMPREPLY < <(compgen -W 'necesarias todas ninguna' -- "$actual")
+  elif [[ $orden == @(unir|comprobar|listar|devoluciones|xml|ver) && $anterior != --@(registro|motivos|fecha-cobro|cada) ]]; then
     compopt -o filenames
     mapfile -t COMPREPLY < <(compgen -f -X '!*.@([qQ]19|[xX][mM][lL])' -- "$actual"; compgen -d -- "$actual")
-  elif [[ $orden == @(unir|comprobar|listar|ver) && $anterior != --registro ]]; then
-    compopt -o filenames
-    mapfile -t COMPREPLY < <(compgen -f -X '!*.[qQ]19' -- "$actual"; compgen -d -- "$actual")
   fi
 }
 complete -F _q19 q19
