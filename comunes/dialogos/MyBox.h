@@ -132,7 +132,8 @@ class MyBox : public QDialog {
   QString texto_;
   QString segundoTexto_;
   QColor color_;
-  QPoint agarre_;
+  QPoint agarre_;          ///< dónde se pulsó su superficie
+  bool agarrada_ = false;  ///< la mueve el ratón, y no el sistema
   int resultado_ = 0;
   int ranuraCancelar_ = -1;
   int columna_ = 0;
