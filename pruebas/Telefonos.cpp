@@ -189,10 +189,9 @@ TEST_F(LaAgenda, SeImportanClientes) {
   for (const char* boton : {"cmdCancelar", "cmdAceptar"}) {
     enModal("Clientes", [&](QWidget& modal) {
       EXPECT_EQ(cuenta(), "3 contactos") << "antes de aceptar no se añade nada";
-      EXPECT_EQ(
-          modal.findChild<QLabel*>("Resumen")->text(),
-          "Se añadirá 1 contacto. No se añadirán: 1 repetido, que ya está con el mismo nombre y número; "
-          "1 sin nombre.");
+      EXPECT_EQ(modal.findChild<QLabel*>("Resumen")->text(),
+                "Se añadirá 1 contacto. No se añadirán: 1 repetido (ya está con el mismo nombre y número), "
+                "1 sin nombre.");
       EXPECT_EQ(modal.findChild<QTableView*>("VisorClientes")->model()->rowCount(), 3);
       QTest::mouseClick(modal.findChild<QPushButton*>(boton), Qt::LeftButton);
     });
