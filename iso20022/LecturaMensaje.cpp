@@ -10,7 +10,7 @@
 #include "iso20022/LectorXml.h"
 #include "iso20022/QueEs.h"
 #include "iso20022/TextoLeido.h"
-#include "iso20022/Traduccion.h"
+#include "iso20022/Valores.h"
 #include "remesa/Calendario.h"
 
 namespace iso20022 {
