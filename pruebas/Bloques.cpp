@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <random>
+#include <set>
 
 #include "Carpeta.h"
 #include "Registros.h"
@@ -10,6 +11,7 @@
 #include "remesa/BloquesListas.h"
 #include "remesa/Comprobacion.h"
 #include "remesa/Guardado.h"
+#include "remesa/Separacion.h"
 
 // La reunión por bloques, contra una segunda implementación, llana a propósito: posiciones escritas a mano
 // (desde 0), búsquedas lineales y todo en memoria.
@@ -242,4 +244,130 @@ TEST_F(Bloques, LaListaYElFlujoDanLoDelModelo) {
     ASSERT_EQ(Bytes(acumulada), antes);
   }
   EXPECT_GT(reunidas, 100);
+}
+
+namespace {
+
+std::string Hallazgos(const std::filesystem::path& ruta) {
+  using namespace std::chrono_literals;
+  std::string codigos;
+  remesa::ComprobarFichero(ruta, {2026y, std::chrono::October, 5d}, [&](const remesa::Hallazgo& h) {
+    codigos += std::string(TextoCodigo(h.codigo)) + '@' + std::to_string(h.registro) + ' ';
+  });
+  return codigos;
+}
+
+std::string ConOtroAcreedor(std::string bytes) {
+  const std::string suyo = bytes.substr(602 + 10, 16);
+  for (std::size_t p = 0; (p = bytes.find(suyo, p)) != bytes.npos; ++p)
+    bytes.replace(p, suyo.size(), "ES08000E77846772");
+  return bytes;
+}
+
+}  // namespace
+
+// Ni al reunirlas, también con las mismas referencias en otro acreedor, ni al separarlas.
+TEST_F(Bloques, DeLasLimpiasSalenLimpias) {
+  std::vector<std::filesystem::path> rutas;
+  for (const auto& entrada : std::filesystem::directory_iterator(DIR_DATOS "/limpias"))
+    rutas.push_back(entrada.path());
+  rutas.push_back(escribir("otro.Q19", ConOtroAcreedor(leer(DIR_DATOS "/limpias/un-acreedor.Q19"))));
+  ASSERT_EQ(rutas.size(), 4U);
+  ASSERT_EQ(Hallazgos(rutas.back()), "");
+  const std::string reunida = porFlujo(rutas, consola::LectorRegistros::kBufer);
+  const auto ruta = escribir("reunida.Q19", reunida);
+  EXPECT_EQ(Hallazgos(ruta), "");
+
+  using remesa::SepararPor;
+  const struct {
+    remesa::Separacion como;
+    std::size_t partes;
+  } casos[] = {
+      {{SepararPor::Bloque}, 6},  {{SepararPor::Acreedor}, 3},   {{SepararPor::Fecha}, 2},
+      {{SepararPor::Cada, 7}, 6}, {{SepararPor::Cada, 1000}, 1},
+  };
+  for (const auto& caso : casos) {
+    SCOPED_TRACE(static_cast<int>(caso.como.por) * 1000 + static_cast<int>(caso.como.cada));
+    consola::UnionBloques lectura;
+    lectura.leer(ruta);
+    lectura.reparto().ordenar();
+    const auto partes = Separar(lectura.reparto(), caso.como);
+    EXPECT_EQ(partes.size(), caso.partes);
+    const auto carpeta = carpeta_ / "partes";
+    const remesa::Momento ahora{std::chrono::local_days(std::chrono::year_month_day(
+                                    std::chrono::year(2026), std::chrono::October, std::chrono::day(5))) +
+                                std::chrono::hours(9)};
+    EXPECT_TRUE(EscribirPartes(lectura.reparto(), partes, lectura.fuente(), carpeta, caso.como, ahora));
+    std::vector<std::filesystem::path> escritas;
+    std::set<std::string> identificaciones;
+    for (const auto& parte : partes) {
+      escritas.push_back(carpeta / parte.nombre);
+      // Una parte puede quedarse sin la cuenta que está en el banco de la cabecera.
+      const std::string hallazgos = Hallazgos(escritas.back());
+      EXPECT_TRUE(hallazgos.empty() || hallazgos == "A415@1 ") << parte.nombre << ": " << hallazgos;
+      identificaciones.insert(leer(escritas.back()).substr(123, 35));
+    }
+    EXPECT_EQ(identificaciones.size(), partes.size());
+    // Reunidas otra vez son la misma, con otra identificación.
+    EXPECT_EQ(porFlujo(escritas, 0).substr(602), reunida.substr(602));
+    // Sin pedirlo no se sustituye ninguna, y no queda nada a medias.
+    const auto antes = leer(escritas.back());
+    std::filesystem::remove(escritas.front());
+    if (partes.size() > 1) {
+      EXPECT_EQ(NumeroError([&] {
+                  EscribirPartes(lectura.reparto(), partes, lectura.fuente(), carpeta, caso.como, ahora);
+                }),
+                ficheros::kYaExiste);
+      EXPECT_FALSE(std::filesystem::exists(escritas.front()));
+      EXPECT_EQ(leer(escritas.back()), antes);
+    }
+    std::filesystem::remove_all(carpeta);
+  }
+}
+
+// Con las mismas referencias y la hora de antes, o con otro fichero en su sitio.
+TEST_F(Bloques, UnFicheroQueCambiaEntreLasDosLecturas) {
+  const std::string bytes = leer(DIR_DATOS "/limpias/un-acreedor.Q19");
+  for (const bool sustituido : {false, true}) {
+    const auto ruta = escribir("f.Q19", bytes);
+    consola::UnionBloques lectura;
+    lectura.leer(ruta);
+    lectura.reparto().ordenar();
+    if (sustituido) {
+      const auto hora = std::filesystem::last_write_time(ruta);
+      std::filesystem::rename(escribir("g.Q19", bytes), ruta);
+      std::filesystem::last_write_time(ruta, hora);
+    } else {
+      escribir("f.Q19", ConOtroAcreedor(bytes));
+      std::filesystem::last_write_time(ruta,
+                                       std::filesystem::last_write_time(ruta) + std::chrono::seconds(1));
+    }
+    EXPECT_EQ(NumeroError([&] {
+                EscribirBloques(lectura.reparto(), Enteros(lectura.reparto()), lectura.fuente(), {},
+                                [](std::string_view) {});
+                lectura.terminar();
+              }),
+              ficheros::kErrorDeAcceso);
+  }
+}
+
+TEST(TotalesBloques, SoloLosLimitaSuCampo) {
+  const auto totales = [](const std::string& importe, std::size_t adeudos) {
+    std::vector<std::string> registros{Acreedor("ES01", "20261201")};
+    registros.resize(adeudos + 1, Adeudo("R", importe));
+    remesa::ListaRegistros lista = Lista(registros);
+    RehacerTotales(lista);
+    return std::string(LeerCampo(lista[lista.size() - 1], remesa::kImporte99));
+  };
+  EXPECT_EQ(totales("99999999999", 3), "00000299999999997");
+  EXPECT_EQ(totales("-0000000003", 1), "000000000000000-3");
+  EXPECT_EQ(totales("  12.50 EUR", 2), "00000000000000024");
+  remesa::TotalesBloques muchos;
+  muchos.dar(Acreedor("ES01", "20261201"));
+  EXPECT_EQ(NumeroError([&] {
+              const std::string adeudo = Adeudo("R", "99999999999");
+              for (int i = 0; i < 1'000'001; ++i)
+                muchos.dar(adeudo);
+            }),
+            ficheros::kDesbordamiento);
 }

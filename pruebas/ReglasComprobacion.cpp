@@ -326,7 +326,7 @@ TEST_F(PruebaComprobacion, RegistrosDeMasDeMenosYFueraDeSitio) {
          r.insert(r.begin() + kTotalesAcreedor, buena.begin() + kCabecera, buena.begin() + kTotalesAcreedor);
          EscribirCampo(r[kTotalesAcreedor], {11, 26}, "ES53000A12345678");
        },
-       "E204@8 A402@9 A402@12 E402@13 E402@14 E403@14 E404@14 E405@14 E403@15 E404@15 E405@15"},
+       "E204@8 E402@13 E402@14 E403@14 E404@14 E405@14 E403@15 E404@15 E405@15"},
       {[](Registros& r) { r[kAdeudo].resize(598); }, "E101@3"},
       {[](Registros& r) { r[kAdeudo].resize(50); }, "E101@3"},
       {[](Registros& r) {

@@ -128,10 +128,10 @@ void IndiceBloques::comparar(const Bloque& bloque, std::string_view cabecera) {
 
 void IndiceBloques::presentar(std::string_view registro) {
   constexpr Posiciones kQuien{kIdentificadorPresentador.desde, kNombrePresentador.hasta};
-  const auto nombrar = [](std::string_view quien) {
+  const auto nombrar = [](std::string_view quien, bool porIdentificador = false) {
     constexpr std::size_t kLargo = kIdentificadorPresentador.longitud();
     const std::string_view nombre = Recortar(quien.substr(std::min(kLargo, quien.size())));
-    return std::string(nombre.empty() ? Recortar(quien.substr(0, kLargo)) : nombre);
+    return std::string(nombre.empty() || porIdentificador ? Recortar(quien.substr(0, kLargo)) : nombre);
   };
   const std::string_view quien = Dato(registro, kQuien);
   if (!hayPresentador_) {
@@ -140,8 +140,9 @@ void IndiceBloques::presentar(std::string_view registro) {
   } else if (quien != presentador_) {
     apuntar(avisos_.presentadores);
     if (avisos_.presentadores.cuenta > 1) return;
-    avisos_.presentador = nombrar(presentador_);
-    avisos_.otroPresentador = nombrar(quien);
+    const bool mismoNombre = nombrar(presentador_) == nombrar(quien);
+    avisos_.presentador = nombrar(presentador_, mismoNombre);
+    avisos_.otroPresentador = nombrar(quien, mismoNombre);
   }
 }
 

@@ -87,13 +87,13 @@ void ReglasAdeudo::mirarOrden() {
 void ReglasAdeudo::mirarRepetidos() {
   const std::string_view registro = anotador_.registro();
   const std::uint64_t numero = anotador_.numero();
+  // Dos acreedores pueden llamar igual a sus adeudos, y a sus mandatos.
   if (const std::string_view referencia = dice(kReferenciaAdeudo); !referencia.empty())
-    if (const auto otro = referencias_.poner(Huella(referencia), numero); otro != 0)
+    if (const auto otro = referencias_.poner(Mezclar(acreedor_, Huella(referencia)), numero); otro != 0)
       anotar(C::ReferenciaRepetida, kReferenciaAdeudo, {}, otro);
   const std::string_view mandato = dice(kReferenciaMandato);
   if (mandato.empty()) return;
   AdeudoVisto visto;
-  // Dos acreedores pueden llamar igual a sus mandatos.
   visto.mandato = Mezclar(acreedor_, Huella(mandato));
   visto.acreedor = acreedor_;
   visto.importe = LeerCampo(registro, kImporteAdeudo);

@@ -48,8 +48,7 @@ void Herramientas::editarTabla(QWidget& principal) {
   if (elegido.isEmpty() || traerLaDe<herramientas::frmTablas>(elegido)) return;
   auto tabla = std::make_unique<herramientas::frmTablas>();
   tabla->PonerRuta(comunes::RutaAbsoluta(elegido));
-  tabla->Dimensionar(nullptr, 0, u"Valor#40"_s, u"T(Z) A(I) L(255)"_s, true);
-  mostrar(tabla.release());
+  if (tabla->Dimensionar(nullptr, 0, u"Valor#40"_s, u"T(Z) A(I) L(255)"_s, true)) mostrar(tabla.release());
 }
 
 void Herramientas::editarTexto(QWidget& principal) {
