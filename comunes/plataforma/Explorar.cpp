@@ -137,6 +137,15 @@ SelectorFicheros PonerSelectorFicheros(SelectorFicheros nuevo) {
   return std::exchange(selector(), nuevo ? std::move(nuevo) : SelectorFicheros(elegirConDialogo));
 }
 
+QString DialogoCarpeta(QWidget* Propietario, const QString& Titulo, const QString& Carpeta) {
+  QFileDialog dialogo(Propietario, Titulo, Carpeta);
+  dialogo.setObjectName(u"DialogoCarpeta"_s);
+  dialogo.setFileMode(QFileDialog::Directory);
+  dialogo.setOption(QFileDialog::ShowDirsOnly);
+  dialogo.setOption(QFileDialog::DontUseNativeDialog, !DialogoDelSistema());
+  return dialogo.exec() == QDialog::Accepted ? dialogo.selectedFiles().value(0) : QString();
+}
+
 QString DialogoFichero(bool Abrir, QWidget* Propietario, const QString& Carpeta, const QString& Filtro,
                        bool Multiple, const QString& Nombre, const ReglaNombre& Regla,
                        const AvisoSustituir& Aviso) {

@@ -39,6 +39,9 @@ QString DialogoFichero(bool Abrir, QWidget* Propietario, const QString& Carpeta,
                        bool Multiple, const QString& Nombre, const ReglaNombre& Regla = {},
                        const AvisoSustituir& Aviso = {});
 
+/// La carpeta que elija el operador, empezando en `Carpeta`; "" si cancela.
+QString DialogoCarpeta(QWidget* Propietario, const QString& Titulo, const QString& Carpeta);
+
 /// Lo que se pide al selector de ficheros; la carpeta ya existe.
 struct PeticionFicheros {
   bool abrir;

@@ -1,6 +1,5 @@
 #include <QClipboard>
 #include <QDir>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QGuiApplication>
 
@@ -133,13 +132,9 @@ void VentanaDevoluciones::elegirRemesas() {
 }
 
 void VentanaDevoluciones::elegirCarpeta() {
-  QFileDialog dialogo(this, u"Carpeta con las remesas enviadas"_s, Ajuste(u"DestinoQ19"_s));
-  dialogo.setObjectName(u"DialogoCarpeta"_s);
-  dialogo.setFileMode(QFileDialog::Directory);
-  dialogo.setOption(QFileDialog::ShowDirsOnly);
-  dialogo.setOption(QFileDialog::DontUseNativeDialog, !comunes::DialogoDelSistema());
-  if (dialogo.exec() != QDialog::Accepted) return;
-  const QString carpeta = dialogo.selectedFiles().value(0);
+  const QString carpeta =
+      comunes::DialogoCarpeta(this, u"Carpeta con las remesas enviadas"_s, Ajuste(u"DestinoQ19"_s));
+  if (carpeta.isEmpty()) return;
   buscar([&](devoluciones::Cotejo& cotejo) {
     comunes::Avance avance(u"Buscando en %1…"_s.arg(QFileInfo(carpeta).fileName()));
     const auto resultado = cotejo.buscarEnCarpeta(

@@ -77,6 +77,7 @@ void frmUnirQ19::cargarInicial(const QString& lineaOrdenes) {
   FicherosImportados = u'[' + FicheroActual + u']';
   rutasImportadas_ = {{FicheroActual, rutaActual_}};
   mirarAcumulado();
+  mirarDuenos();
 }
 
 void frmUnirQ19::elegir(const QString& ruta) {

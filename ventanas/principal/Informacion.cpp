@@ -1,4 +1,5 @@
 #include <QFileInfo>
+#include <algorithm>
 
 #include "comunes/plataforma/Texto.h"
 #include "ficheros/Rutas.h"
@@ -16,7 +17,15 @@ bool frmUnirQ19::importadoVisible() const {
 }
 
 void frmUnirQ19::mirarAcumulado() {
-  resumenAcumulado_ = remesa::Resumir(ui_->Acumulado->lista());
+  const remesa::ListaRegistros& lista = ui_->Acumulado->lista();
+  if (conBloques()) {
+    indiceAcumulado_ = {};
+    indiceAcumulado_.empezarFichero();
+    for (const std::string_view registro : lista)
+      indiceAcumulado_.dar(registro);
+    indiceAcumulado_.terminarFichero();
+  }
+  resumenAcumulado_ = remesa::Resumir(lista);
   mostrarObservaciones();
 }
 
@@ -30,29 +39,45 @@ void frmUnirQ19::mostrarObservaciones() {
   ui_->InfoAcumulado->setText(
       resumenAcumulado_.vacia()
           ? u"Remesa vacía"_s
-          : u"%1, %2, %3"_s.arg(TextoCuenta(ficheros, u"fichero"_s, u"ficheros"_s),
-                                TextoCuenta(resumenAcumulado_.adeudos, u"adeudo"_s, u"adeudos"_s),
-                                TextoEuros(resumenAcumulado_.importe)));
-  ui_->AvisoPreview->ponerAvisos(avisosPreview());
-  ui_->AvisoAcumulado->ponerAvisos(TextosObservaciones(remesa::ObservarAcumulado(resumenAcumulado_)));
+          : u"%1, %2%3, %4"_s.arg(TextoCuenta(ficheros, u"fichero"_s, u"ficheros"_s),
+                                  conBloques() ? textoBloques() : QString(),
+                                  TextoCuenta(resumenAcumulado_.adeudos, u"adeudo"_s, u"adeudos"_s),
+                                  TextoEuros(resumenAcumulado_.importe)));
+  const AvisosPreview avisos = avisosPreview();
+  ui_->AvisoPreview->ponerAvisos(avisos.textos, avisos.otroBloque);
+  ui_->AvisoAcumulado->ponerAvisos(
+      TextosObservaciones(conBloques() ? ObservarAcumulado(resumenAcumulado_, indiceAcumulado_)
+                                       : remesa::ObservarAcumulado(resumenAcumulado_)));
 }
 
-QStringList frmUnirQ19::avisosPreview() const {
-  QStringList avisos;
-  if (!rechazo_.isEmpty()) avisos << rechazo_;
+frmUnirQ19::AvisosPreview frmUnirQ19::avisosPreview() const {
+  AvisosPreview avisos;
+  if (!rechazo_.isEmpty()) avisos.textos << rechazo_;
   if (rutaPreview_.isEmpty()) return avisos;
-  if (const QString aviso = avisoDevoluciones(); !aviso.isEmpty()) return avisos << aviso;
-  if (!importadoVisible())
-    return avisos + TextosObservaciones(remesa::ObservarImportacion(resumenPreview_, resumenAcumulado_));
+  if (const QString aviso = avisoDevoluciones(); !aviso.isEmpty()) {
+    avisos.textos << aviso;
+    return avisos;
+  }
+  if (!importadoVisible()) {
+    using C = remesa::ClaseObservacion;
+    const auto observaciones =
+        conBloques() ? observarConBloques() : remesa::ObservarImportacion(resumenPreview_, resumenAcumulado_);
+    avisos.textos += TextosObservaciones(observaciones);
+    avisos.otroBloque = std::ranges::any_of(observaciones, [](const remesa::Observacion& o) {
+      return o.clase == C::OtroAcreedor || o.clase == C::OtraFecha || o.clase == C::OtraCuenta;
+    });
+    return avisos;
+  }
   // En Debian dos ficheros pueden distinguirse solo en las mayúsculas, y cuentan como el mismo.
   const QString importada = rutasImportadas_.value(comunes::Mayusculas(rutaPreview_));
   if (importada.isEmpty() || ficheros::EsElMismo(comunes::ARuta(importada), comunes::ARuta(rutaPreview_)))
     return avisos;
   const QFileInfo esta(rutaPreview_), otra(importada);
-  return avisos
-         << u"%1 se queda fuera: ya se importó %2, y dos nombres que solo se distinguen por las mayúsculas "
-            "cuentan como uno. Cámbiele el nombre y elíjalo otra vez."_s.arg(
-                esta.fileName(), esta.path() == otra.path() ? otra.fileName() : importada);
+  avisos.textos
+      << u"%1 se queda fuera: ya se importó %2, y dos nombres que solo se distinguen por las mayúsculas "
+         "cuentan como uno. Cámbiele el nombre y elíjalo otra vez."_s.arg(
+             esta.fileName(), esta.path() == otra.path() ? otra.fileName() : importada);
+  return avisos;
 }
 
 void frmUnirQ19::mostrarPosicion(const VistaRegistros& lista, int fila, int posicion) {

@@ -48,21 +48,29 @@ Senalado SinTotales(const VistaRegistros& vista) {
 void frmUnirQ19::importar() {
   if (importadoVisible()) return;
   const comunes::Reloj reloj;
-  VistaRegistros& acumulado = *ui_->Acumulado;
-  const Senalado senalado = SinTotales(acumulado);
-  acumulado.cambiar(
-      [this](remesa::ListaRegistros& lista) { remesa::Importar(lista, ui_->Preview->lista()); });
-  acumulado.seleccionar(senalado.seleccion);
-  acumulado.ponerActual(senalado.actual);
+  if (conBloques()) {
+    if (!reunir(ui_->Preview->lista(), u"No se ha importado nada."_s)) return;
+  } else {
+    VistaRegistros& acumulado = *ui_->Acumulado;
+    const Senalado senalado = SinTotales(acumulado);
+    acumulado.cambiar(
+        [this](remesa::ListaRegistros& lista) { remesa::Importar(lista, ui_->Preview->lista()); });
+    acumulado.seleccionar(senalado.seleccion);
+    acumulado.ponerActual(senalado.actual);
+  }
   FicherosImportados += u'[' + FicheroActual + u']';
   if (!FicheroActual.isEmpty()) rutasImportadas_.insert(FicheroActual, rutaActual_);
   ui_->Importado->show();
   rechazo_.clear();
   decir({});
-  RecalcularTotales();
+  if (conBloques())
+    mostrarObservaciones();
+  else
+    RecalcularTotales();
 }
 
 void frmUnirQ19::RecalcularTotales() {
+  if (conBloques()) return recalcularBloques();
   // También si falla: lo reescrito hasta entonces se conserva, y hay que contarlo.
   const auto alSalir = qScopeGuard([this] { mostrarObservaciones(); });
   ui_->Acumulado->modelo().reescribir(
@@ -85,6 +93,10 @@ void frmUnirQ19::insertar() {
   const auto i = static_cast<std::size_t>(actual);
   if (!remesa::EsDuplicable(acumulado.lista()[i])) return;
   const comunes::Reloj reloj;
+  if (conBloques()) {
+    decir({});
+    return insertarConBloques(i);
+  }
   acumulado.cambiar([i](remesa::ListaRegistros& lista) { remesa::InsertarCopia(lista, i); });
   // La copia es lo que se va a corregir: lo que estuviese seleccionado se tomaría por ella.
   acumulado.seleccionarSolo(actual + 1);
@@ -94,13 +106,23 @@ void frmUnirQ19::insertar() {
 
 void frmUnirQ19::eliminar() {
   VistaRegistros& acumulado = *ui_->Acumulado;
-  const std::vector<std::size_t> seleccion = acumulado.seleccion();
+  std::vector<std::size_t> seleccion = acumulado.seleccion();
+  QString pregunta = u" ¿ Confirma que desea eliminar deudor(es) seleccionados ? "_s;
+  if (conBloques()) {
+    const auto conTodo = remesa::ConSusOpcionales(acumulado.lista(), seleccion);
+    pregunta += sobreOpcionales(seleccion, conTodo);
+    seleccion = conTodo;
+  }
   if (!remesa::PuedeEliminar(acumulado.lista(), seleccion)) {
     comunes::Avisar(u" ¿ No se pueden suprimir todos los registros de deudores ? "_s);
     return;
   }
-  if (!comunes::Confirmar(u" ¿ Confirma que desea eliminar deudor(es) seleccionados ? "_s, 1)) return;
+  if (!comunes::Confirmar(pregunta, 1)) return;
   const comunes::Reloj reloj;
+  if (conBloques()) {
+    decir({});
+    return eliminarConBloques(seleccion);
+  }
   // Con el teclado se sigue desde donde se estaba.
   const int actual = acumulado.actual();
   const auto quitados =
@@ -124,16 +146,27 @@ void frmUnirQ19::editar(int fila, int posicion) {
   VistaRegistros& acumulado = *ui_->Acumulado;
   acumulado.seleccionarSolo(fila);
   decir({});
-  // Los totales no se recalculan aquí: un importe cambiado llega a ellos en la orden siguiente.
+  // Los totales no se recalculan aquí: un importe cambiado llega a ellos en la orden siguiente. Los de los
+  // bloques dicen lo de su cabecera.
+  bool cabecera = false;
   editor::ListaAcumulado lista{
       .registros = acumulado.modelo().editable(),
       .actual = fila,
-      .cambiado = [&](int cual) { acumulado.modelo().avisarCambio(cual); },
+      .cambiado =
+          [&](int cual) {
+            acumulado.modelo().avisarCambio(cual);
+            cabecera = remesa::Codigo(acumulado.lista()[static_cast<std::size_t>(cual)]) ==
+                       remesa::CodigoRegistro::Acreedor;
+          },
       .movido = [&](int cual) { acumulado.seleccionarSolo(cual); },
       .aviso = [this](const QString& texto) { decir(texto); },
       .posicion = posicion,
   };
-  if (editor::EditarSEPA(lista, kCuaderno19, this)) mirarAcumulado();
+  if (!editor::EditarSEPA(lista, kCuaderno19, this)) return;
+  if (cabecera && conBloques())
+    RecalcularTotales();
+  else
+    mirarAcumulado();
 }
 
 }  // namespace principal

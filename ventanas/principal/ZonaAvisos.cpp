@@ -16,15 +16,18 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int kCaracteresMinimos = 20;
+constexpr int kAireEnlace = 6;  // píxeles entre el texto y el enlace
 
 }  // namespace
 
-ZonaAvisos::ZonaAvisos(QWidget* padre) : QLabel(padre), mas_(new comunes::Enlace(this)) {
+ZonaAvisos::ZonaAvisos(QWidget* padre)
+    : QLabel(padre), mas_(new comunes::Enlace(this)), enlace_(new comunes::Enlace(this)) {
   setTextFormat(Qt::PlainText);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
   mas_->setText(u"más…"_s);
   mas_->setAccessibleName(u"Ver los avisos enteros"_s);
   mas_->hide();
+  enlace_->hide();
   connect(mas_, &QAbstractButton::clicked, this,
           [this] { ensenarEntero(mas_->mapToGlobal(QPoint(0, mas_->height()))); });
 }
@@ -39,9 +42,10 @@ void ZonaAvisos::ponerLineas(int lineas) {
   repartir();
 }
 
-void ZonaAvisos::ponerAvisos(const QStringList& avisos) {
+void ZonaAvisos::ponerAvisos(const QStringList& avisos, bool conEnlace) {
   const QString nuevo = avisos.join(u' ');
-  if (nuevo == text()) return;
+  if (nuevo == text() && conEnlace == !enlace_->isHidden()) return;
+  enlace_->setVisible(conEnlace);
   setText(nuevo);
   repartir();
   if (nuevo.isEmpty()) return;
@@ -50,7 +54,7 @@ void ZonaAvisos::ponerAvisos(const QStringList& avisos) {
 }
 
 QSize ZonaAvisos::minimumSizeHint() const {
-  return {kCaracteresMinimos * fontMetrics().averageCharWidth(), lineas_ * fontMetrics().lineSpacing()};
+  return {kCaracteresMinimos * fontMetrics().averageCharWidth(), lineas_ * fontMetrics().lineSpacing() + 2};
 }
 
 void ZonaAvisos::repartir() {
@@ -68,20 +72,43 @@ void ZonaAvisos::repartir() {
     partes_ << todo.mid(linea.textStart(), linea.textLength()).trimmed();
   }
   reparto.endLayout();
+  colocarEnlaces(cabe);
+  update();
+}
+
+/// «más…» si no cabe todo, y el enlace, al final de la última línea o, si no hay sitio, en la siguiente.
+void ZonaAvisos::colocarEnlaces(bool cabe) {
+  const int delEnlace = enlace_->isHidden() ? 0 : enlace_->sizeHint().width() + kAireEnlace;
+  auto linea = std::max<qsizetype>(partes_.size() - 1, 0);
+  int x = partes_.isEmpty() ? 0 : fontMetrics().horizontalAdvance(partes_.last());
+  if (cabe && x + delEnlace > width()) {
+    cabe = partes_.size() < lineas_;
+    ++linea;
+    x = 0;
+  }
+  const auto colocar = [&](QWidget* cual) {
+    const QSize suyo = cual->sizeHint();
+    const int alto = fontMetrics().lineSpacing();
+    cual->setGeometry(x, static_cast<int>(linea) * alto + (alto - suyo.height()) / 2, suyo.width(),
+                      suyo.height());
+    x += suyo.width();
+  };
   const bool teniaFoco = mas_->hasFocus();
   mas_->setVisible(!cabe);
   if (cabe) {
     if (teniaFoco) window()->setFocus();
   } else {
     QString& ultima = partes_.last();
-    const QSize boton = mas_->sizeHint();
+    linea = partes_.size() - 1;
     // Se recorta siempre: con la palabra siguiente no cabía, pero «más…» ocupa lo suyo.
-    ultima = fontMetrics().elidedText(ultima + u'…', Qt::ElideRight, std::max(0, width() - boton.width()));
-    const int alto = fontMetrics().lineSpacing();
-    mas_->setGeometry(fontMetrics().horizontalAdvance(ultima),
-                      (lineas_ - 1) * alto + (alto - boton.height()) / 2, boton.width(), boton.height());
+    ultima = fontMetrics().elidedText(ultima + u'…', Qt::ElideRight,
+                                      std::max(0, width() - mas_->sizeHint().width() - delEnlace));
+    x = fontMetrics().horizontalAdvance(ultima);
+    colocar(mas_);
   }
-  update();
+  if (delEnlace == 0) return;
+  if (x > 0) x += kAireEnlace;
+  colocar(enlace_);
 }
 
 void ZonaAvisos::ensenarEntero(const QPoint& donde) {

@@ -21,7 +21,10 @@ class ZonaAvisos : public QLabel {
 
   int lineas() const { return lineas_; }
   void ponerLineas(int lineas);
-  void ponerAvisos(const QStringList& avisos);
+  /// Con `conEnlace`, detrás de los avisos está el enlace.
+  void ponerAvisos(const QStringList& avisos, bool conEnlace = false);
+  /// Lo que se ofrece hacer por lo que se avisa; sin rótulo hasta que alguien se lo ponga.
+  comunes::Enlace& enlace() { return *enlace_; }
   /// «más…», para el orden del tabulador.
   QWidget* boton() const;
 
@@ -36,11 +39,13 @@ class ZonaAvisos : public QLabel {
 
  private:
   void repartir();
+  void colocarEnlaces(bool cabe);
   void ensenarEntero(const QPoint& donde);
 
   int lineas_ = 3;
   QStringList partes_;  ///< el texto, por líneas
   comunes::Enlace* mas_;
+  comunes::Enlace* enlace_;
 };
 
 }  // namespace principal

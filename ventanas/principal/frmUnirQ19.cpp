@@ -9,6 +9,7 @@
 #include <QShortcut>
 #include <QSplitter>
 
+#include "comunes/plataforma/Enlace.h"
 #include "comunes/plataforma/Iconos.h"
 #include "comunes/plataforma/IniFiles.h"
 #include "comunes/plataforma/Ventanas.h"
@@ -74,10 +75,12 @@ void frmUnirQ19::prepararControles() {
   QSizePolicy sitio = ui_->Importado->sizePolicy();
   sitio.setRetainSizeWhenHidden(true);
   ui_->Importado->setSizePolicy(sitio);
+  ui_->AvisoPreview->enlace().setText(u"Conservar acreedores y fechas"_s);
   setTabOrder(ui_->Ficheros, ui_->AvisoPreview->boton());
-  setTabOrder(ui_->AvisoPreview->boton(), ui_->AbrirDevoluciones);
+  setTabOrder(ui_->AvisoPreview->boton(), &ui_->AvisoPreview->enlace());
+  setTabOrder(&ui_->AvisoPreview->enlace(), ui_->AbrirDevoluciones);
   setTabOrder(ui_->AbrirDevoluciones, ui_->Preview);
-  setTabOrder(ui_->Importar, ui_->AvisoAcumulado->boton());
+  setTabOrder(ui_->Bloques, ui_->AvisoAcumulado->boton());
   setTabOrder(ui_->AvisoAcumulado->boton(), ui_->Acumulado);
   ui_->disposicionInfoPreview->setAlignment(ui_->disposicionTituloPreview, Qt::AlignTop);
   ui_->disposicionInfoAcumulado->setAlignment(ui_->disposicionTituloAcumulado, Qt::AlignTop);
@@ -136,6 +139,12 @@ void frmUnirQ19::conectar() {
   herramientas_ = new Herramientas(*ui_, *this);
   connect(navegador_, &Navegador::elegido, this, &frmUnirQ19::elegir);
   connect(ui_->Importar, &QPushButton::clicked, this, &frmUnirQ19::importar);
+  connect(ui_->Bloques, &QCheckBox::toggled, this, &frmUnirQ19::cambiarBloques);
+  connect(&ui_->AvisoPreview->enlace(), &QPushButton::clicked, this, [this] {
+    ui_->Bloques->setFocus();
+    ui_->Bloques->setChecked(true);
+  });
+  prepararMenuRemesa();
   connect(ui_->Empezar, &QPushButton::clicked, this, &frmUnirQ19::empezar);
   connect(ui_->Guardar, &QPushButton::clicked, this, &frmUnirQ19::guardar);
   connect(ui_->cmdInsertar, &QPushButton::clicked, this, &frmUnirQ19::insertar);
@@ -167,8 +176,12 @@ void frmUnirQ19::leerAjustes() {
   };
   navegador_->iniciar(ajuste("OrigenQ19", u"C:\\"_s).left(2), ajuste("OrigenQ19", {}),
                       ajuste("ExtensionQ19", u"*.Q19"_s));
-  const QString soloAdeudos = ajuste("SoloAdeudosQ19", {});
-  ui_->SoloAdeudos->setChecked(soloAdeudos.startsWith(u'S', Qt::CaseInsensitive) || soloAdeudos == u"1");
+  const auto si = [&](const char* clave) {
+    const QString valor = ajuste(clave, {});
+    return valor.startsWith(u'S', Qt::CaseInsensitive) || valor == u"1";
+  };
+  ui_->SoloAdeudos->setChecked(si("SoloAdeudosQ19"));
+  ui_->Bloques->setChecked(si("BloquesQ19"));
   ui_->Ficheros->setFocus();
 }
 

@@ -4,9 +4,12 @@
 #include <QMainWindow>
 #include <QPointer>
 #include <memory>
+#include <optional>
+#include <vector>
 
+#include "remesa/BloquesListas.h"
 #include "remesa/ListaRegistros.h"
-#include "remesa/Observaciones.h"
+#include "remesa/ObservacionesBloques.h"
 #include "ventanas/principal/Veredicto.h"
 
 namespace Ui {
@@ -69,6 +72,29 @@ class frmUnirQ19 : public QMainWindow {
   void editar(int fila, int posicion = 0);
   void RecalcularTotales();
 
+  // Órdenes mientras se conservan los bloques (OrdenesBloques.cpp)
+  bool conBloques() const;
+  void cambiarBloques(bool conservar);
+  void mirarDuenos();
+  /// false, tras decirlo con `queNo` detrás, si un adeudo no tiene dueño: todo sigue como estaba.
+  bool reunir(const remesa::ListaRegistros& previo, const QString& queNo);
+  void recalcularBloques();
+  void insertarConBloques(std::size_t i);
+  void eliminarConBloques(const std::vector<std::size_t>& conTodo);
+  /// Lo que la pregunta de eliminar dice de los opcionales que no estaban en la selección.
+  static QString sobreOpcionales(const std::vector<std::size_t>& seleccion,
+                                 const std::vector<std::size_t>& conTodo);
+  void ponerConBloques(remesa::ListaRegistros lista, const remesa::Procedencia& procedencia);
+  void ponerYSenalar(remesa::ListaRegistros lista, std::optional<std::size_t> cual);
+  void contarBloques(remesa::Resumidor resumidor, remesa::IndiceBloques indice);
+  QString textoBloques() const;
+  std::vector<remesa::Observacion> observarConBloques() const;
+
+  // Menú "Remesa" (MenuRemesa.cpp)
+  void prepararMenuRemesa();
+  void renovarIdentificacion();
+  void separarRemesa();
+
   // Guardar.cpp
   void guardar();
   /// Lo que se perdería al guardar una remesa vacía sobre el fichero `ruta`; nada si no lo está.
@@ -103,7 +129,12 @@ class frmUnirQ19 : public QMainWindow {
   bool importadoVisible() const;
   void mirarAcumulado();
   void mostrarObservaciones();
-  QStringList avisosPreview() const;
+  /// Lo que hay que decir de `Preview`, y si se puede ofrecer conservar los bloques.
+  struct AvisosPreview {
+    QStringList textos;
+    bool otroBloque = false;
+  };
+  AvisosPreview avisosPreview() const;
   void mostrarPosicion(const VistaRegistros& lista, int fila, int posicion);
   void decir(const QString& texto);
 
@@ -126,6 +157,7 @@ class frmUnirQ19 : public QMainWindow {
   QHash<QString, QString> rutasImportadas_;  ///< De la ruta en mayúsculas a la ruta.
   remesa::Resumen resumenPreview_;
   remesa::Resumen resumenAcumulado_;
+  remesa::IndiceBloques indiceAcumulado_;  ///< Solo mientras se conservan los bloques.
 };
 
 }  // namespace principal
