@@ -36,10 +36,9 @@ Herramientas::Herramientas(const Ui::frmUnirQ19& ui, QWidget& principal) : QObje
           [&principal] { comunes::MostrarAyuda(principal); });
   connect(ui.mnuAcercaDe, &QAction::triggered, &principal,
           [&principal] { herramientas::Presenta(u":/manual/Licencia"_s, &principal).exec(); });
-  ui.menuHerramientas->menuAction()->setVisible(ui.mnuTextos->isVisible() || ui.mnuTablas->isVisible() ||
-                                                ui.mnuCalculadora->isVisible() ||
-                                                ui.mnuTelefonos->isVisible() || ui.mnuComprobar->isVisible() ||
-                                                ui.mnuDevoluciones->isVisible());
+  ui.menuHerramientas->menuAction()->setVisible(
+      ui.mnuTextos->isVisible() || ui.mnuTablas->isVisible() || ui.mnuCalculadora->isVisible() ||
+      ui.mnuTelefonos->isVisible() || ui.mnuComprobar->isVisible() || ui.mnuDevoluciones->isVisible());
 }
 
 void Herramientas::editarTabla(QWidget& principal) {
