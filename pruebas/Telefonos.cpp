@@ -67,7 +67,7 @@ class LaAgenda : public pruebas::Carpeta {
         linea->selectAll();
         QTest::keyClicks(linea, texto);
       }
-      QTest::keyClick(&modal, Qt::Key_Return);
+      QTest::mouseClick(modal.findChild<QPushButton*>("cmdAceptar"), Qt::LeftButton);
     });
   }
   static void conFichero(const std::filesystem::path& ruta) {
