@@ -12,6 +12,7 @@ namespace fs = std::filesystem;
 
 Sustituido::Sustituido(const fs::path& destino) {
   std::error_code error;
+  // cppcheck-suppress useInitializationList ; hace falta saber si ha fallado
   ruta_ = fs::canonical(destino, error);
   if (error) return;
   const std::uintmax_t bytes = fs::file_size(ruta_, error);

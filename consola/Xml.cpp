@@ -54,8 +54,8 @@ class OrdenDeXml {
 
   Salida hacer() {
     if (!tomar()) return Salida::Fallo;
-    std::vector<std::unique_ptr<iso20022::Fuente>> fuentes;
     try {
+      std::vector<std::unique_ptr<iso20022::Fuente>> fuentes;
       for (const Remesa& remesa : remesas_) {
         enCurso_ = remesa.ruta;
         if (remesa.lista)

@@ -130,7 +130,7 @@ TEST_F(Dialogo, ElDialogoDeVerdad) {
     EXPECT_EQ(nombre->text(), "propuesto");
     EXPECT_EQ(lista->model()->index(0, 2, lista->rootIndex()).data(), "Fichero Q19");
     // La ruta entera de uno que existe vale, y el diálogo no debe preguntar por su cuenta.
-    nombre->setText(carpeta.filePath("a.q19"));
+    nombre->setText(ruta("a.q19"));
     const auto* guardar = dialogo->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Save);
     EXPECT_TRUE(QTest::qWaitFor([&] { return guardar->isEnabled(); }));
     QTest::keyClick(nombre, Qt::Key_Return);

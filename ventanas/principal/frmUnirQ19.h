@@ -86,7 +86,7 @@ class frmUnirQ19 : public QMainWindow {
                                  const std::vector<std::size_t>& conTodo);
   void ponerConBloques(remesa::ListaRegistros lista, const remesa::Procedencia& procedencia);
   void ponerYSenalar(remesa::ListaRegistros lista, std::optional<std::size_t> cual);
-  void contarBloques(remesa::Resumidor resumidor, remesa::IndiceBloques indice);
+  void contarBloques(const remesa::Resumen& resumen, remesa::IndiceBloques indice);
   QString textoBloques() const;
   std::vector<remesa::Observacion> observarConBloques() const;
 
