@@ -43,16 +43,26 @@ std::optional<Remesa> TomarRemesa(const std::filesystem::path& ruta) try {
   return std::nullopt;
 }
 
+namespace {
+
+/// Sin valor también si no se puede mirar: ya fallará al leerlo. La excepción no pasa de aquí: el compilador,
+/// al optimizar, da por asignado lo que se quedó sin asignar por ella.
+std::optional<ficheros::Identidad> IdentidadSiSeSabe(const std::filesystem::path& ruta) {
+  try {
+    return ficheros::IdentidadDe(ruta);
+  } catch (const ficheros::ErrorEjecucion&) {
+    return std::nullopt;
+  }
+}
+
+}  // namespace
+
 std::vector<std::filesystem::path> SinRepetir(const std::vector<std::string>& argumentos) {
   std::vector<std::filesystem::path> ficheros;
   std::set<ficheros::Identidad> vistos;
   for (const std::string& argumento : argumentos) {
     const std::filesystem::path fichero = RutaDe(argumento);
-    std::optional<ficheros::Identidad> identidad;
-    try {
-      identidad = ficheros::IdentidadDe(fichero);
-    } catch (const ficheros::ErrorEjecucion&) {
-    }
+    const std::optional<ficheros::Identidad> identidad = IdentidadSiSeSabe(fichero);
     if (!identidad || vistos.insert(*identidad).second)
       ficheros.push_back(fichero);
     else

@@ -2,8 +2,8 @@
 
 #include <system_error>
 
-#include "comunes/plataforma/Formatos.h"
 #include "consola/Terminal.h"
+#include "ventanas/principal/TextosObservacion.h"
 
 namespace consola {
 
@@ -12,6 +12,7 @@ namespace fs = std::filesystem;
 
 Sustituido::Sustituido(const fs::path& destino) {
   std::error_code error;
+  // cppcheck-suppress useInitializationList ; hace falta saber si ha fallado
   ruta_ = fs::canonical(destino, error);
   if (error) return;
   const std::uintmax_t bytes = fs::file_size(ruta_, error);
@@ -20,8 +21,8 @@ Sustituido::Sustituido(const fs::path& destino) {
 
 void Sustituido::decir() const {
   if (bytes_)
-    Avisar(u"%1: sustituido el que había, de %2 bytes"_s.arg(
-        Mostrable(ruta_), comunes::FormatoNumero(static_cast<double>(*bytes_), 0)));
+    Avisar(u"%1: sustituido el que había, de %2"_s.arg(
+        Mostrable(ruta_), principal::TextoCuenta(*bytes_, u"byte"_s, u"bytes"_s)));
 }
 
 }  // namespace consola

@@ -69,6 +69,8 @@ bool QuedaAlgo(const fs::path& fichero, const remesa::Resumen& resumen, bool deT
                           : u"es "_s + QString::fromUtf8(remesa::NombreTipo(resumen.tipo).data());
   Avisar(u"%1: %2 y se perderían todos sus adeudos: no se une sin --de-todos-modos"_s.arg(Mostrable(fichero),
                                                                                           que));
+  if (remesa::EsDeDevoluciones(resumen.tipo))
+    Avisar(u"%1: se lee con q19 devoluciones"_s.arg(Mostrable(fichero)));
   return false;
 }
 

@@ -54,8 +54,8 @@ class OrdenDeXml {
 
   Salida hacer() {
     if (!tomar()) return Salida::Fallo;
-    std::vector<std::unique_ptr<iso20022::Fuente>> fuentes;
     try {
+      std::vector<std::unique_ptr<iso20022::Fuente>> fuentes;
       for (const Remesa& remesa : remesas_) {
         enCurso_ = remesa.ruta;
         if (remesa.lista)
@@ -64,7 +64,9 @@ class OrdenDeXml {
           fuentes.push_back(std::make_unique<iso20022::FuenteFichero>(remesa.ruta));
       }
       iso20022::Exportacion exportacion(std::move(fuentes), Opciones(peticion_));
-      return examinar(exportacion) && escribir(exportacion) ? Salida::Hecho : Salida::Fallo;
+      return examinar(exportacion) && sonOtros(exportacion.rutas(salida_)) && escribir(exportacion)
+                 ? Salida::Hecho
+                 : Salida::Fallo;
     } catch (const ficheros::ErrorEjecucion& error) {
       Avisar(Explicar(error, enCurso_));
       return Salida::Fallo;
@@ -75,14 +77,8 @@ class OrdenDeXml {
   /// Todas, aunque alguna falle, para decir lo que les pasa a las demás.
   bool tomar() {
     bool todas = true;
-    for (const fs::path& ruta : SinRepetir(peticion_.ficheros)) {
-      if (ficheros::EsElMismo(ruta, salida_)) {
-        Avisar(u"%1: el mensaje no puede escribirse sobre la remesa"_s.arg(Mostrable(ruta)));
-        todas = false;
-        continue;
-      }
+    for (const fs::path& ruta : SinRepetir(peticion_.ficheros))
       todas = tomar(ruta) && todas;
-    }
     return todas;
   }
 
@@ -132,6 +128,17 @@ class OrdenDeXml {
         Mostrable(salida_), errores,
         salvable ? u" (con --omitir se escribe sin los adeudos que los tienen)"_s : QString()));
     return false;
+  }
+
+  /// Escribir un mensaje encima de una de las remesas la perdería.
+  bool sonOtros(const std::vector<fs::path>& rutas) const {
+    for (const fs::path& ruta : rutas)
+      for (const Remesa& remesa : remesas_)
+        if (ficheros::EsElMismo(ruta, remesa.ruta)) {
+          Avisar(u"%1: el mensaje no puede escribirse sobre la remesa"_s.arg(Mostrable(ruta)));
+          return false;
+        }
+    return true;
   }
 
   bool escribir(iso20022::Exportacion& exportacion) {

@@ -111,6 +111,16 @@ void LeerXml(Lote& lote, const std::filesystem::path& ruta, const remesa::Avance
   }
 }
 
+bool EsMensajeDeDevoluciones(const std::filesystem::path& ruta) try {
+  LectorXml xml(ruta);
+  return BuscarMensaje(xml) != nullptr;
+} catch (const FicheroAjeno&) {
+  return false;
+} catch (const ficheros::ErrorEjecucion& error) {
+  if (error.numero() == kFormato) return false;
+  throw;
+}
+
 bool PonerCampo(Lote& lote, Devolucion& devolucion, std::span<const CampoXml> campos, QStringView ruta,
                 const QString& texto) {
   for (const CampoXml& campo : campos) {

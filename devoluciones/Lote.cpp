@@ -40,6 +40,11 @@ FicheroAjeno AjenoDe(remesa::TipoFichero tipo, const QString& esperado) {
                                 esperado)};
 }
 
+bool EsDeDevoluciones(const std::filesystem::path& ruta) {
+  return iso20022::EmpiezaComoXml(ruta) ? EsMensajeDeDevoluciones(ruta)
+                                        : remesa::EsDeDevoluciones(TipoDelFichero(ruta));
+}
+
 const FicheroLeido& Lote::leer(const std::filesystem::path& ruta, const remesa::AvanceLectura& avance) {
   ficheros_.push_back({.ruta = ruta, .primera = size()});
   quitarCabecera();

@@ -70,6 +70,9 @@ struct FicheroAjeno {
 /// De un fichero de texto que no es `esperado` ("una remesa").
 FicheroAjeno AjenoDe(remesa::TipoFichero tipo, const QString& esperado);
 
+/// Mira solo el principio del fichero. Lanza ErrorEjecucion si no se puede leer.
+bool EsDeDevoluciones(const std::filesystem::path& ruta);
+
 /// Lo que un registro de cabecera dice de las devoluciones que le siguen.
 struct Cabecera {
   Dato acreedor, nombre, cuenta, ficheroOriginal;

@@ -78,7 +78,7 @@ std::span<const Motivo> Motivos() {
 
 const Motivo* BuscarMotivo(std::string_view codigo) {
   const auto* hallado = std::ranges::lower_bound(kMotivos, codigo, {}, &Motivo::codigo);
-  return hallado != kMotivos.end() && hallado->codigo == codigo ? &*hallado : nullptr;
+  return hallado != kMotivos.end() && hallado->codigo == codigo ? hallado : nullptr;
 }
 
 }  // namespace devoluciones

@@ -12,7 +12,7 @@
 namespace ficheros {
 namespace {
 
-constexpr std::size_t kMaximo = 1 << 30;  // read no da más de 2 GB de una vez
+constexpr std::size_t kMaximoLectura = 1 << 30;  // read no da más de 2 GB de una vez
 
 template <class Lectura>
 std::size_t Leer(const std::filesystem::path& ruta, Lectura&& lectura) {
@@ -53,13 +53,13 @@ LecturaFichero::LecturaFichero(const std::filesystem::path& ruta) : ruta_(ruta) 
 LecturaFichero::~LecturaFichero() = default;
 
 std::size_t LecturaFichero::leerAlgo(std::span<char> destino) {
-  return Leer(ruta_,
-              [&] { return ::read(interior_->fd, destino.data(), std::min(destino.size(), kMaximo)); });
+  return Leer(
+      ruta_, [&] { return ::read(interior_->fd, destino.data(), std::min(destino.size(), kMaximoLectura)); });
 }
 
 std::size_t LecturaFichero::leerAlgoEn(std::uintmax_t donde, std::span<char> destino) {
   return Leer(ruta_, [&] {
-    return ::pread(interior_->fd, destino.data(), std::min(destino.size(), kMaximo),
+    return ::pread(interior_->fd, destino.data(), std::min(destino.size(), kMaximoLectura),
                    static_cast<off_t>(donde));
   });
 }

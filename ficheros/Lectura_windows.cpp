@@ -7,7 +7,7 @@
 namespace ficheros {
 namespace {
 
-constexpr std::size_t kMaximo = 1 << 30;
+constexpr std::size_t kMaximoLectura = 1 << 30;
 
 }  // namespace
 
@@ -43,8 +43,8 @@ LecturaFichero::~LecturaFichero() = default;
 
 std::size_t LecturaFichero::leerAlgo(std::span<char> destino) {
   DWORD leidos = 0;
-  if (!::ReadFile(interior_->fichero, destino.data(), static_cast<DWORD>(std::min(destino.size(), kMaximo)),
-                  &leidos, nullptr))
+  if (!::ReadFile(interior_->fichero, destino.data(),
+                  static_cast<DWORD>(std::min(destino.size(), kMaximoLectura)), &leidos, nullptr))
     FallarWindows(::GetLastError(), ruta_);
   return leidos;
 }

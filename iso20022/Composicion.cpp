@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "iso20022/Traduccion.h"
+#include "iso20022/Valores.h"
 #include "remesa/Registro.h"
 #include "remesa/Validez.h"
 
@@ -67,23 +67,6 @@ bool HayAlgo(Grado grado, C clase, const Leidos& leidos, int antesDe = kFin) {
 }
 
 }  // namespace
-
-std::optional<std::uint64_t> Centimos(std::string_view importe) {
-  constexpr std::size_t kMaxCifras = 15;
-  const std::size_t punto = std::min(importe.find('.'), importe.size());
-  const std::string_view enteras = importe.substr(0, punto);
-  std::string decimales(importe.substr(std::min(punto + 1, importe.size())));
-  while (decimales.size() > 2 && decimales.ends_with('0'))
-    decimales.pop_back();
-  decimales.append(2 - std::min<std::size_t>(decimales.size(), 2), '0');
-  const std::string cifras = std::string(enteras).append(decimales);
-  if (decimales.size() > 2 || cifras.size() > kMaxCifras || !remesa::SonCifras(cifras) || importe.empty())
-    return std::nullopt;
-  std::uint64_t centimos = 0;
-  for (const char c : cifras)
-    centimos = centimos * 10 + static_cast<std::uint64_t>(c - '0');
-  return centimos;
-}
 
 void Composicion::empezarBloque(const Leidos& bloque) {
   for (const C clase : kHechos)

@@ -80,7 +80,4 @@ class Composicion {
   bool bloqueHecho_ = false;  // ya se sabe cuál es el de la cabecera del bloque empezado
 };
 
-/// Céntimos de un importe con dos decimales a lo más (o ceros detrás); nada si no lo es.
-std::optional<std::uint64_t> Centimos(std::string_view importe);
-
 }  // namespace iso20022

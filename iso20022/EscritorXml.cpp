@@ -44,8 +44,8 @@ std::string Etiqueta(std::string_view nombre, std::string_view antes = "<") {
 
 }  // namespace
 
-EscritorXml::EscritorXml(Version version, bool compacto) : compacto_(compacto) {
-  cabeza_ = R"(<?xml version="1.0" encoding="UTF-8"?>)";
+EscritorXml::EscritorXml(Version version, bool compacto)
+    : compacto_(compacto), cabeza_(R"(<?xml version="1.0" encoding="UTF-8"?>)") {
   cabeza_.append("\n<").append(kDocumento).append(" xmlns=\"").append(Espacio(version)).append("\">");
   cabeza_ += sangria(1) + Etiqueta(kMensaje);
   pie_ = sangria(1) + Etiqueta(kMensaje, "</") + sangria(0) + Etiqueta(kDocumento, "</") + "\n";

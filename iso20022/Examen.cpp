@@ -1,4 +1,5 @@
 #include "iso20022/Examen.h"
+#include "iso20022/Valores.h"
 
 #include <algorithm>
 

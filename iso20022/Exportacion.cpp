@@ -1,4 +1,5 @@
 #include "iso20022/Exportacion.h"
+#include "iso20022/Valores.h"
 
 #include <algorithm>
 

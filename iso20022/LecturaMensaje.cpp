@@ -10,7 +10,7 @@
 #include "iso20022/LectorXml.h"
 #include "iso20022/QueEs.h"
 #include "iso20022/TextoLeido.h"
-#include "iso20022/Traduccion.h"
+#include "iso20022/Valores.h"
 #include "remesa/Calendario.h"
 
 namespace iso20022 {
@@ -78,7 +78,7 @@ class Lectura {
   void soloVale(const Arbol::Nodo& nodo, std::string_view debido, CodigoAviso codigo);
   void comprobarRecuento(Grado grado, std::uint64_t adeudos, std::uint64_t centimos);
   void sinSitio(const QString& valor) { avisar(CodigoAviso::SinSitio, rutaActual(), valor); }
-  void quitar(CodigoAviso codigo, const Arbol::Nodo& nodo, QString cambio = {});
+  void quitar(CodigoAviso codigo, const Arbol::Nodo& nodo, const QString& cambio = {});
   QString rutaActual() const;
   void avisar(CodigoAviso codigo, const QString& elemento, const QString& valor, const QString& cambio = {},
               std::size_t linea = 0);
@@ -242,7 +242,7 @@ void Lectura::soloVale(const Arbol::Nodo& nodo, std::string_view debido, CodigoA
   if (leidos(nodo.grado)[nodo.indice] != debido) quitar(codigo, nodo, Texto(debido));
 }
 
-void Lectura::quitar(CodigoAviso codigo, const Arbol::Nodo& nodo, QString cambio) {
+void Lectura::quitar(CodigoAviso codigo, const Arbol::Nodo& nodo, const QString& cambio) {
   avisar(codigo, nodo.ruta(), xml_.texto(), cambio);
   leidos(nodo.grado).quitar(nodo.indice);
 }

@@ -16,7 +16,7 @@ struct Conocido {
 // Por el comienzo del nombre del mensaje; el más largo, antes.
 constexpr std::array kMensajes{
     Conocido{u"pain.001", u"transferencias"},
-    Conocido{u"pain.002", u"estado de las órdenes, con sus rechazos y devoluciones"},
+    Conocido{u"pain.002", u"rechazos y devoluciones, que se leen en Devoluciones o con q19 devoluciones"},
     Conocido{u"pain.007", u"petición de anular adeudos"},
     Conocido{u"pain.008", u"adeudos, en una versión que aquí no se lee"},
     Conocido{u"pain.009", u"alta de un mandato"},
@@ -28,7 +28,7 @@ constexpr std::array kMensajes{
     Conocido{u"pain", u"mensaje de pagos"},
     Conocido{u"camt.052", u"movimientos del día"},
     Conocido{u"camt.053", u"extracto de la cuenta"},
-    Conocido{u"camt.054", u"movimientos"},
+    Conocido{u"camt.054", u"movimientos, y sus devoluciones se leen en Devoluciones o con q19 devoluciones"},
     Conocido{u"camt.055", u"petición de anular órdenes"},
     Conocido{u"camt.029", u"respuesta a una petición de anular órdenes"},
     Conocido{u"camt", u"mensaje de la cuenta"},

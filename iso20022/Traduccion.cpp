@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cassert>
 
-#include "iso20022/Direccion.h"
+#include "iso20022/Valores.h"
 #include "remesa/Calendario.h"
 #include "remesa/CaracteresSEPA.h"
 #include "remesa/CuentaNacional.h"
@@ -26,24 +26,6 @@ using remesa::Recortar;
 constexpr std::size_t kDeposito = 1024;
 constexpr std::size_t kMaxEjemplos = 3;
 
-bool EsMayuscula(char c) {
-  return c >= 'A' && c <= 'Z';
-}
-
-bool EsMayusculaOCifra(char c) {
-  return EsMayuscula(c) || EsCifra(c);
-}
-
-/// Sin lo que por los lados se escribiría como blancos.
-std::string_view Util(std::string_view texto) {
-  texto = Recortar(texto);
-  while (!texto.empty() && remesa::EquivalenteSEPA(texto.back()) == ' ')
-    texto.remove_suffix(1);
-  while (!texto.empty() && remesa::EquivalenteSEPA(texto.front()) == ' ')
-    texto.remove_prefix(1);
-  return texto;
-}
-
 bool EsCero(std::string_view texto) {
   return texto.find_first_not_of('0') == std::string_view::npos;
 }
@@ -58,17 +40,6 @@ std::string FechaIso(std::string_view fecha) {
       .append(LeerCampo(fecha, {5, 6}))
       .append("-")
       .append(LeerCampo(fecha, {7, 8}));
-}
-
-/// Tal como se escribiría, empieza o acaba en "/" o tiene "//".
-bool TieneBarrasMalas(std::string_view valor) {
-  bool previa = true;
-  for (const char c : valor) {
-    const bool barra = remesa::EquivalenteSEPA(c) == '/';
-    if (barra && previa) return true;
-    previa = barra;
-  }
-  return previa;
 }
 
 constexpr std::string_view kPrefijo = "PRE";
@@ -91,53 +62,7 @@ std::string Hora(std::string_view identificacion) {
       .append(LeerCampo(hora, {5, 6}));
 }
 
-/// Las líneas de una dirección, en una.
-std::string Entera(const RegistroLeido& registro, std::span<const Campo> campos) {
-  std::string entera;
-  for (const Campo& campo : campos) {
-    const std::string_view linea = Util(LeerCampo(registro.bytes, campo.donde));
-    if (!linea.empty()) entera.append(entera.empty() ? "" : ", ").append(linea);
-  }
-  return entera;
-}
-
-/// Un presentador español que es una persona: su NIF empieza por cifra o por X, Y, Z, K, L o M.
-bool EsPersona(std::string_view identificador) {
-  constexpr std::size_t kNif = 7;
-  return identificador.starts_with("ES") && identificador.size() > kNif &&
-         (EsCifra(identificador[kNif]) ||
-          std::string_view("XYZKLM").find(identificador[kNif]) != std::string_view::npos);
-}
-
 }  // namespace
-
-std::uint64_t ImporteDe(std::string_view adeudo) {
-  std::uint64_t centimos = 0;
-  for (const char c : LeerCampo(adeudo, remesa::kImporteAdeudo))
-    centimos = centimos * 10 + static_cast<std::uint64_t>(c - '0');
-  return centimos;
-}
-
-std::string EscribirImporte(std::uint64_t centimos) {
-  std::string texto = std::to_string(centimos);
-  if (texto.size() < 3) texto.insert(0, 3 - texto.size(), '0');
-  return texto.insert(texto.size() - 2, ".");
-}
-
-bool EsTipoAdeudo(std::string_view texto) {
-  return texto == "RCUR" || texto == "FRST" || texto == "FNAL" || texto == "OOFF";
-}
-
-bool EsBicDe(Version version, std::string_view bic) {
-  if (bic.size() != 8 && bic.size() != 11) return false;
-  const auto todos = [](std::string_view parte, auto&& es) { return std::ranges::all_of(parte, es); };
-  if (version == Version::V08)
-    return todos(bic.substr(0, 4), EsMayusculaOCifra) && todos(bic.substr(4, 2), EsMayuscula) &&
-           todos(bic.substr(6), EsMayusculaOCifra);
-  return todos(bic.substr(0, 6), EsMayuscula) && EsMayusculaOCifra(bic[6]) && bic[6] != '0' &&
-         bic[6] != '1' && EsMayusculaOCifra(bic[7]) && bic[7] != 'O' &&
-         todos(bic.substr(8), EsMayusculaOCifra);
-}
 
 Traduccion::Traduccion(const OpcionesExportacion& opciones, ReceptorNotas recibir, std::size_t fuente)
     : opciones_(opciones), recibir_(std::move(recibir)), fuente_(fuente) {
@@ -286,8 +211,7 @@ void Traduccion::referencia(const Mirada& m, std::string_view valor) {
 void Traduccion::codigo(const Mirada& m) {
   const std::string_view valor = valorDe(m);
   if (valor.empty()) return;
-  if (valor.size() != 4 || !std::ranges::all_of(valor, EsMayusculaOCifra))
-    return anotarCampo(N::CodigoProposito, m, valor);
+  if (!EsCodigo(valor)) return anotarCampo(N::CodigoProposito, m, valor);
   // De la categoría depende el grupo: sigue valiendo cuando el registro ya no está.
   poner(m, guardar(Grado::Adeudo, valor));
 }
@@ -357,122 +281,6 @@ void Traduccion::entidadOriginal(const Mirada& m) {
   poner(m, kCambioDeCuenta);
 }
 
-bool Traduccion::identificador(const Mirada& m, std::string_view valor) {
-  const remesa::Control control = remesa::ComprobarIdentificador(valor);
-  if (!control.correcto)
-    anotarCampo(N::Identificador, m, valor, control.digitos);
-  else if (TieneBarrasMalas(valor))
-    anotarCampo(N::Barras, m, valor);
-  else
-    return true;
-  return false;
-}
-
-void Traduccion::presentador(const Mirada& m) {
-  const std::string_view valor = valorDe(m);
-  if (!identificador(m, valor)) return;
-  using P = PartePresentador;
-  const bool persona = EsPersona(valor);
-  poner(m, persona ? P::Persona : P::Organizacion, valor);
-  poner(m, persona ? P::EsquemaPersona : P::EsquemaOrganizacion, kEsquema);
-}
-
-void Traduccion::acreedor(const Mirada& m) {
-  const std::string_view valor = valorDe(m);
-  if ((valor.empty() && !m.de.exigido) || !identificador(m, valor)) return;
-  poner(m, ParteAcreedor::Identificador, valor);
-  poner(m, ParteAcreedor::Esquema, kEsquema);
-}
-
-void Traduccion::identificacion(const Mirada& m) {
-  using P = ParteIdentificacion;
-  const auto& campos = m.entrada.campos;
-  const auto leer = [&](std::size_t i) { return Util(LeerCampo(m.registro.bytes, campos[i].donde)); };
-  const std::string_view tipo = leer(0);
-  const std::string_view entero = leer(1);
-  const std::string_view emisor = leer(2);
-  const auto anotarEn = [&](N codigo, std::size_t i, std::string_view valor, std::string cambio = {}) {
-    anotar(codigo, m.registro, campos[i].donde, valor, std::move(cambio));
-  };
-  if (entero.empty() && emisor.empty() && EsCero(tipo)) return;
-  const char letra = entero.empty() ? ' ' : entero.front();
-  const std::string_view valor = entero.empty() ? entero : Util(entero.substr(1));
-  if (valor.empty() || std::string_view("AIJ").find(letra) == std::string_view::npos)
-    return anotarEn(N::IdentificacionSinCodigo, 1, entero);
-  const std::string_view debido = letra == 'J' ? "2" : "1";
-  if (!EsCero(tipo) && tipo != debido) anotarEn(N::IdentificacionTipo, 0, tipo, std::string(debido));
-  if (letra == 'A') {
-    if (!emisor.empty()) anotarEn(N::IdentificacionEmisor, 2, emisor);
-    if (!EsBicDe(opciones_.version, valor)) return anotarEn(N::IdentificacionBic, 1, valor);
-    return poner(m, P::Bic, valor);
-  }
-  mirarCaracteres(m, campos[1].donde, valor);
-  poner(m, letra == 'I' ? P::Organizacion : P::Persona, valor);
-  if (emisor.empty()) return;
-  mirarCaracteres(m, campos[2].donde, emisor);
-  poner(m, letra == 'I' ? P::EmisorOrganizacion : P::EmisorPersona, emisor);
-}
-
-void Traduccion::direccion(const Mirada& m) {
-  const bool deDeudor = m.de.clase == C::Adeudo;
-  const auto& campos = m.entrada.campos;
-  const bool hay = !Util(LeerCampo(m.registro.bytes, {campos[0].donde.desde, campos[3].donde.hasta})).empty();
-  const bool hace = deDeudor && fueraDelEEE_;
-  const bool seQuiere = opciones_.direcciones == Direcciones::Todas ||
-                        (opciones_.direcciones == Direcciones::Necesarias && hace);
-  if (hay && seQuiere) return partirDireccion(m);
-  if (hay && examina()) {
-    ++resumidas_.direcciones;
-    if (opciones_.detalle) anotarCampo(N::DireccionNoEscrita, m, Entera(m.registro, campos.first(4)));
-  }
-  if (hace) anotarCampo(N::SinDireccion, m, {});
-}
-
-void Traduccion::partirDireccion(const Mirada& m) {
-  using P = ParteDireccion;
-  constexpr std::size_t kMaxProvincia = 35;
-  const auto& campos = m.entrada.campos;
-  const auto leer = [&](std::size_t i) { return Util(LeerCampo(m.registro.bytes, campos[i].donde)); };
-  const std::string_view pais = leer(3);
-  const std::string_view escrita = guardar(m.de.grado, remesa::EquivalenteSEPA(leer(1)));
-  const auto poblacion = remesa::EsPais(pais) ? PartirPoblacion(escrita, pais == "ES") : std::nullopt;
-  if (!poblacion) return anotarCampo(N::DireccionSinPartir, m, Entera(m.registro, campos.first(4)));
-  for (std::size_t i = 0; i < 3; ++i)
-    mirarCaracteres(m, campos[i].donde, leer(i));
-  poner(m, P::CP, poblacion->cp);
-  poner(m, P::Poblacion, poblacion->nombre);
-  if (leer(2).size() > kMaxProvincia)
-    anotar(N::Provincia, m.registro, campos[2].donde, leer(2));
-  else
-    poner(m, P::Provincia, leer(2));
-  poner(m, P::Pais, pais);
-  poner(m, P::Linea, leer(0));
-}
-
-void Traduccion::banco(const Mirada& m) {
-  const std::string_view valor = valorDe(m);
-  const bool vale = EsBicDe(opciones_.version, valor);
-  if (!vale && !valor.empty()) anotarCampo(N::BicNoValido, m, valor, std::string(kSinDato));
-  if (!vale && fueraDelEEE_) anotarCampo(N::SinBic, m, valor);
-  poner(m, vale ? ParteBanco::Bic : ParteBanco::Otro, vale ? valor : kSinDato);
-}
-
-void Traduccion::bancoAcreedor(const RegistroLeido& cabecera) {
-  constexpr Posiciones kEntidad{5, 8};
-  const std::string_view cuenta = Recortar(LeerCampo(cabecera.bytes, remesa::kCuentaAcreedor));
-  const std::string_view entidad = LeerCampo(cuenta, kEntidad);
-  std::string bic;
-  if (cuenta.starts_with("ES") && opciones_.bicDe && remesa::SonCifras(entidad))
-    bic = opciones_.bicDe(entidad);
-  const bool vale = EsBicDe(opciones_.version, bic);
-  if (!vale && !bic.empty()) anotar(N::BicAcreedor, cabecera, remesa::kCuentaAcreedor, entidad, bic);
-  for (const Entrada& entrada : Tabla::Unica().entradas(Grado::Bloque)) {
-    if (entrada.de->forma != Forma::BancoAcreedor) continue;
-    const Mirada m{*entrada.de, entrada, cabecera};
-    poner(m, vale ? ParteBanco::Bic : ParteBanco::Otro, vale ? guardar(Grado::Bloque, bic) : kSinDato);
-  }
-}
-
 void Traduccion::mirarVersion(const RegistroLeido& registro) {
   const std::string_view version = LeerCampo(registro.bytes, remesa::kVersion);
   for (const std::string_view admitida : {"19143", "19154", "19445"})
@@ -500,7 +308,7 @@ void Traduccion::mirarCaracteres(const Mirada& m, Posiciones donde, std::string_
 }
 
 std::string_view Traduccion::valorDe(const Mirada& m) const {
-  return Util(LeerCampo(m.registro.bytes, m.de.donde));
+  return RecortarEscrito(LeerCampo(m.registro.bytes, m.de.donde));
 }
 
 std::string_view Traduccion::valor(Grado grado, Forma forma) const {
@@ -515,15 +323,6 @@ void Traduccion::poner(Grado grado, Forma forma, std::string_view valor) {
       sitios(grado)[entrada.primero] = guardar(grado, valor);
       return;
     }
-}
-
-template <class Parte>
-void Traduccion::poner(const Mirada& m, Parte parte, std::string_view valor) {
-  sitios(m.de.grado)[m.entrada.primero + static_cast<std::size_t>(parte)] = valor;
-}
-
-void Traduccion::poner(const Mirada& m, std::string_view valor) {
-  poner(m, 0, valor);
 }
 
 std::string_view Traduccion::guardar(Grado grado, std::string_view texto) {

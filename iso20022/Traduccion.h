@@ -132,8 +132,10 @@ class Traduccion {
 
   std::string_view valorDe(const Mirada& m) const;
   template <class Parte>
-  void poner(const Mirada& m, Parte parte, std::string_view valor);
-  void poner(const Mirada& m, std::string_view valor);
+  void poner(const Mirada& m, Parte parte, std::string_view valor) {
+    sitios(m.de.grado)[m.entrada.primero + static_cast<std::size_t>(parte)] = valor;
+  }
+  void poner(const Mirada& m, std::string_view valor) { poner(m, 0, valor); }
   std::span<std::string_view> sitios(Grado grado) { return datos_[static_cast<std::size_t>(grado)].valores; }
   bool examina() const { return static_cast<bool>(recibir_); }
   std::string_view guardar(Grado grado, std::string_view texto);
@@ -148,17 +150,5 @@ class Traduccion {
   bool malo_ = false;
   bool fueraDelEEE_ = false;  // la cuenta del deudor
 };
-
-/// Céntimos de un 003 cuyo importe son cifras.
-std::uint64_t ImporteDe(std::string_view adeudo);
-
-/// Céntimos como los escribe el XML: "1234.05".
-std::string EscribirImporte(std::uint64_t centimos);
-
-/// FNAL, FRST, OOFF o RCUR.
-bool EsTipoAdeudo(std::string_view texto);
-
-/// Forma de un BIC en una versión.
-bool EsBicDe(Version version, std::string_view bic);
 
 }  // namespace iso20022

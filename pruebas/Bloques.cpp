@@ -96,9 +96,10 @@ Registros UnirLlano(const Registros& acumulada, const Registros& previo) {
     for (BloqueLlano& b : suyos) {
       long long delBloque[3] = {0, 0, 2};
       for (Registros& adeudo : b.adeudos)
-        std::stable_sort(adeudo.begin() + (A600(adeudo[0]).substr(7, 3) == "003"), adeudo.end(),
-                         [](auto& x, auto& y) { return A600(x).substr(7, 3) < A600(y).substr(7, 3); });
-      std::ranges::stable_sort(b.adeudos, {}, [](auto& a) { return A600(a[0]).substr(10, 35); });
+        std::stable_sort(
+            adeudo.begin() + (A600(adeudo[0]).substr(7, 3) == "003"), adeudo.end(),
+            [](const auto& x, const auto& y) { return A600(x).substr(7, 3) < A600(y).substr(7, 3); });
+      std::ranges::stable_sort(b.adeudos, {}, [](const auto& a) { return A600(a[0]).substr(10, 35); });
       salida.push_back(b.cabecera);
       for (const Registros& adeudo : b.adeudos)
         for (const std::string& r : adeudo) {

@@ -2,9 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QFile>
-#include <QTemporaryDir>
-
 #include "comunes/plataforma/IniFiles.h"
 #include "pruebas/EnEspana.h"
 #include "remesa/Campos.h"
@@ -118,19 +115,6 @@ TEST(Descripciones, LaSeccionDependeDelTipoDeFichero) {
   EXPECT_EQ(SeccionDe("0219143002", 19), "02");
   EXPECT_EQ(SeccionDe("03", 19), "03   ");
   EXPECT_TRUE(LeerDescripcion(kAjustes, "03007").campos.empty());
-}
-
-TEST(Descripciones, LeeComoMuchoCincuentaCampos) {
-  QTemporaryDir carpeta;
-  const QString ruta = carpeta.filePath("a.ini");
-  QFile fichero(ruta);
-  ASSERT_TRUE(fichero.open(QIODevice::WriteOnly));
-  fichero.write("[A]\nTitulo=T\nCampos=60\n50=L;1;1\n[B]\nCampos=dos\n[C]\nCampos=-3\n");
-  fichero.close();
-  EXPECT_EQ(LeerDescripcion(ruta, "A").campos.size(), 50U);
-  EXPECT_EQ(LeerDescripcion(ruta, "A").campos[49].longitud, 1);
-  EXPECT_EQ(NumeroCampos(ruta, "B"), 0);
-  EXPECT_EQ(NumeroCampos(ruta, "C"), 0);
 }
 
 TEST(Descripciones, ElTextoSeReduceASEPAYSeRellena) {

@@ -118,7 +118,8 @@ TEST(Motivos, LosDelCuadernoYLosDelEsquema) {
     EXPECT_EQ(BuscarMotivo(motivo.codigo), &motivo);
     EXPECT_FALSE(motivo.texto.empty() || motivo.consejo.empty()) << motivo.codigo;
     EXPECT_EQ((std::string(motivo.texto) + std::string(motivo.consejo)).find(';'), std::string::npos);
-    const std::string enManual = "| " + std::string(motivo.codigo) + " | " + std::string(motivo.texto) + " | ";
+    const std::string enManual =
+        "| " + std::string(motivo.codigo) + " | " + std::string(motivo.texto) + " | ";
     EXPECT_NE(manual.find(enManual), std::string::npos) << enManual;
     if (motivo.intento == Intento::OtraVez) deNuevo.insert(motivo.codigo);
   }

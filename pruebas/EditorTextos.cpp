@@ -70,6 +70,10 @@ TEST_F(EditorTextos, CargarYGrabarSoloCambiaLosFinalesDeLinea) {
       // Con la marca pero sin ser UTF-8, o con lo que la caja tomaría por un final de párrafo.
       {marca + "\xF1\r\n", marca + "\xF1\r\n"},
       {marca + "a\u2029b\r\n", marca + "a\u2029b\r\n"},
+      // Sin marca, UTF-8 es lo que no puede ser otra cosa; el salto dentro de otro carácter no acaba línea.
+      {"Ω ñ\n", "Ω ñ\r\n"},
+      {pruebas::Utf16("Ω\u010A ñ\n", false), pruebas::Utf16("Ω\u010A ñ\r\n", false)},
+      {pruebas::Utf16("Ω\u0D0A ñ\r\n", true), pruebas::Utf16("Ω\u0D0A ñ\r\n", true)},
   };
   QString fichero = ruta("a.txt");
   for (const auto& [leido, grabado] : casos) {
@@ -88,14 +92,21 @@ TEST_F(EditorTextos, CargarYGrabarSoloCambiaLosFinalesDeLinea) {
   EXPECT_EQ("", caja.toPlainText());
 }
 
-TEST_F(EditorTextos, UnaLineaEnormeSePreguntaAntesDeCargarla) {
+TEST_F(EditorTextos, LoQueTardaOSePerderiaNoSeCargaSinDecirlo) {
   QString fichero = con("corta\r\n" + QByteArray(1'000'001, 'x') + "\r\n");
   QPlainTextEdit caja("lo anterior");
-  const Cajas cajas{"Cancelar", "Aceptar"};
+  const Cajas cajas{"Cancelar", "Aceptar", "Cancelar", "Aceptar"};
   EXPECT_FALSE(CargarGrabarTexto("CARGAR", fichero, caja));
   EXPECT_EQ("lo anterior", caja.toPlainText());
   EXPECT_TRUE(CargarGrabarTexto("CARGAR", fichero, caja));
   EXPECT_EQ(1'000'007, caja.toPlainText().size());
+
+  fichero = con(QByteArray(600'000, '\n'));
+  EXPECT_FALSE(CargarGrabarTexto("CARGAR", fichero, caja));
+  EXPECT_TRUE(cajas.Mensaje(2).startsWith("El fichero tiene 600.000 líneas: "));
+  fichero = con(pruebas::Utf16("a\u2029b", false));
+  EXPECT_FALSE(CargarGrabarTexto("CARGAR", fichero, caja));
+  EXPECT_TRUE(cajas.Mensaje(3).startsWith("El fichero está en UTF-16LE"));
 }
 
 TEST_F(EditorTextos, GrabarPreguntaAntesDeSustituir) {
@@ -159,6 +170,7 @@ TEST_F(EditorTextos, LaMarcaDiceSiHayCambiosYSalirPregunta) {
   ASSERT_EQ(1U, cajas.Vistas().size());
   EXPECT_EQ("Datos han sido modificados. ¿ Desea salir sin grabar ?", cajas.Mensaje(0));
   EXPECT_EQ("Cancelar", cajas.Vistas()[0].enfocado);
+  EXPECT_EQ("a.txt", cajas.Vistas()[0].titulo);
   EXPECT_EQ("uno\r\n", leer(e.ruta));
 
   // Un carácter que se perdería se señala en vez de grabar; deshecho, se graba y se cierra sin preguntar.
@@ -216,6 +228,9 @@ TEST_F(EditorTextos, InsertaLineasPreparadasYColores) {
   QTest::keyClick(e.texto, Qt::Key_Right, Qt::ShiftModifier);
   elegir(1);
   EXPECT_EQ("Clave=entera\nb", e.texto->toPlainText());
+  e.texto->moveCursor(QTextCursor::End);
+  elegir(0);
+  EXPECT_EQ("Clave=entera\nb\nClave=", e.texto->toPlainText()) << "al final, en su propia línea";
 
   QColor pedido;
   QColor elegido(0x12, 0xAB, 0xFF);

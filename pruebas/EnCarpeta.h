@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFile>
 #include <QProcess>
+#include <QStringConverter>
 #include <QTemporaryDir>
 
 namespace pruebas {
@@ -13,6 +14,13 @@ struct Salida {
   int codigo;
   QString dicho, avisado;
 };
+
+/// Los bytes de `texto` en UTF-16 con su marca; `grande`, con el byte alto delante.
+inline QByteArray Utf16(const QString& texto, bool grande) {
+  QStringEncoder escritor(grande ? QStringConverter::Utf16BE : QStringConverter::Utf16LE,
+                          QStringConverter::Flag::WriteBom);
+  return escritor(texto);
+}
 
 /// Programas en una carpeta nueva, que desaparece con la prueba.
 class EnCarpeta : public testing::Test {

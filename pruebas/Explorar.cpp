@@ -1,5 +1,6 @@
 #include "comunes/plataforma/Explorar.h"
 
+#include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QListView>
@@ -127,8 +128,11 @@ TEST_F(Dialogo, ElDialogoDeVerdad) {
       vistos << lista->model()->index(i, 0, lista->rootIndex()).data().toString();
     auto* nombre = dialogo->findChild<QLineEdit*>("fileNameEdit");
     EXPECT_EQ(nombre->text(), "propuesto");
-    nombre->setText("a.q19");
-    // Existe, y el diálogo no debe preguntar por su cuenta.
+    EXPECT_EQ(lista->model()->index(0, 2, lista->rootIndex()).data(), "Fichero Q19");
+    // La ruta entera de uno que existe vale, y el diálogo no debe preguntar por su cuenta.
+    nombre->setText(ruta("a.q19"));
+    const auto* guardar = dialogo->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Save);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return guardar->isEnabled(); }));
     QTest::keyClick(nombre, Qt::Key_Return);
     if (dialogo->isVisible()) dialogo->reject();
   });

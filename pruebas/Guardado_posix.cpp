@@ -1,4 +1,3 @@
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -16,25 +15,11 @@
 using namespace remesa;
 namespace fs = std::filesystem;
 using pruebas::Guardados;
-using pruebas::Lista;
 using pruebas::Nombres;
 using pruebas::NumeroError;
 using pruebas::UsuarioCorriente;
 
 namespace {
-
-TEST_F(Guardados, NoLeeLoQueNoEsUnFicheroNiLoCerrado) {
-  ASSERT_EQ(::mkfifo((carpeta_ / "cola").c_str(), 0600), 0);
-  for (const fs::path& ruta : {carpeta_ / "cola", fs::path("/dev/zero")}) {
-    EXPECT_EQ(NumeroError([&] { LeerFichero(ruta); }), ficheros::kErrorDeAcceso) << ruta;
-    EXPECT_EQ(NumeroError([&] { ComprobarCabeza(ruta); }), ficheros::kErrorDeAcceso) << ruta;
-  }
-  fs::permissions(carpeta_, fs::perms::all);
-  const UsuarioCorriente usuario;
-  const auto cerrado = escribir("cerrado", "x");
-  fs::permissions(cerrado, fs::perms::none);
-  EXPECT_EQ(NumeroError([&] { LeerFichero(cerrado); }), ficheros::kPermisoDenegado);
-}
 
 TEST_F(Guardados, UnFicheroQueCambiaMientrasSeLeeEsUnError) {
   const std::string bytes(3 << 20, 'x');
@@ -106,22 +91,6 @@ TEST_F(Guardados, DeLosTemporalesSoloQuitaLosFicherosDeLosMuertos) {
   EXPECT_EQ(nombres(), (Nombres{".c.unirq19-tmp", ".e.unirq19-tmp", ".p.unirq19-tmp", "f", "g"}));
 }
 
-TEST_F(Guardados, RespetaLaProteccionContraEscritura) {
-  fs::permissions(carpeta_, fs::perms::all);
-  const UsuarioCorriente usuario;
-  const auto fichero = escribir("f", "viejo");
-  fs::permissions(fichero, fs::perms::owner_read);
-  EXPECT_EQ(NumeroError([&] { guardar(fichero, "nuevo"); }), ficheros::kPermisoDenegado);
-  fs::permissions(fichero, fs::perms::owner_read | fs::perms::owner_write);
-  fs::create_directory(carpeta_ / "cerrada");
-  std::ofstream(carpeta_ / "cerrada" / "g") << "viejo";
-  fs::permissions(carpeta_ / "cerrada", fs::perms::owner_read | fs::perms::owner_exec);
-  EXPECT_EQ(NumeroError([&] { guardar(carpeta_ / "cerrada" / "g", "nuevo"); }), ficheros::kPermisoDenegado);
-  EXPECT_EQ(leer(carpeta_ / "cerrada" / "g"), "viejo");
-  EXPECT_EQ(leer(fichero), "viejo");
-  EXPECT_EQ(nombres(), (Nombres{"cerrada", "f"}));
-}
-
 TEST_F(Guardados, ConservaPermisosYDueno) {
   const auto fichero = escribir("f", "viejo");
   fs::permissions(fichero, fs::perms(0640));
@@ -133,23 +102,6 @@ TEST_F(Guardados, ConservaPermisosYDueno) {
   EXPECT_EQ(estado.st_mode & 07777u, 0640u);
   EXPECT_EQ(estado.st_uid, dueno);
   EXPECT_EQ(leer(fichero), "nuevo");
-}
-
-TEST_F(Guardados, UnDiscoLlenoDejaElFicheroComoEstaba) {
-  const auto fichero = escribir("f", "viejo");
-  std::signal(SIGXFSZ, SIG_IGN);
-  struct rlimit antes {};
-  ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &antes), 0);
-  struct rlimit poco = antes;
-  poco.rlim_cur = 100'000;
-  ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &poco), 0);
-  const ListaRegistros lista = Lista(std::vector<std::string>(1000, std::string(600, 'x')));
-  const int numero = NumeroError([&] { GuardarRemesa(fichero, lista); });
-  ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &antes), 0);
-  EXPECT_EQ(numero, 61);
-  EXPECT_EQ(leer(fichero), "viejo");
-  EXPECT_EQ(nombres(), Nombres{"f"});
-  EXPECT_EQ(lista.size(), 1000u);
 }
 
 TEST_F(Guardados, UnaMuerteEnCualquierMomentoDejaLoViejoOLoNuevoEntero) {

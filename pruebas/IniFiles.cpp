@@ -49,7 +49,9 @@ const std::vector<Caso> kCasos{
     // Aquí va más lejos que ella, que según el sistema solo pliega las letras sin acento.
     {"[A\xf1o]\n\xd1u=\x80\n", "AÑO|ñU|€~ANO|ñu|-"},
     {"\xef\xbb\xbf[Año]\nñ=Ñandú€\n", "Año|ñ|Ñandú€"},
-    {"[S]\nñ=Ñ\n", "S|ñ|-~S|Ã±|Ã‘"},
+    // UTF-8 sin marca, si no puede ser otra cosa: con un solo byte suelto, es la página de códigos.
+    {"[S]\nñ=Ñ€\n", "S|ñ|Ñ€~S|Ã±|-"},
+    {"[S]\nñ=Ñ\nb=\xd1\n", "S|ñ|-~S|Ã±|Ã‘~S|b|Ñ"},
     {"\xff\xfe[\0S\0]\0\r\0\n\0a\0=\0\xac\x20"s, "S|a|€"},
     {"", "S|a|-"}};
 

@@ -299,9 +299,10 @@ const char* const kMensaje =
 struct CasoLeido {
   const char* quitar;
   const char* poner;
-  const char* avisos;              // "código elemento", separados por ", "
-  remesa::Posiciones donde{0, 0};  // de un 003
+  const char* avisos;  // "código elemento", separados por ", "
+  remesa::Posiciones donde{0, 0};
   std::string vale = {};
+  std::size_t registro = 2;  // el 003
 };
 
 const std::vector<CasoLeido> kLeidos{
@@ -367,9 +368,21 @@ const std::vector<CasoLeido> kLeidos{
      {119, 188},
      "ANA"},
     {"</DrctDbtTx><DbtrAgt>",
-     "<CdtrSchmeId><Id><PrvtId><Othr><Id>ES53000A12345678</Id><SchmeNm><Prtry>SEPA</Prtry></SchmeNm>"
-     "</Othr></PrvtId></Id></CdtrSchmeId></DrctDbtTx><DbtrAgt>",
-     ""},
+     "<CdtrSchmeId><Id><PrvtId><Othr><Id>ES53000A12345678</Id></Othr></PrvtId></Id></CdtrSchmeId></"
+     "DrctDbtTx><DbtrAgt>",
+     "",
+     {11, 45},
+     "ES53000A12345678",
+     1},
+    {"<CdtrSchmeId>", "<UltmtCdtr><Nm>U</Nm></UltmtCdtr><CdtrSchmeId>", "", {81, 150}, "U", 3},
+    {"</MndtRltd",
+     "<AmdmntInd>true</AmdmntInd><AmdmntInfDtls><OrgnlDbtrAgt><FinInstnId><Othr><Id>SMNDA</Id></Othr></"
+     "FinInstnId>"
+     "</OrgnlDbtrAgt></AmdmntInfDtls></MndtRltd",
+     "",
+     {255, 259},
+     "SMNDA",
+     3},
 };
 
 QString Cambiado(const char* quitar, const char* poner) {
@@ -394,9 +407,9 @@ TEST_F(NotasXml, LoQueUnMensajeDiceYLosRegistrosNo) {
           << TextoAviso(aviso).toStdString();
     }
     EXPECT_EQ(avisos.join(", ").toStdString(), caso.avisos);
-    ASSERT_EQ(leido.registros.size(), 6U) << leido.rechazo.toStdString();
+    ASSERT_EQ(leido.registros.size(), caso.registro == 3 ? 7U : 6U) << leido.rechazo.toStdString();
     if (caso.donde.desde > 0) {
-      EXPECT_EQ(remesa::Recortar(remesa::LeerCampo(leido.registros[2], caso.donde)), caso.vale);
+      EXPECT_EQ(remesa::Recortar(remesa::LeerCampo(leido.registros[caso.registro], caso.donde)), caso.vale);
     }
   }
   const std::pair<QString, const char*> rechazados[] = {

@@ -60,19 +60,22 @@ TEST_F(Tablas, IdaYVueltaDeLosFicheros) {
       {"uno\n   \n\rcuatro", "uno|   ||cuatro", "uno\r\ncuatro\r\n"},
       {"A\xD1O \x80\r\n\xA0\r\n\t\r\n", u"AÑO €|\u00A0|\t"_s, "A\xD1O \x80\r\n\xA0\r\n\t\r\n"},
       {QByteArray("a\0b\r\n", 5), QString::fromUtf16(u"a\0b", 3), QByteArray("a\0b\r\n", 5)},
+      {"\xEF\xBB\xBFΩ\n\nñ\n", "Ω||ñ", "\xEF\xBB\xBFΩ\r\nñ\r\n"},
+      {pruebas::Utf16("Ω\r\n", false), "Ω", pruebas::Utf16("Ω\r\n", false)},
       {"", "", ""},
   };
+  comunes::Codificacion codificacion;
   comunes::Rejilla rejilla;
   comunes::PrepararRejilla(rejilla, "Valor#40");
   for (const auto& [bytes, valores, grabado] : casos) {
     SCOPED_TRACE(bytes.toStdString());
     QString tabla = Escribir(bytes);
-    EXPECT_TRUE(CargarGrabarTabla("CARGAR", tabla, rejilla, nullptr));
+    EXPECT_TRUE(CargarGrabarTabla("CARGAR", tabla, rejilla, nullptr, &codificacion));
     QStringList leidos;
     for (int fila = 1; fila < rejilla.Rows(); ++fila)
       leidos += rejilla.TextMatrix(fila, 0);
     EXPECT_EQ(valores, leidos.join('|'));
-    EXPECT_TRUE(CargarGrabarTabla("REGRABAR", tabla, rejilla, nullptr));
+    EXPECT_TRUE(CargarGrabarTabla("REGRABAR", tabla, rejilla, nullptr, &codificacion));
     EXPECT_EQ(grabado, Leer());
   }
   QString otra = ruta("tabla.txt");
@@ -187,6 +190,22 @@ TEST_F(Tablas, ElementoSigueSuDescriptor) {
   QTest::keyClick(Visor(), Qt::Key_Tab);
   EXPECT_EQ("", Marca()) << "dar formato no es un cambio";
   EXPECT_EQ("1,00\r\n1.234,50\r\n", Leer());
+}
+
+TEST_F(Tablas, NiUnValorMuyLargoNiUnFicheroQueNoSeAbreSePierden) {
+  const QByteArray largo(40'000, 'x');
+  Abrir(largo + "\r\nuno\r\n");
+  Senalar(1);
+  Elemento()->end(false);
+  QTest::keyClick(Elemento(), Qt::Key_Backspace);
+  Pulsar("cmdAceptar");
+  Pulsar("cmdGrabar");
+  EXPECT_EQ(largo.chopped(1) + "\r\nuno\r\n", Leer());
+
+  frmTablas otra;
+  otra.PonerRuta(Escribir(QByteArray(1'000'001, 'x')));
+  const Cajas cajas{"Cancelar"};
+  EXPECT_FALSE(otra.Dimensionar(nullptr, 0, "Valor#40", "T(Z) A(I) L(255)", true));
 }
 
 TEST_F(Tablas, SalirYGrabarNoPierdenNada) {

@@ -30,7 +30,7 @@ std::optional<Dia> LeerFecha(std::string_view texto) {
 }
 
 bool EsAntigua(Dia fecha) {
-  return fecha.year() < 1900y;
+  return fecha.year() < year(1900);
 }
 
 std::string EscribirFecha(Dia fecha) {

@@ -92,11 +92,11 @@ bool EscribirPartes(const RepartoBloques& reparto, const std::vector<Parte>& par
   std::size_t total = 0;
   for (std::size_t b = 0; b < reparto.bloques(); ++b)
     total += reparto.adeudos(b) * kLongitudRegistro;
-  std::size_t escritos = 0;
   std::error_code error;
   const bool nueva = fs::create_directory(carpeta, error);
   if (error) throw ficheros::ErrorEjecucion(error, carpeta);
   try {
+    std::size_t escritos = 0;
     ficheros::EscrituraConjunta escritura(como.sustituir);
     for (std::size_t i = 0; i < partes.size(); ++i) {
       ficheros::EscrituraSegura& fichero = escritura.anadir(carpeta / partes[i].nombre);

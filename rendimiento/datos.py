@@ -1,7 +1,8 @@
 """Remesas de medida: válidas, sin nada que decir de ellas y siempre iguales."""
 
 ACREEDOR = "ES08000E77846772"
-CUENTA = "ES9121000418450200051332"
+CUENTA = "ES9121000418450200051332"  # del acreedor
+HOY, COBRO = "20261102", "20261201"
 
 
 def linea(texto):
@@ -13,21 +14,30 @@ def importe(n):
     return n % 200 + 1
 
 
-def hacer_remesa(ruta, adeudos, desde=0, nombre="DEUDOR"):
-    """`adeudos` adeudos, numerados desde `desde`. Con acentos en `nombre`, un aviso por letra al comprobarla."""
-    cola = (f"A{CUENTA}".ljust(39) + "CUOTA MENSUAL DE MANTENIMIENTO").ljust(198).encode() + b"\r\n"
+def cuenta(n):
+    """El IBAN de un deudor, cada uno el suyo."""
+    numero = f"{n:010d}"
+    digito = 11 - sum(p * (n // 10**i % 10) for i, p in enumerate((6, 3, 7, 9, 10, 5, 8, 4, 2, 1))) % 11
+    ccc = f"210004184{digito % 11 if digito != 10 else 1}{numero}"
+    return f"ES{98 - int(ccc + '142800') % 97:02d}{ccc}"
+
+
+def hacer_remesa(ruta, adeudos, desde=0, avisos=False):
+    """`adeudos` adeudos, numerados desde `desde`; con `avisos`, cuatro cada uno al comprobarla."""
+    nombre, concepto, tipo = ("PEÑA", "CUOTA DE AÑO", "FRSTZZZZ") if avisos else ("DEUDOR", "CUOTA MENSUAL", "RCUR    ")
+    cola = (" " * 14 + concepto).ljust(173).encode("cp1252") + b"\r\n"
     medio = "20200101".ljust(19)
     with open(ruta, "wb") as f:
-        f.write(linea(f"0119143001{ACREEDOR}".ljust(45) + "PRESENTADOR".ljust(70) + "20261101" + "PRE".ljust(35)
+        f.write(linea(f"0119143001{ACREEDOR}".ljust(45) + "PRESENTADOR".ljust(70) + HOY + f"PRE{HOY}12000000000".ljust(35)
                       + "21000418"))
-        f.write(linea((f"0219143002{ACREEDOR}".ljust(45) + "20991201" + "ACREEDOR").ljust(265) + CUENTA))
+        f.write(linea((f"0219143002{ACREEDOR}".ljust(45) + COBRO + "ACREEDOR").ljust(265) + CUENTA))
         for base in range(desde, desde + adeudos, 10000):
             f.write(b"".join(
-                f"0319143003{n:035d}MANDATO{n:<28d}RCUR    {importe(n):011d}{medio}{f'{nombre} {n}':<284}"
+                f"0319143003{n:035d}MANDATO{n:<28d}{tipo}{importe(n):011d}{medio}{f'{nombre} {n}':<284}A{cuenta(n)}"
                 .encode("cp1252") + cola
                 for n in range(base, min(base + 10000, desde + adeudos))))
         total = sum(importe(n) for n in range(desde, desde + adeudos))
-        for codigo, fecha, mas in (("04", "20991201", 2), ("05", "", 3)):
+        for codigo, fecha, mas in (("04", COBRO, 2), ("05", "", 3)):
             f.write(linea((codigo + ACREEDOR).ljust(37) + fecha + f"{total:017d}{adeudos:08d}{adeudos + mas:010d}"))
         f.write(linea(f"99{total:017d}{adeudos:08d}{adeudos + 5:010d}"))
 

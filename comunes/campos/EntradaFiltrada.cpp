@@ -11,6 +11,7 @@
 #include <QMimeData>
 #include <QScopedValueRollback>
 #include <algorithm>
+#include <limits>
 
 #include "comunes/campos/Blancos.h"
 #include "comunes/campos/CajaDescrita.h"
@@ -43,6 +44,9 @@ EstadoCaja estadoDe(const QLineEdit* linea) {
 
 EntradaFiltrada::EntradaFiltrada(QLineEdit* linea)
     : QValidator(linea), linea_(linea), ultimo_(linea->text()) {
+  // El límite de fábrica, 32767, cortaría sin decirlo un valor que ya estaba; cuánto se teclea lo dice el
+  // descriptor.
+  linea->setMaxLength(std::numeric_limits<int>::max());
   linea->setValidator(this);
 }
 

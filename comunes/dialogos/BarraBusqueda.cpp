@@ -10,6 +10,8 @@ using namespace Qt::StringLiterals;
 
 BarraBusqueda::BarraBusqueda(QWidget* padre) : QWidget(padre), ui_(std::make_unique<Ui::BarraBusqueda>()) {
   ui_->setupUi(this);
+  // El alto es de la caja en que se busca.
+  setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
   const auto siguiente = [this] { Buscar({}); };
   const auto anterior = [this] { Buscar(QTextDocument::FindBackward); };
   // De la ventana entera: oculta, la barra no recibiría sus teclas.

@@ -10,7 +10,10 @@ namespace comunes {
 /// La caja de una pregunta. La destruye al acabar, si no se fue antes con la ventana que la tenía.
 class CajaPropia {
  public:
-  CajaPropia() : caja_(new MyBox(QApplication::activeWindow())) {}
+  /// Encima de la ventana de `sobre`, si se ve: al pedirle que se ponga delante no es aún la activa.
+  explicit CajaPropia(const QWidget* sobre = nullptr)
+      : caja_(new MyBox(sobre != nullptr && sobre->isVisible() ? sobre->window()
+                                                               : QApplication::activeWindow())) {}
   ~CajaPropia() { delete caja_.data(); }
   CajaPropia(const CajaPropia&) = delete;
   CajaPropia& operator=(const CajaPropia&) = delete;

@@ -2,8 +2,8 @@
 
 #include <QFileInfo>
 
+#include "comunes/plataforma/Codificacion.h"
 #include "comunes/plataforma/LecturaTexto.h"
-#include "comunes/plataforma/Texto.h"
 
 namespace comunes {
 
@@ -15,7 +15,7 @@ constexpr qint64 kMaximo = 16 * 1024 * 1024;
 
 QStringList LineasFichero(const QString& ruta) {
   if (!QFileInfo::exists(ruta)) return {};
-  return PartirLineas(DesdeWindows1252(LeerBytes(ruta, kMaximo).toStdString()));
+  return PartirLineas(LeerTexto(LeerBytes(ruta, kMaximo)).texto);
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "comunes/dialogos/MiniHelp.h"
 
+#include <QScrollBar>
 #include <QShortcut>
 #include <algorithm>
 
@@ -33,7 +34,6 @@ MiniHelp::MiniHelp(QWidget* padre)
   connect(ui_->Tema, &VisorAyuda::movido, this, &MiniHelp::MarcarIndice);
   connect(ui_->Indice, &QTreeWidget::itemClicked, this, &MiniHelp::IrAlElegido);
   connect(ui_->Indice, &QTreeWidget::itemActivated, this, &MiniHelp::IrAlElegido);
-  ui_->Division->setSizes({230, 700});
   ui_->Division->setStretchFactor(1, 1);
 }
 
@@ -61,7 +61,19 @@ void MiniHelp::LlenarIndice() {
   }
   ui_->Indice->expandAll();
   ui_->Indice->setVisible(ui_->Indice->topLevelItemCount() > 1);
+  RepartirAncho();
   MarcarIndice();
+}
+
+/// Los títulos del índice, enteros si dejan a la página la mitad.
+void MiniHelp::RepartirAncho() {
+  const QAbstractItemView* indice = ui_->Indice;
+  const QWidget& ancha = isVisible() ? static_cast<const QWidget&>(*ui_->Division) : *this;
+  const int total = ancha.width() - ui_->Division->handleWidth();
+  const int entero = indice->sizeHintForColumn(0) + indice->verticalScrollBar()->sizeHint().width() +
+                     2 * indice->frameWidth() + 4;
+  const int suyo = std::min(entero, total / 2);
+  ui_->Division->setSizes({suyo, total - suyo});
 }
 
 /// Señala en el índice lo que se está leyendo.

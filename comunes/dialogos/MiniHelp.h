@@ -29,6 +29,7 @@ class MiniHelp : public QDialog {
  private:
   void Ampliar(int pasos);
   void LlenarIndice();
+  void RepartirAncho();
   void MarcarIndice();
   void IrAlElegido(QTreeWidgetItem* entrada);
 

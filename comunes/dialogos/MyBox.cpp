@@ -278,14 +278,17 @@ void MyBox::keyPressEvent(QKeyEvent* suceso) {
 }
 
 void MyBox::mousePressEvent(QMouseEvent* suceso) {
+  agarrada_ = suceso->button() == Qt::LeftButton;
   agarre_ = suceso->globalPosition().toPoint() - pos();
 }
 
 void MyBox::mouseMoveEvent(QMouseEvent* suceso) {
-  if (!(suceso->buttons() & Qt::LeftButton)) return;
+  if (!agarrada_ || !(suceso->buttons() & Qt::LeftButton)) return;
   const QPoint destino = suceso->globalPosition().toPoint() - agarre_;
   if ((destino - pos()).manhattanLength() < QApplication::startDragDistance()) return;
-  if (windowHandle() == nullptr || !windowHandle()->startSystemMove()) move(destino);
+  // El sistema la mueve hasta que se suelte: pedírselo otra vez la dejaría pegada al ratón.
+  agarrada_ = windowHandle() == nullptr || !windowHandle()->startSystemMove();
+  if (agarrada_) move(destino);
 }
 
 }  // namespace comunes

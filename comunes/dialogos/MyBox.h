@@ -150,7 +150,8 @@ class MyBox : public QDialog {
   GuiaPeticion guia_;
   QString escrito_;  // lo que había en el campo al dejarlo, antes de darle forma
   QColor color_;
-  QPoint agarre_;
+  QPoint agarre_;          ///< dónde se pulsó su superficie
+  bool agarrada_ = false;  ///< la mueve el ratón, y no el sistema
   int resultado_ = 0;
   int ranuraCancelar_ = -1;
   int columna_ = 0;

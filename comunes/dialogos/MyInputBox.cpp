@@ -206,7 +206,7 @@ bool MyBox::FiltrarEscape(QKeyEvent* tecla) {
 QString MyInputBox(const QString& Texto, const QString& Titulo, int Icono, const QString& Tipo,
                    const QString& Defecto, float Top, float Left, QWidget* Sobre, const QString& Tema,
                    const GuiaPeticion& Guia) {
-  CajaPropia caja;
+  CajaPropia caja(Sobre);
   caja->PonerTitulo(Titulo, Icono);
   caja->PonerMensaje(Texto);
   caja->PonerTema(Tema);

@@ -4,7 +4,7 @@ namespace comunes {
 
 int MyMsgBox(const QString& Texto, const QString& Titulo, int Icono, int Botones, int Defecto, float Top,
              float Left, QWidget* Sobre, bool Modal) {
-  CajaPropia caja;
+  CajaPropia caja(Sobre);
   caja->PonerTitulo(Titulo, Icono);
   caja->PonerMensaje(Texto);
   caja->PonerBotones(Botones, Defecto);

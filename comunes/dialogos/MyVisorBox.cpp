@@ -64,7 +64,7 @@ void MyBox::AceptarFila(const QModelIndex& fila) {
 
 QString MyVisorBox(const QString& Titulo, const QString& Columnas, const std::vector<QStringList>& Datos,
                    int Icono, const QString& Columna, float Top, float Left, QWidget* Sobre) {
-  CajaPropia caja;
+  CajaPropia caja(Sobre);
   caja->PonerTitulo(Titulo, Icono);
   caja->PonerRejilla(Columnas, Datos);
   if (Columna.isEmpty()) {

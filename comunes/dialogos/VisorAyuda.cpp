@@ -31,6 +31,11 @@ void Vestir(QTextDocument& documento) {
   documento.setDocumentMargin(12);
   for (QTextBlock bloque = documento.begin(); bloque.isValid(); bloque = bloque.next()) {
     QTextBlockFormat formato = bloque.blockFormat();
+    if (formato.nonBreakableLines()) {
+      // Lo que se teclea en la consola se parte, mejor que obligar a desplazar la página entera.
+      formato.setNonBreakableLines(false);
+      QTextCursor(bloque).setBlockFormat(formato);
+    }
     if (formato.headingLevel() == 0) continue;
     formato.setTopMargin(formato.headingLevel() == 1 ? 0 : 18);
     formato.setBottomMargin(6);
@@ -171,12 +176,14 @@ QVariant VisorAyuda::loadResource(int tipo, const QUrl& nombre) {
   }
 }
 
-/// Reducida a la anchura del visor, si no cabe.
+/// Reducida a la anchura del visor, si no cabe. Donde cada punto de la página son varios de la pantalla, los
+/// de la imagen que quepan en ellos no se pierden.
 QImage VisorAyuda::Ajustada(const QImage& imagen) const {
-  const int ancho = qRound(std::max(200, viewport()->width() - 24) * devicePixelRatioF());
-  if (imagen.width() <= ancho) return imagen;
-  QImage reducida = imagen.scaledToWidth(ancho, Qt::SmoothTransformation);
-  reducida.setDevicePixelRatio(devicePixelRatioF());
+  const int pagina = std::max(200, viewport()->width() - 24);
+  if (imagen.width() <= pagina) return imagen;
+  const int ancho = qRound(pagina * devicePixelRatioF());
+  QImage reducida = imagen.width() > ancho ? imagen.scaledToWidth(ancho, Qt::SmoothTransformation) : imagen;
+  reducida.setDevicePixelRatio(double{1} * reducida.width() / pagina);
   return reducida;
 }
 

@@ -4,7 +4,10 @@
 #include <QFileInfo>
 #include <QInputDialog>
 #include <QMessageBox>
+#include <algorithm>
 
+#include "comunes/dialogos/MyBox.h"
+#include "comunes/plataforma/Formatos.h"
 #include "comunes/plataforma/LecturaTexto.h"
 #include "comunes/plataforma/Texto.h"
 #include "comunes/plataforma/Ventanas.h"
@@ -58,6 +61,29 @@ bool CargarGrabar(const QString& Accion, QString& Ruta, const Contenido& conteni
   }
   Ruta = ruta;
   return true;
+}
+
+bool QuiereAbrir(const QString& texto) {
+  // Una línea se maqueta entera cada vez que cambia algo de ella: con un millón de caracteres se tarda del
+  // orden de un segundo en cada tecla. Cada línea ocupa, corta y todo, medio kilobyte.
+  constexpr qsizetype kLineaEnorme = 1'000'000;
+  constexpr qsizetype kMuchasLineas = 500'000;
+  constexpr qsizetype kLineasPorMega = 2'000;
+  qsizetype mayor = 0;
+  qsizetype lineas = 0;
+  comunes::RecorrerLineas(texto, [&](QStringView linea) {
+    mayor = std::max(mayor, linea.size());
+    ++lineas;
+  });
+  const auto numero = [](qsizetype n) { return comunes::FormatoNumero(static_cast<double>(n), 0); };
+  QString por;
+  if (mayor > kLineaEnorme)
+    por = u"una línea de %1 caracteres: tardará en verse y en responder a cada tecla."_s.arg(numero(mayor));
+  else if (lineas > kMuchasLineas)
+    por = u"%1 líneas: tardará en abrirse y ocupará unos %2 MB de memoria."_s.arg(
+        numero(lineas), numero(lineas / kLineasPorMega));
+  return por.isEmpty() || comunes::MyMsgBox(u"El fichero tiene %1;;¿ Desea abrirlo ?"_s.arg(por), {},
+                                            comunes::kIconoPregunta, 2, 2) == comunes::kAceptar;
 }
 
 }  // namespace herramientas

@@ -25,4 +25,8 @@ struct Contenido {
 /// todo o nada. Devuelve false si no se hizo nada. Lanza ficheros::ErrorEjecucion.
 bool CargarGrabar(const QString& Accion, QString& Ruta, const Contenido& contenido);
 
+/// Pregunta si abrir `texto` cuando tardaría: con una línea enorme, o con millones de ellas. true si no hay
+/// que preguntar o se contesta que sí.
+bool QuiereAbrir(const QString& texto);
+
 }  // namespace herramientas

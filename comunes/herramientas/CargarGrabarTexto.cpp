@@ -1,12 +1,12 @@
 #include "comunes/herramientas/CargarGrabarTexto.h"
 
 #include <QPlainTextEdit>
+#include <QVariant>
 #include <algorithm>
-#include <optional>
 
 #include "comunes/dialogos/MyBox.h"
 #include "comunes/herramientas/CargarGrabar.h"
-#include "comunes/plataforma/Formatos.h"
+#include "comunes/impresion/Progreso.h"
 #include "comunes/plataforma/LecturaTexto.h"
 #include "comunes/plataforma/Texto.h"
 #include "comunes/plataforma/Ventanas.h"
@@ -17,57 +17,68 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr const char* kUtf8 = "Utf8";
-constexpr const char* kMarca = "\xEF\xBB\xBF";
+constexpr const char* kCodificacion = "Codificacion";
+/// Líneas que entran de una vez en la caja: entre tanda y tanda se puede detener.
+constexpr qsizetype kLineasPorTanda = 5000;
 
-/// Lo que sigue a la marca, si es UTF-8 y una caja de texto lo devolvería igual.
-std::optional<QString> textoUtf8(const QByteArray& bytes) {
-  if (!bytes.startsWith(kMarca)) return {};
-  const QByteArray resto = bytes.sliced(3);
-  const QString texto = QString::fromUtf8(resto);
-  // Para un documento de Qt, estos tres son finales de párrafo.
-  const bool entero = std::none_of(texto.begin(), texto.end(), [](QChar c) {
-    return c == QChar(0x2029) || c == QChar(0xFDD0) || c == QChar(0xFDD1);
+/// Para un documento de Qt, estos tres son finales de párrafo: no los devolvería.
+bool loDevuelveLaCaja(const QString& texto) {
+  return std::none_of(texto.begin(), texto.end(), [](QChar c) {
+    return c == QChar::ParagraphSeparator || c == QChar(0xFDD0) || c == QChar(0xFDD1);
   });
-  return entero && texto.toUtf8() == resto ? std::optional(texto) : std::nullopt;
 }
 
-/// Una línea se maqueta entera cada vez que cambia algo de ella: con un millón de caracteres, la caja tarda
-/// del orden de un segundo en cada tecla.
-bool Desiste(const QStringList& lineas) {
-  constexpr qsizetype kLineaEnorme = 1'000'000;
-  qsizetype mayor = 0;
-  for (const QString& linea : lineas)
-    mayor = std::max(mayor, linea.size());
-  return mayor > kLineaEnorme && comunes::MyMsgBox(
-                                     u"El fichero tiene una línea de %1 caracteres: tardará en verse y en "
-                                     u"responder a cada tecla.;;¿ Desea abrirlo ?"_s.arg(
-                                         comunes::FormatoNumero(static_cast<double>(mayor), 0)),
-                                     {}, comunes::kIconoPregunta, 2, 2) != comunes::kAceptar;
+/// false si se detuvo, y la caja queda vacía. De una vez, millones de líneas tienen parada la ventana.
+bool llenar(QPlainTextEdit& caja, const QString& texto) {
+  caja.clear();
+  const comunes::Reloj reloj;
+  comunes::Avance avance(u"Cargando el texto…"_s);
+  const bool deshacer = caja.isUndoRedoEnabled();
+  caja.setUndoRedoEnabled(false);
+  QTextCursor cursor(caja.document());
+  QString tanda;
+  qsizetype lineas = 0;
+  qsizetype leido = 0;
+  bool seguir = true;
+  comunes::RecorrerLineas(texto, [&](QStringView linea) {
+    if (!seguir) return;
+    if (lineas > 0) tanda += u'\n';
+    tanda += linea;
+    leido += linea.size() + 1;
+    if (++lineas % kLineasPorTanda != 0) return;
+    cursor.insertText(tanda);
+    tanda.clear();
+    seguir = avance.avanzar(static_cast<double>(leido), static_cast<double>(texto.size()));
+  });
+  if (seguir)
+    cursor.insertText(tanda);
+  else
+    caja.clear();
+  caja.setUndoRedoEnabled(deshacer);
+  caja.moveCursor(QTextCursor::Start);
+  return seguir;
 }
 
 bool poner(const QByteArray& bytes, QPlainTextEdit& caja) {
-  const std::optional<QString> utf8 = textoUtf8(bytes);
-  const QString texto =
-      utf8 ? *utf8 : comunes::DesdeWindows1252({bytes.data(), static_cast<std::size_t>(bytes.size())});
-  const QStringList lineas = comunes::PartirLineas(texto);
-  if (Desiste(lineas)) return false;
-  const comunes::Reloj reloj;
-  caja.setProperty(kUtf8, utf8.has_value());
-  caja.setPlainText(lineas.join(u'\n'));
+  comunes::TextoLeido leido = comunes::LeerTexto(bytes);
+  const bool utf8 = leido.codificacion.unicode == QStringConverter::Utf8;
+  if (!loDevuelveLaCaja(leido.texto)) {
+    if (!utf8) {
+      comunes::Avisar(
+          u"El fichero está en %1 y tiene caracteres que este editor cambiaría.;;No se abre, para no "
+          u"estropearlo."_s.arg(leido.codificacion.Nombre()));
+      return false;
+    }
+    leido = {comunes::DesdeWindows1252({bytes.data(), static_cast<std::size_t>(bytes.size())}), {}};
+  }
+  if (!QuiereAbrir(leido.texto) || !llenar(caja, leido.texto)) return false;
+  caja.setProperty(kCodificacion, QVariant::fromValue(leido.codificacion));
   return true;
 }
 
 std::string bytesDe(const QPlainTextEdit& caja) {
-  const QString texto = TextoDe(caja);
-  const std::string lineas = EsUtf8(caja) ? kMarca + texto.toStdString() : comunes::AWindows1252(texto);
-  std::string bytes;
-  bytes.reserve(lineas.size() + lineas.size() / 16);
-  for (const char c : lineas) {
-    if (c == '\n') bytes += '\r';
-    bytes += c;
-  }
-  return bytes += "\r\n";
+  const QString texto = TextoDe(caja).replace(u'\n', u"\r\n"_s) + u"\r\n"_s;
+  return comunes::EscribirTexto(texto, CodificacionDe(caja));
 }
 
 }  // namespace
@@ -83,12 +94,12 @@ QString TextoDe(const QPlainTextEdit& caja) {
   return caja.document()->toRawText().replace(QChar::ParagraphSeparator, u'\n');
 }
 
-bool EsUtf8(const QPlainTextEdit& caja) {
-  return caja.property(kUtf8).toBool();
+comunes::Codificacion CodificacionDe(const QPlainTextEdit& caja) {
+  return caja.property(kCodificacion).value<comunes::Codificacion>();
 }
 
 qsizetype PrimeroSinGrabar(const QPlainTextEdit& caja) {
-  return EsUtf8(caja) ? -1 : comunes::PrimeroFueraDeWindows1252(TextoDe(caja));
+  return comunes::PrimeroSinEscribir(TextoDe(caja), CodificacionDe(caja));
 }
 
 }  // namespace herramientas

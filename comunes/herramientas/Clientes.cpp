@@ -32,8 +32,8 @@ QString Resumen(const ImportacionClientes& importacion) {
     QString varios;
   };
   const Parte partes[] = {
-      {EstadoCliente::Repetido, u"1 repetido, que ya está con el mismo nombre y número"_s,
-       u"%1 repetidos, que ya están con el mismo nombre y número"_s},
+      {EstadoCliente::Repetido, u"1 repetido (ya está con el mismo nombre y número)"_s,
+       u"%1 repetidos (ya están con el mismo nombre y número)"_s},
       {EstadoCliente::SinNombre, u"1 sin nombre"_s, u"%1 sin nombre"_s},
       {EstadoCliente::Sobran, u"1 línea con más datos que columnas"_s,
        u"%1 líneas con más datos que columnas"_s},
@@ -44,7 +44,7 @@ QString Resumen(const ImportacionClientes& importacion) {
   for (const Parte& parte : partes)
     if (const int cuantos = importacion.cuantos(parte.estado); cuantos > 0)
       fuera += cuantos == 1 ? parte.uno : parte.varios.arg(cuantos);
-  if (!fuera.isEmpty()) texto += u" No se añadirán: "_s + fuera.join(u"; "_s) + u'.';
+  if (!fuera.isEmpty()) texto += u" No se añadirán: "_s + fuera.join(u", "_s) + u'.';
   return texto;
 }
 

@@ -87,7 +87,7 @@ ImportacionClientes LeerClientes(const QByteArray& bytes, const Agenda& agenda) 
   if (leido.donde[kColNombre] < 0) {
     importacion.fallo =
         u"La primera línea del fichero ha de nombrar sus columnas: Código, Nombre, Teléfono, Fax y eMail, en "
-        "cualquier orden; al menos, Nombre."_s;
+        "cualquier orden. Al menos, Nombre."_s;
   } else if (leido.csv.comillasSinCerrar) {
     importacion.fallo =
         u"El fichero abre unas comillas que no se cierran: no se sabe dónde acaba cada dato."_s;

@@ -17,6 +17,7 @@ QStringList LineasAjustes(const QString& ruta) {
       u"OrigenQ19="_s,
       u"ExtensionQ19="_s,
       u"DestinoQ19="_s,
+      u"SoloAdeudosQ19="_s,
       u"ClientesZor="_s,
       u"[01]"_s,
       u"[02]"_s,

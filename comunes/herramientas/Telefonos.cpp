@@ -4,6 +4,7 @@
 #include <QFileInfo>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QShortcut>
 
 #include "comunes/dialogos/VistaRejilla.h"
 #include "comunes/herramientas/ListaContactos.h"
@@ -51,12 +52,19 @@ void Telefonos::conectar() {
   connect(ui_->cmdAnadir, &QPushButton::clicked, this, &Telefonos::anadir);
   connect(ui_->cmdCambiar, &QPushButton::clicked, this, &Telefonos::cambiar);
   connect(ui_->cmdQuitar, &QPushButton::clicked, this, &Telefonos::quitar);
-  connect(ui_->cmdImportar, &QPushButton::clicked, this, &Telefonos::importar);
+  connect(ui_->cmdImportar, &QPushButton::clicked, this, [this] {
+    importar();
+    ui_->Buscado->setFocus();
+  });
   connect(ui_->cmdImprimir, &QPushButton::clicked, this, &Telefonos::imprimir);
   connect(ui_->cmdCerrar, &QPushButton::clicked, this, &QDialog::accept);
   connect(ui_->AbrirListado, &QPushButton::clicked, this, [this] {
     const QString fallo = comunes::AbrirDocumento(documento_);
     if (!fallo.isEmpty()) decir(fallo);
+  });
+  connect(new QShortcut(QKeySequence::Find, this), &QShortcut::activated, this, [this] {
+    ui_->Buscado->setFocus();
+    ui_->Buscado->selectAll();
   });
   vigia_.addPath(QFileInfo(fichero_.ruta()).path());
   connect(&vigia_, &QFileSystemWatcher::directoryChanged, this, &Telefonos::refrescar);

@@ -9,6 +9,7 @@
 #include "comunes/dialogos/SelectorColor.h"
 #include "comunes/herramientas/CargarGrabarTexto.h"
 #include "comunes/herramientas/Encriptar.h"
+#include "comunes/herramientas/SalirSinGrabar.h"
 #include "comunes/plataforma/Texto.h"
 #include "comunes/plataforma/Ventanas.h"
 #include "ui_frmEditor.h"
@@ -77,7 +78,7 @@ bool frmEditor::Cargar(const QString& ruta, const QStringList& valores) {
   ui_->Valores->addItems(valores);
   ui_->cmdMas->setToolTip(valores.isEmpty() ? u"Este fichero no tiene líneas preparadas"_s
                                             : u"Enseña u oculta las líneas preparadas"_s);
-  ui_->Codificacion->setText(EsUtf8(*ui_->txtEditor) ? u"UTF-8"_s : u"Windows-1252"_s);
+  ui_->Codificacion->setText(CodificacionDe(*ui_->txtEditor).Nombre());
   Marcar(false);
   return true;
 }
@@ -111,13 +112,10 @@ void frmEditor::AvisarPerdida(qsizetype posicion) {
 }
 
 void frmEditor::reject() {
-  if (!ui_->txtEditor->property("Tag").toString().isEmpty()) {
-    raise();
-    activateWindow();
-    if (comunes::MyMsgBox(u"Datos han sido modificados. ¿ Desea salir sin grabar ?"_s, {},
-                          comunes::kIconoPregunta, 2, 2) != comunes::kAceptar)
-      return;
-  }
+  if (!ui_->txtEditor->property("Tag").toString().isEmpty() &&
+      !SalirSinGrabar(*this, ruta_, u"Datos han sido modificados. ¿ Desea salir sin grabar ?"_s,
+                      comunes::kIconoPregunta))
+    return;
   QDialog::reject();
 }
 
@@ -142,7 +140,11 @@ void frmEditor::AlternarPanel() {
 void frmEditor::Insertar(const QListWidgetItem* linea) {
   if (linea == nullptr) return;
   const QString texto = linea->text();
-  ui_->txtEditor->textCursor().insertText(texto.endsWith(u'=') ? texto : texto + u'\n');
+  QTextCursor cursor = ui_->txtEditor->textCursor();
+  // Lo cargado no trae el final de su última línea: ahí, la insertada se juntaría con ella.
+  const bool trasLaUltima = cursor.atEnd() && !cursor.hasSelection() && !cursor.atBlockStart();
+  cursor.insertText((trasLaUltima ? u"\n"_s : QString()) + texto +
+                    (texto.endsWith(u'=') ? QString() : u"\n"_s));
   ui_->txtEditor->ensureCursorVisible();
   ui_->txtEditor->setFocus();
 }

@@ -11,6 +11,7 @@
 #include "comunes/dialogos/MyBox.h"
 #include "comunes/dialogos/VistaRejilla.h"
 #include "comunes/herramientas/CargarGrabarTabla.h"
+#include "comunes/herramientas/SalirSinGrabar.h"
 #include "comunes/plataforma/Texto.h"
 #include "comunes/plataforma/Ventanas.h"
 #include "comunes/rejilla/MiVisor.h"
@@ -23,7 +24,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int kIconoSalir = 3;
-constexpr int kBotonesAceptarCancelar = 2;
 
 }  // namespace
 
@@ -73,7 +73,7 @@ void frmTablas::conectar() {
   connect(ui_->cmdSalir, &QPushButton::clicked, this, &QWidget::close);
 }
 
-void frmTablas::Dimensionar(const QWidget* Origen, int Ajuste, const QString& Columnas,
+bool frmTablas::Dimensionar(const QWidget* Origen, int Ajuste, const QString& Columnas,
                             const QString& Descriptor, bool Cargar) {
   comunes::PrepararRejilla(rejilla_, Columnas);
   const int columnas = comunes::PrepararVistaRejilla(*ui_->VisorTabla, modelo_);
@@ -88,7 +88,10 @@ void frmTablas::Dimensionar(const QWidget* Origen, int Ajuste, const QString& Co
   comunes::Describir(ui_->Elemento, Descriptor);
   editada_ = 0;
   sinValores_ = true;
-  if (Cargar && CargarGrabarTabla(u"CARGAR"_s, ruta_, rejilla_, ui_->VisorTabla)) {
+  if (Cargar) {
+    const bool conRuta = !ruta_.isEmpty();
+    const bool cargada = CargarGrabarTabla(u"CARGAR"_s, ruta_, rejilla_, ui_->VisorTabla, &codificacion_);
+    if (!cargada && conRuta) return false;
     sinValores_ =
         rejilla_.Rows() == rejilla_.FixedRows() + 1 && rejilla_.TextMatrix(rejilla_.FixedRows(), 0).isEmpty();
     PonerRuta(ruta_);
@@ -105,9 +108,10 @@ void frmTablas::Dimensionar(const QWidget* Origen, int Ajuste, const QString& Co
   adjustSize();
   resize(width() + ajuste, height());
   comunes::DisponerVentana(*this);
-  if (Origen == nullptr) return;
+  if (Origen == nullptr) return true;
   resize(Origen->width() + ajuste, height());
   move(Origen->mapToGlobal(QPoint(0, Origen->height())));
+  return true;
 }
 
 void frmTablas::editar(int fila) {
@@ -180,7 +184,8 @@ void frmTablas::mover(int pasos) {
 
 bool frmTablas::grabar() {
   comunes::DejarCampo(this);
-  if (avisarPerdida() || !CargarGrabarTabla(u"REGRABAR"_s, ruta_, rejilla_, ui_->VisorTabla)) return false;
+  if (avisarPerdida() || !CargarGrabarTabla(u"REGRABAR"_s, ruta_, rejilla_, ui_->VisorTabla, &codificacion_))
+    return false;
   PonerRuta(ruta_);
   marcar(false);
   const QString pendiente = ui_->Elemento->text();
@@ -197,6 +202,7 @@ bool frmTablas::grabar() {
 }
 
 bool frmTablas::avisarPerdida() {
+  if (codificacion_.unicode) return false;
   for (int fila = rejilla_.FixedRows(); fila < rejilla_.Rows(); ++fila) {
     const QString& valor = rejilla_.TextMatrix(fila, 0);
     if (comunes::CabeEnWindows1252(valor)) continue;
@@ -215,13 +221,10 @@ bool frmTablas::avisarPerdida() {
 }
 
 void frmTablas::reject() {
-  if (!ui_->VisorTabla->property("Tag").toString().isEmpty()) {
-    raise();
-    activateWindow();
-    if (comunes::MyMsgBox(u"Datos han sido modificados.;;¿ Desea salir sin grabar ?"_s, {}, kIconoSalir,
-                          kBotonesAceptarCancelar, 2) != comunes::kAceptar)
-      return;
-  }
+  if (!ui_->VisorTabla->property("Tag").toString().isEmpty() &&
+      !SalirSinGrabar(*this, ruta_, u"Datos han sido modificados.;;¿ Desea salir sin grabar ?"_s,
+                      kIconoSalir))
+    return;
   QDialog::reject();
 }
 

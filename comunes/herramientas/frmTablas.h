@@ -3,6 +3,7 @@
 #include <QDialog>
 #include <memory>
 
+#include "comunes/plataforma/Codificacion.h"
 #include "comunes/rejilla/ModeloRejilla.h"
 
 namespace herramientas {
@@ -26,8 +27,9 @@ class frmTablas : public QDialog {
 
   /// Prepara la ventana antes de enseñarla: columnas de la rejilla, descriptor de `Elemento` y, con `Cargar`,
   /// los valores del fichero. Se pone debajo de `Origen`, con su ancho más `Ajuste` twips; sin él, centrada y
-  /// con el ancho de las columnas más `Ajuste`. Lanza ficheros::ErrorEjecucion.
-  void Dimensionar(const QWidget* Origen, int Ajuste, const QString& Columnas, const QString& Descriptor,
+  /// con el ancho de las columnas más `Ajuste`. false si el operador no quiso cargar el fichero: no hay tabla
+  /// que enseñar. Lanza ficheros::ErrorEjecucion.
+  bool Dimensionar(const QWidget* Origen, int Ajuste, const QString& Columnas, const QString& Descriptor,
                    bool Cargar);
 
   /// Al cerrarse pregunta si hay cambios sin grabar.
@@ -57,6 +59,7 @@ class frmTablas : public QDialog {
   comunes::Rejilla rejilla_;
   comunes::ModeloRejilla modelo_;
   QString ruta_;
+  comunes::Codificacion codificacion_;
   int editada_ = 0;         ///< fila cuyo valor está en `Elemento`; 0, uno nuevo
   bool sinValores_ = true;  ///< la única fila es la que la rejilla trae vacía
   bool poniendo_ = false;

@@ -40,7 +40,7 @@ class VistaPrevia : public QDialog {
     connect(visor_, &QPrintPreviewWidget::paintRequested, this, [this, &dibujar](QPrinter* en) {
       const bool todas = dibujar(*en, kPaginasVistaPrevia);
       aviso_->setText(
-          u"Se muestran las primeras %1 páginas; se imprimirán todas."_s.arg(kPaginasVistaPrevia));
+          u"Se muestran las primeras %1 páginas. Se imprimirán todas."_s.arg(kPaginasVistaPrevia));
       aviso_->setVisible(!todas);
     });
     connect(visor_, &QPrintPreviewWidget::previewChanged, this, &VistaPrevia::actualizar);

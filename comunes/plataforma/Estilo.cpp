@@ -8,12 +8,41 @@ namespace comunes {
 
 namespace {
 
+constexpr int kOscuro = 128;  // la mitad de la luz de un color
+
 class EstiloLegible : public QProxyStyle {
  public:
+  using QProxyStyle::polish;
+
+  /// Lo que aconseja una caja vacía se queda casi negro en algunos escritorios oscuros.
+  void polish(QPalette& paleta) override {
+    QProxyStyle::polish(paleta);
+    if (paleta.color(QPalette::Base).lightness() >= kOscuro) return;
+    for (const auto grupo : {QPalette::Active, QPalette::Inactive}) {
+      QColor color = paleta.color(grupo, QPalette::Text);
+      color.setAlphaF(0.7F);
+      paleta.setColor(grupo, QPalette::PlaceholderText, color);
+    }
+  }
+
+  /// El color propio de un título se pensó para un fondo claro.
+  void drawControl(ControlElement cual, const QStyleOption* opcion, QPainter* pintor,
+                   const QWidget* control) const override {
+    const auto* titulo = qstyleoption_cast<const QStyleOptionHeader*>(opcion);
+    const QColor color = opcion->palette.color(QPalette::ButtonText);
+    if (cual != CE_HeaderLabel || titulo == nullptr || qGray(color.rgb()) >= kOscuro ||
+        opcion->palette.color(QPalette::Window).lightness() >= kOscuro)
+      return QProxyStyle::drawControl(cual, opcion, pintor, control);
+    QStyleOptionHeader claro = *titulo;
+    claro.palette.setColor(QPalette::ButtonText, QColor::fromHsl(color.hslHue(), color.hslSaturation(), 185));
+    QProxyStyle::drawControl(cual, &claro, pintor, control);
+  }
+
   void drawPrimitive(PrimitiveElement cual, const QStyleOption* opcion, QPainter* pintor,
                      const QWidget* control) const override {
     QProxyStyle::drawPrimitive(cual, opcion, pintor, control);
-    if (cual != PE_IndicatorCheckBox || opcion->palette.color(QPalette::Window).lightness() >= 128) return;
+    if (cual != PE_IndicatorCheckBox || opcion->palette.color(QPalette::Window).lightness() >= kOscuro)
+      return;
     // El borde de una casilla sin marcar es más oscuro que el fondo, también sobre uno oscuro.
     QColor borde = opcion->palette.color(QPalette::WindowText);
     borde.setAlphaF(0.7F);

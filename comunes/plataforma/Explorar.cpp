@@ -1,12 +1,17 @@
 #include "comunes/plataforma/Explorar.h"
 
+#include <QDialogButtonBox>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QFileSystemModel>
+#include <QIdentityProxyModel>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 #include <utility>
 
+#include "comunes/plataforma/Formatos.h"
 #include "comunes/plataforma/Texto.h"
 
 namespace comunes {
@@ -27,6 +32,48 @@ QString filtroQt(const FiltroFicheros& filtro) {
   return filtro.descripcion + u" ("_s + patrones.join(u' ') + u')';
 }
 
+/// Las fechas, los tamaños y los tipos, en el idioma del diálogo: el toolkit los escribe en el del sistema.
+class DatosEnEspanol : public QIdentityProxyModel {
+ public:
+  using QIdentityProxyModel::QIdentityProxyModel;
+
+  QVariant data(const QModelIndex& indice, int papel) const override {
+    const auto* ficheros = qobject_cast<const QFileSystemModel*>(sourceModel());
+    if (papel != Qt::DisplayRole || ficheros == nullptr) return QIdentityProxyModel::data(indice, papel);
+    const QModelIndex suyo = mapToSource(indice);
+    const QLocale usuario = LocaleUsuario();
+    const QLocale idioma = usuario.language() == QLocale::Spanish ? usuario : QLocale(u"es_ES"_s);
+    if (indice.column() == kColumnaTamano && !ficheros->isDir(suyo))
+      return idioma.formattedDataSize(ficheros->size(suyo), 1, QLocale::DataSizeTraditionalFormat);
+    if (indice.column() == kColumnaTipo)
+      return ficheros->isDir(suyo) ? u"Carpeta"_s
+                                   : (u"Fichero "_s + ficheros->fileInfo(suyo).suffix().toUpper()).trimmed();
+    if (indice.column() == kColumnaFecha)
+      return idioma.toString(ficheros->lastModified(suyo), QLocale::ShortFormat);
+    return QIdentityProxyModel::data(indice, papel);
+  }
+
+ private:
+  static constexpr int kColumnaTamano = 1;
+  static constexpr int kColumnaTipo = 2;
+  static constexpr int kColumnaFecha = 3;
+};
+
+/// El diálogo del toolkit da por carpeta, y apaga "Guardar", la ruta entera de un fichero que existe en la
+/// que enseña. Lo que no valga lo dice al aceptar.
+void dejarGuardar(QFileDialog& dialogo) {
+  auto* nombre = dialogo.findChild<QLineEdit*>();
+  auto* botones = dialogo.findChild<QDialogButtonBox*>();
+  QPushButton* guardar = botones != nullptr ? botones->button(QDialogButtonBox::Save) : nullptr;
+  if (nombre == nullptr || guardar == nullptr) return;
+  QObject::connect(
+      nombre, &QLineEdit::textChanged, guardar,
+      [guardar](const QString& texto) {
+        if (QFileInfo(texto).isAbsolute()) guardar->setEnabled(true);
+      },
+      Qt::QueuedConnection);
+}
+
 QStringList elegirConDialogo(const PeticionFicheros& peticion) {
   QFileDialog dialogo(peticion.propietario, peticion.titulo, peticion.carpeta);
   dialogo.setObjectName(u"DialogoFichero"_s);
@@ -36,6 +83,10 @@ QStringList elegirConDialogo(const PeticionFicheros& peticion) {
   dialogo.setOption(QFileDialog::DontConfirmOverwrite);
   dialogo.setOption(QFileDialog::HideNameFilterDetails);
   dialogo.setOption(QFileDialog::DontUseNativeDialog, !DialogoDelSistema());
+  if (!DialogoDelSistema()) {
+    dialogo.setProxyModel(new DatosEnEspanol(&dialogo));
+    if (!peticion.abrir) dejarGuardar(dialogo);
+  }
   QStringList filtros;
   for (const FiltroFicheros& filtro : peticion.filtros)
     filtros.append(filtroQt(filtro));

@@ -4,7 +4,6 @@
 #include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
-#include <QStringConverter>
 #include <algorithm>
 #include <array>
 #include <optional>
@@ -13,6 +12,7 @@
 #include <unordered_map>
 
 #include "comunes/plataforma/Aviso.h"
+#include "comunes/plataforma/Codificacion.h"
 #include "comunes/plataforma/Texto.h"
 
 namespace comunes {
@@ -117,10 +117,11 @@ std::string leerBytes(const QString& ruta) {
   QFile fichero(ruta);
   if (!fichero.open(QIODevice::ReadOnly)) return {};
   const QByteArray bytes = fichero.readAll();
-  // Con la marca de orden de UTF-8 o UTF-16; sin ella, la página de códigos.
+  // Con marca, lo que diga, aunque haya algo que no se pueda leer: lo demás se entiende.
   if (const auto codificacion = QStringConverter::encodingForData(bytes))
     return AWindows1252(QStringDecoder(*codificacion)(bytes));
-  return bytes.toStdString();
+  const TextoLeido leido = LeerTexto(bytes);
+  return leido.codificacion.unicode ? AWindows1252(leido.texto) : bytes.toStdString();
 }
 
 /// El último fichero leído se guarda: el editor pide unas sesenta claves del mismo por cada registro.

@@ -36,15 +36,19 @@ QString DecodificarTexto(const QByteArray& bytes) {
   return lector.hasError() ? DesdeWindows1252({bytes.data(), static_cast<std::size_t>(bytes.size())}) : texto;
 }
 
-QStringList PartirLineas(const QString& texto) {
-  QStringList lineas;
+void RecorrerLineas(QStringView texto, const std::function<void(QStringView linea)>& ver) {
   for (qsizetype desde = 0; desde < texto.size();) {
     const auto* salto =
         std::find_if(texto.begin() + desde, texto.end(), [](QChar c) { return c == u'\r' || c == u'\n'; });
     const qsizetype fin = salto - texto.begin();
-    lineas.append(texto.sliced(desde, fin - desde));
-    desde = fin + (QStringView(texto).mid(fin, 2) == u"\r\n" ? 2 : 1);
+    ver(texto.sliced(desde, fin - desde));
+    desde = fin + (texto.mid(fin, 2) == u"\r\n" ? 2 : 1);
   }
+}
+
+QStringList PartirLineas(const QString& texto) {
+  QStringList lineas;
+  RecorrerLineas(texto, [&](QStringView linea) { lineas.append(linea.toString()); });
   return lineas;
 }
 

@@ -6,6 +6,7 @@
 #include "ficheros/ErrorEjecucion.h"
 #include "iso20022/Exportacion.h"
 #include "iso20022/LecturaMensaje.h"
+#include "iso20022/Valores.h"
 #include "remesa/Comprobacion.h"
 
 using namespace fuzz;

@@ -222,12 +222,14 @@ void VentanaDevoluciones::imprimir() {
   comunes::Rejilla visor(u"VisorDevoluciones"_s);
   {
     const comunes::SinRedibujo quieta(visor);
+    // En vertical caben hasta las fechas; la cuenta y el mandato, además, en horizontal.
     comunes::PrepararRejilla(
-        visor, u"Nombre#28;Importe#11>;Cuenta#28;Referencia#20;Código#7;Motivo#30;Cobro#10;Devolución#10"_s);
+        visor,
+        u"Nombre#25;Importe#9>;Referencia#17;Código#6;Motivo#22;Cobro#9;Devolución#10;Cuenta#25;Mandato#15"_s);
     for (int fila = 0; fila < modelo_.rowCount(); ++fila) {
       const QStringList todas = celdas(fila);
       int columna = 0;
-      for (const int cual : {0, 1, 2, 3, 5, 6, 8, 9})
+      for (const int cual : {0, 1, 3, 5, 6, 8, 9, 2, 4})
         comunes::PonerCelda(visor, visor.FixedRows() + fila, columna++, todas[cual]);
     }
     comunes::Subtotales({}, visor, u"Total"_s, u"Nombre"_s, u"NOSORT"_s, {u"Importe"_s});
@@ -246,8 +248,9 @@ void VentanaDevoluciones::imprimir() {
   listado.carpeta = Ajuste(u"DestinoQ19"_s);
   listado.rotulos = [&] { return comunes::RotulosListado{kTituloListado, kTituloListado, kTituloListado}; };
   listado.imprimir = [&](comunes::TrabajoImpresion& trabajo, const comunes::AvanceImpresion& avance) {
-    return comunes::ImprimirRejilla(trabajo, visor, kTituloListado, true, ui_->Total->text(), true, -1, -1,
-                                    false, true, lineas, avance);
+    return comunes::ImprimirRejilla(trabajo, visor, kTituloListado, true,
+                                    todas ? ui_->Total->text() : ui_->Cuenta->text(), true, -1, -1, false,
+                                    true, lineas, avance);
   };
   const comunes::FinListado fin = comunes::ImprimirListado(listado);
   decir(fin.mensaje, fin.documento);

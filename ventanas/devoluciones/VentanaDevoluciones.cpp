@@ -30,12 +30,14 @@ using Marca = ModeloDevoluciones::Marca;
 /// Anchos y alineación de la casilla y de cada columna, y sus tipos, para ordenarlas.
 constexpr const char* kColumnas =
     "<Otra "
-    "vez#8;<Nombre#28;>Importe#11>;<Cuenta#28;<Referencia#20;<Mandato#18;<Código#7;<Motivo#30;<Consejo#44;"
-    "<Cobro#10;<Devolución#10;<En la remesa#30;<Concepto#34;<Acreedor#17;<Texto del banco#20;<Fichero "
+    "vez#7;<Nombre#25;>Importe#9>;<Cuenta#25;<Referencia#16;<Mandato#15;<Código#6;<Motivo#28;<Consejo#44;"
+    "<Cobro#9;<Devolución#9;<En la remesa#30;<Concepto#34;<Acreedor#17;<Texto del banco#20;<Fichero "
     "original#26;"
     "<Fichero#22";
 constexpr const char* kTipos = "TTITTTTTTFFTTTTTT";
 constexpr int kCasilla = 0;
+constexpr std::size_t kMuchas = 5000;
+constexpr std::chrono::milliseconds kEspera{200};
 
 QString Cuantas(std::size_t cuenta, const QString& una, const QString& varias) {
   return comunes::FormatoNumero(static_cast<double>(cuenta), 0) + u' ' + (cuenta == 1 ? una : varias);
@@ -86,7 +88,11 @@ VentanaDevoluciones::~VentanaDevoluciones() {
 void VentanaDevoluciones::conectar() {
   for (QWidget* control : {static_cast<QWidget*>(ui_->Buscado), static_cast<QWidget*>(ui_->Visor)})
     control->installEventFilter(this);
-  connect(ui_->Buscado, &QLineEdit::textChanged, this, &VentanaDevoluciones::filtrar);
+  // Con muchas, al acabar de escribir.
+  espera_.setSingleShot(true);
+  connect(&espera_, &QTimer::timeout, this, &VentanaDevoluciones::filtrar);
+  connect(ui_->Buscado, &QLineEdit::textChanged, this,
+          [this] { lote_.size() < kMuchas ? filtrar() : espera_.start(kEspera); });
   for (QListWidget* lista : {ui_->PorMotivo, ui_->PorAcreedor})
     connect(lista, &QListWidget::currentRowChanged, this, &VentanaDevoluciones::filtrar);
   connect(ui_->Visor->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
@@ -188,7 +194,7 @@ void VentanaDevoluciones::mostrarAvisos() {
   ui_->Avisos->setVisible(!avisos.isEmpty());
 }
 
-bool VentanaDevoluciones::cumple(std::size_t devolucion) const {
+bool VentanaDevoluciones::cumple(std::size_t devolucion, const QStringList& palabras) const {
   const QStringList& fila = filas_[devolucion];
   const int motivo = ui_->PorMotivo->currentRow(), acreedor = ui_->PorAcreedor->currentRow();
   constexpr int kCodigo = 5, kAcreedor = 12;
@@ -197,20 +203,21 @@ bool VentanaDevoluciones::cumple(std::size_t devolucion) const {
   };
   if (!esDe(motivo, recuento_.porMotivo, kCodigo) || !esDe(acreedor, recuento_.porAcreedor, kAcreedor))
     return false;
-  const QStringList palabras = herramientas::Plegar(ui_->Buscado->text()).split(u' ', Qt::SkipEmptyParts);
   return std::ranges::all_of(palabras,
                              [&](const QString& palabra) { return plegadas_[devolucion].contains(palabra); });
 }
 
 void VentanaDevoluciones::filtrar() {
+  espera_.stop();
   const int actual = modelo_.devolucion(ui_->Visor->currentIndex().row());
+  const QStringList palabras = herramientas::Plegar(ui_->Buscado->text()).split(u' ', Qt::SkipEmptyParts);
   {
     const comunes::SinRedibujo quieta(rejilla_);
     rejilla_.PonerRows(rejilla_.FixedRows());
     int fila = rejilla_.FixedRows();
     rejilla_.PonerRows(fila + static_cast<int>(lote_.size()));
     for (std::size_t i = 0; i < lote_.size(); ++i) {
-      if (!cumple(i)) continue;
+      if (!cumple(i, palabras)) continue;
       for (int columna = 0; columna < filas_[i].size(); ++columna)
         rejilla_.PonerTextMatrix(fila, columna + 1, filas_[i][columna]);
       rejilla_.PonerRowItem(fila++, static_cast<int>(i));

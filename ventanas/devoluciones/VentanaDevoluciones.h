@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDialog>
+#include <QTimer>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -48,7 +49,7 @@ class VentanaDevoluciones : public QDialog {
   void mostrarAvisos();
   /// Las filas que cumplen lo que se pide, en el orden que tuvieran.
   void filtrar();
-  bool cumple(std::size_t devolucion) const;
+  bool cumple(std::size_t devolucion, const QStringList& palabras) const;
   void ordenar(int columna);
   void mostrarMarcadas();
   void detallar();
@@ -78,6 +79,7 @@ class VentanaDevoluciones : public QDialog {
   QStringList avisosLectura_, avisosBusqueda_, avisosNueva_;
   comunes::Rejilla rejilla_;
   ModeloDevoluciones modelo_;  // se va antes que su rejilla
+  QTimer espera_;
   AlPresentar alPresentar_;
   QString documento_;  ///< último listado escrito
   int ordenada_ = -1;  ///< columna por la que el operador ordenó

@@ -9,6 +9,7 @@
 #include <QStyleOptionFrame>
 #include <QToolButton>
 #include <algorithm>
+#include <utility>
 
 #include "comunes/campos/CajaDescrita.h"
 #include "comunes/campos/Teclas.h"
@@ -86,6 +87,10 @@ FilaCampo::FilaCampo(int indice, QGridLayout& rejilla, QObject* padre) : QObject
   Ocultar();
 
   // Fuera de la pulsación: una ayuda técnica que pulsa espera a que acabe, y la caja que se abre es modal.
+  // Por qué no se escribió una tecla deja de importar en cuanto se escribe otra.
+  connect(caja_, &QLineEdit::textChanged, this, [this] {
+    if (!comunes::Tecleo().reescribiendo && std::exchange(dicho_, false)) refrescar();
+  });
   connect(quitar_, &QPushButton::clicked, this, &FilaCampo::quitarAcentos);
   connect(
       ayuda_, &QToolButton::clicked, this, [this] { emit pedida(this); }, Qt::QueuedConnection);
@@ -107,6 +112,7 @@ void FilaCampo::Preparar(const CampoDescrito& campo) {
   auto* descrita = comunes::Describir(caja_, descriptorCaja(campo));
   connect(descrita, &comunes::CajaDescrita::haEntrado, this, &FilaCampo::alEntrar, Qt::UniqueConnection);
   connect(descrita, &comunes::CajaDescrita::haSalido, this, &FilaCampo::alSalir, Qt::UniqueConnection);
+  connect(descrita, &comunes::CajaDescrita::rechazada, this, &FilaCampo::decir, Qt::UniqueConnection);
 
   pide_ = campo.editable && campo.ayuda != Ayuda::Ninguna;
   ayuda_->setToolTip(pide_ ? u"Escribir el valor (F4)"_s : QString());
@@ -233,6 +239,13 @@ void FilaCampo::alEntrar() {
 void FilaCampo::alSalir() {
   refrescar();
   emit haSalido(this);
+}
+
+void FilaCampo::decir(const QString& motivo) {
+  dicho_ = true;
+  observacion_->setText(motivo);
+  observacion_->setVisible(!ocultada_);
+  accesible();
 }
 
 void FilaCampo::refrescar() {

@@ -61,13 +61,15 @@ class FilaCampo : public QObject {
   void alEntrar();
   void alSalir();
   void refrescar();
+  void decir(const QString& motivo);
   void accesible();
   void ajustarAncho();
   void quitarAcentos();
 
   CampoDescrito campo_;
   QString original_;
-  QString rechazo_;  // lo que se rechazó al restaurar, y por qué
+  QString rechazo_;     // lo que se rechazó al restaurar, y por qué
+  bool dicho_ = false;  // la observación dice por qué no se escribió una tecla
   bool ocultada_ = true;
   bool pide_ = false;  // la ayuda admite pedir el valor
   QLabel* rotulo_;

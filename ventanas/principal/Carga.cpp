@@ -7,6 +7,7 @@
 #include "comunes/plataforma/Texto.h"
 #include "comunes/plataforma/Ventanas.h"
 #include "ficheros/ErrorEjecucion.h"
+#include "iso20022/LectorXml.h"
 #include "remesa/Fichero.h"
 #include "ui_frmUnirQ19.h"
 #include "ventanas/principal/Navegador.h"
@@ -56,9 +57,6 @@ bool frmUnirQ19::CargarFichero(const QString& ruta, VistaRegistros& lista) {
     decir(u"Lectura detenida: no se ha cargado el fichero."_s);
     rechazar(ruta, u"se detuvo la lectura"_s);
     return false;
-  } catch (const ficheros::ErrorEjecucion& error) {
-    rechazar(ruta, QString::fromStdString(error.texto()));
-    throw;
   }
   rutaActual_ = ruta;
   FicheroActual = comunes::Mayusculas(ruta);
@@ -72,6 +70,7 @@ void frmUnirQ19::cargarInicial(const QString& lineaOrdenes) {
   nombre.remove(u'"');
   if (nombre.isEmpty()) return;
   const QString ruta = comunes::RutaAbsoluta(nombre);
+  if (mirarDevoluciones(ruta)) return abrirDevoluciones({ruta});
   if (!EsQ19(ruta)) return;
   const comunes::Reloj reloj;
   if (!CargarFichero(ruta, *ui_->Acumulado)) return;
@@ -87,12 +86,24 @@ void frmUnirQ19::elegir(const QString& ruta) {
   decir({});
   rechazo_.clear();
   const QString marca = Marca(ruta);  // antes de leerlo: si cambia mientras tanto, no será la suya
-  if (!EsQ19(ruta)) return;
+  try {
+    if (mirarDevoluciones(ruta) && iso20022::EmpiezaComoXml(comunes::ARuta(ruta)))
+      return rechazar(ruta, u"es un XML con lo que el banco rechaza o devuelve, que se ve en Devoluciones"_s);
+    if (!EsQ19(ruta)) return;
+    const comunes::Reloj reloj;
+    if (!CargarFichero(ruta, *ui_->Preview)) return;
+  } catch (const std::exception& error) {
+    const auto* conocido = dynamic_cast<const ficheros::ErrorEjecucion*>(&error);
+    rechazar(ruta,
+             conocido != nullptr ? QString::fromStdString(conocido->texto()) : u"no se ha podido leer"_s);
+    throw;
+  }
   const comunes::Reloj reloj;
-  if (!CargarFichero(ruta, *ui_->Preview)) return;
   rutaPreview_ = ruta;
   marcaPreview_ = marca;
   resumenPreview_ = remesa::Resumir(ui_->Preview->lista(), true);
+  // Puede haberlo traído una comprobación, y no una pulsación en la lista.
+  navegador_->resaltar(ruta);
   mostrarObservaciones();
 }
 

@@ -30,7 +30,7 @@ QString frmUnirQ19::loQueSePierde(const QString& ruta) const {
   std::error_code error;
   const std::uintmax_t bytes = std::filesystem::file_size(fichero, error);
   if (error || bytes == 0) return {};
-  const QString tamano = comunes::FormatoNumero(static_cast<double>(bytes), 0) + u" bytes"_s;
+  const QString tamano = TextoCuenta(bytes, u"byte"_s, u"bytes"_s);
   try {
     if (remesa::ComprobarCabeza(fichero) == remesa::Cabeza::Q19) {
       comunes::Avance avance(u"Leyendo %1…"_s.arg(QFileInfo(ruta).fileName()));

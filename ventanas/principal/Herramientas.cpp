@@ -36,9 +36,9 @@ Herramientas::Herramientas(const Ui::frmUnirQ19& ui, QWidget& principal) : QObje
           [&principal] { comunes::MostrarAyuda(principal); });
   connect(ui.mnuAcercaDe, &QAction::triggered, &principal,
           [&principal] { herramientas::Presenta(u":/manual/Licencia"_s, &principal).exec(); });
-  ui.menuHerramientas->menuAction()->setVisible(ui.mnuTextos->isVisible() || ui.mnuTablas->isVisible() ||
-                                                ui.mnuCalculadora->isVisible() ||
-                                                ui.mnuTelefonos->isVisible() || ui.mnuComprobar->isVisible());
+  ui.menuHerramientas->menuAction()->setVisible(
+      ui.mnuTextos->isVisible() || ui.mnuTablas->isVisible() || ui.mnuCalculadora->isVisible() ||
+      ui.mnuTelefonos->isVisible() || ui.mnuComprobar->isVisible() || ui.mnuDevoluciones->isVisible());
 }
 
 void Herramientas::editarTabla(QWidget& principal) {
@@ -47,8 +47,7 @@ void Herramientas::editarTabla(QWidget& principal) {
   if (elegido.isEmpty() || traerLaDe<herramientas::frmTablas>(elegido)) return;
   auto tabla = std::make_unique<herramientas::frmTablas>();
   tabla->PonerRuta(comunes::RutaAbsoluta(elegido));
-  tabla->Dimensionar(nullptr, 0, u"Valor#40"_s, u"T(Z) A(I) L(255)"_s, true);
-  mostrar(tabla.release());
+  if (tabla->Dimensionar(nullptr, 0, u"Valor#40"_s, u"T(Z) A(I) L(255)"_s, true)) mostrar(tabla.release());
 }
 
 void Herramientas::editarTexto(QWidget& principal) {

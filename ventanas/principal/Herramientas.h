@@ -22,14 +22,20 @@ class Herramientas : public QObject {
   /// Cierra las ventanas abiertas. Cada una pregunta por lo que tenga sin guardar; false en cuanto una se
   /// queda.
   bool cerrarTodas();
+  /// La ventana de esa clase, delante; si no estaba abierta, una nueva.
+  template <typename Ventana>
+  Ventana* unica() {
+    for (const QPointer<QWidget>& ventana : abiertas_)
+      if (auto* suya = qobject_cast<Ventana*>(ventana.data()); suya && !suya->isHidden()) {
+        traer(*suya);
+        return suya;
+      }
+    auto* nueva = new Ventana;
+    mostrar(nueva);
+    return nueva;
+  }
 
  private:
-  template <typename Ventana>
-  void unica() {
-    for (const QPointer<QWidget>& ventana : abiertas_)
-      if (auto* suya = qobject_cast<Ventana*>(ventana.data()); suya && !suya->isHidden()) return traer(*suya);
-    mostrar(new Ventana);
-  }
   /// Trae la ventana de ese tipo que ya edita `ruta`; false si no la hay.
   template <typename Ventana>
   bool traerLaDe(const QString& ruta) {

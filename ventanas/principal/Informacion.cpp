@@ -54,6 +54,10 @@ frmUnirQ19::AvisosPreview frmUnirQ19::avisosPreview() const {
   AvisosPreview avisos;
   if (!rechazo_.isEmpty()) avisos.textos << rechazo_;
   if (rutaPreview_.isEmpty()) return avisos;
+  if (const QString aviso = avisoDevoluciones(); !aviso.isEmpty()) {
+    avisos.textos << aviso;
+    return avisos;
+  }
   if (!importadoVisible()) {
     using C = remesa::ClaseObservacion;
     const auto observaciones =

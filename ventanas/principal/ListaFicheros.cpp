@@ -98,6 +98,7 @@ void ListaFicheros::keyPressEvent(QKeyEvent* evento) {
     const QScopedValueRollback propio(aMano_, true);
     QListView::keyPressEvent(evento);
   }
+  // cppcheck-suppress knownConditionTrueFalse ; la tecla puede haber movido el resalte
   if (currentIndex() == antes && marcado() == resaltado) return;
   if (evento->isAutoRepeat()) {
     pendiente_ = true;

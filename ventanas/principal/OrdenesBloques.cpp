@@ -83,7 +83,7 @@ bool frmUnirQ19::reunir(const remesa::ListaRegistros& previo, const QString& que
     return false;
   }
   ponerConBloques(std::move(lista), reunion.procedencia);
-  contarBloques(std::move(recuento.resumidor), std::move(recuento.indice));
+  contarBloques(recuento.resumidor.resumen(), std::move(recuento.indice));
   return true;
 }
 
@@ -92,12 +92,12 @@ void frmUnirQ19::recalcularBloques() {
   Recuento recuento;
   const remesa::Procedencia procedencia = RehacerTotales(lista, recuento.alPasar());
   ponerConBloques(std::move(lista), procedencia);
-  contarBloques(std::move(recuento.resumidor), std::move(recuento.indice));
+  contarBloques(recuento.resumidor.resumen(), std::move(recuento.indice));
 }
 
-void frmUnirQ19::contarBloques(remesa::Resumidor resumidor, remesa::IndiceBloques indice) {
+void frmUnirQ19::contarBloques(const remesa::Resumen& resumen, remesa::IndiceBloques indice) {
   indice.terminarFichero();
-  resumenAcumulado_ = resumidor.resumen();
+  resumenAcumulado_ = resumen;
   indiceAcumulado_ = std::move(indice);
   mostrarObservaciones();
 }
@@ -150,7 +150,7 @@ void frmUnirQ19::ponerYSenalar(remesa::ListaRegistros lista, std::optional<std::
   const remesa::Procedencia procedencia = RehacerTotales(lista, recuento.alPasar());
   ui_->Acumulado->cambiar([&](remesa::ListaRegistros& suya) { suya = std::move(lista); });
   ui_->Acumulado->ponerActual(cual ? DondeQueda(procedencia, *cual, habia) : -1);
-  contarBloques(std::move(recuento.resumidor), std::move(recuento.indice));
+  contarBloques(recuento.resumidor.resumen(), std::move(recuento.indice));
 }
 
 QString frmUnirQ19::sobreOpcionales(const std::vector<std::size_t>& seleccion,

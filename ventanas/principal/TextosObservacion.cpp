@@ -153,7 +153,7 @@ QString TextoDeAcumulado(const Observacion& o) {
     case ClaseObservacion::TotalesNoCuadran:
       return u"Los totales no cuadran con los adeudos: %1"_s.arg(recalculo);
     case ClaseObservacion::TotalesPorBloque:
-      return u"Los totales son los de cada bloque; al importar, insertar o eliminar pasarán a correr de un "
+      return u"Los totales son los de cada bloque. Al importar, insertar o eliminar pasarán a correr de un "
              u"bloque a otro."_s;
     case ClaseObservacion::FaltanCabeceras:
       return SegunCabeceras(o, u"La remesa no tiene la cabecera %1."_s,

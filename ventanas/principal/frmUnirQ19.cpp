@@ -48,6 +48,7 @@ frmUnirQ19::frmUnirQ19(const QString& lineaOrdenes, QWidget* padre)
   conectar();
   leerAjustes();
   ui_->Importado->hide();
+  ui_->AbrirDevoluciones->hide();
   ui_->VisorPrt->hide();
   mirarAcumulado();
   // Como un evento más: si falla, la aplicación lo informa y la ventana sigue.
@@ -77,7 +78,8 @@ void frmUnirQ19::prepararControles() {
   ui_->AvisoPreview->enlace().setText(u"Conservar acreedores y fechas"_s);
   setTabOrder(ui_->Ficheros, ui_->AvisoPreview->boton());
   setTabOrder(ui_->AvisoPreview->boton(), &ui_->AvisoPreview->enlace());
-  setTabOrder(&ui_->AvisoPreview->enlace(), ui_->Preview);
+  setTabOrder(&ui_->AvisoPreview->enlace(), ui_->AbrirDevoluciones);
+  setTabOrder(ui_->AbrirDevoluciones, ui_->Preview);
   setTabOrder(ui_->Bloques, ui_->AvisoAcumulado->boton());
   setTabOrder(ui_->AvisoAcumulado->boton(), ui_->Acumulado);
   ui_->disposicionInfoPreview->setAlignment(ui_->disposicionTituloPreview, Qt::AlignTop);
@@ -151,6 +153,11 @@ void frmUnirQ19::conectar() {
   connect(ui_->AbrirListado, &QPushButton::clicked, this, &frmUnirQ19::abrirListado);
   connect(ui_->VerComprobacion, &QPushButton::clicked, this, &frmUnirQ19::comprobarGuardado);
   connect(ui_->mnuComprobar, &QAction::triggered, this, &frmUnirQ19::comprobar);
+  connect(ui_->mnuDevoluciones, &QAction::triggered, this, [this] { abrirDevoluciones({}); });
+  connect(ui_->AbrirDevoluciones, &QPushButton::clicked, this, [this] { abrirDevoluciones({devueltos_}); });
+  connect(ui_->Ficheros, &QListView::doubleClicked, this, [this] {
+    if (!devueltos_.isEmpty()) abrirDevoluciones({devueltos_});
+  });
   connect(ui_->Salir, &QPushButton::clicked, this, &QWidget::close);
   connect(ui_->Acumulado, &VistaRegistros::dobleClic, this, [this](int fila) { editar(fila); });
   for (VistaRegistros* lista : {ui_->Preview, ui_->Acumulado})
@@ -207,7 +214,9 @@ void frmUnirQ19::dropEvent(QDropEvent* evento) {
       [this, ruta] {
         activateWindow();
         navegador_->irA(ruta);
-        if (!QFileInfo(ruta).isDir()) elegir(ruta);
+        if (QFileInfo(ruta).isDir()) return;
+        elegir(ruta);
+        if (!devueltos_.isEmpty()) abrirDevoluciones({devueltos_});
       },
       Qt::QueuedConnection);
 }

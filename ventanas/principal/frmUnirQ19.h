@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "remesa/BloquesListas.h"
+#include "remesa/ListaRegistros.h"
 #include "remesa/ObservacionesBloques.h"
 #include "ventanas/principal/Veredicto.h"
 
@@ -85,7 +86,7 @@ class frmUnirQ19 : public QMainWindow {
                                  const std::vector<std::size_t>& conTodo);
   void ponerConBloques(remesa::ListaRegistros lista, const remesa::Procedencia& procedencia);
   void ponerYSenalar(remesa::ListaRegistros lista, std::optional<std::size_t> cual);
-  void contarBloques(remesa::Resumidor resumidor, remesa::IndiceBloques indice);
+  void contarBloques(const remesa::Resumen& resumen, remesa::IndiceBloques indice);
   QString textoBloques() const;
   std::vector<remesa::Observacion> observarConBloques() const;
 
@@ -108,6 +109,15 @@ class frmUnirQ19 : public QMainWindow {
   /// Enseña arriba el registro del hallazgo, del fichero `ruta`, que se lee otra vez si no es el que se ve.
   bool irEnPreview(const QString& ruta, const remesa::Hallazgo& hallazgo);
   void mostrarComprobaciones(OrigenHallazgos comprobada, const VistaRegistros* lista);
+
+  // Devoluciones.cpp
+  /// Abre la ventana de devoluciones, y en ella esos ficheros.
+  void abrirDevoluciones(const QStringList& rutas);
+  /// Apunta si el fichero que se elige trae lo que devuelve el banco; entonces hay un enlace que lo abre.
+  bool mirarDevoluciones(const QString& ruta);
+  /// Qué es el fichero de devoluciones previsualizado; vacío si no lo es.
+  QString avisoDevoluciones() const;
+  bool presentarOtraVez(remesa::ListaRegistros nueva);
 
   // Imprimir.cpp
   void imprimir();
@@ -141,6 +151,7 @@ class frmUnirQ19 : public QMainWindow {
   std::unique_ptr<Veredicto> veredicto_;     ///< Su comprobación.
   QString listado_;                          ///< Último listado escrito en un fichero.
   QString rutaPreview_;                      ///< Ruta de lo que muestra `Preview`.
+  QString devueltos_;                        ///< El último elegido, si trae lo que devuelve el banco.
   QString rechazo_;                          ///< El último fichero elegido no se ha tomado, y por qué.
   QString marcaPreview_;                     ///< Fecha y tamaño de ese fichero cuando se leyó.
   QHash<QString, QString> rutasImportadas_;  ///< De la ruta en mayúsculas a la ruta.
