@@ -16,7 +16,7 @@ std::filesystem::path RutaAbsoluta(const std::filesystem::path& ruta);
 struct Identidad {
   std::uint64_t unidad = 0;
   std::array<std::uint64_t, 2> numero{};
-  auto operator<=>(const Identidad&) const = default;
+  auto operator<=>(const Identidad&) const = default;  // NOLINT: ve un 0 en lo que genera el compilador
 };
 
 /// La de aquello a lo que lleva `ruta`; sin valor solo si no existe. Lanza ErrorEjecucion si no se puede

@@ -31,7 +31,7 @@ class Huellas {
 
  private:
   Entrada& sitio(std::uint64_t huella) {
-    std::size_t i = static_cast<std::size_t>((huella >> 32) * tabla_.size() >> 32);
+    auto i = static_cast<std::size_t>((huella >> 32) * tabla_.size() >> 32);
     while (tabla_[i].registro != 0 && tabla_[i].huella != huella)
       i = i + 1 < tabla_.size() ? i + 1 : 0;
     return tabla_[i];

@@ -33,6 +33,7 @@ std::vector<Parte> Juntar(const RepartoBloques& reparto, Clave clave) {
   for (const Rebanada& rebanada : Enteros(reparto))
     partes[clave(rebanada.bloque)].rebanadas.push_back(rebanada);
   std::vector<Parte> lista;
+  lista.reserve(partes.size());
   for (auto& [suya, parte] : partes)
     lista.push_back(std::move(parte));
   return lista;
