@@ -117,9 +117,7 @@ void Pain002::valorEstado(Estado& estado, QStringView ruta, const QString& texto
 void Pain002::valorOperacion(QStringView ruta, const QString& texto, const QString& moneda,
                              std::uint64_t linea) {
   if (PonerCampo(lote_, leida_, kCamposPain002, ruta, texto)) return;
-  if (ruta == u"OrgnlTxRef/Amt/InstdAmt")
-    leida_.importe = LeerImporte(lote_, texto, moneda, linea);
-  else if (ruta == u"OrgnlTxRef/IntrBkSttlmAmt" && !leida_.importe)
+  if (ruta == u"OrgnlTxRef/Amt/InstdAmt" || (ruta == u"OrgnlTxRef/IntrBkSttlmAmt" && !leida_.importe))
     leida_.importe = LeerImporte(lote_, texto, moneda, linea);
   else if (ruta == u"OrgnlTxRef/ReqdColltnDt")
     leida_.fechaCobro = LeerDia(texto);

@@ -149,7 +149,8 @@ void LectorPlano::terminar() {
 /// Las líneas que acaban solo en LF llegan juntas en un registro largo.
 void DarLineas(LectorPlano& lector, std::string_view registro) {
   if (registro.size() == remesa::kLongitudRegistro) return lector.linea(registro);
-  for (std::size_t lf; (lf = registro.find('\n')) != std::string_view::npos; registro.remove_prefix(lf + 1))
+  for (std::size_t lf = 0; (lf = registro.find('\n')) != std::string_view::npos;
+       registro.remove_prefix(lf + 1))
     lector.linea(registro.substr(0, lf));
   lector.linea(registro);
 }

@@ -1,5 +1,6 @@
 #include "devoluciones/Presentadas.h"
 
+#include <utility>
 #include <vector>
 
 #include "comunes/plataforma/Texto.h"
@@ -75,7 +76,7 @@ std::vector<AdeudoDeBloque> BloquesXml(const std::filesystem::path& ruta) {
       actual.importe = LeerCentimos(texto).value_or(0);
     } else if (nombre == kOperacion) {
       actual.bloque = comunes::AWindows1252(bloque);
-      adeudos.push_back(std::move(actual));
+      adeudos.push_back(std::exchange(actual, {}));
     }
   }
   return adeudos;

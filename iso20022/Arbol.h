@@ -25,7 +25,7 @@ class Arbol {
     std::vector<const Nodo*> hijos;
 
     /// El de ese nombre, que puede ser el de cualquiera de las dos versiones; nullptr si no está en la tabla.
-    const Nodo* hijo(QStringView nombre) const;
+    const Nodo* hijo(QStringView buscado) const;
     /// "PmtInf/DrctDbtTxInf/PmtId"
     QString ruta() const;
   };

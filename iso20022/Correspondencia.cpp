@@ -184,8 +184,9 @@ Tabla::Tabla() {
     if (c.uso == Uso::Ambos)
       deClase_[static_cast<std::size_t>(c.grado)][static_cast<std::size_t>(c.clase)].push_back(entrada);
     if (partes.empty()) elementos.push_back({&c, 0, std::string(c.ruta), c.uso});
-    for (std::uint8_t i = 0; i < partes.size(); ++i)
-      elementos.push_back({&c, i, std::string(c.ruta).append("/").append(partes[i].ruta),
+    for (std::size_t i = 0; i < partes.size(); ++i)
+      elementos.push_back({&c, static_cast<std::uint8_t>(i),
+                           std::string(c.ruta).append("/").append(partes[i].ruta),
                            c.uso == Uso::SoloLeer ? c.uso : partes[i].uso});
   }
 }

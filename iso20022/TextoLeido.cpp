@@ -36,8 +36,7 @@ bool ABytes(QStringView texto, std::string& bytes) {
   // Compuesta, una letra con su acento es un carácter.
   const QString compuesto = texto.toString().normalized(QString::NormalizationForm_C);
   QString limpio;
-  for (qsizetype i = 0; i < compuesto.size(); ++i) {
-    const QChar c = compuesto[i];
+  for (const QChar c : compuesto) {
     if (EsControl(c))
       limpio += u' ';
     else if (comunes::CabeEnWindows1252(QString(c)) || c.isSurrogate())
