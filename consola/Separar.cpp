@@ -74,6 +74,7 @@ Salida Separar(const PeticionSeparar& peticion) {
     const remesa::Separacion como = ComoSePide(peticion);
     const std::vector<remesa::Parte> partes = Separar(lectura.reparto(), como);
     std::vector<Sustituido> sustituidos;
+    sustituidos.reserve(partes.size());
     for (const remesa::Parte& parte : partes)
       sustituidos.emplace_back(carpeta / parte.nombre);
     {

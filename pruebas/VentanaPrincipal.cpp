@@ -324,13 +324,13 @@ TEST_F(VentanaPrincipal, ControlesTeclasYOrden) {
 
   v.Ficheros->setFocus();
   QStringList orden;
-  for (int i = 0; i < 13; ++i) {
+  for (int i = 0; i < 14; ++i) {
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     orden << QApplication::focusWidget()->objectName();
   }
-  EXPECT_EQ(orden,
-            QStringList({"Preview", "Importar", "Acumulado", "Empezar", "cmdInsertar", "cmdEliminar", "RefI",
-                         "SoloAdeudos", "cmdImprimir", "Guardar", "Salir", "Disco", "Carpetas"}));
+  EXPECT_EQ(orden, QStringList({"Preview", "Importar", "Bloques", "Acumulado", "Empezar", "cmdInsertar",
+                                "cmdEliminar", "RefI", "SoloAdeudos", "cmdImprimir", "Guardar", "Salir",
+                                "Disco", "Carpetas"}));
 }
 
 TEST_F(VentanaPrincipal, ImprimirEnUnDocumento) {

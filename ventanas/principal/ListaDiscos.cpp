@@ -26,7 +26,7 @@ bool EsDelSistema(const QStorageInfo& volumen) {
 
 QString Texto(const QStorageInfo& volumen) {
   QString raiz = QDir::toNativeSeparators(volumen.rootPath());
-  if (raiz.endsWith(":\\"_L1)) raiz.chop(1);
+  if (raiz.endsWith(R"(:\)"_L1)) raiz.chop(1);
   const QString nombre = volumen.name();
   return nombre.isEmpty() ? raiz : raiz + u" ["_s + nombre + u']';
 }

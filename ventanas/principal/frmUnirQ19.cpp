@@ -142,7 +142,7 @@ void frmUnirQ19::conectar() {
   connect(ui_->Bloques, &QCheckBox::toggled, this, &frmUnirQ19::cambiarBloques);
   connect(&ui_->AvisoPreview->enlace(), &QPushButton::clicked, this, [this] {
     ui_->Bloques->setFocus();
-    ui_->Bloques->setChecked(true);
+    if (!conBloques()) ui_->Bloques->click();
   });
   prepararMenuRemesa();
   connect(ui_->Empezar, &QPushButton::clicked, this, &frmUnirQ19::empezar);
