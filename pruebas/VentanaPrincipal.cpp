@@ -328,9 +328,9 @@ TEST_F(VentanaPrincipal, ControlesTeclasYOrden) {
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     orden << QApplication::focusWidget()->objectName();
   }
-  EXPECT_EQ(orden,
-            QStringList({"Preview", "Importar", "Acumulado", "Empezar", "cmdInsertar", "cmdEliminar", "RefI",
-                         "SoloAdeudos", "cmdImprimir", "Guardar", "Salir", "Disco", "Carpetas"}));
+  EXPECT_EQ(orden, QStringList({"Preview", "Importar", "Bloques", "Acumulado", "Empezar", "cmdInsertar",
+                                "cmdEliminar", "RefI", "SoloAdeudos", "cmdImprimir", "Guardar", "Salir",
+                                "Disco", "Carpetas"}));
 }
 
 TEST_F(VentanaPrincipal, ImprimirEnUnDocumento) {
