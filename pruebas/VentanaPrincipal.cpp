@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QDropEvent>
+#include <QMenuBar>
 #include <QMimeData>
 #include <QTimer>
 
@@ -309,9 +310,12 @@ TEST_F(VentanaPrincipal, ControlesTeclasYOrden) {
   }
   for (const char* nombre : {"etiDisco", "etiCarpetas", "etiFicheros", "etiPreview", "etiAcumulado"})
     mnemonicos += QKeySequence::mnemonic(v.texto(nombre)).toString();
+  mnemonicos += QKeySequence::mnemonic(v.hijo<QCheckBox>("Bloques")->text()).toString();
+  for (const QAction* menu : v.hijo<QMenuBar>("Menu")->actions())
+    mnemonicos += QKeySequence::mnemonic(menu->text()).toString();
   mnemonicos.remove("Alt+");
   std::sort(mnemonicos.begin(), mnemonicos.end());
-  EXPECT_EQ(mnemonicos.size(), 14);
+  EXPECT_EQ(mnemonicos.size(), 18);
   EXPECT_EQ(std::adjacent_find(mnemonicos.begin(), mnemonicos.end()), mnemonicos.end())
       << mnemonicos.toStdString();
   for (auto* lista : {v.Preview, v.Acumulado})
@@ -324,7 +328,7 @@ TEST_F(VentanaPrincipal, ControlesTeclasYOrden) {
 
   v.Ficheros->setFocus();
   QStringList orden;
-  for (int i = 0; i < 13; ++i) {
+  for (int i = 0; i < 14; ++i) {
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     orden << QApplication::focusWidget()->objectName();
   }
