@@ -108,6 +108,40 @@ TEST_F(PruebaConsola, RepetidosYSalidaSobreUnaEntrada) {
   EXPECT_EQ(Registros(leer(ruta("Añil.Q19")), "03").size(), 45 + 20);
 }
 
+TEST_F(PruebaConsola, UnePorBloquesYSepara) {
+  const QStringList nombres{ejemplo("gimnasio-acuario.Q19"), ejemplo("academia-dos-cobros.Q19")};
+  const Salida unida = q19(QStringList{"unir", "--bloques", "--renovar", "-o", "todo"} + nombres);
+  ASSERT_EQ(unida.codigo, 0) << unida.avisado.toStdString();
+  EXPECT_TRUE(
+      unida.dicho.startsWith("Ficheros: 2\nBloques: 3 (2 acreedores)\nAdeudos: 63\nTotal: 3.190,80 €\n"))
+      << unida.dicho.toStdString();
+  EXPECT_FALSE(unida.avisado.contains("irán al de la remesa")) << unida.avisado.toStdString();
+  const QByteArray todo = leer(ruta("todo.Q19")), primera = leer(nombres[0]);
+  EXPECT_EQ(todo.left(115), primera.left(115));
+  EXPECT_NE(todo.mid(115, 30), primera.mid(115, 30));
+  EXPECT_EQ(todo.mid(145, 13), primera.mid(145, 13)) << "lo del presentador";
+  EXPECT_EQ(Registros(todo, "02").size(), 3);
+
+  const Salida partes = q19({"separar", "todo.Q19", "-o", "partes", "--por", "acreedor"});
+  ASSERT_EQ(partes.codigo, 0) << partes.avisado.toStdString();
+  EXPECT_EQ(QDir(ruta("partes")).entryList(QDir::Files | QDir::Hidden),
+            QStringList({"ES33000B99654105_20261201_1.Q19", "ES70000B99812034_20261201_2.Q19"}));
+  const Salida otra = q19({"separar", "todo.Q19", "-o", "partes"});
+  EXPECT_EQ(otra.codigo, 1);
+  EXPECT_TRUE(otra.avisado.contains("ES33000B99654105_20261201_1.Q19: El archivo ya existe (error 58)"))
+      << otra.avisado.toStdString();
+  EXPECT_EQ(QDir(ruta("partes")).count() - 2, 2U);
+  EXPECT_EQ(q19({"separar", "todo.Q19", "-o", "partes", "--cada", "5", "--por", "fecha"}).codigo, 2);
+
+  // Un adeudo sin cabecera, en cualquiera de ellos: no se escribe nada.
+  const QString mala = escribir("mala.Q19", primera.left(602) + primera.mid(602 * 2));
+  const Salida no = q19(QStringList{"unir", "--bloques", "-o", "no"} + nombres + QStringList{mala});
+  EXPECT_EQ(no.codigo, 1);
+  EXPECT_TRUE(no.avisado.contains("mala.Q19: El registro 2 es un adeudo sin ninguna cabecera"))
+      << no.avisado.toStdString();
+  EXPECT_FALSE(QFile::exists(ruta("no.Q19")));
+}
+
 // Si de un fichero se perderían todos los adeudos no se escribe nada, salvo que se pida.
 TEST_F(PruebaConsola, NoUneLoQueSePerderiaEntero) {
   const QByteArray buena = leer(ejemplo("gimnasio-acuario.Q19"));

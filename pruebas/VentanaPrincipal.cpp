@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QDropEvent>
+#include <QMenuBar>
 #include <QMimeData>
 #include <QTimer>
 
@@ -309,9 +310,12 @@ TEST_F(VentanaPrincipal, ControlesTeclasYOrden) {
   }
   for (const char* nombre : {"etiDisco", "etiCarpetas", "etiFicheros", "etiPreview", "etiAcumulado"})
     mnemonicos += QKeySequence::mnemonic(v.texto(nombre)).toString();
+  mnemonicos += QKeySequence::mnemonic(v.hijo<QCheckBox>("Bloques")->text()).toString();
+  for (const QAction* menu : v.hijo<QMenuBar>("Menu")->actions())
+    mnemonicos += QKeySequence::mnemonic(menu->text()).toString();
   mnemonicos.remove("Alt+");
   std::sort(mnemonicos.begin(), mnemonicos.end());
-  EXPECT_EQ(mnemonicos.size(), 14);
+  EXPECT_EQ(mnemonicos.size(), 18);
   EXPECT_EQ(std::adjacent_find(mnemonicos.begin(), mnemonicos.end()), mnemonicos.end())
       << mnemonicos.toStdString();
   for (auto* lista : {v.Preview, v.Acumulado})

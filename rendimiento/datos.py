@@ -1,5 +1,7 @@
 """Remesas de medida: válidas, sin nada que decir de ellas y siempre iguales."""
 
+import random
+
 ACREEDOR = "ES08000E77846772"
 CUENTA = "ES9121000418450200051332"  # del acreedor
 HOY, COBRO = "20261102", "20261201"
@@ -40,6 +42,37 @@ def hacer_remesa(ruta, adeudos, desde=0, avisos=False):
         for codigo, fecha, mas in (("04", COBRO, 2), ("05", "", 3)):
             f.write(linea((codigo + ACREEDOR).ljust(37) + fecha + f"{total:017d}{adeudos:08d}{adeudos + mas:010d}"))
         f.write(linea(f"99{total:017d}{adeudos:08d}{adeudos + 5:010d}"))
+
+
+def hacer_bloques(ruta, adeudos, desde=0, mezclados=False):
+    """Dos acreedores y tres fechas de cobro, con los adeudos por orden de referencia o, en cada bloque, en cualquiera."""
+    azar, n, general = random.Random(desde), desde, (0, 0, 1)
+    cola = (" " * 14 + "CUOTA MENSUAL").ljust(173).encode("cp1252") + b"\r\n"
+
+    def totales(*sumas):
+        return tuple(map(sum, zip(*sumas)))
+
+    with open(ruta, "wb") as f:
+        f.write(linea(f"0119143001{ACREEDOR}".ljust(45) + "PRESENTADOR".ljust(70) + HOY + f"PRE{HOY}12000000000".ljust(35)
+                      + "21000418"))
+        for acreedor in (ACREEDOR, "ES03000W9614457A"):
+            suyo = (0, 0, 0)
+            for dia in ("01", "15", "22"):
+                f.write(linea((f"0219143002{acreedor}".ljust(45) + COBRO[:6] + dia + "ACREEDOR").ljust(265) + CUENTA))
+                numeros = list(range(n, n + adeudos // 6))
+                n += len(numeros)
+                if mezclados:
+                    azar.shuffle(numeros)
+                f.write(b"".join(
+                    f"0319143003{i:035d}MANDATO{i:<28d}RCUR    {importe(i):011d}{'20200101':<19}{f'DEUDOR {i}':<284}A{cuenta(i)}"
+                    .encode("cp1252") + cola for i in numeros))
+                bloque = (sum(map(importe, numeros)), len(numeros), len(numeros) + 2)
+                f.write(linea(("04" + acreedor).ljust(37) + COBRO[:6] + dia + "%017d%08d%010d" % bloque))
+                suyo = totales(suyo, bloque)
+            suyo = totales(suyo, (0, 0, 1))
+            f.write(linea(("05" + acreedor).ljust(37) + "%017d%08d%010d" % suyo))
+            general = totales(general, suyo)
+        f.write(linea("99%017d%08d%010d" % totales(general, (0, 0, 1))))
 
 
 def hacer_tabla(ruta, filas):

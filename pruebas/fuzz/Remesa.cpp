@@ -3,9 +3,11 @@
 #include <algorithm>
 
 #include "Objetivo.h"
+#include "consola/UnionBloques.h"
 #include "consola/UnionFlujo.h"
 #include "pruebas/Registros.h"
 #include "remesa/Adeudos.h"
+#include "remesa/BloquesListas.h"
 #include "remesa/Fichero.h"
 #include "remesa/Guardado.h"
 #include "remesa/Validez.h"
@@ -80,6 +82,33 @@ void MirarCopia(ListaRegistros lista, std::size_t desde) {
   }
 }
 
+/// Lo que no entra en un bloque es lo único que impide reunirlas.
+void MirarBloques(const std::vector<std::filesystem::path>& rutas, std::size_t bufer) {
+  ListaRegistros lista;
+  Registros deudores;
+  bool sinDueno = false;
+  consola::UnionBloques lectura(bufer);
+  for (const auto& ruta : rutas) {
+    const ListaRegistros previo = LeerFichero(ruta);
+    sinDueno = ReunirBloques(lista, previo).impide.has_value();
+    lectura.leer(ruta);
+    Exigir(sinDueno == (lectura.reparto().indice().avisos().sinDueno != 0), "a los dos les falta el dueño");
+    if (sinDueno) return;
+    std::ranges::move(Deudores(previo), std::back_inserter(deudores));
+  }
+  lectura.reparto().ordenar();
+  std::string porFlujo;
+  EscribirBloques(lectura.reparto(), Enteros(lectura.reparto()), lectura.fuente(), {},
+                  [&](std::string_view bytes) { porFlujo += bytes; });
+  const auto salida = Ruta("salida");
+  GuardarRemesa(salida, lista);
+  Exigir(Leer(salida) == porFlujo, "por bloques, el flujo escribe lo mismo que las listas");
+  Registros salen = Deudores(lista);
+  std::ranges::sort(salen);
+  std::ranges::sort(deudores);
+  Exigir(salen == deudores, "los bloques conservan los adeudos");
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* datos, std::size_t largo) {
@@ -106,6 +135,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* datos, std::size_t lar
     error = NumeroError([&] { totales = RecalcularTotales(acumulado); });
     Exigir(Deudores(acumulado) == deudores, "la fusión conserva los adeudos y su orden");
   } while (!entrada.resto().empty() && rutas.size() < kMaxFicheros);
+
+  MirarBloques(rutas, consola::LectorRegistros::kBuferMinimo + sorteo);
 
   const auto salida = Ruta("salida");
   std::vector<Observacion> observaciones;
