@@ -86,11 +86,10 @@ void MirarCopia(ListaRegistros lista, std::size_t desde) {
 void MirarBloques(const std::vector<std::filesystem::path>& rutas, std::size_t bufer) {
   ListaRegistros lista;
   Registros deudores;
-  bool sinDueno = false;
   consola::UnionBloques lectura(bufer);
   for (const auto& ruta : rutas) {
     const ListaRegistros previo = LeerFichero(ruta);
-    sinDueno = ReunirBloques(lista, previo).impide.has_value();
+    const bool sinDueno = ReunirBloques(lista, previo).impide.has_value();
     lectura.leer(ruta);
     Exigir(sinDueno == (lectura.reparto().indice().avisos().sinDueno != 0), "a los dos les falta el dueño");
     if (sinDueno) return;
