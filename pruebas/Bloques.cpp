@@ -107,7 +107,7 @@ Registros UnirLlano(const Registros& acumulada, const Registros& previo) {
           ++delBloque[2];
           if (A600(r).substr(7, 3) != "003") continue;
           ++delBloque[1];
-          delBloque[0] += std::atoll(A600(r).substr(88, 11).c_str());
+          delBloque[0] += std::strtoll(A600(r).substr(88, 11).c_str(), nullptr, 10);
         }
       salida.push_back(A600("04" + A600(acreedor).substr(0, 35) + b.fecha() + Cifras(delBloque[0], 17) +
                             Cifras(delBloque[1], 8) + Cifras(delBloque[2], 10)));
@@ -260,7 +260,7 @@ std::string Hallazgos(const std::filesystem::path& ruta) {
 
 std::string ConOtroAcreedor(std::string bytes) {
   const std::string suyo = bytes.substr(602 + 10, 16);
-  for (std::size_t p = 0; (p = bytes.find(suyo, p)) != bytes.npos; ++p)
+  for (std::size_t p = 0; (p = bytes.find(suyo, p)) != std::string::npos; ++p)
     bytes.replace(p, suyo.size(), "ES08000E77846772");
   return bytes;
 }

@@ -67,7 +67,7 @@ TEST(Descripciones, LosDisenosSonLosDeLaTablaDeCampos) {
       const remesa::Campo& norma = tabla[i];
       SCOPED_TRACE(std::string(seccion) + " " + campo.rotulo.toStdString());
       EXPECT_EQ(campo.rotulo.toStdString(), norma.nombre);
-      EXPECT_EQ(norma.nombre.find_first_of("\"\\"), norma.nombre.npos) << "en JSON va sin escapes";
+      EXPECT_EQ(norma.nombre.find_first_of("\"\\"), std::string_view::npos) << "en JSON va sin escapes";
       EXPECT_EQ(campo.desde, siguiente);
       EXPECT_EQ(campo.desde, norma.donde.desde);
       EXPECT_EQ(campo.longitud, norma.donde.longitud());

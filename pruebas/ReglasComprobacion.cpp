@@ -378,7 +378,7 @@ TEST_F(PruebaComprobacion, DeLasLimpiasNada) {
     EXPECT_EQ(Codigos(comprobar(bytes, {2026y, std::chrono::October, 5d})), "");
     // Las dos cuentas de un acreedor en el mismo día son dos bloques; la misma, no.
     const std::size_t primera = bytes.find("ES"s, 602 + 265), otra = bytes.find("\n0219143002", 1200);
-    if (entrada.path().stem() != "dos-cuentas" || otra == bytes.npos) continue;
+    if (entrada.path().stem() != "dos-cuentas" || otra == std::string::npos) continue;
     bytes.replace(otra + 266, 24, bytes, primera, 24);
     EXPECT_EQ(Codigos(comprobar(bytes, {2026y, std::chrono::October, 5d})), "E411@7");
   }
@@ -504,7 +504,7 @@ TEST(Comprobacion, TodosLosCodigosEstanEnElDocumento) {
   for (const CodigoHallazgo codigo : CodigosHallazgo()) {
     const std::string fila = "| " + std::string(TextoCodigo(codigo)) + " | ";
     EXPECT_EQ(documento.find(fila), documento.rfind(fila)) << fila;
-    EXPECT_NE(documento.find(fila), documento.npos) << fila;
+    EXPECT_NE(documento.find(fila), std::string::npos) << fila;
   }
 }
 
