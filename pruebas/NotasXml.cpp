@@ -50,19 +50,19 @@ ListaTextos Base() {
           Registro("99")};
 }
 
-Cambio Poner(std::size_t i, int desde, std::string texto) {
+Cambio Poner(std::size_t i, int desde, const std::string& texto) {
   return [=](ListaTextos& r) {
     remesa::EscribirCampo(r[i], {desde, desde + static_cast<int>(texto.size()) - 1}, texto);
   };
 }
-Cambio Meter(std::size_t i, std::string registro) {
+Cambio Meter(std::size_t i, const std::string& registro) {
   return [=](ListaTextos& r) { r.insert(r.begin() + static_cast<std::ptrdiff_t>(i), registro); };
 }
 Cambio Quitar(std::size_t i) {
   return [=](ListaTextos& r) { r.erase(r.begin() + static_cast<std::ptrdiff_t>(i)); };
 }
 /// Un opcional de Ana, que es quien va la primera.
-Cambio Opcional(const char* dato, int desde = 600, std::string texto = " ") {
+Cambio Opcional(const char* dato, int desde = 600, const std::string& texto = " ") {
   std::string registro = Registro("0319143" + std::string(dato) + Base()[kAna].substr(10, 70));
   remesa::EscribirCampo(registro, {desde, 600}, texto);
   return Meter(kLuis, registro);
@@ -187,6 +187,7 @@ class NotasXml : public Carpeta {
   std::string codigos(const std::vector<std::filesystem::path>& rutas, iso20022::OpcionesExportacion opciones,
                       int& adeudos) const {
     std::vector<std::unique_ptr<iso20022::Fuente>> fuentes;
+    fuentes.reserve(rutas.size());
     for (const auto& ruta : rutas)
       fuentes.push_back(std::make_unique<iso20022::FuenteFichero>(ruta));
     iso20022::Exportacion exportacion(std::move(fuentes), std::move(opciones));

@@ -23,7 +23,7 @@ std::string Cinta(const Sumadora& maquina) {
   for (const auto& linea : maquina.cinta()) {
     const auto n = kSignos.find(linea.signo);
     texto += (texto.empty() ? "" : " ") + Escrito(linea.valor, linea.decimales) +
-             (n == std::string_view::npos ? static_cast<char>(linea.signo) : "-x/S~"[n]);
+             (n == std::u16string_view::npos ? static_cast<char>(linea.signo) : "-x/S~"[n]);
   }
   return texto;
 }
