@@ -7,6 +7,7 @@
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QtTest>
+#include <utility>
 
 #include "Cajas.h"
 #include "EnCarpeta.h"
@@ -24,7 +25,7 @@ namespace {
 
 /// El editor de verdad, sobre un fichero con esos bytes.
 struct Editor {
-  explicit Editor(const QString& fichero, const QStringList& valores = {}) : ruta(fichero) {
+  explicit Editor(QString fichero, const QStringList& valores = {}) : ruta(std::move(fichero)) {
     EXPECT_TRUE(frm.Cargar(ruta, valores));
     frm.show();
     EXPECT_TRUE(QTest::qWaitForWindowActive(&frm));
