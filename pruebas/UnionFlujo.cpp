@@ -53,6 +53,7 @@ class PruebaUnionFlujo : public Carpeta {
   void comparar(const std::vector<std::string>& contenidos,
                 std::initializer_list<std::size_t> buferes) const {
     std::vector<fs::path> ficheros;
+    ficheros.reserve(contenidos.size());
     for (const std::string& contenido : contenidos)
       ficheros.push_back(escribir(std::to_string(ficheros.size()) + ".Q19", contenido));
     const Resultado esperado = porListas(ficheros);

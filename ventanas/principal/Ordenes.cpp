@@ -77,6 +77,10 @@ void frmUnirQ19::RecalcularTotales() {
       [this](remesa::ListaRegistros& lista) { remesa::RecalcularYResumir(lista, resumenAcumulado_); });
 }
 
+void frmUnirQ19::comoUnPaso(const QString&, const std::function<void()>& orden) {
+  orden();
+}
+
 void frmUnirQ19::empezar() {
   FicherosImportados.clear();
   rutasImportadas_.clear();

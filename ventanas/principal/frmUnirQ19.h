@@ -3,6 +3,7 @@
 #include <QHash>
 #include <QMainWindow>
 #include <QPointer>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -71,6 +72,8 @@ class frmUnirQ19 : public QMainWindow {
   /// Con `posicion` (desde 1), el editor empieza en el campo que la tiene.
   void editar(int fila, int posicion = 0);
   void RecalcularTotales();
+  /// Da la orden, que cambia la acumulación, como un solo paso que se puede deshacer: "Deshacer `que`".
+  void comoUnPaso(const QString& que, const std::function<void()>& orden);
 
   // Órdenes mientras se conservan los bloques (OrdenesBloques.cpp)
   bool conBloques() const;
