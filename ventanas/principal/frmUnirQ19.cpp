@@ -17,21 +17,12 @@
 #include "ventanas/principal/AccesibleDisco.h"
 #include "ventanas/principal/AccesibleLista.h"
 #include "ventanas/principal/Herramientas.h"
+#include "ventanas/principal/LecturaRegistros.h"
 #include "ventanas/principal/Navegador.h"
 
 namespace principal {
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-// Píxeles.
-constexpr int kMargenes = 40;         // los de la ventana y su marco
-constexpr int kAltoHolgado = 500;     // en una pantalla más baja no cabe todo con holgura
-constexpr int kJunto = 3;             // entre unos controles y otros cuando falta sitio
-constexpr int kAltoMinimoLista = 58;  // la regla, un registro y la barra de desplazamiento
-
-}  // namespace
 
 frmUnirQ19::frmUnirQ19(const QString& lineaOrdenes, QWidget* padre)
     : QMainWindow(padre), ui_(std::make_unique<Ui::frmUnirQ19>()) {
@@ -44,6 +35,7 @@ frmUnirQ19::frmUnirQ19(const QString& lineaOrdenes, QWidget* padre)
   prepararControles();
   comunes::FuentesVentana(*this);
   ajustarAPantalla();
+  tomarTamano();
   comunes::DisponerVentana(*this);
   conectar();
   leerAjustes();
@@ -83,6 +75,7 @@ void frmUnirQ19::prepararControles() {
   setTabOrder(ui_->Bloques, ui_->AvisoAcumulado->boton());
   setTabOrder(ui_->AvisoAcumulado->boton(), ui_->Acumulado);
   ui_->disposicionInfoPreview->setAlignment(ui_->disposicionTituloPreview, Qt::AlignTop);
+  ui_->disposicionInfoPreview->setAlignment(ui_->disposicionVista, Qt::AlignTop);
   ui_->disposicionInfoAcumulado->setAlignment(ui_->disposicionTituloAcumulado, Qt::AlignTop);
 
   // QSplitter deja a sus hijos en el orden inverso; las ayudas técnicas los leen en el que están.
@@ -101,37 +94,6 @@ void frmUnirQ19::prepararControles() {
   ui_->Estado->addWidget(ui_->VerComprobacion);
   ui_->VerComprobacion->hide();
   ui_->Estado->addPermanentWidget(ui_->EstadoPosicion);
-}
-
-void frmUnirQ19::ajustarAPantalla() {
-  const QSize pantalla = screen()->availableGeometry().size();
-  const bool estrecha = ui_->disposicionOrdenes->minimumSize().width() + kMargenes > pantalla.width();
-  if (estrecha) ui_->disposicionOrdenes->setDirection(QBoxLayout::TopToBottom);
-  if (!estrecha && pantalla.height() > kAltoHolgado) return;
-  // Los avisos pasan debajo de su rótulo, con todo el ancho.
-  for (QBoxLayout* fila : {ui_->disposicionInfoPreview, ui_->disposicionInfoAcumulado}) {
-    fila->setDirection(QBoxLayout::TopToBottom);
-    fila->setSpacing(kJunto);
-  }
-  for (QBoxLayout* titulo : {ui_->disposicionTituloPreview, ui_->disposicionTituloAcumulado}) {
-    titulo->setDirection(QBoxLayout::LeftToRight);
-    titulo->setSpacing(12);
-    titulo->setStretch(1, 1);
-  }
-  for (ZonaAvisos* avisos : {ui_->AvisoPreview, ui_->AvisoAcumulado})
-    avisos->ponerLineas(2);
-  for (QWidget* lista : {static_cast<QWidget*>(ui_->Preview), static_cast<QWidget*>(ui_->Acumulado),
-                         static_cast<QWidget*>(ui_->Carpetas), static_cast<QWidget*>(ui_->Ficheros)})
-    lista->setMinimumHeight(kAltoMinimoLista);
-  for (QPushButton* boton : ui_->Central->findChildren<QPushButton*>())
-    boton->setMinimumHeight(0);
-  for (QSplitter* divisor : {ui_->DivisorListas, ui_->DivisorCarpetas})
-    divisor->setHandleWidth(2 * kJunto);
-  for (QBoxLayout* panel : std::initializer_list<QBoxLayout*>{
-           ui_->disposicionPreview, ui_->disposicionAcumulado, ui_->disposicionCentral,
-           ui_->disposicionFicheros, ui_->disposicionCarpetas, ui_->disposicionOrdenes})
-    panel->setSpacing(kJunto);
-  ui_->disposicionCentral->setContentsMargins(6, kJunto, 6, 0);
 }
 
 void frmUnirQ19::conectar() {
@@ -160,9 +122,8 @@ void frmUnirQ19::conectar() {
   });
   connect(ui_->Salir, &QPushButton::clicked, this, &QWidget::close);
   connect(ui_->Acumulado, &VistaRegistros::dobleClic, this, [this](int fila) { editar(fila); });
-  for (VistaRegistros* lista : {ui_->Preview, ui_->Acumulado})
-    connect(lista, &VistaRegistros::bajoRaton, this,
-            [this, lista](int fila, int posicion) { mostrarPosicion(*lista, fila, posicion); });
+  lectura_ = new LecturaRegistros(*ui_, *this);
+  connect(lectura_, &LecturaRegistros::dicho, this, &frmUnirQ19::decir);
   connect(new QShortcut(Qt::Key_F5, this), &QShortcut::activated, navegador_, &Navegador::refrescar);
   for (const auto& [tecla, boton] :
        {std::pair(Qt::Key_Insert, ui_->cmdInsertar), std::pair(Qt::Key_Delete, ui_->cmdEliminar)})
@@ -182,6 +143,7 @@ void frmUnirQ19::leerAjustes() {
   };
   ui_->SoloAdeudos->setChecked(si("SoloAdeudosQ19"));
   ui_->Bloques->setChecked(si("BloquesQ19"));
+  lectura_->ponerColumnas(ajuste("VistaQ19", {}).trimmed().startsWith(u'C', Qt::CaseInsensitive));
   ui_->Ficheros->setFocus();
 }
 

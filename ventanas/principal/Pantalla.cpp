@@ -1,0 +1,72 @@
+#include <QScreen>
+#include <utility>
+
+#include "ui_frmUnirQ19.h"
+#include "ventanas/principal/LecturaRegistros.h"
+#include "ventanas/principal/frmUnirQ19.h"
+
+namespace principal {
+
+namespace {
+
+// Píxeles.
+constexpr int kMargenes = 40;         // los de la ventana y su marco
+constexpr int kAltoHolgado = 500;     // en una pantalla más baja no cabe todo con holgura
+constexpr int kJunto = 3;             // entre unos controles y otros cuando falta sitio
+constexpr int kAltoMinimoLista = 58;  // la regla, un registro y la barra de desplazamiento
+constexpr int kAltoSinPlegar = 560;   // de la ventana
+constexpr int kAnchoMaximo = 1600;    // el que toma de partida, si lo hay
+constexpr int kAltoDePartida = 900;
+
+}  // namespace
+
+void frmUnirQ19::ajustarAPantalla() {
+  const QSize pantalla = screen()->availableGeometry().size();
+  const bool estrecha = ui_->disposicionOrdenes->minimumSize().width() + kMargenes > pantalla.width();
+  if (estrecha) ui_->disposicionOrdenes->setDirection(QBoxLayout::TopToBottom);
+  if (!estrecha && pantalla.height() > kAltoHolgado) return;
+  // Los avisos pasan debajo de su rótulo, con todo el ancho.
+  for (QBoxLayout* fila : {ui_->disposicionInfoPreview, ui_->disposicionInfoAcumulado}) {
+    fila->setDirection(QBoxLayout::TopToBottom);
+    fila->setSpacing(kJunto);
+  }
+  for (QBoxLayout* titulo : {ui_->disposicionTituloPreview, ui_->disposicionTituloAcumulado}) {
+    titulo->setDirection(QBoxLayout::LeftToRight);
+    titulo->setSpacing(12);
+    titulo->setStretch(1, 1);
+  }
+  lineasAvisos_ = 2;
+  for (ZonaAvisos* avisos : {ui_->AvisoPreview, ui_->AvisoAcumulado})
+    avisos->ponerLineas(lineasAvisos_);
+  for (QWidget* lista : {static_cast<QWidget*>(ui_->Preview), static_cast<QWidget*>(ui_->Acumulado),
+                         static_cast<QWidget*>(ui_->Carpetas), static_cast<QWidget*>(ui_->Ficheros)})
+    lista->setMinimumHeight(kAltoMinimoLista);
+  for (QPushButton* boton : ui_->Central->findChildren<QPushButton*>())
+    boton->setMinimumHeight(0);
+  for (QSplitter* divisor : {ui_->DivisorListas, ui_->DivisorCarpetas})
+    divisor->setHandleWidth(2 * kJunto);
+  for (QBoxLayout* panel : std::initializer_list<QBoxLayout*>{
+           ui_->disposicionPreview, ui_->disposicionAcumulado, ui_->disposicionCentral,
+           ui_->disposicionFicheros, ui_->disposicionCarpetas, ui_->disposicionOrdenes})
+    panel->setSpacing(kJunto);
+  ui_->disposicionCentral->setContentsMargins(6, kJunto, 6, 0);
+}
+
+void frmUnirQ19::tomarTamano() {
+  // Los registros, como texto o en columnas, piden siempre más: cuanto más ancho, menos hay que desplazarlos.
+  resize(kAnchoMaximo, kAltoDePartida);
+}
+
+void frmUnirQ19::plegar(bool plegada) {
+  for (ZonaAvisos* avisos : {ui_->AvisoPreview, ui_->AvisoAcumulado})
+    avisos->ponerLineas(plegada ? 1 : lineasAvisos_);
+  lectura_->plegar(plegada);
+}
+
+void frmUnirQ19::resizeEvent(QResizeEvent* evento) {
+  QMainWindow::resizeEvent(evento);
+  const bool plegada = height() < kAltoSinPlegar;
+  if (plegada != std::exchange(plegada_, plegada)) plegar(plegada);
+}
+
+}  // namespace principal
