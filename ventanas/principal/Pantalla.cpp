@@ -11,10 +11,9 @@ namespace {
 
 // Píxeles.
 constexpr int kMargenes = 40;         // los de la ventana y su marco
-constexpr int kAltoHolgado = 500;     // en una pantalla más baja no cabe todo con holgura
 constexpr int kJunto = 3;             // entre unos controles y otros cuando falta sitio
 constexpr int kAltoMinimoLista = 58;  // la regla, un registro y la barra de desplazamiento
-constexpr int kAltoSinPlegar = 560;   // de la ventana
+constexpr int kAltoSinPlegar = 560;   // de la ventana: en una más baja no cabe todo con holgura
 constexpr int kAnchoMaximo = 1600;    // el que toma de partida, si lo hay
 constexpr int kAltoDePartida = 900;
 
@@ -24,7 +23,7 @@ void frmUnirQ19::ajustarAPantalla() {
   const QSize pantalla = screen()->availableGeometry().size();
   const bool estrecha = ui_->disposicionOrdenes->minimumSize().width() + kMargenes > pantalla.width();
   if (estrecha) ui_->disposicionOrdenes->setDirection(QBoxLayout::TopToBottom);
-  if (!estrecha && pantalla.height() > kAltoHolgado) return;
+  if (!estrecha && pantalla.height() - kMargenes >= kAltoSinPlegar) return;
   // Los avisos pasan debajo de su rótulo, con todo el ancho.
   for (QBoxLayout* fila : {ui_->disposicionInfoPreview, ui_->disposicionInfoAcumulado}) {
     fila->setDirection(QBoxLayout::TopToBottom);
@@ -35,6 +34,8 @@ void frmUnirQ19::ajustarAPantalla() {
     titulo->setSpacing(12);
     titulo->setStretch(1, 1);
   }
+  ui_->disposicionInfoPreview->removeItem(ui_->disposicionVista);
+  ui_->disposicionTituloPreview->addLayout(ui_->disposicionVista);
   lineasAvisos_ = 2;
   for (ZonaAvisos* avisos : {ui_->AvisoPreview, ui_->AvisoAcumulado})
     avisos->ponerLineas(lineasAvisos_);
@@ -55,6 +56,9 @@ void frmUnirQ19::ajustarAPantalla() {
 void frmUnirQ19::tomarTamano() {
   // Los registros, como texto o en columnas, piden siempre más: cuanto más ancho, menos hay que desplazarlos.
   resize(kAnchoMaximo, kAltoDePartida);
+  // Antes de medir lo mínimo que ocupa.
+  plegada_ = screen()->availableGeometry().height() - kMargenes < kAltoSinPlegar;
+  if (plegada_) plegar(true);
 }
 
 void frmUnirQ19::plegar(bool plegada) {

@@ -34,14 +34,14 @@ frmUnirQ19::frmUnirQ19(const QString& lineaOrdenes, QWidget* padre)
   ui_->setupUi(this);
   prepararControles();
   comunes::FuentesVentana(*this);
-  ajustarAPantalla();
-  tomarTamano();
-  comunes::DisponerVentana(*this);
   conectar();
   leerAjustes();
   ui_->Importado->hide();
   ui_->AbrirDevoluciones->hide();
   ui_->VisorPrt->hide();
+  ajustarAPantalla();
+  tomarTamano();
+  comunes::DisponerVentana(*this);
   mirarAcumulado();
   // Como un evento más: si falla, la aplicación lo informa y la ventana sigue.
   if (!lineaOrdenes.isEmpty())
