@@ -16,6 +16,12 @@ namespace principal {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+constexpr int kAnchoPlegada = 130;  // píxeles, de la franja que comparte línea con el total
+
+}  // namespace
+
 LecturaRegistros::LecturaRegistros(const Ui::frmUnirQ19& ui, QWidget& principal)
     : QObject(&principal), ui_(ui), ultima_(ui.Acumulado) {
   ui_.Preview->cabecera().igualar(ui_.Acumulado->cabecera());
@@ -50,6 +56,16 @@ void LecturaRegistros::ponerColumnas(bool columnas) {
 void LecturaRegistros::plegar(bool plegada) {
   plegada_ = plegada;
   ui_.FranjaPreview->setVisible(!plegada);
+  QBoxLayout* antes =
+      plegada ? ui_.disposicionAcumulado : static_cast<QBoxLayout*>(ui_.disposicionTituloAcumulado);
+  antes->removeWidget(ui_.FranjaAcumulado);
+  if (plegada)
+    ui_.disposicionTituloAcumulado->addWidget(ui_.FranjaAcumulado);
+  else
+    ui_.disposicionAcumulado->insertWidget(ui_.disposicionAcumulado->indexOf(ui_.Acumulado) + 1,
+                                           ui_.FranjaAcumulado);
+  ui_.FranjaAcumulado->setMinimumWidth(plegada ? kAnchoPlegada : 0);
+  ui_.disposicionTituloAcumulado->setStretchFactor(ui_.FranjaAcumulado, 1);
   for (const VistaRegistros* lista : {ui_.Preview, ui_.Acumulado})
     mostrarActual(*lista);
 }

@@ -21,7 +21,8 @@ class LecturaRegistros : public QObject {
   LecturaRegistros(const Ui::frmUnirQ19& ui, QWidget& principal);
 
   void ponerColumnas(bool columnas);
-  /// Donde falta alto, una franja para las dos listas: la de la última en que se ha estado.
+  /// Donde falta alto, una franja para las dos listas, la de la última en que se ha estado, en la línea del
+  /// total.
   void plegar(bool plegada);
 
  signals:

@@ -16,6 +16,7 @@ constexpr int kAltoMinimoLista = 58;  // la regla, un registro y la barra de des
 constexpr int kAltoSinPlegar = 560;   // de la ventana: en una más baja no cabe todo con holgura
 constexpr int kAnchoMaximo = 1600;    // el que toma de partida, si lo hay
 constexpr int kAltoDePartida = 900;
+constexpr int kAnchoArchivos = 160;  // de las listas de carpetas y ficheros, donde falta sitio
 
 }  // namespace
 
@@ -24,21 +25,8 @@ void frmUnirQ19::ajustarAPantalla() {
   const bool estrecha = ui_->disposicionOrdenes->minimumSize().width() + kMargenes > pantalla.width();
   if (estrecha) ui_->disposicionOrdenes->setDirection(QBoxLayout::TopToBottom);
   if (!estrecha && pantalla.height() - kMargenes >= kAltoSinPlegar) return;
-  // Los avisos pasan debajo de su rótulo, con todo el ancho.
-  for (QBoxLayout* fila : {ui_->disposicionInfoPreview, ui_->disposicionInfoAcumulado}) {
-    fila->setDirection(QBoxLayout::TopToBottom);
+  for (QBoxLayout* fila : {ui_->disposicionInfoPreview, ui_->disposicionInfoAcumulado})
     fila->setSpacing(kJunto);
-  }
-  for (QBoxLayout* titulo : {ui_->disposicionTituloPreview, ui_->disposicionTituloAcumulado}) {
-    titulo->setDirection(QBoxLayout::LeftToRight);
-    titulo->setSpacing(12);
-    titulo->setStretch(1, 1);
-  }
-  ui_->disposicionInfoPreview->removeItem(ui_->disposicionVista);
-  ui_->disposicionTituloPreview->addLayout(ui_->disposicionVista);
-  lineasAvisos_ = 2;
-  for (ZonaAvisos* avisos : {ui_->AvisoPreview, ui_->AvisoAcumulado})
-    avisos->ponerLineas(lineasAvisos_);
   for (QWidget* lista : {static_cast<QWidget*>(ui_->Preview), static_cast<QWidget*>(ui_->Acumulado),
                          static_cast<QWidget*>(ui_->Carpetas), static_cast<QWidget*>(ui_->Ficheros)})
     lista->setMinimumHeight(kAltoMinimoLista);
@@ -51,6 +39,7 @@ void frmUnirQ19::ajustarAPantalla() {
            ui_->disposicionFicheros, ui_->disposicionCarpetas, ui_->disposicionOrdenes})
     panel->setSpacing(kJunto);
   ui_->disposicionCentral->setContentsMargins(6, kJunto, 6, 0);
+  ui_->DivisorArchivos->setSizes({kAnchoArchivos, kAnchoMaximo});
 }
 
 void frmUnirQ19::tomarTamano() {
@@ -63,7 +52,8 @@ void frmUnirQ19::tomarTamano() {
 
 void frmUnirQ19::plegar(bool plegada) {
   for (ZonaAvisos* avisos : {ui_->AvisoPreview, ui_->AvisoAcumulado})
-    avisos->ponerLineas(plegada ? 1 : lineasAvisos_);
+    avisos->ponerLineas(plegada ? 1 : 2);
+  ui_->InfoAcumulado->plegar(plegada);
   lectura_->plegar(plegada);
 }
 
