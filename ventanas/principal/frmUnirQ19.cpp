@@ -71,7 +71,9 @@ void frmUnirQ19::prepararControles() {
   setTabOrder(ui_->Ficheros, ui_->AvisoPreview->boton());
   setTabOrder(ui_->AvisoPreview->boton(), &ui_->AvisoPreview->enlace());
   setTabOrder(&ui_->AvisoPreview->enlace(), ui_->AbrirDevoluciones);
-  setTabOrder(ui_->AbrirDevoluciones, ui_->Preview);
+  setTabOrder(ui_->AbrirDevoluciones, ui_->VerTexto);
+  setTabOrder(ui_->VerTexto, ui_->VerColumnas);
+  setTabOrder(ui_->VerColumnas, ui_->Preview);
   prepararLineaAcumulado();
 
   // QSplitter deja a sus hijos en el orden inverso; las ayudas técnicas los leen en el que están.
