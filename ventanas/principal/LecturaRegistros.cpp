@@ -16,12 +16,6 @@ namespace principal {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-constexpr int kAnchoPlegada = 130;  // píxeles, de la franja que comparte línea con el total
-
-}  // namespace
-
 LecturaRegistros::LecturaRegistros(const Ui::frmUnirQ19& ui, QWidget& principal)
     : QObject(&principal), ui_(ui), ultima_(ui.Acumulado) {
   ui_.Preview->cabecera().igualar(ui_.Acumulado->cabecera());
@@ -64,7 +58,6 @@ void LecturaRegistros::plegar(bool plegada) {
   else
     ui_.disposicionAcumulado->insertWidget(ui_.disposicionAcumulado->indexOf(ui_.Acumulado) + 1,
                                            ui_.FranjaAcumulado);
-  ui_.FranjaAcumulado->setMinimumWidth(plegada ? kAnchoPlegada : 0);
   ui_.disposicionTituloAcumulado->setStretchFactor(ui_.FranjaAcumulado, 1);
   for (const VistaRegistros* lista : {ui_.Preview, ui_.Acumulado})
     mostrarActual(*lista);
