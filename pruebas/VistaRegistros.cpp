@@ -1,14 +1,22 @@
 #include "ventanas/principal/VistaRegistros.h"
 
 #include <QAccessible>
+#include <QClipboard>
+#include <QContextMenuEvent>
 #include <QMouseEvent>
+#include <QRadioButton>
 #include <QScrollBar>
 
+#include "EnEspana.h"
 #include "VentanaPrincipal.h"
 #include "ventanas/principal/AccesibleLista.h"
+#include "ventanas/principal/CabeceraColumnas.h"
+#include "ventanas/principal/CopiaRegistros.h"
 #include "ventanas/principal/ReglaPosiciones.h"
 
 using namespace principal;
+
+using LecturaRegistros = pruebas::Carpeta;
 
 TEST(VistaRegistros, LoQueSobraSeVeYLoInvisibleConSuSigno) {
   VistaRegistros vista;
@@ -169,7 +177,9 @@ TEST(VistaRegistros, EnColumnasSonLosMismosRegistros) {
                   vista.visualRect(vista.model()->index(fila, 0)).center().y());
   };
   std::pair<int, int> bajo;
-  QObject::connect(&vista, &VistaRegistros::bajoRaton, [&](int fila, int posicion) { bajo = {fila, posicion}; });
+  QObject::connect(&vista, &VistaRegistros::bajoRaton, [&](int fila, int posicion) {
+    bajo = {fila, posicion};
+  });
   int menus = 0;
   QObject::connect(&vista, &VistaRegistros::menuPedido, [&] { ++menus; });
   const auto derecho = [&](int fila) {
@@ -199,11 +209,10 @@ TEST(VistaRegistros, EnColumnasSonLosMismosRegistros) {
   EXPECT_EQ(QGuiApplication::clipboard()->text().toStdString(), registros[21] + "\n" + registros[22] + "\n");
 }
 
-TEST(VistaRegistros, LasDosListasSeLeenIgualYLaFranjaDiceElActual) {
+TEST_F(LecturaRegistros, LasDosListasSeLeenIgualYLaFranjaDiceElActual) {
   const pruebas::EnEspana espana;
-  const pruebas::Carpeta carpeta;
-  carpeta.escribir("una.Q19", pruebas::Fichero(pruebas::Remesa("20261201", {"00000005210"})));
-  pruebas::Ventana ventana(carpeta.ruta());
+  escribir("una.Q19", pruebas::Fichero(pruebas::Remesa("20261201", {"00000005210"})));
+  pruebas::Ventana ventana(carpeta_);
   ventana.importar("una.Q19");
   ventana.Acumulado->seleccionarSolo(2);
   EXPECT_EQ(ventana.texto("FranjaAcumulado"), "sin nombre · 52,10 € · sin cuenta");
