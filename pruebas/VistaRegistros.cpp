@@ -16,7 +16,7 @@
 
 using namespace principal;
 
-using LecturaRegistros = pruebas::Carpeta;
+using Lectura = pruebas::Carpeta;
 
 TEST(VistaRegistros, LoQueSobraSeVeYLoInvisibleConSuSigno) {
   VistaRegistros vista;
@@ -209,7 +209,7 @@ TEST(VistaRegistros, EnColumnasSonLosMismosRegistros) {
   EXPECT_EQ(QGuiApplication::clipboard()->text().toStdString(), registros[21] + "\n" + registros[22] + "\n");
 }
 
-TEST_F(LecturaRegistros, LasDosListasSeLeenIgualYLaFranjaDiceElActual) {
+TEST_F(Lectura, LasDosListasSeLeenIgualYLaFranjaDiceElActual) {
   const pruebas::EnEspana espana;
   escribir("una.Q19", pruebas::Fichero(pruebas::Remesa("20261201", {"00000005210"})));
   pruebas::Ventana ventana(carpeta_);
