@@ -48,6 +48,10 @@ void frmUnirQ19::tomarTamano() {
   // Antes de medir lo mínimo que ocupa.
   plegada_ = screen()->availableGeometry().height() - kMargenes < kAltoSinPlegar;
   if (plegada_) plegar(true);
+  // Antes de mostrarse, lo que cambia dentro de un divisor no llega a quien lo contiene.
+  const auto controles = findChildren<QWidget*>();
+  for (QWidget* control : controles)
+    control->updateGeometry();
 }
 
 void frmUnirQ19::plegar(bool plegada) {
