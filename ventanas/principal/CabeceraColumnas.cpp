@@ -90,9 +90,9 @@ void CabeceraColumnas::igualar(CabeceraColumnas& otra) {
 }
 
 void CabeceraColumnas::seguir(CabeceraColumnas& otra) {
-  // Ocultar una columna también es cambiar su ancho, a cero. Lo que ya es igual no avisa otra vez.
-  connect(&otra, &QHeaderView::sectionResized, this, [this, &otra](int i, int, int ancho) {
-    setSectionHidden(i, otra.isSectionHidden(i));
+  // Ocultar una columna es darle ancho cero. Lo que ya es igual no avisa otra vez.
+  connect(&otra, &QHeaderView::sectionResized, this, [this](int i, int, int ancho) {
+    setSectionHidden(i, ancho == 0);
     if (ancho > 0) resizeSection(i, ancho);
   });
 }
