@@ -63,6 +63,7 @@ class Obra {
     constexpr int kVueltas = 20;
     for (vuelta_ = 1; vuelta_ <= kVueltas && vuelta(); ++vuelta_)
       asentar();
+    if (resultado_.impide || !resultado_.quedan.completa) resultado_.hechas.clear();
     resultado_.procedencia = std::move(origen_);
     return std::move(resultado_);
   }
