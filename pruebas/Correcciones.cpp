@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <fstream>
 #include <map>
 #include <random>
 
@@ -69,6 +70,18 @@ struct Estrago {
 void Estropear(ListaTextos& r, const Estrago& estrago) {
   r[estrago.registro - 1].replace(static_cast<std::size_t>(estrago.desde) - 1, estrago.texto.size(),
                                   estrago.texto);
+}
+
+TEST(Correcciones, ElDocumentoDiceLasQueHay) {
+  std::ifstream fichero(DIR_PROYECTO "/docs/comprobaciones.md");
+  const std::string documento{std::istreambuf_iterator<char>(fichero), {}};
+  const std::string tabla = documento.substr(documento.find("## Lo que se puede corregir"));
+  for (const CodigoHallazgo codigo : CodigosHallazgo()) {
+    const std::string texto(TextoCodigo(codigo));
+    const bool dicho = tabla.find(" " + texto + " |\n") != std::string::npos ||
+                       tabla.find(" " + texto + ", ") != std::string::npos;
+    EXPECT_EQ(dicho, PuedeCorregirse(codigo)) << texto;
+  }
 }
 
 // Lo que se estropea y tiene una sola respuesta vuelve a ser lo que era, byte a byte.
