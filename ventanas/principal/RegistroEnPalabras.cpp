@@ -129,27 +129,27 @@ const DeRetorno* Retorno(std::string_view registro) {
 }
 
 std::span<const Casilla> CasillasDe(std::string_view registro) {
-  using C = remesa::ClaseRegistro;
+  using Clase = remesa::ClaseRegistro;
   switch (remesa::Clase(registro)) {
-    case C::Presentador:
+    case Clase::Presentador:
       return kPresentador;
-    case C::Acreedor:
+    case Clase::Acreedor:
       return kAcreedor;
-    case C::Adeudo:
+    case Clase::Adeudo:
       return kAdeudo;
-    case C::Ultimos:
+    case Clase::Ultimos:
       return kUltimos;
-    case C::Balanza:
+    case Clase::Balanza:
       return kBalanza;
-    case C::Mandato:
+    case Clase::Mandato:
       return kMandato;
-    case C::TotalesFecha:
+    case Clase::TotalesFecha:
       return kTotalesFecha;
-    case C::TotalesAcreedor:
+    case Clase::TotalesAcreedor:
       return kTotalesAcreedor;
-    case C::TotalesGenerales:
+    case Clase::TotalesGenerales:
       return kTotalesGenerales;
-    case C::Desconocido:
+    case Clase::Desconocido:
       break;
   }
   const DeRetorno* retorno = Retorno(registro);
@@ -275,27 +275,27 @@ QString ExplicacionColumna(Columna columna) {
 }
 
 QString TipoRegistro(std::string_view registro) {
-  using C = remesa::ClaseRegistro;
+  using Clase = remesa::ClaseRegistro;
   switch (remesa::Clase(registro)) {
-    case C::Presentador:
+    case Clase::Presentador:
       return u"Presentador"_s;
-    case C::Acreedor:
+    case Clase::Acreedor:
       return u"Acreedor y fecha"_s;
-    case C::Adeudo:
+    case Clase::Adeudo:
       return u"Adeudo"_s;
-    case C::Ultimos:
+    case Clase::Ultimos:
       return u"Último acreedor"_s;
-    case C::Balanza:
+    case Clase::Balanza:
       return u"Balanza de pagos"_s;
-    case C::Mandato:
+    case Clase::Mandato:
       return u"Cambio del mandato"_s;
-    case C::TotalesFecha:
+    case Clase::TotalesFecha:
       return u"Total de la fecha"_s;
-    case C::TotalesAcreedor:
+    case Clase::TotalesAcreedor:
       return u"Total del acreedor"_s;
-    case C::TotalesGenerales:
+    case Clase::TotalesGenerales:
       return u"Total general"_s;
-    case C::Desconocido:
+    case Clase::Desconocido:
       break;
   }
   const DeRetorno* retorno = Retorno(registro);
