@@ -5,6 +5,7 @@
 #include "comunes/plataforma/Formatos.h"
 #include "comunes/plataforma/Texto.h"
 #include "comunes/plataforma/Ventanas.h"
+#include "iso20022/LectorXml.h"
 #include "ui_frmUnirQ19.h"
 #include "ventanas/principal/TextosComprobacion.h"
 #include "ventanas/principal/VentanaHallazgos.h"
@@ -27,11 +28,12 @@ void frmUnirQ19::comprobar() {
     comunes::Avisar(u"No hay ninguna remesa que comprobar: elija un fichero o importe alguno."_s);
 }
 
-void frmUnirQ19::comprobarAcumulado() {
-  mostrarComprobaciones({[] { return u"Remesa acumulada"_s; },
-                         [this](const auto& recibir, const auto& avance) {
+void frmUnirQ19::comprobarAcumulado(bool comoGuardada) {
+  const QString titulo = comoGuardada ? u"Remesa acumulada, como se guardaría"_s : u"Remesa acumulada"_s;
+  mostrarComprobaciones({[titulo] { return titulo; },
+                         [this, comoGuardada](const auto& recibir, const auto& avance) {
                            return remesa::ComprobarLista(ui_->Acumulado->lista(), comunes::Hoy(), recibir,
-                                                         false, avance);
+                                                         comoGuardada, avance);
                          },
                          [this](const remesa::Hallazgo& h) {
                            if (h.fila > ui_->Acumulado->lista().size()) return false;
@@ -42,12 +44,15 @@ void frmUnirQ19::comprobarAcumulado() {
                         ui_->Acumulado);
 }
 
-// El fichero y no la lista, que ya no tiene sus fines de línea.
+// El fichero y no la lista, que ya no tiene sus fines de línea; de un XML, sus registros.
 void frmUnirQ19::comprobarPreview() {
   mostrarComprobaciones({[this] { return u"Previsualizado, %1"_s.arg(QFileInfo(rutaPreview_).fileName()); },
                          [this](const auto& recibir, const auto& avance) {
-                           return remesa::ComprobarFichero(comunes::ARuta(rutaPreview_), comunes::Hoy(),
-                                                           recibir, avance);
+                           const std::filesystem::path ruta = comunes::ARuta(rutaPreview_);
+                           if (iso20022::EmpiezaComoXml(ruta))
+                             return remesa::ComprobarLista(ui_->Preview->lista(), comunes::Hoy(), recibir,
+                                                           false, avance);
+                           return remesa::ComprobarFichero(ruta, comunes::Hoy(), recibir, avance);
                          },
                          [this](const remesa::Hallazgo& h) { return irEnPreview(rutaPreview_, h); }},
                         ui_->Preview);
