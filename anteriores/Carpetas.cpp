@@ -112,18 +112,4 @@ Hallados RecorrerCarpetas(std::span<const fs::path> carpetas, const Seguir& segu
   return recorrido.terminar();
 }
 
-std::vector<fs::path> LeerCarpetas(std::u8string_view lista) {
-  std::vector<fs::path> carpetas;
-  while (!lista.empty()) {
-    const std::size_t fin = std::min(lista.find(u8';'), lista.size());
-    std::u8string_view una = lista.substr(0, fin);
-    lista.remove_prefix(std::min(fin + 1, lista.size()));
-    const std::size_t primero = una.find_first_not_of(u8" \t");
-    if (primero == std::u8string_view::npos) continue;
-    una = una.substr(primero, una.find_last_not_of(u8" \t") - primero + 1);
-    carpetas.emplace_back(una);
-  }
-  return carpetas;
-}
-
 }  // namespace anteriores

@@ -35,7 +35,4 @@ struct Hallados {
 /// adónde va y no se sigue: si es dentro de ellas, ya se llega por su nombre. No lanza nada.
 Hallados RecorrerCarpetas(std::span<const std::filesystem::path> carpetas, const Seguir& seguir);
 
-/// Las carpetas de una lista separada por ";", sin blancos a los lados; las vacías no cuentan. En UTF-8.
-std::vector<std::filesystem::path> LeerCarpetas(std::u8string_view lista);
-
 }  // namespace anteriores
