@@ -108,6 +108,7 @@ int LineaRemesa::anchoVeredicto() const {
 }
 
 void LineaRemesa::repartir() {
+  if (plegada_) updateGeometry();
   const QFontMetrics medidas = fontMetrics();
   const int entre = medidas.horizontalAdvance(kEntre);
   const int fijo = anchoTotal() + anchoVeredicto();
