@@ -73,11 +73,13 @@ void frmUnirQ19::cargarInicial(const QString& lineaOrdenes) {
   if (mirarDevoluciones(ruta)) return abrirDevoluciones({ruta});
   if (!EsQ19(ruta)) return;
   const comunes::Reloj reloj;
-  if (!CargarFichero(ruta, *ui_->Acumulado)) return;
-  FicherosImportados = u'[' + FicheroActual + u']';
-  rutasImportadas_ = {{FicheroActual, rutaActual_}};
-  mirarAcumulado();
-  mirarDuenos();
+  comoUnPaso(u"abrir "_s + QFileInfo(ruta).fileName(), [&] {
+    if (!CargarFichero(ruta, *ui_->Acumulado)) return;
+    FicherosImportados = u'[' + FicheroActual + u']';
+    rutasImportadas_ = {{FicheroActual, rutaActual_}};
+    mirarAcumulado();
+    mirarDuenos();
+  });
 }
 
 void frmUnirQ19::elegir(const QString& ruta) {

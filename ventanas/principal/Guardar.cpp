@@ -1,4 +1,5 @@
 #include <QFileInfo>
+#include <QScopeGuard>
 #include <filesystem>
 #include <memory>
 #include <system_error>
@@ -74,15 +75,17 @@ void frmUnirQ19::guardar() {
   } catch (const comunes::TrabajoDetenido&) {
     return decir(u"Guardado detenido: el fichero no se ha escrito y la remesa sigue aquí."_s);
   }
-  ui_->Empezar->click();
+  comoUnPaso(u"vaciar tras guardar"_s, [this] { ui_->Empezar->click(); });
   navegador_->refrescar();
   guardado_ = comunes::RutaAbsoluta(ruta);
   veredicto_ = std::move(veredicto);
-  decir(u"Guardado en %1. Comprobando…"_s.arg(guardado_));
+  decirConDeshacer(u"Guardado en %1. Comprobando…"_s.arg(guardado_));
   veredicto_->alLlegar([this](const Veredicto::Resultado& resultado) { contarGuardado(resultado); });
 }
 
 void frmUnirQ19::contarGuardado(const Veredicto::Resultado& resultado) {
+  const bool deshacible = !ui_->Deshacer->isHidden();
+  const auto ponerEnlace = qScopeGuard([&] { ui_->Deshacer->setVisible(deshacible); });
   if (!resultado) {
     decir(u"Guardado en %1. No se ha podido comprobar."_s.arg(guardado_));
     return ui_->VerComprobacion->show();

@@ -35,19 +35,21 @@ void frmUnirQ19::mostrarObservaciones() {
           ? u"Ningún fichero previsualizado"_s
           : u"%1: %2"_s.arg(comunes::ConMarcasEscritas(QFileInfo(rutaPreview_).fileName()),
                             TextoCuenta(resumenPreview_.registros, u"registro"_s, u"registros"_s)));
-  const auto ficheros = static_cast<std::size_t>(rutasImportadas_.size());
-  ui_->InfoAcumulado->setText(
-      resumenAcumulado_.vacia()
-          ? u"Remesa vacía"_s
-          : u"%1, %2%3, %4"_s.arg(TextoCuenta(ficheros, u"fichero"_s, u"ficheros"_s),
-                                  conBloques() ? textoBloques() : QString(),
-                                  TextoCuenta(resumenAcumulado_.adeudos, u"adeudo"_s, u"adeudos"_s),
-                                  TextoEuros(resumenAcumulado_.importe)));
+  ui_->InfoAcumulado->setText(resumenAcumulado_.vacia() ? u"Remesa vacía"_s : loQueHay());
   const AvisosPreview avisos = avisosPreview();
   ui_->AvisoPreview->ponerAvisos(avisos.textos, avisos.otroBloque);
   ui_->AvisoAcumulado->ponerAvisos(
       TextosObservaciones(conBloques() ? ObservarAcumulado(resumenAcumulado_, indiceAcumulado_)
                                        : remesa::ObservarAcumulado(resumenAcumulado_)));
+}
+
+QString frmUnirQ19::loQueHay() const {
+  if (resumenAcumulado_.vacia()) return {};
+  const auto ficheros = static_cast<std::size_t>(rutasImportadas_.size());
+  return u"%1, %2%3, %4"_s.arg(TextoCuenta(ficheros, u"fichero"_s, u"ficheros"_s),
+                               conBloques() ? textoBloques() : QString(),
+                               TextoCuenta(resumenAcumulado_.adeudos, u"adeudo"_s, u"adeudos"_s),
+                               TextoEuros(resumenAcumulado_.importe));
 }
 
 frmUnirQ19::AvisosPreview frmUnirQ19::avisosPreview() const {
@@ -105,6 +107,7 @@ void frmUnirQ19::decir(const QString& texto) {
   ui_->EstadoMensaje->setText(comunes::ConMarcasEscritas(texto));
   ui_->AbrirListado->hide();
   ui_->VerComprobacion->hide();
+  ui_->Deshacer->hide();
 }
 
 }  // namespace principal

@@ -34,9 +34,11 @@ void frmUnirQ19::renovarIdentificacion() {
   std::string registro(*cual);
   remesa::AjustarLongitud(registro);
   remesa::RenovarIdentificacion(registro, comunes::Ahora());
-  acumulado.modelo().editable().sustituir(fila, registro);
-  acumulado.modelo().avisarCambio(static_cast<int>(fila));
-  mirarAcumulado();
+  comoUnPaso(u"renovar la identificación"_s, [&] {
+    acumulado.modelo().editable().sustituir(fila, registro);
+    acumulado.modelo().avisarCambio(static_cast<int>(fila));
+    mirarAcumulado();
+  });
   decir(u"Identificación del fichero: %1"_s.arg(
       comunes::DesdeWindows1252(remesa::Recortar(LeerCampo(registro, remesa::kIdentificacionFichero)))));
 }

@@ -100,6 +100,8 @@ void frmUnirQ19::prepararControles() {
   ui_->AbrirListado->hide();
   ui_->Estado->addWidget(ui_->VerComprobacion);
   ui_->VerComprobacion->hide();
+  ui_->Estado->addWidget(ui_->Deshacer);
+  ui_->Deshacer->hide();
   ui_->Estado->addPermanentWidget(ui_->EstadoPosicion);
 }
 
@@ -138,7 +140,10 @@ void frmUnirQ19::conectar() {
   navegador_ = new Navegador(ui_->Disco, ui_->Carpetas, ui_->Ficheros, this);
   herramientas_ = new Herramientas(*ui_, *this);
   connect(navegador_, &Navegador::elegido, this, &frmUnirQ19::elegir);
-  connect(ui_->Importar, &QPushButton::clicked, this, &frmUnirQ19::importar);
+  prepararPasos();
+  connect(ui_->Importar, &QPushButton::clicked, this, [this] {
+    comoUnPaso(u"importar "_s + QFileInfo(rutaPreview_).fileName(), [this] { importar(); });
+  });
   connect(ui_->Bloques, &QCheckBox::toggled, this, &frmUnirQ19::cambiarBloques);
   connect(&ui_->AvisoPreview->enlace(), &QPushButton::clicked, this, [this] {
     ui_->Bloques->setFocus();

@@ -11,6 +11,7 @@
 #include "remesa/BloquesListas.h"
 #include "remesa/ListaRegistros.h"
 #include "remesa/ObservacionesBloques.h"
+#include "ventanas/principal/Historia.h"
 #include "ventanas/principal/Veredicto.h"
 
 namespace Ui {
@@ -69,11 +70,25 @@ class frmUnirQ19 : public QMainWindow {
   void empezar();
   void insertar();
   void eliminar();
+  void quitar(const std::vector<std::size_t>& seleccion);
   /// Con `posicion` (desde 1), el editor empieza en el campo que la tiene.
   void editar(int fila, int posicion = 0);
   void RecalcularTotales();
-  /// Da la orden, que cambia la acumulación, como un solo paso que se puede deshacer: "Deshacer `que`".
+
+  // Deshacer y rehacer (Pasos.cpp)
+  void prepararPasos();
+  /// Da la orden, que cambia la acumulación, como un solo paso que se puede deshacer: "Deshacer `que`", que
+  /// se lee cuando acaba. Dentro de otro paso, es parte de él. Si la orden no cambia la acumulación no hay
+  /// paso; si lanza, lo hay con lo que dejase hecho.
   void comoUnPaso(const QString& que, const std::function<void()>& orden);
+  EstadoAcumulacion fotografiar() const;
+  void intercambiar(EstadoAcumulacion& estado);
+  /// Apunta el paso desde `antes` si la acumulación es otra.
+  void apuntarPaso(const QString& que, EstadoAcumulacion antes);
+  void deshacer();
+  void rehacer();
+  /// Dice lo que se ha ido, con un enlace que lo deshace hasta la orden siguiente.
+  void decirConDeshacer(const QString& texto);
 
   // Órdenes mientras se conservan los bloques (OrdenesBloques.cpp)
   bool conBloques() const;
@@ -140,10 +155,14 @@ class frmUnirQ19 : public QMainWindow {
   AvisosPreview avisosPreview() const;
   void mostrarPosicion(const VistaRegistros& lista, int fila, int posicion);
   void decir(const QString& texto);
+  /// Ficheros, adeudos e importe de la acumulación; "" si está vacía.
+  QString loQueHay() const;
 
   std::unique_ptr<Ui::frmUnirQ19> ui_;
   Navegador* navegador_ = nullptr;
   Herramientas* herramientas_ = nullptr;
+  Historia* historia_ = nullptr;
+  bool enPaso_ = false;  ///< Se está dando una orden que es un paso.
 
   QString FicherosImportados;  ///< "[RUTA]" de cada fichero importado, en mayúsculas.
   QString FicheroActual;       ///< Ruta del último fichero cargado, en mayúsculas.
