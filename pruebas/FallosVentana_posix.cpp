@@ -46,7 +46,7 @@ TEST_F(FallosVentana, LasRutasSonLasDelSistema) {
   escribir("lejos/enero.Q19", Fichero(Remesa("20260405", {"00000000345"})));
   escribir("z.Q19", "lo de antes");
   Ventana v(carpeta_, comunes::DesdeRuta(carpeta_ / "enlace" / ".." / "enero.Q19"));
-  EXPECT_EQ(v.texto("InfoAcumulado"), "1 fichero, 1 adeudo, 3,45 €");
+  EXPECT_EQ(v.texto("InfoAcumulado"), "1 fichero · 1 adeudo · 3,45 €");
   const ConDestino destino(carpeta_ / "enlace" / ".." / "z");
   v.pulsar("Guardar");
   EXPECT_EQ(leer(carpeta_ / "z.Q19"), "lo de antes");

@@ -87,7 +87,7 @@ class Vigia : public QObject {
     ASSERT_TRUE(!recalculada_ || !caben || Bytes(otra) == lista_) << "los totales no son los suyos";
     const remesa::Resumen resumen = remesa::Resumir(v_.Acumulado->lista());
     ASSERT_TRUE(v_.texto("InfoAcumulado").contains(u" adeudo"_s));
-    const QString dicho = v_.texto("InfoAcumulado").section(", ", 1, 1).section(' ', 0, 0).remove('.');
+    const QString dicho = v_.texto("InfoAcumulado").section(u" · "_s, 1, 1).section(' ', 0, 0).remove('.');
     ASSERT_EQ(dicho.toULongLong(), resumen.adeudos) << v_.texto("InfoAcumulado").toStdString();
   }
 

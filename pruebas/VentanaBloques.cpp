@@ -72,7 +72,7 @@ TEST_F(VentanaBloques, ElEnlaceLosConserva) {
   EXPECT_EQ(Forma(v.acumulado()), "01 02 003R0 003R1 003R2 004R2 04 05 02 003R3 04 05 99 ");
   EXPECT_EQ(v.Acumulado->seleccion(), std::vector<std::size_t>{4}) << "el mismo registro";
   EXPECT_EQ(v.Acumulado->actual(), 4);
-  EXPECT_EQ(v.texto("InfoAcumulado"), "2 ficheros, 2 bloques de 2 acreedores, 4 adeudos, 6,01 €");
+  EXPECT_EQ(v.texto("InfoAcumulado"), "2 ficheros · 2 bloques de 2 acreedores · 4 adeudos · 6,01 €");
   EXPECT_EQ(v.texto("AvisoAcumulado"), "");
 
   // Apagarla no cambia nada hasta la orden siguiente.

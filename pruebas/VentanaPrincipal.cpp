@@ -53,12 +53,12 @@ TEST_F(VentanaPrincipal, UnirCorregirYGuardar) {
   cajas.Responder("Si");
   v.elegir("enero.Q19");
   EXPECT_EQ(Bytes(v.Preview->lista()), Remesa("20260405", {kUno, kDos}));
-  EXPECT_EQ(v.texto("InfoPreview"), "enero.Q19: 7 registros");
+  EXPECT_EQ(v.texto("InfoPreview"), "enero.Q19 · 2 adeudos · 30,00 € · 05/04/2026");
   EXPECT_FALSE(v.importado());
   v.pulsar("Importar");
   EXPECT_TRUE(v.importado());
   v.pulsar("Importar");  // ya importado: no hace nada
-  EXPECT_EQ(v.texto("InfoAcumulado"), "1 fichero, 2 adeudos, 30,00 €");
+  EXPECT_EQ(v.texto("InfoAcumulado"), "1 fichero · 2 adeudos · 30,00 €");
 
   // La segunda importación conserva la selección y la fila actual, aunque los totales cambien de sitio.
   v.Acumulado->seleccionarSolo(3);
@@ -76,7 +76,7 @@ TEST_F(VentanaPrincipal, UnirCorregirYGuardar) {
   EXPECT_EQ(v.acumulado(), Recalculada(esperado));
   EXPECT_EQ(v.Acumulado->seleccion(), std::vector<std::size_t>{4}) << "solo la copia";
   EXPECT_EQ(v.Acumulado->actual(), 4);
-  EXPECT_EQ(v.texto("InfoAcumulado"), "2 ficheros, 4 adeudos, 53,45 €");
+  EXPECT_EQ(v.texto("InfoAcumulado"), "2 ficheros · 4 adeudos · 53,45 €");
 
   // Se pide borrar un adeudo y una cabecera: la cabecera se queda.
   v.Acumulado->seleccionar(std::vector<std::size_t>{0, 2});
@@ -100,7 +100,7 @@ TEST_F(VentanaPrincipal, UnirCorregirYGuardar) {
   EXPECT_TRUE(v.acumulado().empty());
   EXPECT_FALSE(v.importado()) << "lo previsualizado puede volver a importarse";
   v.pulsar("Importar");
-  EXPECT_EQ(v.texto("InfoAcumulado"), "1 fichero, 1 adeudo, 3,45 €");
+  EXPECT_EQ(v.texto("InfoAcumulado"), "1 fichero · 1 adeudo · 3,45 €");
 }
 
 TEST_F(VentanaPrincipal, RechazosConSusAvisos) {
@@ -232,7 +232,7 @@ TEST_F(VentanaPrincipal, UnRecalculoQueDesbordaDejaLoHecho) {
   }());
   EXPECT_TRUE(v.importado());
   EXPECT_FALSE(v.texto("AvisoAcumulado").isEmpty());
-  EXPECT_EQ(v.texto("InfoAcumulado"), "2 ficheros, 3 adeudos, 21.474.866,47 €");
+  EXPECT_EQ(v.texto("InfoAcumulado"), "2 ficheros · 3 adeudos · 21.474.866,47 €");
 }
 
 TEST_F(VentanaPrincipal, NombresQueSoloSeDistinguenPorLasMayusculas) {
@@ -260,7 +260,7 @@ TEST_F(VentanaPrincipal, NombresQueSeParecenSonOtros) {
   Ventana v(carpeta_);
   v.importar("straße.Q19");
   v.importar("strasse.Q19");
-  EXPECT_EQ(v.texto("InfoAcumulado"), "2 ficheros, 2 adeudos, 30,00 €");
+  EXPECT_EQ(v.texto("InfoAcumulado"), "2 ficheros · 2 adeudos · 30,00 €");
 }
 
 TEST_F(VentanaPrincipal, GuardarNadaSobreAlgoDiceLoQueSePierde) {
@@ -283,7 +283,7 @@ TEST_F(VentanaPrincipal, SoltarUnFicheroEsElegirlo) {
   QDropEvent suelta({5, 5}, Qt::CopyAction, &datos, Qt::LeftButton, {});
   QApplication::sendEvent(&v.frm, &suelta);
   QCoreApplication::processEvents();
-  EXPECT_EQ(v.texto("InfoPreview"), "enero.Q19: 7 registros");
+  EXPECT_EQ(v.texto("InfoPreview"), "enero.Q19 · 2 adeudos · 30,00 € · 05/04/2026");
   EXPECT_EQ(v.Ficheros->marcado(), "enero.Q19");
   for (const QWidget* hijo : v.frm.findChildren<QWidget*>())
     EXPECT_FALSE(hijo->acceptDrops()) << hijo->objectName().toStdString() << " se quedaría lo soltado";
@@ -299,6 +299,7 @@ TEST_F(VentanaPrincipal, ControlesTeclasYOrden) {
         {"cmdInsertar", "Insertar tipo 03"},
         {"cmdEliminar", "Eliminar tipo 03"},
         {"cmdImprimir", "Imprimir"},
+        {"cmdComprobar", "Comprobar la remesa con la norma"},
         {"RefI", "Imprimir Referencia Interna"},
         {"SoloAdeudos", "Listar solo los adeudos, sin sus registros opcionales"},
         {"Salir", "Salir"}}) {
@@ -315,7 +316,7 @@ TEST_F(VentanaPrincipal, ControlesTeclasYOrden) {
     mnemonicos += QKeySequence::mnemonic(menu->text()).toString();
   mnemonicos.remove("Alt+");
   std::sort(mnemonicos.begin(), mnemonicos.end());
-  EXPECT_EQ(mnemonicos.size(), 18);
+  EXPECT_EQ(mnemonicos.size(), 19);
   EXPECT_EQ(std::adjacent_find(mnemonicos.begin(), mnemonicos.end()), mnemonicos.end())
       << mnemonicos.toStdString();
   for (auto* lista : {v.Preview, v.Acumulado})
@@ -328,13 +329,13 @@ TEST_F(VentanaPrincipal, ControlesTeclasYOrden) {
 
   v.Ficheros->setFocus();
   QStringList orden;
-  for (int i = 0; i < 14; ++i) {
+  for (int i = 0; i < 15; ++i) {
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     orden << QApplication::focusWidget()->objectName();
   }
   EXPECT_EQ(orden, QStringList({"Preview", "Importar", "Bloques", "Acumulado", "Empezar", "cmdInsertar",
-                                "cmdEliminar", "RefI", "SoloAdeudos", "cmdImprimir", "Guardar", "Salir",
-                                "Disco", "Carpetas"}));
+                                "cmdEliminar", "RefI", "SoloAdeudos", "cmdImprimir", "cmdComprobar",
+                                "Guardar", "Salir", "Disco", "Carpetas"}));
 }
 
 TEST_F(VentanaPrincipal, ImprimirEnUnDocumento) {

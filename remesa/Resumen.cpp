@@ -123,7 +123,7 @@ void Resumidor::mirarOpcional(std::string_view registro) {
 }
 
 void Resumidor::abrirBloque(std::string_view registro) {
-  ++resumen_.cabeceras02;
+  if (++resumen_.cabeceras02 == 1) resumen_.nombreAcreedor = Recortar(LeerCampo(registro, kNombreAcreedor));
   hayAdeudo_ = previoContiguo_ = ultimoEsAdeudo_ = false;
   resumen_.ultimoBloque = {std::string(Recortar(LeerCampo(registro, kIdentificadorAcreedor))),
                            std::string(Recortar(LeerCampo(registro, kFechaCobro))),

@@ -53,6 +53,7 @@ struct Resumen {
   int errorRecalculo = 0;             ///< Número de error que daría un recálculo; 0 si ninguno.
   std::size_t registroError = 0;      ///< El número del registro en que lo daría.
   std::vector<Bloque02> bloques;      ///< Los distintos, en orden de aparición (hasta kMaxBloques).
+  std::string nombreAcreedor;         ///< El del primer "02", sin blancos a los lados.
   Bloque02 ultimoBloque;              ///< El del último "02", bajo el que caen los adeudos que se añadan.
 
   static constexpr std::size_t kMaxBloques = 64;

@@ -20,6 +20,12 @@ Enlace::Enlace(QWidget* padre) : QPushButton(padre) {
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
+void Enlace::ponerColor(const QColor& color) {
+  if (color == propio_) return;
+  propio_ = color;
+  update();
+}
+
 QSize Enlace::sizeHint() const {
   const QSize texto = fontMetrics().size(Qt::TextShowMnemonic, text());
   return {texto.width() + 2 * kAire, texto.height() + 2};
@@ -30,6 +36,7 @@ void Enlace::paintEvent(QPaintEvent*) {
   // El azul de los enlaces de algunos escritorios no se lee sobre su propio fondo oscuro.
   const bool oscuro = palette().color(QPalette::Window).lightness() < 128;
   QColor color = oscuro ? QColor(0x7A, 0xB8, 0xFF) : QColor(0x1F, 0x5F, 0xB8);
+  if (propio_.isValid()) color = propio_;
   if (isDown()) color = palette().color(QPalette::WindowText);
   pintor.setPen(color);
   pintor.drawText(rect(), Qt::AlignCenter | Qt::TextSingleLine | Qt::TextShowMnemonic, text());

@@ -13,11 +13,17 @@ class Enlace : public QPushButton {
  public:
   explicit Enlace(QWidget* padre = nullptr);
 
+  /// El del texto, en vez del de los enlaces; uno no válido lo repone.
+  void ponerColor(const QColor& color);
+
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override { return sizeHint(); }
 
  protected:
   void paintEvent(QPaintEvent* evento) override;
+
+ private:
+  QColor propio_;
 };
 
 }  // namespace comunes

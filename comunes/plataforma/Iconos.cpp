@@ -6,6 +6,8 @@
 #include <QPainterPath>
 #include <QPalette>
 
+#include "comunes/plataforma/Ventanas.h"
+
 namespace comunes {
 namespace {
 
@@ -83,6 +85,31 @@ void Carpeta(QPainter& p, bool abierta) {
   p.drawPolygon(Lineas({{3, 19}, {6.5, 11.5}, {23, 11.5}, {20, 19}}));
 }
 
+/// Una señal llena con su signo dentro, del color del fondo.
+void Senal(QPainter& p, Pictograma que) {
+  const QPalette paleta = QGuiApplication::palette();
+  const QColor color = ColorDeIcono(que, paleta);
+  p.setPen(Pluma(color, 1.4));
+  p.setBrush(color);
+  if (que == Pictograma::Aviso)
+    p.drawPolygon(Lineas({{12, 2.5}, {22.5, 21}, {1.5, 21}}));
+  else
+    p.drawEllipse(QRectF(2, 2, 20, 20));
+  p.setPen(Pluma(paleta.color(QPalette::Base), 2.6));
+  switch (que) {
+    case Pictograma::Error:
+      p.drawLine(QPointF(8, 8), QPointF(16, 16));
+      p.drawLine(QPointF(16, 8), QPointF(8, 16));
+      break;
+    case Pictograma::Aviso:
+      p.drawLine(QPointF(12, 9.5), QPointF(12, 14));
+      p.drawPoint(QPointF(12, 18));
+      break;
+    default:
+      p.drawPolyline(Lineas({{7, 12.5}, {10.5, 16}, {17, 8.5}}));
+  }
+}
+
 void Dibujar(QPainter& p, Pictograma que, const Colores& c) {
   p.setPen(Pluma(c.trazo));
   p.setBrush(c.relleno);
@@ -148,6 +175,11 @@ void Dibujar(QPainter& p, Pictograma que, const Colores& c) {
     case Pictograma::CarpetaAbierta:
       Carpeta(p, que == Pictograma::CarpetaAbierta);
       break;
+    case Pictograma::Error:
+    case Pictograma::Aviso:
+    case Pictograma::Correcto:
+      Senal(p, que);
+      break;
   }
 }
 
@@ -186,6 +218,20 @@ class MotorIcono : public QIconEngine {
 };
 
 }  // namespace
+
+QColor ColorDeIcono(Pictograma pictograma, const QPalette& paleta) {
+  const bool oscuro = paleta.color(QPalette::Window).lightness() < 128;
+  switch (pictograma) {
+    case Pictograma::Error:
+      return oscuro ? QColor(0xFF, 0x8A, 0x80) : QColor(0xB3, 0x26, 0x1E);
+    case Pictograma::Aviso:
+      return ColorAviso(paleta);
+    case Pictograma::Correcto:
+      return oscuro ? QColor(0x81, 0xD4, 0x8D) : QColor(0x1B, 0x6B, 0x2F);
+    default:
+      return paleta.color(QPalette::WindowText);
+  }
+}
 
 QIcon Icono(Pictograma pictograma) {
   return QIcon(new MotorIcono(pictograma));

@@ -30,26 +30,34 @@ void frmUnirQ19::mirarAcumulado() {
 }
 
 void frmUnirQ19::mostrarObservaciones() {
-  ui_->InfoPreview->setText(
-      rutaPreview_.isEmpty()
-          ? u"Ningún fichero previsualizado"_s
-          : u"%1: %2"_s.arg(comunes::ConMarcasEscritas(QFileInfo(rutaPreview_).fileName()),
-                            TextoCuenta(resumenPreview_.registros, u"registro"_s, u"registros"_s)));
-  ui_->InfoAcumulado->setText(resumenAcumulado_.vacia() ? u"Remesa vacía"_s : loQueHay());
+  ui_->InfoPreview->setText(rutaPreview_.isEmpty()
+                                ? u"Ningún fichero previsualizado"_s
+                                : TextoFichero(QFileInfo(rutaPreview_).fileName(), resumenPreview_));
+  const auto ficheros = static_cast<std::size_t>(rutasImportadas_.size());
+  if (resumenAcumulado_.vacia())
+    ui_->InfoAcumulado->ponerCuenta(u"Remesa vacía"_s, {});
+  else
+    ui_->InfoAcumulado->ponerCuenta(
+        u"%1 · %2%3"_s.arg(TextoCuenta(ficheros, u"fichero"_s, u"ficheros"_s),
+                           conBloques() ? textoBloques() : QString(),
+                           TextoCuenta(resumenAcumulado_.adeudos, u"adeudo"_s, u"adeudos"_s)),
+        TextoEuros(resumenAcumulado_.importe));
   const AvisosPreview avisos = avisosPreview();
   ui_->AvisoPreview->ponerAvisos(avisos.textos, avisos.otroBloque);
-  ui_->AvisoAcumulado->ponerAvisos(
-      TextosObservaciones(conBloques() ? ObservarAcumulado(resumenAcumulado_, indiceAcumulado_)
-                                       : remesa::ObservarAcumulado(resumenAcumulado_)));
+  const auto observaciones = conBloques() ? ObservarAcumulado(resumenAcumulado_, indiceAcumulado_)
+                                          : remesa::ObservarAcumulado(resumenAcumulado_);
+  const bool seRecalculan = std::ranges::any_of(observaciones, [](const remesa::Observacion& o) {
+    return o.clase == remesa::ClaseObservacion::TotalesNoCuadran;
+  });
+  ui_->AvisoAcumulado->ponerAvisos(avisoMezcla() + TextosObservaciones(observaciones), seRecalculan);
 }
 
 QString frmUnirQ19::loQueHay() const {
   if (resumenAcumulado_.vacia()) return {};
   const auto ficheros = static_cast<std::size_t>(rutasImportadas_.size());
-  return u"%1, %2%3, %4"_s.arg(TextoCuenta(ficheros, u"fichero"_s, u"ficheros"_s),
-                               conBloques() ? textoBloques() : QString(),
-                               TextoCuenta(resumenAcumulado_.adeudos, u"adeudo"_s, u"adeudos"_s),
-                               TextoEuros(resumenAcumulado_.importe));
+  return u"%1, %2, %3"_s.arg(TextoCuenta(ficheros, u"fichero"_s, u"ficheros"_s),
+                             TextoCuenta(resumenAcumulado_.adeudos, u"adeudo"_s, u"adeudos"_s),
+                             TextoEuros(resumenAcumulado_.importe));
 }
 
 frmUnirQ19::AvisosPreview frmUnirQ19::avisosPreview() const {

@@ -27,11 +27,12 @@ void frmUnirQ19::comprobar() {
     comunes::Avisar(u"No hay ninguna remesa que comprobar: elija un fichero o importe alguno."_s);
 }
 
-void frmUnirQ19::comprobarAcumulado() {
-  mostrarComprobaciones({[] { return u"Remesa acumulada"_s; },
-                         [this](const auto& recibir, const auto& avance) {
+void frmUnirQ19::comprobarAcumulado(bool comoGuardada) {
+  const QString titulo = comoGuardada ? u"Remesa acumulada, como se guardaría"_s : u"Remesa acumulada"_s;
+  mostrarComprobaciones({[titulo] { return titulo; },
+                         [this, comoGuardada](const auto& recibir, const auto& avance) {
                            return remesa::ComprobarLista(ui_->Acumulado->lista(), comunes::Hoy(), recibir,
-                                                         false, avance);
+                                                         comoGuardada, avance);
                          },
                          [this](const remesa::Hallazgo& h) {
                            if (h.fila > ui_->Acumulado->lista().size()) return false;

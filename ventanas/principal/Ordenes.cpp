@@ -58,6 +58,7 @@ remesa::Resumen LosAdeudos(const remesa::ListaRegistros& lista, const std::vecto
 void frmUnirQ19::importar() {
   if (importadoVisible()) return;
   const comunes::Reloj reloj;
+  const QString mezcla = loQueMezcla();
   if (conBloques()) {
     if (!reunir(ui_->Preview->lista(), u"No se ha importado nada."_s)) return;
   } else {
@@ -69,6 +70,7 @@ void frmUnirQ19::importar() {
     acumulado.ponerActual(senalado.actual);
   }
   FicherosImportados += u'[' + FicheroActual + u']';
+  mezclas_.insert(FicherosImportados, mezcla);
   if (!FicheroActual.isEmpty()) rutasImportadas_.insert(FicheroActual, rutaActual_);
   ui_->Importado->show();
   rechazo_.clear();

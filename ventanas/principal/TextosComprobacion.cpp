@@ -183,6 +183,12 @@ QString TextoHallazgo(const Hallazgo& hallazgo) {
   return EnQString(AnadirHallazgo, hallazgo);
 }
 
+QString TextoVeredicto(std::uint64_t errores, std::uint64_t avisos) {
+  QString texto = errores == 0 ? u"Sin errores"_s : TextoCuenta(errores, u"error"_s, u"errores"_s);
+  if (avisos > 0) texto += u" · "_s + TextoCuenta(avisos, u"aviso"_s, u"avisos"_s);
+  return texto;
+}
+
 QString TextoRecuento(std::uint64_t errores, std::uint64_t avisos) {
   const QString deAvisos = TextoCuenta(avisos, u"aviso"_s, u"avisos"_s);
   if (errores == 0) return avisos == 0 ? u"sin errores"_s : u"sin errores y con "_s + deAvisos;

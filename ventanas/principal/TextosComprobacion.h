@@ -34,5 +34,7 @@ void AnadirFormaIban(std::string& texto, std::string_view pais);
 
 /// "sin errores", "sin errores y con 3 avisos", "2 errores y 1 aviso".
 QString TextoRecuento(std::uint64_t errores, std::uint64_t avisos);
+/// Lo mismo, suelto: "Sin errores", "Sin errores · 3 avisos", "2 errores · 1 aviso".
+QString TextoVeredicto(std::uint64_t errores, std::uint64_t avisos);
 
 }  // namespace principal

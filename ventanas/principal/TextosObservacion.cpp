@@ -1,5 +1,6 @@
 #include "ventanas/principal/TextosObservacion.h"
 
+#include <algorithm>
 #include <limits>
 
 #include "comunes/plataforma/Formatos.h"
@@ -202,6 +203,42 @@ QStringList TextosObservaciones(const std::vector<Observacion>& observaciones) {
   for (const Observacion& observacion : observaciones)
     textos += TextoObservacion(observacion);
   return textos;
+}
+
+QString TextoMezcla(const std::vector<Observacion>& observaciones) {
+  QStringList partes;
+  for (const Observacion& o : observaciones) {
+    if (o.clase == ClaseObservacion::OtroAcreedor) partes += u"otro acreedor (%1)"_s.arg(Dato(o.ahora));
+    if (o.clase == ClaseObservacion::OtraFecha) partes += u"otra fecha de cobro (%1)"_s.arg(Fecha(o.ahora));
+    if (o.clase == ClaseObservacion::OtraCuenta) partes += u"otra cuenta (%1)"_s.arg(Dato(o.ahora));
+  }
+  return partes.join(u" y "_s);
+}
+
+QString TextoFichero(const QString& nombre, const remesa::Resumen& resumen) {
+  QStringList partes{comunes::ConMarcasEscritas(nombre)};
+  if (resumen.adeudos == 0) {
+    partes += TextoCuenta(resumen.registros, u"registro"_s, u"registros"_s);
+  } else {
+    partes += TextoCuenta(resumen.adeudos, u"adeudo"_s, u"adeudos"_s);
+    partes += TextoEuros(resumen.importe);
+  }
+  const auto distintos = [&](std::string remesa::Bloque02::*dato) {
+    std::vector<std::string> datos;
+    datos.reserve(resumen.bloques.size());
+    for (const remesa::Bloque02& bloque : resumen.bloques)
+      datos.push_back(bloque.*dato);
+    std::ranges::sort(datos);
+    return static_cast<std::size_t>(std::ranges::unique(datos).begin() - datos.begin());
+  };
+  const std::size_t acreedores = distintos(&remesa::Bloque02::acreedor);
+  const std::size_t fechas = distintos(&remesa::Bloque02::fecha);
+  if (acreedores == 1 && !resumen.nombreAcreedor.empty())
+    partes += comunes::SinControles(comunes::DesdeWindows1252(resumen.nombreAcreedor));
+  if (acreedores > 1) partes += TextoCuenta(acreedores, u"acreedor"_s, u"acreedores"_s);
+  if (fechas == 1) partes += Fecha(resumen.bloques.front().fecha);
+  if (fechas > 1) partes += TextoCuenta(fechas, u"fecha de cobro"_s, u"fechas de cobro"_s);
+  return partes.join(u" · "_s);
 }
 
 }  // namespace principal

@@ -22,4 +22,11 @@ QString TextoObservacion(const remesa::Observacion& observacion);
 /// Los textos de todas, en su orden.
 QStringList TextosObservaciones(const std::vector<remesa::Observacion>& observaciones);
 
+/// De qué son los adeudos de un fichero que la importación ha mezclado con otros: "otra fecha de cobro
+/// (05/05/2026)"; vacío si `observaciones`, las de importarlo, no dicen que los mezcle.
+QString TextoMezcla(const std::vector<remesa::Observacion>& observaciones);
+
+/// Fichero, adeudos, importe y, si son de uno solo, acreedor y fecha de cobro: "enero.Q19 · 18 adeudos · …".
+QString TextoFichero(const QString& nombre, const remesa::Resumen& resumen);
+
 }  // namespace principal

@@ -7,13 +7,14 @@
 namespace principal {
 
 Veredicto::Veredicto(remesa::ListaRegistros lista, remesa::Dia hoy) {
-  auto comprobar = [this, hoy, lista = std::move(lista)](const std::stop_token& parar) {
+  auto comprobar = [this, hoy, lista = std::move(lista)](const std::stop_token& parar) mutable {
     try {
       resultado_ = remesa::ComprobarLista(
           lista, hoy, [](remesa::Hallazgo&&) {}, true, [&](auto, auto) { return !parar.stop_requested(); });
     } catch (const std::exception&) {
       resultado_.reset();
     }
+    lista.clear();  // puede ser la última que tenga esos bytes: que no los suelte quien espere
     listo_ = true;
     QMetaObject::invokeMethod(this, &Veredicto::entregar, Qt::QueuedConnection);
   };
@@ -22,6 +23,11 @@ Veredicto::Veredicto(remesa::ListaRegistros lista, remesa::Dia hoy) {
   } catch (const std::system_error&) {
     listo_ = true;  // no hay más hilos
   }
+}
+
+void Veredicto::parar() {
+  contar_ = {};
+  hilo_.request_stop();
 }
 
 void Veredicto::alLlegar(std::function<void(const Resultado&)> contar) {

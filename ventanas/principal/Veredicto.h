@@ -21,6 +21,10 @@ class Veredicto : public QObject {
 
   Veredicto(remesa::ListaRegistros lista, remesa::Dia hoy);
 
+  /// Pide que se deje a medias, sin esperar a que se deje; ya no llamará a nadie.
+  void parar();
+  /// Ha acabado, o se ha dejado: destruirlo no espera.
+  bool listo() const noexcept { return listo_; }
   /// Llama a `contar` en el hilo de las ventanas: enseguida si ya ha acabado y, si no, cuando acabe.
   void alLlegar(std::function<void(const Resultado&)> contar);
 

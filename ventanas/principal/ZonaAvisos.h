@@ -42,7 +42,7 @@ class ZonaAvisos : public QLabel {
   void colocarEnlaces(bool cabe);
   void ensenarEntero(const QPoint& donde);
 
-  int lineas_ = 3;
+  int lineas_ = 2;
   QStringList partes_;  ///< el texto, por líneas
   comunes::Enlace* mas_;
   comunes::Enlace* enlace_;

@@ -65,7 +65,7 @@ void frmUnirQ19::prepararControles() {
       {ui_->Importar, Pictograma::Importar},    {ui_->Empezar, Pictograma::Empezar},
       {ui_->Guardar, Pictograma::Guardar},      {ui_->cmdInsertar, Pictograma::Insertar},
       {ui_->cmdEliminar, Pictograma::Eliminar}, {ui_->cmdImprimir, Pictograma::Imprimir},
-      {ui_->Salir, Pictograma::Salir},
+      {ui_->cmdComprobar, Pictograma::Aceptar}, {ui_->Salir, Pictograma::Salir},
   };
   for (const auto& [boton, pictograma] : botones) {
     boton->setIcon(comunes::Icono(pictograma));
@@ -80,10 +80,7 @@ void frmUnirQ19::prepararControles() {
   setTabOrder(ui_->AvisoPreview->boton(), &ui_->AvisoPreview->enlace());
   setTabOrder(&ui_->AvisoPreview->enlace(), ui_->AbrirDevoluciones);
   setTabOrder(ui_->AbrirDevoluciones, ui_->Preview);
-  setTabOrder(ui_->Bloques, ui_->AvisoAcumulado->boton());
-  setTabOrder(ui_->AvisoAcumulado->boton(), ui_->Acumulado);
-  ui_->disposicionInfoPreview->setAlignment(ui_->disposicionTituloPreview, Qt::AlignTop);
-  ui_->disposicionInfoAcumulado->setAlignment(ui_->disposicionTituloAcumulado, Qt::AlignTop);
+  prepararLineaAcumulado();
 
   // QSplitter deja a sus hijos en el orden inverso; las ayudas técnicas los leen en el que están.
   for (const QSplitter* divisor : {ui_->DivisorArchivos, ui_->DivisorCarpetas, ui_->DivisorListas})
@@ -110,18 +107,8 @@ void frmUnirQ19::ajustarAPantalla() {
   const bool estrecha = ui_->disposicionOrdenes->minimumSize().width() + kMargenes > pantalla.width();
   if (estrecha) ui_->disposicionOrdenes->setDirection(QBoxLayout::TopToBottom);
   if (!estrecha && pantalla.height() > kAltoHolgado) return;
-  // Los avisos pasan debajo de su rótulo, con todo el ancho.
-  for (QBoxLayout* fila : {ui_->disposicionInfoPreview, ui_->disposicionInfoAcumulado}) {
-    fila->setDirection(QBoxLayout::TopToBottom);
+  for (QBoxLayout* fila : {ui_->disposicionInfoPreview, ui_->disposicionInfoAcumulado})
     fila->setSpacing(kJunto);
-  }
-  for (QBoxLayout* titulo : {ui_->disposicionTituloPreview, ui_->disposicionTituloAcumulado}) {
-    titulo->setDirection(QBoxLayout::LeftToRight);
-    titulo->setSpacing(12);
-    titulo->setStretch(1, 1);
-  }
-  for (ZonaAvisos* avisos : {ui_->AvisoPreview, ui_->AvisoAcumulado})
-    avisos->ponerLineas(2);
   for (QWidget* lista : {static_cast<QWidget*>(ui_->Preview), static_cast<QWidget*>(ui_->Acumulado),
                          static_cast<QWidget*>(ui_->Carpetas), static_cast<QWidget*>(ui_->Ficheros)})
     lista->setMinimumHeight(kAltoMinimoLista);
@@ -157,6 +144,7 @@ void frmUnirQ19::conectar() {
   connect(ui_->cmdImprimir, &QPushButton::clicked, this, &frmUnirQ19::imprimir);
   connect(ui_->AbrirListado, &QPushButton::clicked, this, &frmUnirQ19::abrirListado);
   connect(ui_->VerComprobacion, &QPushButton::clicked, this, &frmUnirQ19::comprobarGuardado);
+  connect(ui_->cmdComprobar, &QPushButton::clicked, this, &frmUnirQ19::comprobar);
   connect(ui_->mnuComprobar, &QAction::triggered, this, &frmUnirQ19::comprobar);
   connect(ui_->mnuDevoluciones, &QAction::triggered, this, [this] { abrirDevoluciones({}); });
   connect(ui_->AbrirDevoluciones, &QPushButton::clicked, this, [this] { abrirDevoluciones({devueltos_}); });

@@ -2,6 +2,7 @@
 
 #include <QHash>
 #include <QMainWindow>
+#include <QMap>
 #include <QPointer>
 #include <functional>
 #include <memory>
@@ -25,6 +26,7 @@ struct Hallazgo;
 namespace principal {
 
 class VentanaHallazgos;
+class VigiaVeredicto;
 struct OrigenHallazgos;
 class Herramientas;
 class Navegador;
@@ -119,9 +121,18 @@ class frmUnirQ19 : public QMainWindow {
   QString loQueSePierde(const QString& ruta) const;
   void contarGuardado(const Veredicto::Resultado& resultado);
 
-  // Comprobar.cpp
+  // Lo que dice la línea de la remesa (LineaAcumulado.cpp)
+  void prepararLineaAcumulado();
+  void mostrarVeredicto();
+  /// De qué serían los adeudos de lo previsualizado si se importara ahora; vacío si no se mezclan.
+  QString loQueMezcla() const;
+  /// Lo que se mezcló al importar, mientras siga en la acumulación.
+  QStringList avisoMezcla() const;
+  void recalcularAhora();
+
+  // OrdenComprobar.cpp
   void comprobar();
-  void comprobarAcumulado();
+  void comprobarAcumulado(bool comoGuardada = false);
   void comprobarPreview();
   void comprobarGuardado();
   /// Enseña arriba el registro del hallazgo, del fichero `ruta`, que se lee otra vez si no es el que se ve.
@@ -177,6 +188,10 @@ class frmUnirQ19 : public QMainWindow {
   QString rechazo_;                          ///< El último fichero elegido no se ha tomado, y por qué.
   QString marcaPreview_;                     ///< Fecha y tamaño de ese fichero cuando se leyó.
   QHash<QString, QString> rutasImportadas_;  ///< De la ruta en mayúsculas a la ruta.
+  /// Lo que mezcló cada importación, por los ficheros que había importados con ella: mientras la lista de los
+  /// de ahora empiece así, sigue en la acumulación.
+  QMap<QString, QString> mezclas_;
+  VigiaVeredicto* vigia_ = nullptr;
   remesa::Resumen resumenPreview_;
   remesa::Resumen resumenAcumulado_;
   remesa::IndiceBloques indiceAcumulado_;  ///< Solo mientras se conservan los bloques.
