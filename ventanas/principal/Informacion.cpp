@@ -5,6 +5,7 @@
 #include "ficheros/Rutas.h"
 #include "remesa/Campos.h"
 #include "ui_frmUnirQ19.h"
+#include "ventanas/principal/LugarVacio.h"
 #include "ventanas/principal/TextosObservacion.h"
 #include "ventanas/principal/frmUnirQ19.h"
 
@@ -116,6 +117,7 @@ void frmUnirQ19::decir(const QString& texto) {
   ui_->AbrirListado->hide();
   ui_->VerComprobacion->hide();
   ui_->Deshacer->hide();
+  lugar_->olvidarGuardado();
 }
 
 }  // namespace principal

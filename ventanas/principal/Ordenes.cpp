@@ -91,7 +91,7 @@ void frmUnirQ19::RecalcularTotales() {
 
 void frmUnirQ19::empezar() {
   const QString habia = loQueHay();
-  comoUnPaso(u"empezar"_s, [this] {
+  const bool vaciada = comoUnPaso(u"empezar"_s, [this] {
     FicherosImportados.clear();
     rutasImportadas_.clear();
     ui_->Acumulado->poner({});
@@ -99,7 +99,7 @@ void frmUnirQ19::empezar() {
     decir({});
     mirarAcumulado();
   });
-  if (!habia.isEmpty()) decirConDeshacer(u"Remesa vaciada: %1."_s.arg(habia));
+  if (vaciada && !habia.isEmpty()) decirConDeshacer(u"Remesa vaciada: %1."_s.arg(habia));
 }
 
 void frmUnirQ19::insertar() {

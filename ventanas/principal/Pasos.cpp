@@ -86,8 +86,11 @@ void frmUnirQ19::intercambiar(EstadoAcumulacion& estado) {
   contada ? mostrarObservaciones() : mirarAcumulado();
 }
 
-void frmUnirQ19::comoUnPaso(const QString& que, const std::function<void()>& orden) {
-  if (enPaso_) return orden();
+bool frmUnirQ19::comoUnPaso(const QString& que, const std::function<void()>& orden) {
+  if (enPaso_) {
+    orden();
+    return false;
+  }
   EstadoAcumulacion antes = fotografiar();
   try {
     const QScopedValueRollback dentro(enPaso_, true);
@@ -96,15 +99,16 @@ void frmUnirQ19::comoUnPaso(const QString& que, const std::function<void()>& ord
     apuntarPaso(que, std::move(antes));
     throw;
   }
-  apuntarPaso(que, std::move(antes));
+  return apuntarPaso(que, std::move(antes));
 }
 
-void frmUnirQ19::apuntarPaso(const QString& que, EstadoAcumulacion antes) {
-  if (antes.importados == FicherosImportados && antes.lista == ui_->Acumulado->lista()) return;
+bool frmUnirQ19::apuntarPaso(const QString& que, EstadoAcumulacion antes) {
+  if (antes.importados == FicherosImportados && antes.lista == ui_->Acumulado->lista()) return false;
   const remesa::ListaRegistros* const previo[] = {&ui_->Preview->lista()};
   // Un salto de línea, en un nombre de fichero, partiría el rótulo.
   const QString nombre = comunes::ConMarcasEscritas(que).replace(u'\n', u' ');
   historia_->apuntar(nombre, std::move(antes), ui_->Acumulado->lista(), previo);
+  return true;
 }
 
 // Con una caja o el editor delante, o a mitad de una orden, la acumulación es suya: no se oye.

@@ -6,7 +6,6 @@
 #include <QDragEnterEvent>
 #include <QFileInfo>
 #include <QMimeData>
-#include <QShortcut>
 #include <QSplitter>
 
 #include "comunes/plataforma/Enlace.h"
@@ -81,6 +80,7 @@ void frmUnirQ19::prepararControles() {
   setTabOrder(&ui_->AvisoPreview->enlace(), ui_->AbrirDevoluciones);
   setTabOrder(ui_->AbrirDevoluciones, ui_->Preview);
   prepararLineaAcumulado();
+  prepararLugarVacio();
 
   // QSplitter deja a sus hijos en el orden inverso; las ayudas técnicas los leen en el que están.
   for (const QSplitter* divisor : {ui_->DivisorArchivos, ui_->DivisorCarpetas, ui_->DivisorListas})
@@ -156,11 +156,6 @@ void frmUnirQ19::conectar() {
   for (VistaRegistros* lista : {ui_->Preview, ui_->Acumulado})
     connect(lista, &VistaRegistros::bajoRaton, this,
             [this, lista](int fila, int posicion) { mostrarPosicion(*lista, fila, posicion); });
-  connect(new QShortcut(Qt::Key_F5, this), &QShortcut::activated, navegador_, &Navegador::refrescar);
-  for (const auto& [tecla, boton] :
-       {std::pair(Qt::Key_Insert, ui_->cmdInsertar), std::pair(Qt::Key_Delete, ui_->cmdEliminar)})
-    connect(new QShortcut(tecla, ui_->Acumulado, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated,
-            boton, [boton = boton] { boton->click(); });
 }
 
 void frmUnirQ19::leerAjustes() {

@@ -29,6 +29,7 @@ class VentanaHallazgos;
 class VigiaVeredicto;
 struct OrigenHallazgos;
 class Herramientas;
+class LugarVacio;
 class Navegador;
 class VistaRegistros;
 
@@ -81,12 +82,12 @@ class frmUnirQ19 : public QMainWindow {
   void prepararPasos();
   /// Da la orden, que cambia la acumulación, como un solo paso que se puede deshacer: "Deshacer `que`", que
   /// se lee cuando acaba. Dentro de otro paso, es parte de él. Si la orden no cambia la acumulación no hay
-  /// paso; si lanza, lo hay con lo que dejase hecho.
-  void comoUnPaso(const QString& que, const std::function<void()>& orden);
+  /// paso; si lanza, lo hay con lo que dejase hecho. Devuelve si lo hay.
+  bool comoUnPaso(const QString& que, const std::function<void()>& orden);
   EstadoAcumulacion fotografiar() const;
   void intercambiar(EstadoAcumulacion& estado);
   /// Apunta el paso desde `antes` si la acumulación es otra.
-  void apuntarPaso(const QString& que, EstadoAcumulacion antes);
+  bool apuntarPaso(const QString& que, EstadoAcumulacion antes);
   void deshacer();
   void rehacer();
   /// Dice lo que se ha ido, con un enlace que lo deshace hasta la orden siguiente.
@@ -112,6 +113,11 @@ class frmUnirQ19 : public QMainWindow {
 
   // Menú "Remesa" (MenuRemesa.cpp)
   void prepararMenuRemesa();
+  /// Va a la carpeta que se elija o, si es un fichero, a la suya, y lo elige.
+  void elegirCarpetaOFichero();
+  /// Donde están las remesas inventadas; "" si no se han instalado.
+  static QString carpetaEjemplos();
+  void prepararLugarVacio();
   void renovarIdentificacion();
   void separarRemesa();
 
@@ -119,6 +125,8 @@ class frmUnirQ19 : public QMainWindow {
   void guardar();
   /// Lo que se perdería al guardar una remesa vacía sobre el fichero `ruta`; nada si no lo está.
   QString loQueSePierde(const QString& ruta) const;
+  /// El último fichero guardado, con lo que tiene.
+  QString dondeGuardado() const;
   void contarGuardado(const Veredicto::Resultado& resultado);
 
   // Lo que dice la línea de la remesa (LineaAcumulado.cpp)
@@ -173,6 +181,7 @@ class frmUnirQ19 : public QMainWindow {
   Navegador* navegador_ = nullptr;
   Herramientas* herramientas_ = nullptr;
   Historia* historia_ = nullptr;
+  LugarVacio* lugar_ = nullptr;
   bool enPaso_ = false;  ///< Se está dando una orden que es un paso.
 
   QString FicherosImportados;  ///< "[RUTA]" de cada fichero importado, en mayúsculas.
@@ -180,7 +189,8 @@ class frmUnirQ19 : public QMainWindow {
 
   QString rutaActual_;  ///< La misma, tal como se escribe.
   QPointer<VentanaHallazgos> comprobaciones_;
-  QString guardado_;                         ///< Último fichero guardado.
+  QString guardado_;                         ///< Último fichero guardado,
+  QString cuantoGuardado_;                   ///< con estos ficheros, adeudos e importe.
   std::unique_ptr<Veredicto> veredicto_;     ///< Su comprobación.
   QString listado_;                          ///< Último listado escrito en un fichero.
   QString rutaPreview_;                      ///< Ruta de lo que muestra `Preview`.
