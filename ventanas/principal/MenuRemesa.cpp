@@ -50,13 +50,14 @@ void frmUnirQ19::prepararMenuRemesa() {
   connect(ui_->mnuActualizar, &QAction::triggered, navegador_, &Navegador::refrescar);
   connect(ui_->mnuRenovar, &QAction::triggered, this, &frmUnirQ19::renovarIdentificacion);
   connect(ui_->mnuSeparar, &QAction::triggered, this, &frmUnirQ19::separarRemesa);
+  connect(ui_->mnuExportarXml, &QAction::triggered, this, &frmUnirQ19::exportarXml);
 }
 
 void frmUnirQ19::elegirCarpetaOFichero() {
   const QString patron = comunes::ReadINI(comunes::RutaAjustes, u"Comunes"_s, u"ExtensionQ19"_s, u"*.Q19"_s);
-  const QString ruta =
-      comunes::DialogoCarpetaOFichero(this, u"Elegir carpeta o fichero"_s, ui_->Carpetas->ruta(),
-                                      u"|Remesas (%1)|%1|Todos los ficheros|*"_s.arg(patron));
+  const QString ruta = comunes::DialogoCarpetaOFichero(
+      this, u"Elegir carpeta o fichero"_s, ui_->Carpetas->ruta(),
+      u"|Remesas (%1)|%1|Mensajes XML|*.xml|Todos los ficheros|*"_s.arg(patron));
   if (ruta.isEmpty()) return;
   navegador_->irA(ruta);
   ui_->Ficheros->setFocus();

@@ -26,6 +26,7 @@ struct Hallazgo;
 namespace principal {
 
 class VentanaHallazgos;
+class VentanaXml;
 class VigiaVeredicto;
 struct OrigenHallazgos;
 class Herramientas;
@@ -120,6 +121,7 @@ class frmUnirQ19 : public QMainWindow {
   void prepararLugarVacio();
   void renovarIdentificacion();
   void separarRemesa();
+  void exportarXml();  // ExportarXml.cpp
 
   // Guardar.cpp
   void guardar();
@@ -189,6 +191,7 @@ class frmUnirQ19 : public QMainWindow {
 
   QString rutaActual_;  ///< La misma, tal como se escribe.
   QPointer<VentanaHallazgos> comprobaciones_;
+  QPointer<VentanaXml> exportacion_;
   QString guardado_;                         ///< Último fichero guardado,
   QString cuantoGuardado_;                   ///< con estos ficheros, adeudos e importe.
   std::unique_ptr<Veredicto> veredicto_;     ///< Su comprobación.
@@ -196,6 +199,7 @@ class frmUnirQ19 : public QMainWindow {
   QString rutaPreview_;                      ///< Ruta de lo que muestra `Preview`.
   QString devueltos_;                        ///< El último elegido, si trae lo que devuelve el banco.
   QString rechazo_;                          ///< El último fichero elegido no se ha tomado, y por qué.
+  QStringList perdidas_;                     ///< Del último XML leído, lo que sus registros no tienen.
   QString marcaPreview_;                     ///< Fecha y tamaño de ese fichero cuando se leyó.
   QHash<QString, QString> rutasImportadas_;  ///< De la ruta en mayúsculas a la ruta.
   /// Lo que mezcló cada importación, por los ficheros que había importados con ella: mientras la lista de los
