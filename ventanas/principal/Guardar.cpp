@@ -80,14 +80,14 @@ void frmUnirQ19::guardar() {
   navegador_->refrescar();
   guardado_ = comunes::RutaAbsoluta(ruta);
   veredicto_ = std::move(veredicto);
-  decir(u"Guardado en %1. Comprobando…"_s.arg(dondeGuardado()));
+  decir(u"Guardado %1. Comprobando…"_s.arg(dondeGuardado()));
   ui_->Deshacer->setVisible(vaciada);
   lugar_->ponerGuardado(guardado_, cuantoGuardado_, vaciada);
   veredicto_->alLlegar([this](const Veredicto::Resultado& resultado) { contarGuardado(resultado); });
 }
 
 QString frmUnirQ19::dondeGuardado() const {
-  return cuantoGuardado_.isEmpty() ? guardado_ : u"%1 (%2)"_s.arg(guardado_, cuantoGuardado_);
+  return cuantoGuardado_.isEmpty() ? u"en "_s + guardado_ : u"(%1) en %2"_s.arg(cuantoGuardado_, guardado_);
 }
 
 void frmUnirQ19::contarGuardado(const Veredicto::Resultado& resultado) {
@@ -99,9 +99,9 @@ void frmUnirQ19::contarGuardado(const Veredicto::Resultado& resultado) {
       resultado ? TextoRecuento(resultado->errores, resultado->avisos) : u"No se ha podido comprobar."_s;
   // El resultado, delante: una ruta larga se recorta.
   if (!resultado)
-    decir(u"Guardado en %1. %2"_s.arg(dondeGuardado(), recuento));
+    decir(u"Guardado %1. %2"_s.arg(dondeGuardado(), recuento));
   else
-    decir((errores ? u"Guardado con %1 en %2"_s : u"Guardado %1 en %2"_s).arg(recuento, dondeGuardado()));
+    decir((errores ? u"Guardado con %1 %2"_s : u"Guardado %1 %2"_s).arg(recuento, dondeGuardado()));
   ui_->VerComprobacion->setVisible(!resultado || resultado->errores + resultado->avisos > 0);
   ui_->Deshacer->setVisible(deshacible);
   if (!sigue) return;

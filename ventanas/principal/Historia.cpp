@@ -35,8 +35,8 @@ std::size_t EstadoAcumulacion::memoria() const noexcept {
          static_cast<std::size_t>(importados.capacity()) * sizeof(QChar);
 }
 
-Historia::Historia(Intercambiar intercambiar, QObject* padre)
-    : QObject(padre), intercambiar_(std::move(intercambiar)) {
+Historia::Historia(Intercambiar intercambiar, QObject* padre, std::size_t tope)
+    : QObject(padre), intercambiar_(std::move(intercambiar)), tope_(tope) {
   connect(&pila_, &QUndoStack::undoTextChanged, this, &Historia::cambio);
   connect(&pila_, &QUndoStack::redoTextChanged, this, &Historia::cambio);
 }
@@ -88,7 +88,7 @@ void Historia::recortar(std::span<const remesa::ListaRegistros* const> vivas) {
   const Paso* fijo = vaciado();
   for (;;) {
     const Ocupacion ocupado = ocupacion(vivas);
-    if (ocupado.propia <= kTope && ocupado.registros <= kTope) break;
+    if (ocupado.propia <= tope_ && ocupado.registros <= tope_) break;
     const auto antiguo = pasos_.begin() + (pasos_.front().get() == fijo ? 1 : 0);
     if (pasos_.end() - antiguo <= 1) break;
     pasos_.erase(antiguo);

@@ -34,7 +34,7 @@ struct EstadoAcumulacion {
 /// de antes de darlo; deshecho, el de después. Deshacer y rehacer lo cambian por el que haya, así que no
 /// copian nada.
 ///
-/// Los pasos ocupan a lo más kTope bytes, y otros tantos los registros que solo ellos mantienen vivos: si no
+/// Los pasos ocupan a lo más `tope` bytes, y otros tantos los registros que solo ellos mantienen vivos: si no
 /// caben se va el más antiguo. El último que vació la remesa no cuenta ni se va; cuando se van los que le
 /// siguen, deshacerlo los deshace también. Y lo último que se hizo se puede deshacer siempre, ocupe lo que
 /// ocupe.
@@ -47,7 +47,7 @@ class Historia : public QObject {
   /// Pone el estado que se le da y deja ahí el que había. Si lanza, los dos siguen donde estaban.
   using Intercambiar = std::function<void(EstadoAcumulacion&)>;
 
-  Historia(Intercambiar intercambiar, QObject* padre);
+  Historia(Intercambiar intercambiar, QObject* padre, std::size_t tope = kTope);
   ~Historia() override;
 
   /// La orden `que` ("eliminar 3 adeudos") llevó la acumulación de `antes` a `ahora`. `otras`: listas que
@@ -65,7 +65,7 @@ class Historia : public QObject {
     std::size_t propia = 0;     ///< Bytes de los pasos.
     std::size_t registros = 0;  ///< Bytes de registros que solo ellos mantienen vivos.
   };
-  /// De lo que cuenta para kTope. `vivas`: las listas que no dependen de los pasos.
+  /// De lo que cuenta para el tope. `vivas`: las listas que no dependen de los pasos.
   Ocupacion ocupacion(std::span<const remesa::ListaRegistros* const> vivas) const;
 
  signals:
@@ -81,7 +81,8 @@ class Historia : public QObject {
   void recortar(std::span<const remesa::ListaRegistros* const> vivas);
 
   Intercambiar intercambiar_;
-  QUndoStack pila_;
+  QUndoStack pila_{this};
+  std::size_t tope_;
   std::vector<std::shared_ptr<Paso>> pasos_;  // los de la pila, del más antiguo al último
 };
 

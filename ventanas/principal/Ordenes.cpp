@@ -177,6 +177,7 @@ void frmUnirQ19::editar(int fila, int posicion) {
   // Los totales no se recalculan aquí: un importe cambiado llega a ellos en la orden siguiente. Los de los
   // bloques dicen lo de su cabecera.
   bool cabecera = false;
+  std::optional<EstadoAcumulacion> antes;
   editor::ListaAcumulado lista{
       .registros = acumulado.modelo().editable(),
       .actual = fila,
@@ -188,12 +189,12 @@ void frmUnirQ19::editar(int fila, int posicion) {
           },
       .movido = [&](int cual) { acumulado.seleccionarSolo(cual); },
       .aviso = [this](const QString& texto) { decir(texto); },
+      .cambiando = [&] { antes = fotografiar(); },
       .posicion = posicion,
   };
-  QString que;
-  comoUnPaso(que, [&] {
-    if (!editor::EditarSEPA(lista, kCuaderno19, this)) return;
-    que = u"cambiar el registro %1"_s.arg(comunes::FormatoNumero(lista.actual + 1, 0));
+  if (!editor::EditarSEPA(lista, kCuaderno19, this)) return;
+  const QString cual = comunes::FormatoNumero(lista.actual + 1, 0);
+  pasoDesde(*std::move(antes), u"cambiar el registro "_s + cual, [&] {
     if (cabecera && conBloques())
       RecalcularTotales();
     else

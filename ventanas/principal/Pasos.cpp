@@ -87,11 +87,12 @@ void frmUnirQ19::intercambiar(EstadoAcumulacion& estado) {
 }
 
 bool frmUnirQ19::comoUnPaso(const QString& que, const std::function<void()>& orden) {
-  if (enPaso_) {
-    orden();
-    return false;
-  }
-  EstadoAcumulacion antes = fotografiar();
+  if (!enPaso_) return pasoDesde(fotografiar(), que, orden);
+  orden();
+  return false;
+}
+
+bool frmUnirQ19::pasoDesde(EstadoAcumulacion antes, const QString& que, const std::function<void()>& orden) {
   try {
     const QScopedValueRollback dentro(enPaso_, true);
     orden();

@@ -81,12 +81,14 @@ class frmUnirQ19 : public QMainWindow {
 
   // Deshacer y rehacer (Pasos.cpp)
   void prepararPasos();
-  /// Da la orden, que cambia la acumulación, como un solo paso que se puede deshacer: "Deshacer `que`", que
-  /// se lee cuando acaba. Dentro de otro paso, es parte de él. Si la orden no cambia la acumulación no hay
+  /// Da la orden, que cambia la acumulación, como un solo paso que se puede deshacer: "Deshacer `que`".
+  /// Dentro de otro paso, es parte de él. Si la orden no cambia la acumulación no hay
   /// paso; si lanza, lo hay con lo que dejase hecho. Devuelve si lo hay.
   bool comoUnPaso(const QString& que, const std::function<void()>& orden);
   EstadoAcumulacion fotografiar() const;
   void intercambiar(EstadoAcumulacion& estado);
+  /// Como comoUnPaso, pero el paso empieza en `antes`.
+  bool pasoDesde(EstadoAcumulacion antes, const QString& que, const std::function<void()>& orden);
   /// Apunta el paso desde `antes` si la acumulación es otra.
   bool apuntarPaso(const QString& que, EstadoAcumulacion antes);
   void deshacer();
@@ -127,7 +129,7 @@ class frmUnirQ19 : public QMainWindow {
   void guardar();
   /// Lo que se perdería al guardar una remesa vacía sobre el fichero `ruta`; nada si no lo está.
   QString loQueSePierde(const QString& ruta) const;
-  /// El último fichero guardado, con lo que tiene.
+  /// Lo que se guardó por última vez, y dónde.
   QString dondeGuardado() const;
   void contarGuardado(const Veredicto::Resultado& resultado);
 
