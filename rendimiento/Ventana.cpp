@@ -1,6 +1,7 @@
 // Lo que el operador espera en la ventana, con remesas de diez mil a un millón de adeudos.
 #include <benchmark/benchmark.h>
 
+#include <QAction>
 #include <QApplication>
 #include <QPushButton>
 #include <QScrollBar>
@@ -10,6 +11,7 @@
 
 #include "comunes/dialogos/MyBox.h"
 #include "comunes/plataforma/Aplicacion.h"
+#include "ventanas/principal/Historia.h"
 #include "ventanas/principal/ListaCarpetas.h"
 #include "ventanas/principal/ListaFicheros.h"
 #include "ventanas/principal/VistaRegistros.h"
@@ -67,6 +69,7 @@ class Banco {
     return ventana_.findChild<Control*>(QLatin1String(nombre));
   }
   principal::VistaRegistros& acumulado() { return *hijo<principal::VistaRegistros>("Acumulado"); }
+  const principal::Historia& historia() { return *ventana_.findChild<principal::Historia*>(); }
   void pulsar(const char* boton) {
     hijo<QPushButton>(boton)->click();
     pintar();
@@ -222,6 +225,26 @@ void AbrirEditor(benchmark::State& estado) {
   }
 }
 
+void Accionar(const char* orden) {
+  banco().hijo<QAction>(orden)->trigger();
+  banco().pintar();
+}
+
+/// Deshacer y rehacer una eliminación. MB, lo que ocupa cada paso; los registros, aparte.
+void Deshacer(benchmark::State& estado) {
+  const Contesta contesta;
+  banco().llenar(estado.range(0));
+  banco().acumulado().seleccionar(banco().dispersos());
+  banco().pulsar("cmdEliminar");
+  for (auto _ : estado) {
+    Accionar("mnuDeshacer");
+    Accionar("mnuRehacer");
+  }
+  const auto ocupado = banco().historia().ocupacion({});
+  estado.counters["MB por paso"] = static_cast<double>(ocupado.propia) /
+                                   static_cast<double>(std::max<std::size_t>(ocupado.pasos, 1)) / 1e6;
+}
+
 void Tamanos(benchmark::internal::Benchmark* medida) {
   for (const int adeudos : kTamanos)
     medida->Arg(adeudos);
@@ -240,6 +263,7 @@ BENCHMARK(Desplazar)->Name("Ventana: desplazar la lista")->Apply(Tamanos);
 BENCHMARK(DesplazarColumnas)->Name("Ventana: desplazar la lista en columnas")->Apply(Tamanos);
 BENCHMARK(CambiarModo)->Name("Ventana: pasar de texto a columnas")->Apply(Tamanos);
 BENCHMARK(AbrirEditor)->Name("Ventana: abrir y cerrar el editor")->Apply(Tamanos);
+BENCHMARK(Deshacer)->Name("Ventana: deshacer y rehacer una eliminación")->Apply(Tamanos);
 
 int main(int argc, char** argv) {
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");

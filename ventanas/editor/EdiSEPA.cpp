@@ -277,6 +277,7 @@ void EdiSEPA::aceptar() {
     return;
   }
   const auto indice = static_cast<std::size_t>(lista_.actual);
+  if (lista_.cambiando) lista_.cambiando();
   lista_.registros.sustituir(indice, EscribirRegistro(descripcion_.campos, textos(), originales()));
   sustituido_ = true;
   std::erase_if(perdidos_, [this](const Perdido& p) { return p.indice == lista_.actual; });

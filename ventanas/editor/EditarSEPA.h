@@ -17,8 +17,9 @@ struct ListaAcumulado {
   std::function<void(int)> cambiado;  ///< El registro de ese índice se sustituyó por otro.
   std::function<void(int)> movido;    ///< Ese índice es ahora el actual, y el único seleccionado.
   std::function<void(const QString&)>
-      aviso;         ///< Frase para la línea de estado: se dejaron cambios sin aceptar.
-  int posicion = 0;  ///< Se empieza en el campo que la tiene (desde 1); 0, en el primero.
+      aviso;                             ///< Frase para la línea de estado: se dejaron cambios sin aceptar.
+  std::function<void()> cambiando = {};  ///< El registro actual va a sustituirse.
+  int posicion = 0;                      ///< Se empieza en el campo que la tiene (desde 1); 0, en el primero.
 };
 
 /// Edita el registro actual en una ventana modal sobre `propietario`; vuelve al cerrarse. `tipo`: 19 o 34.

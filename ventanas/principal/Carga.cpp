@@ -81,11 +81,13 @@ void frmUnirQ19::cargarInicial(const QString& lineaOrdenes) {
   if (mirarDevoluciones(ruta)) return abrirDevoluciones({ruta});
   if (!EsQ19(ruta)) return;
   const comunes::Reloj reloj;
-  if (!CargarFichero(ruta, *ui_->Acumulado)) return;
-  FicherosImportados = u'[' + FicheroActual + u']';
-  rutasImportadas_ = {{FicheroActual, rutaActual_}};
-  mirarAcumulado();
-  mirarDuenos();
+  comoUnPaso(u"abrir "_s + QFileInfo(ruta).fileName(), [&] {
+    if (!CargarFichero(ruta, *ui_->Acumulado)) return;
+    FicherosImportados = u'[' + FicheroActual + u']';
+    rutasImportadas_ = {{FicheroActual, rutaActual_}};
+    mirarAcumulado();
+    mirarDuenos();
+  });
   // Nada se previsualiza antes: se dice en cuanto está.
   if (const QStringList perdidas = std::exchange(perdidas_, {}); !perdidas.isEmpty())
     comunes::Avisar(u"Lo que dice %1 y no cabe en sus registros:;;"_s.arg(QFileInfo(ruta).fileName()) +

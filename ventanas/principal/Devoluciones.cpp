@@ -42,10 +42,12 @@ bool frmUnirQ19::presentarOtraVez(remesa::ListaRegistros nueva) {
                               TextoCuenta(resumenAcumulado_.adeudos, u"adeudo"_s, u"adeudos"_s)),
                           2))
     return false;
-  empezar();
-  ui_->Acumulado->poner(std::move(nueva));
+  comoUnPaso(u"presentar otra vez"_s, [&] {
+    empezar();
+    ui_->Acumulado->poner(std::move(nueva));
+    mirarAcumulado();
+  });
   decir(u"Remesa hecha con adeudos devueltos: revísela y guárdela."_s);
-  mirarAcumulado();
   return true;
 }
 

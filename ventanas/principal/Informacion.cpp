@@ -5,6 +5,7 @@
 #include "ficheros/Rutas.h"
 #include "remesa/Campos.h"
 #include "ui_frmUnirQ19.h"
+#include "ventanas/principal/LugarVacio.h"
 #include "ventanas/principal/TextosObservacion.h"
 #include "ventanas/principal/frmUnirQ19.h"
 
@@ -52,6 +53,14 @@ void frmUnirQ19::mostrarObservaciones() {
   ui_->AvisoAcumulado->ponerAvisos(avisoMezcla() + TextosObservaciones(observaciones), seRecalculan);
 }
 
+QString frmUnirQ19::loQueHay() const {
+  if (resumenAcumulado_.vacia()) return {};
+  const auto ficheros = static_cast<std::size_t>(rutasImportadas_.size());
+  return u"%1, %2, %3"_s.arg(TextoCuenta(ficheros, u"fichero"_s, u"ficheros"_s),
+                             TextoCuenta(resumenAcumulado_.adeudos, u"adeudo"_s, u"adeudos"_s),
+                             TextoEuros(resumenAcumulado_.importe));
+}
+
 frmUnirQ19::AvisosPreview frmUnirQ19::avisosPreview() const {
   AvisosPreview avisos;
   if (!rechazo_.isEmpty()) avisos.textos << rechazo_;
@@ -87,6 +96,8 @@ void frmUnirQ19::decir(const QString& texto) {
   ui_->EstadoMensaje->setText(comunes::ConMarcasEscritas(texto));
   ui_->AbrirListado->hide();
   ui_->VerComprobacion->hide();
+  ui_->Deshacer->hide();
+  lugar_->olvidarGuardado();
 }
 
 }  // namespace principal

@@ -7,8 +7,11 @@
 
 #include "ventanas/principal/MarcoFoco.h"
 #include "ventanas/principal/Patrones.h"
+#include "ventanas/principal/TextoVacio.h"
 
 namespace principal {
+
+using namespace Qt::StringLiterals;
 
 ListaFicheros::ListaFicheros(QWidget* padre) : QListView(padre), modelo_(new QStringListModel(this)) {
   setUniformItemSizes(true);
@@ -16,6 +19,7 @@ ListaFicheros::ListaFicheros(QWidget* padre) : QListView(padre), modelo_(new QSt
   setEditTriggers(NoEditTriggers);
   setSelectionMode(SingleSelection);
   setModel(modelo_);
+  vacio_ = new TextoVacio(*this);
   PrepararMarcoFoco(*this);
 }
 
@@ -33,6 +37,7 @@ void ListaFicheros::ponerCarpeta(const QString& carpeta) {
 
 void ListaFicheros::ponerPatron(const QString& patron) {
   patron_ = patron;
+  vacio_->poner(u"Ningún fichero cumple %1"_s.arg(patron));
   if (!carpeta_.isEmpty()) leer();
 }
 

@@ -7,6 +7,8 @@ class QStringListModel;
 
 namespace principal {
 
+class TextoVacio;
+
 /// Ficheros de una carpeta que cumplen el patrón. Como en la lista de la plataforma, elegir es hacer clic,
 /// moverse con las flechas o pulsar Intro; con una tecla mantenida se elige al soltarla. Lo que cambia por
 /// programa (otra carpeta, refrescar, marcar) no elige. Lo resaltado es siempre lo último que se eligió: solo
@@ -49,6 +51,7 @@ class ListaFicheros : public QListView {
   void elegir();
 
   QStringListModel* modelo_;
+  TextoVacio* vacio_;
   QString carpeta_;
   QString patron_;
   bool aMano_ = false;      ///< La selección cambia por el ratón, el teclado o el programa.

@@ -3,12 +3,14 @@
 #include <algorithm>
 
 #include "comunes/dialogos/MyBox.h"
+#include "comunes/plataforma/Formatos.h"
 #include "comunes/plataforma/Ventanas.h"
 #include "remesa/Adeudos.h"
 #include "remesa/Campos.h"
 #include "remesa/Fusion.h"
 #include "ui_frmUnirQ19.h"
 #include "ventanas/editor/EditarSEPA.h"
+#include "ventanas/principal/TextosObservacion.h"
 #include "ventanas/principal/frmUnirQ19.h"
 
 namespace principal {
@@ -41,6 +43,14 @@ Senalado SinTotales(const VistaRegistros& vista) {
     ++nuevo;
   }
   return tras;
+}
+
+/// De los registros de esas filas, los "03".
+remesa::Resumen LosAdeudos(const remesa::ListaRegistros& lista, const std::vector<std::size_t>& filas) {
+  remesa::Resumidor resumidor(false, false);
+  for (const std::size_t fila : filas)
+    if (remesa::Codigo(lista[fila]) == remesa::CodigoRegistro::Adeudo) resumidor.dar(lista[fila]);
+  return resumidor.resumen();
 }
 
 }  // namespace
@@ -79,17 +89,17 @@ void frmUnirQ19::RecalcularTotales() {
       [this](remesa::ListaRegistros& lista) { remesa::RecalcularYResumir(lista, resumenAcumulado_); });
 }
 
-void frmUnirQ19::comoUnPaso(const QString&, const std::function<void()>& orden) {
-  orden();
-}
-
 void frmUnirQ19::empezar() {
-  FicherosImportados.clear();
-  rutasImportadas_.clear();
-  ui_->Acumulado->poner({});
-  ui_->Importado->hide();
-  decir({});
-  mirarAcumulado();
+  const QString habia = loQueHay();
+  const bool vaciada = comoUnPaso(u"empezar"_s, [this] {
+    FicherosImportados.clear();
+    rutasImportadas_.clear();
+    ui_->Acumulado->poner({});
+    ui_->Importado->hide();
+    decir({});
+    mirarAcumulado();
+  });
+  if (vaciada && !habia.isEmpty()) decirConDeshacer(u"Remesa vaciada: %1."_s.arg(habia));
 }
 
 void frmUnirQ19::insertar() {
@@ -99,15 +109,14 @@ void frmUnirQ19::insertar() {
   const auto i = static_cast<std::size_t>(actual);
   if (!remesa::EsDuplicable(acumulado.lista()[i])) return;
   const comunes::Reloj reloj;
-  if (conBloques()) {
-    decir({});
-    return insertarConBloques(i);
-  }
-  acumulado.cambiar([i](remesa::ListaRegistros& lista) { remesa::InsertarCopia(lista, i); });
-  // La copia es lo que se va a corregir: lo que estuviese seleccionado se tomaría por ella.
-  acumulado.seleccionarSolo(actual + 1);
   decir({});
-  RecalcularTotales();
+  comoUnPaso(u"insertar un adeudo"_s, [&] {
+    if (conBloques()) return insertarConBloques(i);
+    acumulado.cambiar([i](remesa::ListaRegistros& lista) { remesa::InsertarCopia(lista, i); });
+    // La copia es lo que se va a corregir: lo que estuviese seleccionado se tomaría por ella.
+    acumulado.seleccionarSolo(actual + 1);
+    RecalcularTotales();
+  });
 }
 
 void frmUnirQ19::eliminar() {
@@ -125,10 +134,24 @@ void frmUnirQ19::eliminar() {
   }
   if (!comunes::Confirmar(pregunta, 1)) return;
   const comunes::Reloj reloj;
-  if (conBloques()) {
-    decir({});
-    return eliminarConBloques(seleccion);
+  decir({});
+  const remesa::Resumen fuera = LosAdeudos(acumulado.lista(), seleccion);
+  if (fuera.registros == 0) return quitar(seleccion);
+  const QString cuantos = fuera.adeudos > 0 ? TextoCuenta(fuera.adeudos, u"adeudo"_s, u"adeudos"_s)
+                                            : TextoCuenta(fuera.registros, u"registro"_s, u"registros"_s);
+  comoUnPaso(u"eliminar "_s + cuantos, [&] { quitar(seleccion); });
+  QString dicho = u"Se ha eliminado %1"_s.arg(cuantos);
+  if (fuera.adeudos > 0) {
+    dicho += u" (%1)"_s.arg(TextoEuros(fuera.importe));
+    if (const std::size_t sobran = fuera.registros - fuera.adeudos; sobran > 0)
+      dicho += u" y "_s + TextoCuenta(sobran, u"registro opcional"_s, u"registros opcionales"_s);
   }
+  decirConDeshacer(dicho + u'.');
+}
+
+void frmUnirQ19::quitar(const std::vector<std::size_t>& seleccion) {
+  if (conBloques()) return eliminarConBloques(seleccion);
+  VistaRegistros& acumulado = *ui_->Acumulado;
   // Con el teclado se sigue desde donde se estaba.
   const int actual = acumulado.actual();
   const auto quitados =
@@ -139,7 +162,6 @@ void frmUnirQ19::eliminar() {
   acumulado.cambiar([&](remesa::ListaRegistros& lista) { remesa::EliminarAdeudos(lista, seleccion); });
   acumulado.ponerActual(
       std::min(actual - static_cast<int>(quitados), static_cast<int>(acumulado.lista().size()) - 1));
-  decir({});
   RecalcularTotales();
 }
 
@@ -155,6 +177,7 @@ void frmUnirQ19::editar(int fila, int posicion) {
   // Los totales no se recalculan aquí: un importe cambiado llega a ellos en la orden siguiente. Los de los
   // bloques dicen lo de su cabecera.
   bool cabecera = false;
+  std::optional<EstadoAcumulacion> antes;
   editor::ListaAcumulado lista{
       .registros = acumulado.modelo().editable(),
       .actual = fila,
@@ -166,13 +189,17 @@ void frmUnirQ19::editar(int fila, int posicion) {
           },
       .movido = [&](int cual) { acumulado.seleccionarSolo(cual); },
       .aviso = [this](const QString& texto) { decir(texto); },
+      .cambiando = [&] { antes = fotografiar(); },
       .posicion = posicion,
   };
   if (!editor::EditarSEPA(lista, kCuaderno19, this)) return;
-  if (cabecera && conBloques())
-    RecalcularTotales();
-  else
-    mirarAcumulado();
+  const QString cual = comunes::FormatoNumero(lista.actual + 1, 0);
+  pasoDesde(*std::move(antes), u"cambiar el registro "_s + cual, [&] {
+    if (cabecera && conBloques())
+      RecalcularTotales();
+    else
+      mirarAcumulado();
+  });
 }
 
 }  // namespace principal

@@ -6,7 +6,6 @@
 #include <QDragEnterEvent>
 #include <QFileInfo>
 #include <QMimeData>
-#include <QShortcut>
 #include <QSplitter>
 
 #include "comunes/plataforma/Enlace.h"
@@ -75,6 +74,7 @@ void frmUnirQ19::prepararControles() {
   setTabOrder(ui_->VerTexto, ui_->VerColumnas);
   setTabOrder(ui_->VerColumnas, ui_->Preview);
   prepararLineaAcumulado();
+  prepararLugarVacio();
 
   // QSplitter deja a sus hijos en el orden inverso; las ayudas técnicas los leen en el que están.
   for (const QSplitter* divisor : {ui_->DivisorArchivos, ui_->DivisorCarpetas, ui_->DivisorListas})
@@ -91,6 +91,8 @@ void frmUnirQ19::prepararControles() {
   ui_->AbrirListado->hide();
   ui_->Estado->addWidget(ui_->VerComprobacion);
   ui_->VerComprobacion->hide();
+  ui_->Estado->addWidget(ui_->Deshacer);
+  ui_->Deshacer->hide();
   ui_->Estado->addPermanentWidget(ui_->EstadoPosicion);
 }
 
@@ -98,7 +100,10 @@ void frmUnirQ19::conectar() {
   navegador_ = new Navegador(ui_->Disco, ui_->Carpetas, ui_->Ficheros, this);
   herramientas_ = new Herramientas(*ui_, *this);
   connect(navegador_, &Navegador::elegido, this, &frmUnirQ19::elegir);
-  connect(ui_->Importar, &QPushButton::clicked, this, &frmUnirQ19::importar);
+  prepararPasos();
+  connect(ui_->Importar, &QPushButton::clicked, this, [this] {
+    comoUnPaso(u"importar "_s + QFileInfo(rutaPreview_).fileName(), [this] { importar(); });
+  });
   connect(ui_->Bloques, &QCheckBox::toggled, this, &frmUnirQ19::cambiarBloques);
   connect(&ui_->AvisoPreview->enlace(), &QPushButton::clicked, this, [this] {
     ui_->Bloques->setFocus();
@@ -123,11 +128,6 @@ void frmUnirQ19::conectar() {
   connect(ui_->Acumulado, &VistaRegistros::dobleClic, this, [this](int fila) { editar(fila); });
   lectura_ = new LecturaRegistros(*ui_, *this);
   connect(lectura_, &LecturaRegistros::dicho, this, &frmUnirQ19::decir);
-  connect(new QShortcut(Qt::Key_F5, this), &QShortcut::activated, navegador_, &Navegador::refrescar);
-  for (const auto& [tecla, boton] :
-       {std::pair(Qt::Key_Insert, ui_->cmdInsertar), std::pair(Qt::Key_Delete, ui_->cmdEliminar)})
-    connect(new QShortcut(tecla, ui_->Acumulado, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated,
-            boton, [boton = boton] { boton->click(); });
 }
 
 void frmUnirQ19::leerAjustes() {

@@ -12,6 +12,7 @@
 #include "remesa/BloquesListas.h"
 #include "remesa/ListaRegistros.h"
 #include "remesa/ObservacionesBloques.h"
+#include "ventanas/principal/Historia.h"
 #include "ventanas/principal/Veredicto.h"
 
 namespace Ui {
@@ -30,6 +31,7 @@ class VigiaVeredicto;
 struct OrigenHallazgos;
 class Herramientas;
 class LecturaRegistros;
+class LugarVacio;
 class Navegador;
 class VistaRegistros;
 
@@ -80,11 +82,27 @@ class frmUnirQ19 : public QMainWindow {
   void empezar();
   void insertar();
   void eliminar();
+  void quitar(const std::vector<std::size_t>& seleccion);
   /// Con `posicion` (desde 1), el editor empieza en el campo que la tiene.
   void editar(int fila, int posicion = 0);
   void RecalcularTotales();
+
+  // Deshacer y rehacer (Pasos.cpp)
+  void prepararPasos();
   /// Da la orden, que cambia la acumulación, como un solo paso que se puede deshacer: "Deshacer `que`".
-  void comoUnPaso(const QString& que, const std::function<void()>& orden);
+  /// Dentro de otro paso, es parte de él. Si la orden no cambia la acumulación no hay
+  /// paso; si lanza, lo hay con lo que dejase hecho. Devuelve si lo hay.
+  bool comoUnPaso(const QString& que, const std::function<void()>& orden);
+  EstadoAcumulacion fotografiar() const;
+  void intercambiar(EstadoAcumulacion& estado);
+  /// Como comoUnPaso, pero el paso empieza en `antes`.
+  bool pasoDesde(EstadoAcumulacion antes, const QString& que, const std::function<void()>& orden);
+  /// Apunta el paso desde `antes` si la acumulación es otra.
+  bool apuntarPaso(const QString& que, EstadoAcumulacion antes);
+  void deshacer();
+  void rehacer();
+  /// Dice lo que se ha ido, con un enlace que lo deshace hasta la orden siguiente.
+  void decirConDeshacer(const QString& texto);
 
   // Órdenes mientras se conservan los bloques (OrdenesBloques.cpp)
   bool conBloques() const;
@@ -106,6 +124,11 @@ class frmUnirQ19 : public QMainWindow {
 
   // Menú "Remesa" (MenuRemesa.cpp)
   void prepararMenuRemesa();
+  /// Va a la carpeta que se elija o, si es un fichero, a la suya, y lo elige.
+  void elegirCarpetaOFichero();
+  /// Donde están las remesas inventadas; "" si no se han instalado.
+  static QString carpetaEjemplos();
+  void prepararLugarVacio();
   void renovarIdentificacion();
   void separarRemesa();
   void exportarXml();  // ExportarXml.cpp
@@ -114,6 +137,8 @@ class frmUnirQ19 : public QMainWindow {
   void guardar();
   /// Lo que se perdería al guardar una remesa vacía sobre el fichero `ruta`; nada si no lo está.
   QString loQueSePierde(const QString& ruta) const;
+  /// Lo que se guardó por última vez, y dónde.
+  QString dondeGuardado() const;
   void contarGuardado(const Veredicto::Resultado& resultado);
 
   // Lo que dice la línea de la remesa (LineaAcumulado.cpp)
@@ -160,12 +185,17 @@ class frmUnirQ19 : public QMainWindow {
   };
   AvisosPreview avisosPreview() const;
   void decir(const QString& texto);
+  /// Ficheros, adeudos e importe de la acumulación; "" si está vacía.
+  QString loQueHay() const;
 
   std::unique_ptr<Ui::frmUnirQ19> ui_;
   Navegador* navegador_ = nullptr;
   Herramientas* herramientas_ = nullptr;
   LecturaRegistros* lectura_ = nullptr;
   bool plegada_ = false;
+  Historia* historia_ = nullptr;
+  LugarVacio* lugar_ = nullptr;
+  bool enPaso_ = false;  ///< Se está dando una orden que es un paso.
 
   QString FicherosImportados;  ///< "[RUTA]" de cada fichero importado, en mayúsculas.
   QString FicheroActual;       ///< Ruta del último fichero cargado, en mayúsculas.
@@ -173,7 +203,8 @@ class frmUnirQ19 : public QMainWindow {
   QString rutaActual_;  ///< La misma, tal como se escribe.
   QPointer<VentanaHallazgos> comprobaciones_;
   QPointer<VentanaXml> exportacion_;
-  QString guardado_;                         ///< Último fichero guardado.
+  QString guardado_;                         ///< Último fichero guardado,
+  QString cuantoGuardado_;                   ///< con estos ficheros, adeudos e importe.
   std::unique_ptr<Veredicto> veredicto_;     ///< Su comprobación.
   QString listado_;                          ///< Último listado escrito en un fichero.
   QString rutaPreview_;                      ///< Ruta de lo que muestra `Preview`.
