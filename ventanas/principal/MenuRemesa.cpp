@@ -7,6 +7,7 @@
 #include "comunes/plataforma/Texto.h"
 #include "remesa/Identificacion.h"
 #include "ui_frmUnirQ19.h"
+#include "ventanas/principal/BarraBuscar.h"
 #include "ventanas/principal/Navegador.h"
 #include "ventanas/principal/TextosObservacion.h"
 #include "ventanas/principal/VentanaSeparar.h"
@@ -19,6 +20,10 @@ using namespace Qt::StringLiterals;
 // Los rótulos y el orden están en el formulario; aquí, lo que hace cada orden del menú.
 void frmUnirQ19::prepararMenuRemesa() {
   connect(ui_->mnuRenovar, &QAction::triggered, this, &frmUnirQ19::renovarIdentificacion);
+  connect(ui_->mnuBuscar, &QAction::triggered, buscar_, &BarraBuscar::abrir);
+  connect(ui_->mnuSiguiente, &QAction::triggered, buscar_, &BarraBuscar::siguiente);
+  connect(ui_->mnuAnterior, &QAction::triggered, buscar_, &BarraBuscar::anterior);
+  connect(ui_->mnuIrARegistro, &QAction::triggered, buscar_, &BarraBuscar::irARegistro);
   connect(ui_->mnuSeparar, &QAction::triggered, this, &frmUnirQ19::separarRemesa);
   connect(ui_->mnuExportarXml, &QAction::triggered, this, &frmUnirQ19::exportarXml);
 }
