@@ -2,14 +2,16 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
-#include "comunes/plataforma/Formatos.h"
 #include "comunes/plataforma/Texto.h"
+#include "consola/Anteriores.h"
 #include "consola/LineasXml.h"
 #include "consola/Ordenes.h"
 #include "consola/Remesa.h"
 #include "consola/Terminal.h"
+#include "consola/Uso.h"
 #include "iso20022/LectorXml.h"
 #include "remesa/Comprobacion.h"
 #include "ventanas/principal/TextosComprobacion.h"
@@ -24,25 +26,16 @@ struct PeticionComprobar {
   std::vector<std::string> ficheros;
   bool json = false;
   std::string fecha;
+  std::vector<std::string> anteriores;
+  std::vector<std::string> meses;  // con uno o, si no se dice cuántos, ninguno
 };
-
-remesa::Dia Hoy(const std::string& fecha) {
-  if (const auto dada = remesa::LeerFecha(fecha)) return *dada;
-  return comunes::Hoy();
-}
-
-/// Un texto ajeno, como va entre las comillas de una cadena de JSON o en una línea.
-QString Ajeno(const QString& texto, bool json) {
-  if (!json) return Mostrable(texto);
-  return CadenaJson(texto).sliced(1).chopped(1);
-}
 
 /// Los hallazgos de un fichero, cada uno en su línea. Se dicen de muchas en muchas: de una en una cuesta más
 /// que hallarlos.
 class Lineas {
  public:
   Lineas(const QString& fichero, bool json, const comunes::EscritorUtf8& datos)
-      : nombre_(fichero), fichero_(Ajeno(fichero, json).toStdString()), json_(json), datos_(datos) {}
+      : nombre_(fichero), fichero_(TextoAjeno(fichero, json).toStdString()), json_(json), datos_(datos) {}
 
   void dar(const remesa::Hallazgo& h) {
     ++cuentas_[static_cast<std::size_t>(h.codigo)];
@@ -109,7 +102,13 @@ class Lineas {
   }
 
   void ponerJson(const remesa::Hallazgo& h) {
-    poner(R"({"campo":")", h.campo != nullptr ? h.campo->nombre : std::string_view());
+    poner("{");
+    if (h.antes) {
+      poner(R"("anterior":{"fecha":")", h.antes->fecha, R"(","fichero":")");
+      datos_.anadirTexto(texto_, QString::fromStdString(h.antes->fichero));
+      poner(R"(","registro":)", std::to_string(h.antes->registro), "},");
+    }
+    poner(R"("campo":")", h.campo != nullptr ? h.campo->nombre : std::string_view());
     poner(R"(","codigo":")", remesa::TextoCodigo(h.codigo));
     poner(R"(","desde":)", std::to_string(h.donde.desde), R"(,"deudor":")");
     datos_.anadir(texto_, h.deudor);
@@ -136,14 +135,18 @@ class Lineas {
 
 /// Comprueba un fichero de texto o los registros de un XML; nada si este no se toma, que queda dicho.
 std::optional<remesa::ResultadoComprobacion> ComprobarUno(const std::filesystem::path& ruta, remesa::Dia hoy,
-                                                          Lineas& lineas) {
+                                                          const EnviadoAntes* antes, Lineas& lineas) {
   const auto recibir = [&](remesa::Hallazgo&& h) { lineas.dar(h); };
+  const auto seguir = [&] { return lineas.escrito(); };
   if (!iso20022::EmpiezaComoXml(ruta)) {
     Avance avance(u"Comprobando"_s, ruta);
-    return remesa::ComprobarFichero(ruta, hoy, recibir, [&](std::uintmax_t leidos, std::uintmax_t total) {
-      avance.poner(leidos, total);
-      return lineas.escrito();
-    });
+    auto resultado =
+        remesa::ComprobarFichero(ruta, hoy, recibir, [&](std::uintmax_t leidos, std::uintmax_t total) {
+          avance.poner(leidos, total);
+          return lineas.escrito();
+        });
+    if (antes != nullptr && resultado.registros > 0) antes->comparar(ruta, resultado, recibir, seguir);
+    return resultado;
   }
   const auto mensaje = LeerMensajeXml(ruta);
   if (!mensaje) return std::nullopt;
@@ -156,18 +159,24 @@ std::optional<remesa::ResultadoComprobacion> ComprobarUno(const std::filesystem:
                                             return lineas.escrito();
                                           });
   resultado.avisos += mensaje->avisos.size();
+  if (antes != nullptr) antes->comparar(mensaje->registros, ruta, resultado, recibir, seguir);
   return resultado;
 }
 
 Salida Comprobar(const PeticionComprobar& peticion) {
-  const remesa::Dia hoy = Hoy(peticion.fecha);
-  const comunes::EscritorUtf8 datos([&](const QString& texto) { return Ajeno(texto, peticion.json); });
+  const remesa::Dia hoy = HoyDe(peticion.fecha);
+  const comunes::EscritorUtf8 datos([&](const QString& texto) { return TextoAjeno(texto, peticion.json); });
   Salida salida = Salida::Hecho;
+  std::optional<EnviadoAntes> antes;
+  if (!peticion.anteriores.empty()) {
+    antes.emplace(peticion.anteriores, peticion.meses, hoy);
+    if (!antes->todas()) salida = Salida::Fallo;
+  }
   for (const std::string& nombre : peticion.ficheros) {
     const std::filesystem::path ruta = RutaDe(nombre);
     Lineas lineas(comunes::DesdeRuta(ruta), peticion.json, datos);
     try {
-      const auto resultado = ComprobarUno(ruta, hoy, lineas);
+      const auto resultado = ComprobarUno(ruta, hoy, antes ? &*antes : nullptr, lineas);
       if (!resultado || resultado->errores > 0) salida = Salida::Fallo;
       if (resultado && !peticion.json) lineas.dar(*resultado);
       if (!lineas.vaciar()) return Salida::Fallo;
@@ -177,6 +186,7 @@ Salida Comprobar(const PeticionComprobar& peticion) {
       salida = Salida::Fallo;
     }
   }
+  if (antes) antes->decirOmitidos();
   return salida;
 }
 
@@ -187,13 +197,8 @@ void OrdenComprobar(CLI::App& q19, Accion& accion) {
   auto peticion = std::make_shared<PeticionComprobar>();
   orden->add_option("FICHERO", peticion->ficheros, "Remesas que se comprueban")->type_name("")->required();
   orden->add_flag("--json", peticion->json, "Un objeto JSON por línea y hallazgo, y nada más");
-  orden->add_option("--fecha", peticion->fecha, "El día que se toma por hoy (AAAAMMDD)")
-      ->type_name("FECHA")
-      ->check(
-          [](const std::string& fecha) {
-            return remesa::LeerFecha(fecha) ? std::string() : "ha de ser un día que exista, AAAAMMDD";
-          },
-          "");
+  OpcionFecha(*orden, peticion->fecha);
+  OpcionesAnteriores(*orden, peticion->anteriores, peticion->meses);
   orden->footer("No cambia ningún fichero. Sale con 1 si hay errores y con 0 si solo hay avisos.");
   orden->callback([peticion, &accion] { accion = [peticion] { return Comprobar(*peticion); }; });
 }

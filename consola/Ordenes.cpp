@@ -41,11 +41,13 @@ Salida Ejecutar(std::vector<std::string> argumentos) {
   OrdenUnir(q19, accion);
   OrdenSeparar(q19, accion);
   OrdenComprobar(q19, accion);
+  OrdenCorregir(q19, accion);
   OrdenListar(q19, accion);
   OrdenIban(q19, accion);
   OrdenNif(q19, accion);
   OrdenVer(q19, accion);
   OrdenDevoluciones(q19, accion);
+  OrdenAnteriores(q19, accion);
   OrdenXml(q19, accion);
   for (CLI::App* orden : q19.get_subcommands({})) {
     orden->group("Órdenes");
