@@ -14,6 +14,7 @@
 #include "comunes/plataforma/Texto.h"
 #include "remesa/Identificacion.h"
 #include "ui_frmUnirQ19.h"
+#include "ventanas/principal/BarraBuscar.h"
 #include "ventanas/principal/LugarVacio.h"
 #include "ventanas/principal/Navegador.h"
 #include "ventanas/principal/TextosObservacion.h"
@@ -49,6 +50,10 @@ void frmUnirQ19::prepararMenuRemesa() {
   connect(ui_->mnuAbrir, &QAction::triggered, this, &frmUnirQ19::elegirCarpetaOFichero);
   connect(ui_->mnuActualizar, &QAction::triggered, navegador_, &Navegador::refrescar);
   connect(ui_->mnuRenovar, &QAction::triggered, this, &frmUnirQ19::renovarIdentificacion);
+  connect(ui_->mnuBuscar, &QAction::triggered, buscar_, &BarraBuscar::abrir);
+  connect(ui_->mnuSiguiente, &QAction::triggered, buscar_, &BarraBuscar::siguiente);
+  connect(ui_->mnuAnterior, &QAction::triggered, buscar_, &BarraBuscar::anterior);
+  connect(ui_->mnuIrARegistro, &QAction::triggered, buscar_, &BarraBuscar::irARegistro);
   connect(ui_->mnuSeparar, &QAction::triggered, this, &frmUnirQ19::separarRemesa);
   connect(ui_->mnuExportarXml, &QAction::triggered, this, &frmUnirQ19::exportarXml);
 }

@@ -15,6 +15,7 @@
 #include "ui_frmUnirQ19.h"
 #include "ventanas/principal/AccesibleDisco.h"
 #include "ventanas/principal/AccesibleLista.h"
+#include "ventanas/principal/BarraBuscar.h"
 #include "ventanas/principal/Herramientas.h"
 #include "ventanas/principal/LecturaRegistros.h"
 #include "ventanas/principal/Navegador.h"
@@ -75,6 +76,7 @@ void frmUnirQ19::prepararControles() {
   setTabOrder(ui_->VerColumnas, ui_->Preview);
   prepararLineaAcumulado();
   prepararLugarVacio();
+  buscar_ = new BarraBuscar({ui_->Acumulado, ui_->Preview}, ui_->Central);
 
   // QSplitter deja a sus hijos en el orden inverso; las ayudas técnicas los leen en el que están.
   for (const QSplitter* divisor : {ui_->DivisorArchivos, ui_->DivisorCarpetas, ui_->DivisorListas})

@@ -25,6 +25,7 @@ struct Hallazgo;
 
 namespace principal {
 
+class BarraBuscar;
 class VentanaHallazgos;
 class VentanaXml;
 class VigiaVeredicto;
@@ -216,6 +217,7 @@ class frmUnirQ19 : public QMainWindow {
   /// Lo que mezcló cada importación, por los ficheros que había importados con ella: mientras la lista de los
   /// de ahora empiece así, sigue en la acumulación.
   QMap<QString, QString> mezclas_;
+  BarraBuscar* buscar_ = nullptr;
   VigiaVeredicto* vigia_ = nullptr;
   remesa::Resumen resumenPreview_;
   remesa::Resumen resumenAcumulado_;
