@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "comunes/plataforma/Texto.h"
 #include "ficheros/ErrorEjecucion.h"
 #include "remesa/Fichero.h"
 
@@ -46,9 +47,7 @@ std::filesystem::path RutaDe(const std::string& argumento);
 QString Mostrable(const std::filesystem::path& ruta);
 QString Mostrable(QString texto);
 
-/// Una cadena de JSON, con sus comillas. Los controles de U+007F a U+009F, que hay terminales que obedecen, y
-/// las marcas de sentido van también escapados.
-QString CadenaJson(const QString& texto);
+using comunes::CadenaJson;
 
 /// "ruta: texto (error N)"; `fichero` es el que se nombra si el error no trae el suyo.
 QString Explicar(const ficheros::ErrorEjecucion& error, const std::filesystem::path& fichero);

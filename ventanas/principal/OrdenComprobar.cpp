@@ -45,13 +45,13 @@ void frmUnirQ19::comprobarAcumulado(bool comoGuardada) {
 
 // El fichero y no la lista, que ya no tiene sus fines de línea.
 void frmUnirQ19::comprobarPreview() {
-  mostrarComprobaciones({[this] { return u"Previsualizado, %1"_s.arg(QFileInfo(rutaPreview_).fileName()); },
-                         [this](const auto& recibir, const auto& avance) {
-                           return remesa::ComprobarFichero(comunes::ARuta(rutaPreview_), comunes::Hoy(),
-                                                           recibir, avance);
-                         },
-                         [this](const remesa::Hallazgo& h) { return irEnPreview(rutaPreview_, h); }},
-                        ui_->Preview);
+  mostrarComprobaciones(
+      {[this] { return u"Previsualizado, %1"_s.arg(QFileInfo(rutaPreview_).fileName()); },
+       [this](const auto& recibir, const auto& avance) {
+         return remesa::ComprobarFichero(comunes::ARuta(rutaPreview_), comunes::Hoy(), recibir, avance);
+       },
+       [this](const remesa::Hallazgo& h) { return irEnPreview(rutaPreview_, h); }, rutaPreview_},
+      ui_->Preview);
 }
 
 void frmUnirQ19::comprobarGuardado() {
@@ -62,7 +62,7 @@ void frmUnirQ19::comprobarGuardado() {
                                                            avance);
                          },
                          // La acumulación está ya vacía: se lee arriba.
-                         [this, ruta](const remesa::Hallazgo& h) { return irEnPreview(ruta, h); }},
+                         [this, ruta](const remesa::Hallazgo& h) { return irEnPreview(ruta, h); }, ruta},
                         nullptr);
 }
 

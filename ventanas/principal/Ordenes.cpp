@@ -9,6 +9,8 @@
 #include "remesa/Fusion.h"
 #include "ui_frmUnirQ19.h"
 #include "ventanas/editor/EditarSEPA.h"
+#include "ventanas/principal/EnFondo.h"
+#include "ventanas/principal/TextosComprobacion.h"
 #include "ventanas/principal/frmUnirQ19.h"
 
 namespace principal {
@@ -41,6 +43,20 @@ Senalado SinTotales(const VistaRegistros& vista) {
     ++nuevo;
   }
   return tras;
+}
+
+/// Lo que se dice de un registro, campo a campo, al lado de cada uno.
+std::vector<editor::HallazgoCampo> HallazgosDeCampos(const std::vector<remesa::Hallazgo>& hallazgos) {
+  std::vector<editor::HallazgoCampo> suyos;
+  suyos.reserve(hallazgos.size());
+  for (const remesa::Hallazgo& h : hallazgos) {
+    const bool error = remesa::EsError(h.codigo);
+    suyos.push_back(
+        {h.donde.desde, h.donde.hasta, error,
+         u"%1 %2: %3"_s.arg(error ? u"Error"_s : u"Aviso"_s,
+                            QString::fromUtf8(remesa::TextoCodigo(h.codigo).data()), TextoHallazgo(h))});
+  }
+  return suyos;
 }
 
 }  // namespace
@@ -155,6 +171,7 @@ void frmUnirQ19::editar(int fila, int posicion) {
   // Los totales no se recalculan aquí: un importe cambiado llega a ellos en la orden siguiente. Los de los
   // bloques dicen lo de su cabecera.
   bool cabecera = false;
+  EnFondo fondo(acumulado.modelo());
   editor::ListaAcumulado lista{
       .registros = acumulado.modelo().editable(),
       .actual = fila,
@@ -167,6 +184,13 @@ void frmUnirQ19::editar(int fila, int posicion) {
       .movido = [&](int cual) { acumulado.seleccionarSolo(cual); },
       .aviso = [this](const QString& texto) { decir(texto); },
       .posicion = posicion,
+      .hallazgos =
+          [&](int cual, editor::ListaAcumulado::Contestar contestar) {
+            fondo.pedir(static_cast<std::uint64_t>(cual) + 1,
+                        [contestar = std::move(contestar)](const Veredicto& veredicto) {
+                          contestar(HallazgosDeCampos(veredicto.hallazgos()));
+                        });
+          },
   };
   if (!editor::EditarSEPA(lista, kCuaderno19, this)) return;
   if (cabecera && conBloques())
