@@ -2,11 +2,10 @@
 
 #include <QCoreApplication>
 #include <QFileInfo>
-#include <map>
 #include <memory>
 
 #include "comunes/plataforma/IniFiles.h"
-#include "comunes/plataforma/Texto.h"
+#include "iso20022/Entidades.h"
 
 namespace consola {
 
@@ -26,15 +25,8 @@ bool BuscarAjustes() {
 }
 
 std::function<std::string(std::string_view entidad)> BicsDeAjustes() {
-  return [hay = BuscarAjustes(),
-          leidos = std::make_shared<std::map<std::string, std::string>>()](std::string_view entidad) {
-    const auto [hallado, nueva] = leidos->try_emplace(std::string(entidad));
-    if (nueva && hay)
-      hallado->second = comunes::AWindows1252(
-          comunes::ReadINI(comunes::RutaAjustes, u"Entidades"_s, QString::fromStdString(hallado->first), {})
-              .trimmed());
-    return hallado->second;
-  };
+  BuscarAjustes();
+  return iso20022::BicsDe(comunes::RutaAjustes);
 }
 
 }  // namespace consola

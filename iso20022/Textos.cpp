@@ -240,8 +240,8 @@ QStringList ResumirAvisos(const std::vector<AvisoLectura>& avisos) {
       lineas += u"%1 (línea %2): %3"_s.arg(aviso.elemento).arg(aviso.linea).arg(TextoAviso(aviso));
   for (const auto& [clave, veces] : cuantos)
     if (veces > kPrimeros)
-      lineas += u"%1: %2 veces más como estas."_s.arg(clave.first,
-                                                      Numero(static_cast<std::uint64_t>(veces - kPrimeros)));
+      lineas += (veces - kPrimeros == 1 ? u"%1: %2 vez más como estas."_s : u"%1: %2 veces más como estas."_s)
+                    .arg(clave.first, Numero(static_cast<std::uint64_t>(veces - kPrimeros)));
   return lineas;
 }
 

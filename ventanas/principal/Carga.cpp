@@ -8,9 +8,9 @@
 #include "comunes/plataforma/Ventanas.h"
 #include "ficheros/ErrorEjecucion.h"
 #include "iso20022/LectorXml.h"
-#include "remesa/Fichero.h"
 #include "ui_frmUnirQ19.h"
 #include "ventanas/principal/Navegador.h"
+#include "ventanas/principal/TomarRemesa.h"
 #include "ventanas/principal/frmUnirQ19.h"
 
 namespace principal {
@@ -23,6 +23,8 @@ QString frmUnirQ19::Marca(const QString& ruta) {
 }
 
 bool frmUnirQ19::EsQ19(const QString& ruta) {
+  // De un XML, si es una remesa lo dice quien lo lee.
+  if (iso20022::EmpiezaComoXml(comunes::ARuta(ruta))) return true;
   switch (remesa::ComprobarCabeza(comunes::ARuta(ruta))) {
     case remesa::Cabeza::Q19:
       return true;
@@ -47,10 +49,10 @@ void frmUnirQ19::rechazar(const QString& ruta, const QString& porque) {
 
 bool frmUnirQ19::CargarFichero(const QString& ruta, VistaRegistros& lista) {
   // Se lee entero antes de cambiar nada: un fichero leído a medias no debe poder importarse.
-  remesa::ListaRegistros leida;
+  RemesaTomada leida;
   try {
     comunes::Avance avance(u"Leyendo %1…"_s.arg(QFileInfo(ruta).fileName()));
-    leida = remesa::LeerFichero(comunes::ARuta(ruta), [&](std::uintmax_t leidos, std::uintmax_t total) {
+    leida = LeerRemesa(ruta, [&](std::uintmax_t leidos, std::uintmax_t total) {
       avance.avanzarODetener(static_cast<double>(leidos), static_cast<double>(total));
     });
   } catch (const comunes::TrabajoDetenido&) {
@@ -58,10 +60,16 @@ bool frmUnirQ19::CargarFichero(const QString& ruta, VistaRegistros& lista) {
     rechazar(ruta, u"se detuvo la lectura"_s);
     return false;
   }
+  if (!leida.rechazo.isEmpty()) {
+    comunes::Avisar(EnCaja({leida.rechazo + u'.'}));
+    rechazar(ruta, leida.rechazo.first(1).toLower() + leida.rechazo.sliced(1));
+    return false;
+  }
   rutaActual_ = ruta;
   FicheroActual = comunes::Mayusculas(ruta);
   ui_->Importado->setVisible(FicherosImportados.contains(u'[' + FicheroActual + u']'));
-  lista.poner(std::move(leida));
+  perdidas_ = leida.perdidas;
+  lista.poner(std::move(leida.lista));
   return true;
 }
 
@@ -78,6 +86,10 @@ void frmUnirQ19::cargarInicial(const QString& lineaOrdenes) {
   rutasImportadas_ = {{FicheroActual, rutaActual_}};
   mirarAcumulado();
   mirarDuenos();
+  // Nada se previsualiza antes: se dice en cuanto está.
+  if (const QStringList perdidas = std::exchange(perdidas_, {}); !perdidas.isEmpty())
+    comunes::Avisar(u"Lo que dice %1 y no cabe en sus registros:;;"_s.arg(QFileInfo(ruta).fileName()) +
+                    EnCaja(perdidas));
 }
 
 void frmUnirQ19::elegir(const QString& ruta) {

@@ -61,6 +61,7 @@ frmUnirQ19::AvisosPreview frmUnirQ19::avisosPreview() const {
     return avisos;
   }
   if (!importadoVisible()) {
+    avisos.textos += perdidas_;
     using C = remesa::ClaseObservacion;
     const auto observaciones =
         conBloques() ? observarConBloques() : remesa::ObservarImportacion(resumenPreview_, resumenAcumulado_);

@@ -20,6 +20,7 @@ using namespace Qt::StringLiterals;
 void frmUnirQ19::prepararMenuRemesa() {
   connect(ui_->mnuRenovar, &QAction::triggered, this, &frmUnirQ19::renovarIdentificacion);
   connect(ui_->mnuSeparar, &QAction::triggered, this, &frmUnirQ19::separarRemesa);
+  connect(ui_->mnuExportarXml, &QAction::triggered, this, &frmUnirQ19::exportarXml);
 }
 
 void frmUnirQ19::renovarIdentificacion() {

@@ -5,6 +5,7 @@
 #include "comunes/plataforma/Formatos.h"
 #include "comunes/plataforma/Texto.h"
 #include "comunes/plataforma/Ventanas.h"
+#include "iso20022/LectorXml.h"
 #include "ui_frmUnirQ19.h"
 #include "ventanas/principal/TextosComprobacion.h"
 #include "ventanas/principal/VentanaHallazgos.h"
@@ -43,12 +44,15 @@ void frmUnirQ19::comprobarAcumulado(bool comoGuardada) {
                         ui_->Acumulado);
 }
 
-// El fichero y no la lista, que ya no tiene sus fines de línea.
+// El fichero y no la lista, que ya no tiene sus fines de línea; de un XML, sus registros.
 void frmUnirQ19::comprobarPreview() {
   mostrarComprobaciones(
       {[this] { return u"Previsualizado, %1"_s.arg(QFileInfo(rutaPreview_).fileName()); },
        [this](const auto& recibir, const auto& avance) {
-         return remesa::ComprobarFichero(comunes::ARuta(rutaPreview_), comunes::Hoy(), recibir, avance);
+         const std::filesystem::path ruta = comunes::ARuta(rutaPreview_);
+         if (iso20022::EmpiezaComoXml(ruta))
+           return remesa::ComprobarLista(ui_->Preview->lista(), comunes::Hoy(), recibir, false, avance);
+         return remesa::ComprobarFichero(ruta, comunes::Hoy(), recibir, avance);
        },
        [this](const remesa::Hallazgo& h) { return irEnPreview(rutaPreview_, h); }, rutaPreview_},
       ui_->Preview);

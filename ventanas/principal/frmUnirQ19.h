@@ -25,6 +25,7 @@ struct Hallazgo;
 namespace principal {
 
 class VentanaHallazgos;
+class VentanaXml;
 class VigiaVeredicto;
 struct OrigenHallazgos;
 class Herramientas;
@@ -99,6 +100,7 @@ class frmUnirQ19 : public QMainWindow {
   void prepararMenuRemesa();
   void renovarIdentificacion();
   void separarRemesa();
+  void exportarXml();  // ExportarXml.cpp
 
   // Guardar.cpp
   void guardar();
@@ -161,12 +163,14 @@ class frmUnirQ19 : public QMainWindow {
 
   QString rutaActual_;  ///< La misma, tal como se escribe.
   QPointer<VentanaHallazgos> comprobaciones_;
+  QPointer<VentanaXml> exportacion_;
   QString guardado_;                         ///< Último fichero guardado.
   std::unique_ptr<Veredicto> veredicto_;     ///< Su comprobación.
   QString listado_;                          ///< Último listado escrito en un fichero.
   QString rutaPreview_;                      ///< Ruta de lo que muestra `Preview`.
   QString devueltos_;                        ///< El último elegido, si trae lo que devuelve el banco.
   QString rechazo_;                          ///< El último fichero elegido no se ha tomado, y por qué.
+  QStringList perdidas_;                     ///< Del último XML leído, lo que sus registros no tienen.
   QString marcaPreview_;                     ///< Fecha y tamaño de ese fichero cuando se leyó.
   QHash<QString, QString> rutasImportadas_;  ///< De la ruta en mayúsculas a la ruta.
   /// Lo que mezcló cada importación, por los ficheros que había importados con ella: mientras la lista de los
