@@ -26,14 +26,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString kTituloListado = u"Comprobación de la remesa"_s;
+const QString kTituloComprobacion = u"Comprobación de la remesa"_s;
 
-QString Destino() {
+QString CarpetaDestino() {
   return comunes::ReadINI(comunes::RutaAjustes, u"Comunes"_s, u"DestinoQ19"_s, {});
 }
 
 /// Las celdas de una fila separadas por tabuladores, sin ninguno dentro.
-QString EnTabla(const QStringList& celdas) {
+QString EnFilaDeTabla(const QStringList& celdas) {
   constexpr QChar kSeparador(0xE000);
   return comunes::SinControles(celdas.join(kSeparador)).replace(kSeparador, u'\t') + u'\n';
 }
@@ -61,10 +61,10 @@ bool VentanaHallazgos::recorrer(const std::function<void(const remesa::Hallazgo&
 }
 
 void VentanaHallazgos::copiarElegidos() {
-  QString tabla = EnTabla(TitulosHallazgos());
+  QString tabla = EnFilaDeTabla(TitulosHallazgos());
   const std::vector<remesa::Hallazgo> cuales = elegidos();
   for (const remesa::Hallazgo& hallazgo : cuales)
-    tabla += EnTabla(CeldasHallazgo(hallazgo));
+    tabla += EnFilaDeTabla(CeldasHallazgo(hallazgo));
   QGuiApplication::clipboard()->setText(tabla);
   decir(u"Copiados: %1."_s.arg(TextoCuenta(cuales.size(), u"hallazgo"_s, u"hallazgos"_s)));
 }
@@ -72,10 +72,10 @@ void VentanaHallazgos::copiarElegidos() {
 void VentanaHallazgos::copiar() {
   decir({});
   if (caducada_) comprobar();
-  QString tabla = EnTabla(TitulosHallazgos());
+  QString tabla = EnFilaDeTabla(TitulosHallazgos());
   std::size_t cuantos = 0;
   const bool todos = recorrer([&](const remesa::Hallazgo& hallazgo) {
-    tabla += EnTabla(CeldasHallazgo(hallazgo));
+    tabla += EnFilaDeTabla(CeldasHallazgo(hallazgo));
     ++cuantos;
   });
   if (!todos) return decir(u"Copia detenida: no se ha copiado nada."_s);
@@ -122,7 +122,7 @@ void VentanaHallazgos::imprimir() {
       }
       const QString cuenta = remesa::EsError(codigo) ? TextoCuenta(filas.size(), u"error"_s, u"errores"_s)
                                                      : TextoCuenta(filas.size(), u"aviso"_s, u"avisos"_s);
-      secciones.push_back({kTituloListado,
+      secciones.push_back({kTituloComprobacion,
                            EnListado(u"%1, %2. %3"_s.arg(
                                QString::fromUtf8(remesa::TextoCodigo(codigo).data()), cuenta, hacer)),
                            desde, fila - 1});
@@ -134,8 +134,8 @@ void VentanaHallazgos::imprimir() {
   comunes::ListadoImprimible listado;
   listado.padre = this;
   listado.anchoTabla = ancho;
-  listado.carpeta = Destino();
-  listado.rotulos = [&] { return comunes::RotulosListado{kTituloListado, kTituloListado, kTituloListado}; };
+  listado.carpeta = CarpetaDestino();
+  listado.rotulos = [&] { return comunes::RotulosListado{kTituloComprobacion, kTituloComprobacion, kTituloComprobacion}; };
   const QString subtitulo = u"%1: %2"_s.arg(comunes::ConMarcasEscritas(comprobada_.titulo()),
                                             TextoVeredicto(resultado.errores, resultado.avisos));
   listado.imprimir = [&](comunes::TrabajoImpresion& trabajo, const comunes::AvanceImpresion& avance) {
@@ -154,7 +154,7 @@ void VentanaHallazgos::guardar(const QString& extension, const std::string& cabe
     const QString fin = u'.' + extension;
     return elegido.endsWith(fin, Qt::CaseInsensitive) ? elegido : elegido + fin;
   };
-  const QString elegido = comunes::DialogoFichero(false, this, Destino(), extension, false,
+  const QString elegido = comunes::DialogoFichero(false, this, CarpetaDestino(), extension, false,
                                                   u"Comprobación.%1"_s.arg(extension), conExtension);
   if (elegido.isEmpty()) return;
   const QString ruta = comunes::RutaAbsoluta(conExtension(elegido));

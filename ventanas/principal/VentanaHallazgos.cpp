@@ -29,14 +29,14 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// De cada código. Más no los lee nadie, y una remesa enorme puede tener millones.
-constexpr std::size_t kMaximo = 1000;
-constexpr std::chrono::milliseconds kEspera{250};  // tras la última letra de lo que se busca
+constexpr std::size_t kPrimeros = 1000;
+constexpr std::chrono::milliseconds kEsperaBusqueda{250};  // tras la última letra de lo que se busca
 
-constexpr const char* kColumnas =
+constexpr const char* kColumnasHallazgos =
     "<Nivel#9;<Código#7;>Registro#8>;<Deudor#25;<Campo#25;<Valor#20;<Se esperaba#28;<Posiciones#11;"
     "<Referencia#18;<Qué pasa y qué hacer#60";
 /// El tipo de cada columna, para ordenarla.
-constexpr const char* kTipos = "TT#TTTTTTT";
+constexpr const char* kTiposHallazgos = "TT#TTTTTTT";
 
 QString Posiciones(const remesa::Hallazgo& h) {
   if (h.donde.desde == 0) return {};
@@ -44,7 +44,7 @@ QString Posiciones(const remesa::Hallazgo& h) {
                                         : u"%1-%2"_s.arg(h.donde.desde).arg(h.donde.hasta);
 }
 
-QString Codigo(remesa::CodigoHallazgo codigo) {
+QString CodigoEscrito(remesa::CodigoHallazgo codigo) {
   return QString::fromUtf8(remesa::TextoCodigo(codigo).data());
 }
 
@@ -57,7 +57,7 @@ QStringList TitulosHallazgos() {
 
 QStringList CeldasHallazgo(const remesa::Hallazgo& h) {
   return {TextoNivel(h.codigo),
-          Codigo(h.codigo),
+          CodigoEscrito(h.codigo),
           h.registro == 0 ? QString() : QString::number(h.registro),
           comunes::DesdeWindows1252(h.deudor),
           TextoCampo(h),
@@ -86,8 +86,8 @@ VentanaHallazgos::~VentanaHallazgos() {
 }
 
 void VentanaHallazgos::preparar() {
-  comunes::PrepararRejilla(rejilla_, QString::fromUtf8(kColumnas));
-  rejilla_.PonerTag(QLatin1String(kTipos));
+  comunes::PrepararRejilla(rejilla_, QString::fromUtf8(kColumnasHallazgos));
+  rejilla_.PonerTag(QLatin1String(kTiposHallazgos));
   rejilla_.PonerRows(rejilla_.FixedRows());
   modelo_ = std::make_unique<ModeloHallazgos>(rejilla_);
   comunes::PrepararVistaRejilla(*ui_->Visor, *modelo_);
@@ -102,7 +102,7 @@ void VentanaHallazgos::conectar() {
     control->installEventFilter(this);
   espera_.setSingleShot(true);
   connect(&espera_, &QTimer::timeout, this, &VentanaHallazgos::filtrar);
-  connect(ui_->Buscado, &QLineEdit::textChanged, this, [this] { espera_.start(kEspera); });
+  connect(ui_->Buscado, &QLineEdit::textChanged, this, [this] { espera_.start(kEsperaBusqueda); });
   for (const QComboBox* lista : {ui_->Nivel, ui_->Codigo})
     connect(lista, &QComboBox::currentIndexChanged, this, &VentanaHallazgos::filtrar);
   connect(ui_->Visor->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
@@ -169,7 +169,7 @@ VentanaHallazgos::Recogida VentanaHallazgos::recoger(const Filtro& filtro) const
   recogida.cuentas.resize(remesa::CodigosHallazgo().size());
   const auto recibir = [&](remesa::Hallazgo&& hallazgo) {
     if (!filtro.cumple(hallazgo)) return;
-    const bool cabe = ++recogida.cuentas[static_cast<std::size_t>(hallazgo.codigo)] <= kMaximo;
+    const bool cabe = ++recogida.cuentas[static_cast<std::size_t>(hallazgo.codigo)] <= kPrimeros;
     if (cabe) recogida.hallazgos.push_back(std::move(hallazgo));
     recogida.recortada = recogida.recortada || !cabe;
   };
@@ -203,7 +203,7 @@ void VentanaHallazgos::llenarCodigos() {
   for (const remesa::CodigoHallazgo codigo : remesa::CodigosHallazgo())
     if (const std::uint64_t cuantos = todos_.cuentas[static_cast<std::size_t>(codigo)]; cuantos > 0)
       ui_->Codigo->addItem(
-          u"%1 (%2)"_s.arg(Codigo(codigo), comunes::FormatoNumero(static_cast<double>(cuantos), 0)),
+          u"%1 (%2)"_s.arg(CodigoEscrito(codigo), comunes::FormatoNumero(static_cast<double>(cuantos), 0)),
           static_cast<int>(codigo));
   if (pedido.isValid()) ui_->Codigo->setCurrentIndex(std::max(0, ui_->Codigo->findData(pedido)));
 }
@@ -263,7 +263,7 @@ void VentanaHallazgos::resumir() {
   const Recogida& vista = buscados_ ? *buscados_ : todos_;
   if (vista.recortada)
     resumen += u" Se muestran los primeros %1 de cada código."_s.arg(
-        comunes::FormatoNumero(static_cast<double>(kMaximo), 0));
+        comunes::FormatoNumero(static_cast<double>(kPrimeros), 0));
   if (!vista.resultado.completa) resumen += u" Comprobación detenida antes de acabar."_s;
   ui_->Resumen->setText(resumen);
   const auto filas = static_cast<std::uint64_t>(modelo_->rowCount());
