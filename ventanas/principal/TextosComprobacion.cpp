@@ -125,6 +125,18 @@ void Completar(std::string& texto, std::string_view plantilla, const Hallazgo& h
       case 'o':
         texto += std::to_string(h.otro);
         break;
+      case 'f':
+        datos.anadirTexto(texto, QString::fromStdString(h.antes->fichero));
+        break;
+      case 'd':
+        texto += h.antes->fecha.empty() ? "sin fecha" : remesa::FechaQ19(h.antes->fecha);
+        break;
+      case 'r':
+        texto += std::to_string(h.antes->registro);
+        break;
+      case 'm':
+        datos.anadirTexto(texto, QString::fromStdString(h.antes->vuelta));
+        break;
       default:
         texto += std::to_string(h.donde.desde);
         break;
@@ -227,7 +239,13 @@ QString CeldaEsperado(const Hallazgo& hallazgo) {
 
 void AnadirJson(std::string& texto, const Hallazgo& h, std::string_view fichero, const EscritorUtf8& datos) {
   const auto poner = [&](const auto&... partes) { ((texto += std::string_view(partes)), ...); };
-  poner(R"({"campo":")", h.campo != nullptr ? h.campo->nombre : std::string_view());
+  poner("{");
+  if (h.antes) {
+    poner(R"("anterior":{"fecha":")", h.antes->fecha, R"(","fichero":")");
+    datos.anadirTexto(texto, QString::fromStdString(h.antes->fichero));
+    poner(R"(","registro":)", std::to_string(h.antes->registro), "},");
+  }
+  poner(R"("campo":")", h.campo != nullptr ? h.campo->nombre : std::string_view());
   poner(R"(","codigo":")", remesa::TextoCodigo(h.codigo));
   poner(R"(","desde":)", std::to_string(h.donde.desde), R"(,"deudor":")");
   datos.anadir(texto, h.deudor);
