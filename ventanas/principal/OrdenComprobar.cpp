@@ -46,16 +46,16 @@ void frmUnirQ19::comprobarAcumulado(bool comoGuardada) {
 
 // El fichero y no la lista, que ya no tiene sus fines de línea; de un XML, sus registros.
 void frmUnirQ19::comprobarPreview() {
-  mostrarComprobaciones({[this] { return u"Previsualizado, %1"_s.arg(QFileInfo(rutaPreview_).fileName()); },
-                         [this](const auto& recibir, const auto& avance) {
-                           const std::filesystem::path ruta = comunes::ARuta(rutaPreview_);
-                           if (iso20022::EmpiezaComoXml(ruta))
-                             return remesa::ComprobarLista(ui_->Preview->lista(), comunes::Hoy(), recibir,
-                                                           false, avance);
-                           return remesa::ComprobarFichero(ruta, comunes::Hoy(), recibir, avance);
-                         },
-                         [this](const remesa::Hallazgo& h) { return irEnPreview(rutaPreview_, h); }},
-                        ui_->Preview);
+  mostrarComprobaciones(
+      {[this] { return u"Previsualizado, %1"_s.arg(QFileInfo(rutaPreview_).fileName()); },
+       [this](const auto& recibir, const auto& avance) {
+         const std::filesystem::path ruta = comunes::ARuta(rutaPreview_);
+         if (iso20022::EmpiezaComoXml(ruta))
+           return remesa::ComprobarLista(ui_->Preview->lista(), comunes::Hoy(), recibir, false, avance);
+         return remesa::ComprobarFichero(ruta, comunes::Hoy(), recibir, avance);
+       },
+       [this](const remesa::Hallazgo& h) { return irEnPreview(rutaPreview_, h); }, rutaPreview_},
+      ui_->Preview);
 }
 
 void frmUnirQ19::comprobarGuardado() {
@@ -66,7 +66,7 @@ void frmUnirQ19::comprobarGuardado() {
                                                            avance);
                          },
                          // La acumulación está ya vacía: se lee arriba.
-                         [this, ruta](const remesa::Hallazgo& h) { return irEnPreview(ruta, h); }},
+                         [this, ruta](const remesa::Hallazgo& h) { return irEnPreview(ruta, h); }, ruta},
                         nullptr);
 }
 

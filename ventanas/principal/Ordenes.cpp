@@ -10,6 +10,8 @@
 #include "remesa/Fusion.h"
 #include "ui_frmUnirQ19.h"
 #include "ventanas/editor/EditarSEPA.h"
+#include "ventanas/principal/EnFondo.h"
+#include "ventanas/principal/TextosComprobacion.h"
 #include "ventanas/principal/TextosObservacion.h"
 #include "ventanas/principal/frmUnirQ19.h"
 
@@ -51,6 +53,20 @@ remesa::Resumen LosAdeudos(const remesa::ListaRegistros& lista, const std::vecto
   for (const std::size_t fila : filas)
     if (remesa::Codigo(lista[fila]) == remesa::CodigoRegistro::Adeudo) resumidor.dar(lista[fila]);
   return resumidor.resumen();
+}
+
+/// Lo que se dice de un registro, campo a campo, al lado de cada uno.
+std::vector<editor::HallazgoCampo> HallazgosDeCampos(const std::vector<remesa::Hallazgo>& hallazgos) {
+  std::vector<editor::HallazgoCampo> suyos;
+  suyos.reserve(hallazgos.size());
+  for (const remesa::Hallazgo& h : hallazgos) {
+    const bool error = remesa::EsError(h.codigo);
+    suyos.push_back(
+        {h.donde.desde, h.donde.hasta, error,
+         u"%1 %2: %3"_s.arg(error ? u"Error"_s : u"Aviso"_s,
+                            QString::fromUtf8(remesa::TextoCodigo(h.codigo).data()), TextoHallazgo(h))});
+  }
+  return suyos;
 }
 
 }  // namespace
@@ -178,6 +194,7 @@ void frmUnirQ19::editar(int fila, int posicion) {
   // bloques dicen lo de su cabecera.
   bool cabecera = false;
   std::optional<EstadoAcumulacion> antes;
+  EnFondo fondo(acumulado.modelo());
   editor::ListaAcumulado lista{
       .registros = acumulado.modelo().editable(),
       .actual = fila,
@@ -191,6 +208,13 @@ void frmUnirQ19::editar(int fila, int posicion) {
       .aviso = [this](const QString& texto) { decir(texto); },
       .cambiando = [&] { antes = fotografiar(); },
       .posicion = posicion,
+      .hallazgos =
+          [&](int cual, editor::ListaAcumulado::Contestar contestar) {
+            fondo.pedir(static_cast<std::uint64_t>(cual) + 1,
+                        [contestar = std::move(contestar)](const Veredicto& veredicto) {
+                          contestar(HallazgosDeCampos(veredicto.hallazgos()));
+                        });
+          },
   };
   if (!editor::EditarSEPA(lista, kCuaderno19, this)) return;
   const QString cual = comunes::FormatoNumero(lista.actual + 1, 0);
