@@ -4,12 +4,12 @@
 #include <optional>
 #include <vector>
 
-#include "comunes/plataforma/Formatos.h"
 #include "comunes/plataforma/Texto.h"
 #include "consola/LineasXml.h"
 #include "consola/Ordenes.h"
 #include "consola/Remesa.h"
 #include "consola/Terminal.h"
+#include "consola/Uso.h"
 #include "iso20022/LectorXml.h"
 #include "remesa/Comprobacion.h"
 #include "ventanas/principal/TextosComprobacion.h"
@@ -26,23 +26,12 @@ struct PeticionComprobar {
   std::string fecha;
 };
 
-remesa::Dia Hoy(const std::string& fecha) {
-  if (const auto dada = remesa::LeerFecha(fecha)) return *dada;
-  return comunes::Hoy();
-}
-
-/// Un texto ajeno, como va entre las comillas de una cadena de JSON o en una línea.
-QString Ajeno(const QString& texto, bool json) {
-  if (!json) return Mostrable(texto);
-  return CadenaJson(texto).sliced(1).chopped(1);
-}
-
 /// Los hallazgos de un fichero, cada uno en su línea. Se dicen de muchas en muchas: de una en una cuesta más
 /// que hallarlos.
 class Lineas {
  public:
   Lineas(const QString& fichero, bool json, const comunes::EscritorUtf8& datos)
-      : nombre_(fichero), fichero_(Ajeno(fichero, json).toStdString()), json_(json), datos_(datos) {}
+      : nombre_(fichero), fichero_(TextoAjeno(fichero, json).toStdString()), json_(json), datos_(datos) {}
 
   void dar(const remesa::Hallazgo& h) {
     ++cuentas_[static_cast<std::size_t>(h.codigo)];
@@ -160,8 +149,8 @@ std::optional<remesa::ResultadoComprobacion> ComprobarUno(const std::filesystem:
 }
 
 Salida Comprobar(const PeticionComprobar& peticion) {
-  const remesa::Dia hoy = Hoy(peticion.fecha);
-  const comunes::EscritorUtf8 datos([&](const QString& texto) { return Ajeno(texto, peticion.json); });
+  const remesa::Dia hoy = HoyDe(peticion.fecha);
+  const comunes::EscritorUtf8 datos([&](const QString& texto) { return TextoAjeno(texto, peticion.json); });
   Salida salida = Salida::Hecho;
   for (const std::string& nombre : peticion.ficheros) {
     const std::filesystem::path ruta = RutaDe(nombre);
@@ -187,13 +176,7 @@ void OrdenComprobar(CLI::App& q19, Accion& accion) {
   auto peticion = std::make_shared<PeticionComprobar>();
   orden->add_option("FICHERO", peticion->ficheros, "Remesas que se comprueban")->type_name("")->required();
   orden->add_flag("--json", peticion->json, "Un objeto JSON por línea y hallazgo, y nada más");
-  orden->add_option("--fecha", peticion->fecha, "El día que se toma por hoy (AAAAMMDD)")
-      ->type_name("FECHA")
-      ->check(
-          [](const std::string& fecha) {
-            return remesa::LeerFecha(fecha) ? std::string() : "ha de ser un día que exista, AAAAMMDD";
-          },
-          "");
+  OpcionFecha(*orden, peticion->fecha);
   orden->footer("No cambia ningún fichero. Sale con 1 si hay errores y con 0 si solo hay avisos.");
   orden->callback([peticion, &accion] { accion = [peticion] { return Comprobar(*peticion); }; });
 }

@@ -41,6 +41,7 @@ Salida Ejecutar(std::vector<std::string> argumentos) {
   OrdenUnir(q19, accion);
   OrdenSeparar(q19, accion);
   OrdenComprobar(q19, accion);
+  OrdenCorregir(q19, accion);
   OrdenListar(q19, accion);
   OrdenIban(q19, accion);
   OrdenNif(q19, accion);

@@ -90,6 +90,11 @@ QString CadenaJson(const QString& texto) {
   return cadena + u'"';
 }
 
+QString TextoAjeno(const QString& texto, bool json) {
+  if (!json) return Mostrable(texto);
+  return CadenaJson(texto).sliced(1).chopped(1);
+}
+
 QString Explicar(const ficheros::ErrorEjecucion& error, const std::filesystem::path& fichero) {
   return u"%1: %2 (error %3)"_s
       .arg(Mostrable(error.fichero().empty() ? fichero : error.fichero()),

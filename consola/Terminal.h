@@ -50,6 +50,9 @@ QString Mostrable(QString texto);
 /// las marcas de sentido van también escapados.
 QString CadenaJson(const QString& texto);
 
+/// Un texto ajeno dentro de una cadena de JSON, sin las comillas, o en una línea.
+QString TextoAjeno(const QString& texto, bool json);
+
 /// "ruta: texto (error N)"; `fichero` es el que se nombra si el error no trae el suyo.
 QString Explicar(const ficheros::ErrorEjecucion& error, const std::filesystem::path& fichero);
 

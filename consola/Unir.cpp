@@ -11,7 +11,8 @@
 #include "consola/Terminal.h"
 #include "consola/UnionBloques.h"
 #include "consola/UnionFlujo.h"
-#include "ficheros/Rutas.h"
+#include "consola/Uso.h"
+#include "ficheros/EscrituraSegura.h"
 #include "ventanas/principal/TextosObservacion.h"
 
 namespace consola {
@@ -36,16 +37,6 @@ struct Unida {
   std::int64_t importe = 0;
   QString bloques;  // una línea, con su fin; "" si no se conservan
 };
-
-/// La salida, absoluta y con la extensión forzada como al guardar; aquí solo la tiene el último nombre.
-fs::path ConExtension(const fs::path& salida) {
-  const fs::path nombre = salida.filename();
-  if (nombre.empty() || nombre == "." || nombre == "..")
-    throw ficheros::ErrorEjecucion(ficheros::kErrorDeAcceso, salida, "es una carpeta");
-  fs::path::string_type texto = nombre.native();
-  texto.resize(std::min(texto.rfind('.'), texto.size()));
-  return ficheros::RutaAbsoluta(salida.parent_path() / fs::path(texto).concat(".Q19"));
-}
 
 /// Las mira todas, no solo hasta la primera mala; nada si alguna lo es.
 std::vector<Remesa> Tomar(const std::vector<fs::path>& ficheros) {
@@ -178,7 +169,7 @@ Salida Unir(const OpcionesUnir& opciones) {
 
   fs::path salida = RutaDe(opciones.salida);
   try {
-    salida = ConExtension(salida);
+    salida = SalidaQ19(salida);
     ficheros::EscrituraSegura escritura(salida);
     Unida unida;
     std::vector<remesa::Observacion> finales;
@@ -210,10 +201,7 @@ Salida Unir(const OpcionesUnir& opciones) {
 void OrdenUnir(CLI::App& q19, Accion& accion) {
   CLI::App* orden = q19.add_subcommand("unir", "Une varias remesas en una");
   auto opciones = std::make_shared<OpcionesUnir>();
-  orden->add_option("-o,--salida", opciones->salida, "Fichero que se escribe; su extensión pasa a ser .Q19")
-      ->type_name("SALIDA")
-      ->required()
-      ->check([](const std::string& salida) { return salida.empty() ? "está vacía" : std::string(); }, "");
+  OpcionSalida(*orden, opciones->salida)->required();
   orden->add_option("FICHERO", opciones->ficheros, "Remesas, en el orden en que se importan")
       ->type_name("")
       ->required();

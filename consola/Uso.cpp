@@ -1,9 +1,12 @@
 #include "consola/Uso.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <string>
 
+#include "comunes/plataforma/Formatos.h"
 #include "consola/Terminal.h"
+#include "ficheros/Rutas.h"
 
 namespace consola {
 
@@ -75,6 +78,36 @@ std::function<std::string(const std::string&)> SinCerosDelante() {
     const auto primera = numero.find_first_not_of('0');
     return primera == std::string::npos ? numero : numero.substr(primera);
   };
+}
+
+void OpcionFecha(CLI::App& orden, std::string& fecha) {
+  orden.add_option("--fecha", fecha, "El día que se toma por hoy (AAAAMMDD)")
+      ->type_name("FECHA")
+      ->check(
+          [](const std::string& dada) {
+            return remesa::LeerFecha(dada) ? std::string() : "ha de ser un día que exista, AAAAMMDD";
+          },
+          "");
+}
+
+remesa::Dia HoyDe(const std::string& fecha) {
+  if (const auto dada = remesa::LeerFecha(fecha)) return *dada;
+  return comunes::Hoy();
+}
+
+CLI::Option* OpcionSalida(CLI::App& orden, std::string& salida) {
+  return orden.add_option("-o,--salida", salida, "Fichero que se escribe; su extensión pasa a ser .Q19")
+      ->type_name("SALIDA")
+      ->check([](const std::string& dada) { return dada.empty() ? "está vacía" : std::string(); }, "");
+}
+
+std::filesystem::path SalidaQ19(const std::filesystem::path& salida) {
+  const std::filesystem::path nombre = salida.filename();
+  if (nombre.empty() || nombre == "." || nombre == "..")
+    throw ficheros::ErrorEjecucion(ficheros::kErrorDeAcceso, salida, "es una carpeta");
+  std::filesystem::path::string_type texto = nombre.native();
+  texto.resize(std::min(texto.rfind('.'), texto.size()));
+  return ficheros::RutaAbsoluta(salida.parent_path() / std::filesystem::path(texto).concat(".Q19"));
 }
 
 }  // namespace consola

@@ -2,10 +2,13 @@
 
 #include <CLI/CLI.hpp>
 #include <QString>
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <string>
 #include <vector>
+
+#include "remesa/Calendario.h"
 
 namespace consola {
 
@@ -20,5 +23,15 @@ QString ErrorDeUso(const CLI::ParseError& error, const std::vector<std::string>&
 /// octal; esto último, antes.
 std::function<std::string(const std::string&)> NumeroDesdeUno();
 std::function<std::string(const std::string&)> SinCerosDelante();
+
+/// La opción --fecha: el día que la orden toma por hoy, AAAAMMDD.
+void OpcionFecha(CLI::App& orden, std::string& fecha);
+/// Ese día o, si no se dio, hoy.
+remesa::Dia HoyDe(const std::string& fecha);
+
+/// La opción --salida de un fichero .Q19 y lo que se escribe con ella: absoluta, con la extensión forzada
+/// como al guardar. Lanza ErrorEjecucion si es una carpeta.
+CLI::Option* OpcionSalida(CLI::App& orden, std::string& salida);
+std::filesystem::path SalidaQ19(const std::filesystem::path& salida);
 
 }  // namespace consola

@@ -335,6 +335,58 @@ TEST_F(PruebaConsola, CompruebaConLaNorma) {
   EXPECT_EQ(leer(ruta("mala.Q19")), antes);
 }
 
+TEST_F(PruebaConsola, CorrigeLoQueTieneUnaRespuesta) {
+  const QByteArray limpia = leer(u"" DIR_DATOS u"/limpias/un-acreedor.Q19"_s);
+  QByteArray mala = limpia;
+  mala.replace(602 * 2 + 118, 16, "JOS\xC9 \xABPE\xD1 A\xBB & S");
+  mala.replace(602 * 3 + 80, 4, "FRST");
+  mala.replace(602 * 16 + 45, 17, "00000000000000001");
+  mala.chop(2 + 500);
+  escribir("mala.Q19", mala);
+  QByteArray buena = limpia;
+  buena.replace(602 * 2 + 118, 16, "JOSE 'PEN A' + S");
+  buena.replace(602 * 3 + 80, 4, "RCUR");
+  mala.replace(602 * 2 + 118, 16, "JOSE 'PEN A' + S");
+
+  const QStringList fecha{"--fecha", "20261005"};
+  const Salida ensayo = q19(QStringList{"corregir", "mala.Q19", "--ensayo"} + fecha);
+  EXPECT_EQ(ensayo.codigo, 0);
+  EXPECT_EQ(
+      ensayo.dicho.toStdString(),
+      "mala.Q19: registro 3, 119-188 Nombre del deudor (JOSÉ «PEÑ A» & S, A0001): A301: "
+      "«JOSÉ «PEÑ A» & S» → «JOSE 'PEN A' + S»\n"
+      "mala.Q19: registro 4, 81-84 Tipo de adeudo (TALLERES LOGRONO SL, A0002): A406: «FRST» → «RCUR»\n"
+      "mala.Q19: registro 17, 46-62 Total de importes: E403: «00000000000000001» → «00000000000360074»\n"
+      "mala.Q19: registro 19, 101-600: E101: «100» → «600»\n"
+      "Correcciones: 4 (1 A301, 1 A406, 1 E101, 1 E403)\nQueda: sin errores\n"
+      "Ensayo: no se ha escrito nada\n");
+  EXPECT_EQ(ficheros(), QStringList{"mala.Q19"});
+
+  const Salida hecha = q19(QStringList{"corregir", "mala.Q19", "-o", "buena"} + fecha);
+  EXPECT_EQ(hecha.codigo, 0);
+  EXPECT_TRUE(hecha.dicho.endsWith("Escrito: " + ruta("buena.Q19") + "\n")) << hecha.dicho.toStdString();
+  EXPECT_EQ(leer(ruta("buena.Q19")), buena);
+
+  // Sobre la misma, y solo algo; los códigos y la entrada, en cualquier orden.
+  const Salida solo =
+      q19(QStringList{"corregir", "--solo", "A301", "mala.Q19", "-o", "mala.Q19", "--json"} + fecha);
+  EXPECT_EQ(solo.codigo, 0) << solo.avisado.toStdString();
+  EXPECT_EQ(solo.dicho.count('\n'), 2);
+  const QJsonObject cambio = QJsonDocument::fromJson(solo.dicho.section('\n', 0, 0).toUtf8()).object();
+  EXPECT_EQ(cambio["antes"].toString(), u"JOSÉ «PEÑ A» & S"_s);
+  EXPECT_EQ(cambio["despues"].toString(), u"JOSE 'PEN A' + S"_s);
+  EXPECT_EQ(cambio["registro"].toInt(), 3);
+  EXPECT_EQ(leer(ruta("mala.Q19")), mala + QByteArray(500, ' ') + "\r\n");
+
+  EXPECT_EQ(q19({"corregir", "mala.Q19"}).codigo, 2);
+  EXPECT_EQ(q19({"corregir", "--ensayo"}).codigo, 2);
+  EXPECT_EQ(q19({"corregir", "mala.Q19", "--ensayo", "--solo", "A402"}).codigo, 2);
+  escribir("lf.Q19", QByteArray(limpia).replace("\r\n", "\n"));
+  for (const QString& nombre : {u"lf.Q19"_s, ejemplo("cuaderno-19-antiguo.Q19"), u"falta.Q19"_s})
+    EXPECT_EQ(q19({"corregir", nombre, "-o", "nada.Q19"}).codigo, 1);
+  EXPECT_FALSE(ficheros().contains("nada.Q19"));
+}
+
 TEST_F(PruebaConsola, ListaEnUnPdfSinPantalla) {
   const QString remesa = ejemplo("gimnasio-acuario.Q19");
   const Salida s = q19({"listar", remesa, "--referencia", "--horizontal", "-o", "listado.pdf"});

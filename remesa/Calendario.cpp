@@ -73,4 +73,9 @@ Dia HabilDesde(Dia fecha) {
   return fecha;
 }
 
+Dia HabilDeCobro(Dia cobro, Dia hoy) {
+  const Dia manana = sys_days(hoy) + days(1);
+  return HabilDesde(std::max(cobro, manana));
+}
+
 }  // namespace remesa

@@ -31,4 +31,11 @@ bool EsFinDeSemana(Dia fecha);
 /// El primer día, desde `fecha` incluida, en que se puede cobrar.
 Dia HabilDesde(Dia fecha);
 
+/// Un cobro de más allá tiene mal el año.
+inline constexpr std::chrono::months kCobroLejano{14};
+
+/// El primer día en que se puede cobrar lo que se presenta `hoy`, que no sea antes de `cobro`: un adeudo se
+/// presenta, a más tardar, la víspera.
+Dia HabilDeCobro(Dia cobro, Dia hoy);
+
 }  // namespace remesa

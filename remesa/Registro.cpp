@@ -8,6 +8,8 @@
 
 namespace remesa {
 
+using namespace std::string_view_literals;
+
 std::string_view LeerCampo(std::string_view registro, Posiciones donde) {
   const auto desde = static_cast<std::size_t>(donde.desde - 1);
   if (desde >= registro.size()) return {};
@@ -24,6 +26,10 @@ std::string_view Recortar(std::string_view texto) {
   while (texto.starts_with(' '))
     texto.remove_prefix(1);
   return texto;
+}
+
+bool EnBlanco(std::string_view bytes) {
+  return bytes.find_first_not_of(" \t\x1A\0"sv) == std::string_view::npos;
 }
 
 void EscribirCampo(std::string& registro, Posiciones donde, std::string_view texto) {

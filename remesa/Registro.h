@@ -27,6 +27,10 @@ constexpr bool EsCifra(char c) {
 /// El texto sin los blancos (solo espacios) de los lados.
 std::string_view Recortar(std::string_view texto);
 
+/// Solo blancos, o la marca de fin de fichero de otros sistemas. Si es más corta que un registro, una línea
+/// que sobra.
+bool EnBlanco(std::string_view bytes);
+
 /// Escribe `texto` sobre las posiciones del campo sin alargar el registro: lo que cae fuera se pierde y un
 /// texto vacío no cambia nada. Lanza ErrorEjecucion 5 si el campo empieza más allá del final.
 void EscribirCampo(std::string& registro, Posiciones donde, std::string_view texto);

@@ -1,7 +1,5 @@
 #include "remesa/ReglasCabeceras.h"
 
-#include <algorithm>
-
 #include "remesa/Identificacion.h"
 #include "remesa/ReglasCuentas.h"
 #include "remesa/Validez.h"
@@ -10,9 +8,6 @@ namespace remesa {
 namespace {
 
 using C = CodigoHallazgo;
-using namespace std::chrono_literals;
-
-constexpr std::chrono::months kCobroLejano{14};
 
 }  // namespace
 
@@ -64,9 +59,7 @@ void ReglasCabeceras::mirarFechaCobro() {
   const Dia cobro = *bloque_.cobro;
   // Con el año mal, el día de la semana no dice nada.
   if (cobro > hoy_ + kCobroLejano) return anotar(C::CobroLejano, kFechaCobro);
-  // Un adeudo se presenta, a más tardar, la víspera.
-  const Dia manana = std::chrono::sys_days(hoy_) + std::chrono::days(1);
-  const std::string habil = EscribirFecha(HabilDesde(std::max(cobro, manana)));
+  const std::string habil = EscribirFecha(HabilDeCobro(cobro, hoy_));
   if (cobro < hoy_) anotar(C::CobroPasado, kFechaCobro, habil);
   if (cobro == hoy_) anotar(C::CobroHoy, kFechaCobro, habil);
   if (EsFinDeSemana(cobro))

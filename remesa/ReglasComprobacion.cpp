@@ -12,18 +12,11 @@ namespace {
 
 using C = CodigoHallazgo;
 using namespace std::chrono_literals;
-using namespace std::string_view_literals;
 
 /// Desde entonces el esquema solo admite direcciones estructuradas, según la fecha de cobro.
 constexpr Dia kDireccionesEstructuradas{2026y, std::chrono::November, 15d};
 constexpr std::string_view kMarcaUtf8 = "\xEF\xBB\xBF";
 constexpr std::size_t kCabeza = 7;
-
-/// Blancos y la marca de fin de fichero de otros sistemas. Si es más corta que un registro, una línea que
-/// sobra.
-bool EnBlanco(std::string_view bytes) {
-  return bytes.find_first_not_of(" \t\x1A\0"sv) == std::string_view::npos;
-}
 
 Posiciones Desde(std::uint64_t desde, std::uint64_t hasta) {
   constexpr std::uint64_t kTope = std::numeric_limits<int>::max();
