@@ -125,6 +125,9 @@ TEST_F(VariosFicheros, SoltarlosEsElegirlosYElMenuNoElige) {
   for (const char* nombre : {"c.Q19", "a.Q19"})
     urls << QUrl::fromLocalFile(comunes::DesdeRuta(carpeta_ / nombre));
   datos.setUrls(urls);
+  QDragEnterEvent entra({5, 5}, Qt::CopyAction, &datos, Qt::LeftButton, {});
+  QApplication::sendEvent(&v.frm, &entra);
+  EXPECT_TRUE(entra.isAccepted());
   QDropEvent suelta({5, 5}, Qt::CopyAction, &datos, Qt::LeftButton, {});
   QApplication::sendEvent(&v.frm, &suelta);
   QCoreApplication::processEvents();

@@ -35,7 +35,10 @@ class AccesibleFila : public QAccessibleInterface, public QAccessibleActionInter
   QAccessible::Role role() const override { return QAccessible::ListItem; }
 
   QString text(QAccessible::Text que) const override {
-    if (que == QAccessible::Name) return indice_.data().toString();
+    if (que == QAccessible::Name) {
+      const QString suyo = indice_.data(Qt::AccessibleTextRole).toString();
+      return suyo.isEmpty() ? indice_.data().toString() : suyo;
+    }
     return que == QAccessible::Description ? indice_.data(Qt::AccessibleDescriptionRole).toString()
                                            : QString();
   }

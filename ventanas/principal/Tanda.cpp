@@ -12,7 +12,7 @@
 namespace principal {
 
 using namespace Qt::StringLiterals;
-using C = remesa::ClaseObservacion;
+using Clase = remesa::ClaseObservacion;
 
 namespace {
 
@@ -37,12 +37,12 @@ void Tanda::tomar(const QString& ruta, remesa::ListaRegistros lista, const QStri
   RemesaDeTanda remesa{ruta, std::move(lista), {}, {}};
   remesa.resumen = remesa::Resumir(remesa.lista, true);
   auto observaciones = observar(remesa.resumen, remesa.lista);
-  const auto hay = [&](C clase) {
+  const auto hay = [&](Clase clase) {
     return std::ranges::find(observaciones, clase, &remesa::Observacion::clase) != observaciones.end();
   };
-  if (hay(C::SinDueno)) return apartar(ruta, u"tiene un adeudo sin ninguna cabecera de acreedor delante"_s);
+  if (hay(Clase::SinDueno)) return apartar(ruta, u"tiene un adeudo sin ninguna cabecera de acreedor delante"_s);
   // Los bloques que tendrá no son nada que se pierda.
-  std::erase_if(observaciones, [](const remesa::Observacion& o) { return o.clase == C::BloquesNuevos; });
+  std::erase_if(observaciones, [](const remesa::Observacion& o) { return o.clase == Clase::BloquesNuevos; });
   if (!indice_)
     if (const QString de = TextoMezcla(observaciones); !de.isEmpty())
       remesa.mezcla = u"%1, de %2"_s.arg(QFileInfo(ruta).fileName(), de);
