@@ -7,6 +7,7 @@
 #include <QSet>
 #include <QStringListModel>
 #include <algorithm>
+#include <utility>
 
 #include "comunes/plataforma/Iconos.h"
 #include "ventanas/principal/MarcoFoco.h"
@@ -242,11 +243,21 @@ void ListaFicheros::mouseDoubleClickEvent(QMouseEvent* evento) {
 
 void ListaFicheros::selectionChanged(const QItemSelection& nueva, const QItemSelection& anterior) {
   QListView::selectionChanged(nueva, anterior);
-  // Una selección que no viene del ratón, del teclado ni de esta clase la hace una ayuda técnica: es un clic.
-  if (aMano_ || nueva.isEmpty()) return;
-  const QScopedValueRollback propio(aMano_, true);
-  selectionModel()->setCurrentIndex(nueva.first().topLeft(), QItemSelectionModel::ClearAndSelect);
-  QMetaObject::invokeMethod(this, &ListaFicheros::elegir, Qt::QueuedConnection);
+  // Una selección que no viene del ratón, del teclado ni de esta clase la hace una ayuda técnica: es un clic,
+  // o añadir uno a los elegidos o quitarlo.
+  if (aMano_) return;
+  if (!nueva.isEmpty()) {
+    const QScopedValueRollback propio(aMano_, true);
+    selectionModel()->setCurrentIndex(nueva.first().topLeft(), QItemSelectionModel::NoUpdate);
+  }
+  if (std::exchange(porElegir_, true)) return;
+  QMetaObject::invokeMethod(
+      this,
+      [this] {
+        porElegir_ = false;
+        elegir();
+      },
+      Qt::QueuedConnection);
 }
 
 }  // namespace principal

@@ -71,6 +71,7 @@ class ListaFicheros : public QListView {
   QString carpeta_;
   QString patron_;
   bool aMano_ = false;      ///< La selección cambia por el ratón, el teclado o el programa.
+  bool porElegir_ = false;  ///< La eligió una ayuda técnica, y aún no se ha dicho.
   bool pendiente_ = false;  ///< Hay algo por elegir cuando se suelte la tecla o el botón.
 };
 
