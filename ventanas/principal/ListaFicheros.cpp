@@ -245,7 +245,7 @@ void ListaFicheros::selectionChanged(const QItemSelection& nueva, const QItemSel
   QListView::selectionChanged(nueva, anterior);
   // Una selección que no viene del ratón, del teclado ni de esta clase la hace una ayuda técnica: es un clic,
   // o añadir uno a los elegidos o quitarlo.
-  if (aMano_) return;
+  if (aMano_ || (nueva.isEmpty() && marcados().isEmpty())) return;
   if (!nueva.isEmpty()) {
     const QScopedValueRollback propio(aMano_, true);
     selectionModel()->setCurrentIndex(nueva.first().topLeft(), QItemSelectionModel::NoUpdate);
