@@ -22,9 +22,13 @@ void frmUnirQ19::abrirDevoluciones(const QStringList& rutas) {
 
 bool frmUnirQ19::mirarDevoluciones(const QString& ruta) {
   const bool es = devoluciones::EsDeDevoluciones(comunes::ARuta(ruta));
-  devueltos_ = es ? ruta : QString();
-  ui_->AbrirDevoluciones->setVisible(es);
+  ponerDevueltos(es ? ruta : QString());
   return es;
+}
+
+void frmUnirQ19::ponerDevueltos(const QString& ruta) {
+  devueltos_ = ruta;
+  ui_->AbrirDevoluciones->setVisible(!ruta.isEmpty());
 }
 
 QString frmUnirQ19::avisoDevoluciones() const {

@@ -6,6 +6,7 @@
 #include "remesa/Campos.h"
 #include "ui_frmUnirQ19.h"
 #include "ventanas/principal/LugarVacio.h"
+#include "ventanas/principal/Navegador.h"
 #include "ventanas/principal/TextosObservacion.h"
 #include "ventanas/principal/frmUnirQ19.h"
 
@@ -31,9 +32,12 @@ void frmUnirQ19::mirarAcumulado() {
 }
 
 void frmUnirQ19::mostrarObservaciones() {
-  ui_->InfoPreview->setText(rutaPreview_.isEmpty()
-                                ? u"Ningún fichero previsualizado"_s
-                                : TextoFichero(QFileInfo(rutaPreview_).fileName(), resumenPreview_));
+  const auto elegidos = navegador_->elegidos().size();
+  ui_->InfoPreview->setText((elegidos > 1 ? u"%1 ficheros elegidos · "_s.arg(elegidos) : QString()) +
+                            (rutaPreview_.isEmpty()
+                                 ? u"Ningún fichero previsualizado"_s
+                                 : TextoFichero(QFileInfo(rutaPreview_).fileName(), resumenPreview_)));
+  ui_->Ficheros->renovarSenales();
   const auto ficheros = static_cast<std::size_t>(rutasImportadas_.size());
   if (resumenAcumulado_.vacia())
     ui_->InfoAcumulado->ponerCuenta(u"Remesa vacía"_s, {});

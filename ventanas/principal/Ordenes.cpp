@@ -71,20 +71,21 @@ std::vector<editor::HallazgoCampo> HallazgosDeCampos(const std::vector<remesa::H
 
 }  // namespace
 
+bool frmUnirQ19::juntar(const remesa::ListaRegistros& previo) {
+  if (conBloques()) return reunir(previo, u"No se ha importado nada."_s);
+  VistaRegistros& acumulado = *ui_->Acumulado;
+  const Senalado senalado = SinTotales(acumulado);
+  acumulado.cambiar([&](remesa::ListaRegistros& lista) { remesa::Importar(lista, previo); });
+  acumulado.seleccionar(senalado.seleccion);
+  acumulado.ponerActual(senalado.actual);
+  return true;
+}
+
 void frmUnirQ19::importar() {
   if (importadoVisible()) return;
   const comunes::Reloj reloj;
   const QString mezcla = loQueMezcla();
-  if (conBloques()) {
-    if (!reunir(ui_->Preview->lista(), u"No se ha importado nada."_s)) return;
-  } else {
-    VistaRegistros& acumulado = *ui_->Acumulado;
-    const Senalado senalado = SinTotales(acumulado);
-    acumulado.cambiar(
-        [this](remesa::ListaRegistros& lista) { remesa::Importar(lista, ui_->Preview->lista()); });
-    acumulado.seleccionar(senalado.seleccion);
-    acumulado.ponerActual(senalado.actual);
-  }
+  if (!juntar(ui_->Preview->lista())) return;
   FicherosImportados += u'[' + FicheroActual + u']';
   mezclas_.insert(FicherosImportados, mezcla);
   if (!FicheroActual.isEmpty()) rutasImportadas_.insert(FicheroActual, rutaActual_);

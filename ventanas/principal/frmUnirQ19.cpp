@@ -101,11 +101,8 @@ void frmUnirQ19::prepararControles() {
 void frmUnirQ19::conectar() {
   navegador_ = new Navegador(ui_->Disco, ui_->Carpetas, ui_->Ficheros, this);
   herramientas_ = new Herramientas(*ui_, *this);
-  connect(navegador_, &Navegador::elegido, this, &frmUnirQ19::elegir);
+  prepararVariosFicheros();
   prepararPasos();
-  connect(ui_->Importar, &QPushButton::clicked, this, [this] {
-    comoUnPaso(u"importar "_s + QFileInfo(rutaPreview_).fileName(), [this] { importar(); });
-  });
   connect(ui_->Bloques, &QCheckBox::toggled, this, &frmUnirQ19::cambiarBloques);
   connect(&ui_->AvisoPreview->enlace(), &QPushButton::clicked, this, [this] {
     ui_->Bloques->setFocus();
@@ -154,34 +151,29 @@ void frmUnirQ19::closeEvent(QCloseEvent* evento) {
 
 namespace {
 
-/// El único fichero o carpeta que se arrastra, o "".
-QString Arrastrado(const QMimeData* datos) {
+/// Los ficheros y carpetas que se arrastran.
+QStringList Arrastrados(const QMimeData* datos) {
+  QStringList rutas;
   const QList<QUrl> urls = datos->urls();
-  return urls.size() == 1 && urls.first().isLocalFile() ? urls.first().toLocalFile() : QString();
+  for (const QUrl& url : urls)
+    if (url.isLocalFile()) rutas << QDir::toNativeSeparators(url.toLocalFile());
+  return rutas;
 }
 
 }  // namespace
 
 void frmUnirQ19::dragEnterEvent(QDragEnterEvent* evento) {
-  if (!Arrastrado(evento->mimeData()).isEmpty()) evento->acceptProposedAction();
+  if (!Arrastrados(evento->mimeData()).isEmpty()) evento->acceptProposedAction();
 }
 
 void frmUnirQ19::dropEvent(QDropEvent* evento) {
-  const QString ruta = QDir::toNativeSeparators(Arrastrado(evento->mimeData()));
-  if (ruta.isEmpty()) return;
+  const QStringList rutas = Arrastrados(evento->mimeData());
+  if (rutas.isEmpty()) return;
   evento->setDropAction(Qt::CopyAction);
   evento->accept();
   // Fuera de este evento: una caja modal dejaría esperando al programa del que viene.
   QMetaObject::invokeMethod(
-      this,
-      [this, ruta] {
-        activateWindow();
-        navegador_->irA(ruta);
-        if (QFileInfo(ruta).isDir()) return;
-        elegir(ruta);
-        if (!devueltos_.isEmpty()) abrirDevoluciones({devueltos_});
-      },
-      Qt::QueuedConnection);
+      this, [this, rutas] { soltar(rutas); }, Qt::QueuedConnection);
 }
 
 }  // namespace principal

@@ -30,6 +30,8 @@ class VentanaHallazgos;
 class VentanaXml;
 class VigiaVeredicto;
 struct OrigenHallazgos;
+struct RemesaTomada;
+class Tanda;
 class Herramientas;
 class LecturaRegistros;
 class LugarVacio;
@@ -75,11 +77,26 @@ class frmUnirQ19 : public QMainWindow {
   static QString Marca(const QString& ruta);
   /// false si el operador lo detiene, y entonces todo sigue como estaba.
   bool CargarFichero(const QString& ruta, VistaRegistros& lista);
+  void ponerLeida(const QString& ruta, RemesaTomada leida, VistaRegistros& lista);
   void cargarInicial(const QString& lineaOrdenes);
   void elegir(const QString& ruta);
+  /// Lo que hay en `Preview` es ahora ese fichero.
+  void previsualizado(const QString& ruta, const QString& marca);
+
+  // Varios ficheros a la vez (VariosFicheros.cpp)
+  void prepararVariosFicheros();
+  QString verSinAvisar(const QString& ruta);
+  void verElUltimo(const QString& ruta);
+  /// Los importa en su orden, como un solo paso; los que no valen se apartan y se dicen.
+  void importarFicheros(const QStringList& rutas);
+  void leerPara(Tanda& tanda, const QString& ruta, const QString& titulo) const;
+  /// Ficheros y carpetas soltados sobre la ventana: se eligen, y no se importa nada.
+  void soltar(const QStringList& rutas);
 
   // Órdenes (Ordenes.cpp)
   void importar();
+  /// Añade los registros a la acumulación; false si no se puede, tras decirlo.
+  bool juntar(const remesa::ListaRegistros& previo);
   void empezar();
   void insertar();
   void eliminar();
@@ -165,6 +182,7 @@ class frmUnirQ19 : public QMainWindow {
   void abrirDevoluciones(const QStringList& rutas);
   /// Apunta si el fichero que se elige trae lo que devuelve el banco; entonces hay un enlace que lo abre.
   bool mirarDevoluciones(const QString& ruta);
+  void ponerDevueltos(const QString& ruta);
   /// Qué es el fichero de devoluciones previsualizado; vacío si no lo es.
   QString avisoDevoluciones() const;
   bool presentarOtraVez(remesa::ListaRegistros nueva);
