@@ -16,7 +16,7 @@ namespace {
 
 constexpr double kLetraTotal = 1.5;  // veces la letra corriente
 constexpr int kCaracteresLinea = 24;
-constexpr int kCaracteresPlegada = 30;
+constexpr int kCaracteresPlegada = 40;
 constexpr int kAireSenal = 4;  // píxeles entre la señal y lo que dice
 const QString kEntre = u" · "_s;
 
