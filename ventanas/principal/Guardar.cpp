@@ -74,8 +74,10 @@ void frmUnirQ19::guardar() {
   } catch (const comunes::TrabajoDetenido&) {
     return decir(u"Guardado detenido: el fichero no se ha escrito y la remesa sigue aquí."_s);
   }
+  comparadaGuardada_ = antecedentes_->comparada();
   ui_->Empezar->click();
   navegador_->refrescar();
+  antecedentes_->refrescar();
   guardado_ = comunes::RutaAbsoluta(ruta);
   veredicto_ = std::move(veredicto);
   decir(u"Guardado en %1. Comprobando…"_s.arg(guardado_));
@@ -88,10 +90,11 @@ void frmUnirQ19::contarGuardado(const Veredicto::Resultado& resultado) {
     return ui_->VerComprobacion->show();
   }
   // El resultado, delante: una ruta larga se recorta.
-  const QString recuento = TextoRecuento(resultado->errores, resultado->avisos);
-  decir((resultado->errores == 0 ? u"Guardado %1 en %2"_s : u"Guardado con %1 en %2"_s)
-            .arg(recuento, guardado_));
-  ui_->VerComprobacion->setVisible(resultado->errores + resultado->avisos > 0);
+  const std::uint64_t errores = resultado->errores + comparadaGuardada_.errores;
+  const std::uint64_t avisos = resultado->avisos + comparadaGuardada_.avisos;
+  const QString recuento = TextoRecuento(errores, avisos);
+  decir((errores == 0 ? u"Guardado %1 en %2"_s : u"Guardado con %1 en %2"_s).arg(recuento, guardado_));
+  ui_->VerComprobacion->setVisible(errores + avisos > 0);
 }
 
 }  // namespace principal

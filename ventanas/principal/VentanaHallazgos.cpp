@@ -155,6 +155,8 @@ void VentanaHallazgos::llenar(const remesa::ResultadoComprobacion& resultado) {
                                          TextoRecuento(resultado.errores, resultado.avisos));
   if (resultado.errores + resultado.avisos > hallazgos_.size())
     resumen += u" Se muestran los primeros %1 de cada nivel."_s.arg(kMaximo);
+  if (const QString nota = comprobada_.nota ? comprobada_.nota() : QString(); !nota.isEmpty())
+    resumen += u' ' + nota;
   if (!resultado.completa) resumen += u" Comprobación detenida antes de acabar."_s;
   ui_->Resumen->setText(resumen);
 }

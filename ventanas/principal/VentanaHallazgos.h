@@ -28,6 +28,8 @@ struct OrigenHallazgos {
       comprobar;
   /// Lleva al operador al registro y, si puede, al campo. false si ya no está.
   std::function<bool(const remesa::Hallazgo&)> ir;
+  /// Algo más que decir detrás del recuento.
+  std::function<QString()> nota = {};
 };
 
 /// Los hallazgos de una comprobación, en una rejilla; una doble pulsación o Intro van al registro. De los

@@ -47,6 +47,7 @@ frmUnirQ19::frmUnirQ19(const QString& lineaOrdenes, QWidget* padre)
   comunes::DisponerVentana(*this);
   conectar();
   leerAjustes();
+  prepararAntecedentes();
   ui_->Importado->hide();
   ui_->AbrirDevoluciones->hide();
   ui_->VisorPrt->hide();

@@ -12,6 +12,7 @@
 #include "remesa/BloquesListas.h"
 #include "remesa/ListaRegistros.h"
 #include "remesa/ObservacionesBloques.h"
+#include "ventanas/principal/Antecedentes.h"
 #include "ventanas/principal/Veredicto.h"
 
 namespace Ui {
@@ -20,6 +21,10 @@ class frmUnirQ19;
 
 namespace remesa {
 struct Hallazgo;
+}
+
+namespace comunes {
+class Enlace;
 }
 
 namespace principal {
@@ -126,6 +131,14 @@ class frmUnirQ19 : public QMainWindow {
   bool irEnPreview(const QString& ruta, const remesa::Hallazgo& hallazgo);
   void mostrarComprobaciones(OrigenHallazgos comprobada, const VistaRegistros* lista);
 
+  // OrdenAnteriores.cpp
+  void prepararAntecedentes();
+  void mostrarAntecedentes();
+  void atenderAntecedentes();
+  /// Lo que se guardó antes con los mismos adeudos; vacío si nada.
+  QStringList avisoGuardada() const;
+  void verAnteriores();
+
   // Devoluciones.cpp
   /// Abre la ventana de devoluciones, y en ella esos ficheros.
   void abrirDevoluciones(const QStringList& rutas);
@@ -177,6 +190,9 @@ class frmUnirQ19 : public QMainWindow {
   /// de ahora empiece así, sigue en la acumulación.
   QMap<QString, QString> mezclas_;
   VigiaVeredicto* vigia_ = nullptr;
+  Antecedentes* antecedentes_ = nullptr;
+  Antecedentes::Comparada comparadaGuardada_;  ///< Lo de antes, de la que se guardó.
+  comunes::Enlace* enlaceAntecedentes_ = nullptr;
   remesa::Resumen resumenPreview_;
   remesa::Resumen resumenAcumulado_;
   remesa::IndiceBloques indiceAcumulado_;  ///< Solo mientras se conservan los bloques.
