@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
-#include <condition_variable>
+#include <thread>
 
 #include "comunes/plataforma/Formatos.h"
 #include "comunes/plataforma/IniFiles.h"
