@@ -62,7 +62,7 @@ TEST_F(VentanaConAnteriores, LasCarpetasSonLasDeSuClaveOLaDeGuardar) {
     auto* enlace = v.hijo<comunes::Enlace>("EnlaceAntecedentes");
     EXPECT_EQ(enlace->isVisible(), caso.ajustes.ends_with("no está"));
     if (enlace->isVisible())
-      EXPECT_TRUE(enlace->text().startsWith("No se lee lo enviado antes")) << enlace->text().toStdString();
+      EXPECT_TRUE(enlace->text().startsWith("No se lee una carpeta")) << enlace->text().toStdString();
   }
 }
 

@@ -36,6 +36,15 @@ std::vector<std::filesystem::path> CarpetasDeAjustes() {
   return carpetas;
 }
 
+/// Si se han leído los mismos ficheros, y ninguno ha cambiado.
+bool LosMismos(const anteriores::Indice* uno, const anteriores::Indice& otro) {
+  return uno != nullptr &&
+         std::ranges::equal(uno->ficheros(), otro.ficheros(), [](const auto& a, const auto& b) {
+           return a.hallado.ruta == b.hallado.ruta && a.hallado.tamano == b.hallado.tamano &&
+                  a.hallado.escrito == b.hallado.escrito;
+         });
+}
+
 }  // namespace
 
 Antecedentes::Antecedentes(const ModeloRegistros& modelo, QObject* padre) : QObject(padre), modelo_(modelo) {
@@ -112,9 +121,9 @@ void Antecedentes::mirar() {
     antes_ = lectura_->leidos;
     if (!lector_.enMarcha()) {
       const std::lock_guard puesto(lectura_->cerrojo);
-      const bool otro = lectura_->hecho && lectura_->hecho != indice_;
+      const bool otro = lectura_->hecho && !LosMismos(indice_.get(), *lectura_->hecho);
       estado_ = lectura_->hecho && lectura_->hecho->completo() ? Estado::Leido : Estado::Detenido;
-      if (otro) indice_ = lectura_->hecho;
+      if (lectura_->hecho) indice_ = lectura_->hecho;
       if (otro) emit leido();
       if (otro) anticuar();
     }

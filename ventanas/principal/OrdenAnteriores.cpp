@@ -46,7 +46,7 @@ void frmUnirQ19::mostrarAntecedentes() {
     texto = u"Lo enviado antes no se ha leído entero: leerlo"_s;
   } else if (const auto& indice = antecedentes_->indice()) {
     if (!indice->carpetasSinLeer().empty())
-      texto = u"No se lee lo enviado antes: ver por qué"_s;
+      texto = u"No se lee una carpeta de lo enviado antes: ver por qué"_s;
     else if (!indice->omitidos().empty())
       texto = u"De lo enviado antes, %1 sin leer: ver"_s.arg(indice->omitidos().size());
   }

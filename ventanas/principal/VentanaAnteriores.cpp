@@ -1,6 +1,5 @@
 #include "ventanas/principal/VentanaAnteriores.h"
 
-#include <QHeaderView>
 #include <QPushButton>
 #include <algorithm>
 #include <chrono>
@@ -13,7 +12,6 @@
 #include "comunes/plataforma/Ventanas.h"
 #include "comunes/rejilla/MiVisor.h"
 #include "comunes/rejilla/ModeloRejilla.h"
-#include "comunes/rejilla/Orden.h"
 #include "ui_VentanaAnteriores.h"
 #include "ventanas/principal/TextosObservacion.h"
 
@@ -39,9 +37,8 @@ VentanaAnteriores::VentanaAnteriores(const QString& quien, std::vector<anteriore
   ui_->setupUi(this);
   comunes::PrepararRejilla(
       rejilla_,
-      u"Fecha#10=;Qué es#10;Importe#11>;Deudor#26;Cuenta#26;Mandato#20;Referencia#20;Concepto#30;"
-      "Motivo#30;Acreedor#18;Fichero#40;Registro#8>"_s);
-  rejilla_.PonerTag(u"FAIAAAAAAAAN"_s);
+      u"Fecha#12=;Qué es#10;Importe#11>;Motivo#24;Concepto#30;Deudor#26;Referencia#20;Mandato#20;"
+      "Cuenta#26;Fichero#40;Registro#8>;Acreedor#18"_s);
   rejilla_.PonerRows(rejilla_.FixedRows());
   modelo_ = std::make_unique<comunes::ModeloRejilla>(rejilla_);
   comunes::PrepararVistaRejilla(*ui_->Visor, *modelo_);
@@ -133,7 +130,7 @@ void VentanaAnteriores::imprimir() {
     for (const anteriores::Aparicion& aparicion : apariciones_) {
       const QStringList todas = anteriores::ValoresAparicion(aparicion);
       int columna = 0;
-      for (const int cual : {0, 1, 2, 3, 6, 8, 7, 5, 10})
+      for (const int cual : {0, 1, 2, 5, 6, 3, 4, 7, 9})
         comunes::PonerCelda(visor, fila, columna++, todas[cual]);
       ++fila;
     }
