@@ -76,8 +76,10 @@ void frmUnirQ19::guardar() {
     return decir(u"Guardado detenido: el fichero no se ha escrito y la remesa sigue aquí."_s);
   }
   cuantoGuardado_ = loQueHay();
+  comparadaGuardada_ = antecedentes_->comparada();
   const bool vaciada = comoUnPaso(u"vaciar tras guardar"_s, [this] { ui_->Empezar->click(); });
   navegador_->refrescar();
+  antecedentes_->refrescar();
   guardado_ = comunes::RutaAbsoluta(ruta);
   veredicto_ = std::move(veredicto);
   decir(u"Guardado %1. Comprobando…"_s.arg(dondeGuardado()));
@@ -94,19 +96,20 @@ void frmUnirQ19::contarGuardado(const Veredicto::Resultado& resultado) {
   // Si ya se ha dado otra orden, lo que se enseña y se puede deshacer es lo suyo.
   const bool deshacible = !ui_->Deshacer->isHidden();
   const bool sigue = lugar_->conGuardado();
-  const bool errores = resultado && resultado->errores > 0;
+  const std::uint64_t errores = resultado ? resultado->errores + comparadaGuardada_.errores : 0;
+  const std::uint64_t avisos = resultado ? resultado->avisos + comparadaGuardada_.avisos : 0;
   const QString recuento =
-      resultado ? TextoRecuento(resultado->errores, resultado->avisos) : u"No se ha podido comprobar."_s;
+      resultado ? TextoRecuento(errores, avisos) : u"No se ha podido comprobar."_s;
   // El resultado, delante: una ruta larga se recorta.
   if (!resultado)
     decir(u"Guardado %1. %2"_s.arg(dondeGuardado(), recuento));
   else
-    decir((errores ? u"Guardado con %1 %2"_s : u"Guardado %1 %2"_s).arg(recuento, dondeGuardado()));
-  ui_->VerComprobacion->setVisible(!resultado || resultado->errores + resultado->avisos > 0);
+    decir((errores > 0 ? u"Guardado con %1 %2"_s : u"Guardado %1 %2"_s).arg(recuento, dondeGuardado()));
+  ui_->VerComprobacion->setVisible(!resultado || errores + avisos > 0);
   ui_->Deshacer->setVisible(deshacible);
   if (!sigue) return;
   lugar_->ponerGuardado(guardado_, cuantoGuardado_, deshacible);
-  lugar_->ponerVeredicto(resultado ? u"Comprobada: "_s + recuento : recuento, errores);
+  lugar_->ponerVeredicto(resultado ? u"Comprobada: "_s + recuento : recuento, errores > 0);
 }
 
 }  // namespace principal

@@ -264,6 +264,8 @@ void VentanaHallazgos::resumir() {
   if (vista.recortada)
     resumen += u" Se muestran los primeros %1 de cada código."_s.arg(
         comunes::FormatoNumero(static_cast<double>(kPrimeros), 0));
+  if (const QString nota = comprobada_.nota ? comprobada_.nota() : QString(); !nota.isEmpty())
+    resumen += u' ' + nota;
   if (!vista.resultado.completa) resumen += u" Comprobación detenida antes de acabar."_s;
   ui_->Resumen->setText(resumen);
   const auto filas = static_cast<std::uint64_t>(modelo_->rowCount());

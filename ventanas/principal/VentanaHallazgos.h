@@ -36,6 +36,8 @@ struct OrigenHallazgos {
   QString fichero = {};
   /// Si se puede corregir: recibe los hallazgos elegidos, en el orden en que se ven; ninguno, todos.
   std::function<void(const std::vector<remesa::Hallazgo>&)> corregir = {};
+  /// Algo más que decir detrás del recuento.
+  std::function<QString()> nota = {};
 };
 
 /// Los hallazgos de una comprobación, en una rejilla que se filtra; una doble pulsación o Intro van al

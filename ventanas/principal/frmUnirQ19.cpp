@@ -36,6 +36,7 @@ frmUnirQ19::frmUnirQ19(const QString& lineaOrdenes, QWidget* padre)
   comunes::FuentesVentana(*this);
   conectar();
   leerAjustes();
+  prepararAntecedentes();
   ui_->Importado->hide();
   ui_->AbrirDevoluciones->hide();
   ui_->VisorPrt->hide();

@@ -12,6 +12,7 @@
 #include "remesa/BloquesListas.h"
 #include "remesa/ListaRegistros.h"
 #include "remesa/ObservacionesBloques.h"
+#include "ventanas/principal/Antecedentes.h"
 #include "ventanas/principal/Historia.h"
 #include "ventanas/principal/Veredicto.h"
 
@@ -21,6 +22,10 @@ class frmUnirQ19;
 
 namespace remesa {
 struct Hallazgo;
+}
+
+namespace comunes {
+class Enlace;
 }
 
 namespace principal {
@@ -177,6 +182,14 @@ class frmUnirQ19 : public QMainWindow {
   bool irEnPreview(const QString& ruta, const remesa::Hallazgo& hallazgo);
   void mostrarComprobaciones(OrigenHallazgos comprobada, const VistaRegistros* lista);
 
+  // OrdenAnteriores.cpp
+  void prepararAntecedentes();
+  void mostrarAntecedentes();
+  void atenderAntecedentes();
+  /// Lo que se guardó antes con los mismos adeudos; vacío si nada.
+  QStringList avisoGuardada() const;
+  void verAnteriores();
+
   // Devoluciones.cpp
   /// Abre la ventana de devoluciones, y en ella esos ficheros.
   void abrirDevoluciones(const QStringList& rutas);
@@ -237,6 +250,9 @@ class frmUnirQ19 : public QMainWindow {
   QMap<QString, QString> mezclas_;
   BarraBuscar* buscar_ = nullptr;
   VigiaVeredicto* vigia_ = nullptr;
+  Antecedentes* antecedentes_ = nullptr;
+  Antecedentes::Comparada comparadaGuardada_;  ///< Lo de antes, de la que se guardó.
+  comunes::Enlace* enlaceAntecedentes_ = nullptr;
   remesa::Resumen resumenPreview_;
   remesa::Resumen resumenAcumulado_;
   remesa::IndiceBloques indiceAcumulado_;  ///< Solo mientras se conservan los bloques.
