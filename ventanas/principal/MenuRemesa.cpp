@@ -18,6 +18,8 @@ using namespace Qt::StringLiterals;
 
 // Los rótulos y el orden están en el formulario; aquí, lo que hace cada orden del menú.
 void frmUnirQ19::prepararMenuRemesa() {
+  connect(ui_->mnuCorregir, &QAction::triggered, this, [this] { corregir(); });
+  connect(ui_->mnuFechaCobro, &QAction::triggered, this, &frmUnirQ19::cambiarFechaCobro);
   connect(ui_->mnuRenovar, &QAction::triggered, this, &frmUnirQ19::renovarIdentificacion);
   connect(ui_->mnuSeparar, &QAction::triggered, this, &frmUnirQ19::separarRemesa);
   connect(ui_->mnuExportarXml, &QAction::triggered, this, &frmUnirQ19::exportarXml);

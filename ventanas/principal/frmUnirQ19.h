@@ -24,6 +24,7 @@ struct Hallazgo;
 
 namespace principal {
 
+class VentanaCorregir;
 class VentanaHallazgos;
 class VentanaXml;
 class VigiaVeredicto;
@@ -125,6 +126,14 @@ class frmUnirQ19 : public QMainWindow {
   /// Enseña arriba el registro del hallazgo, del fichero `ruta`, que se lee otra vez si no es el que se ve.
   bool irEnPreview(const QString& ruta, const remesa::Hallazgo& hallazgo);
   void mostrarComprobaciones(OrigenHallazgos comprobada, const VistaRegistros* lista);
+
+  // OrdenCorregir.cpp
+  /// Ofrece corregir esos hallazgos de la acumulación; ninguno, todos los que se pueda.
+  void corregir(const std::vector<remesa::Hallazgo>& elegidos = {});
+  void hacerCorrecciones(const VentanaCorregir& ventana, bool sinTotales);
+
+  // FechaCobro.cpp
+  void cambiarFechaCobro();
 
   // Devoluciones.cpp
   /// Abre la ventana de devoluciones, y en ella esos ficheros.
