@@ -49,6 +49,8 @@ void frmUnirQ19::prepararMenuRemesa() {
   });
   connect(ui_->mnuAbrir, &QAction::triggered, this, &frmUnirQ19::elegirCarpetaOFichero);
   connect(ui_->mnuActualizar, &QAction::triggered, navegador_, &Navegador::refrescar);
+  connect(ui_->mnuCorregir, &QAction::triggered, this, [this] { corregir(); });
+  connect(ui_->mnuFechaCobro, &QAction::triggered, this, &frmUnirQ19::cambiarFechaCobro);
   connect(ui_->mnuRenovar, &QAction::triggered, this, &frmUnirQ19::renovarIdentificacion);
   connect(ui_->mnuBuscar, &QAction::triggered, buscar_, &BarraBuscar::abrir);
   connect(ui_->mnuSiguiente, &QAction::triggered, buscar_, &BarraBuscar::siguiente);

@@ -63,7 +63,9 @@ void frmUnirQ19::comprobarAcumulado(bool comoGuardada) {
                            editar(static_cast<int>(h.fila) - 1, h.donde.desde);
                            if (comprobaciones_) comprobaciones_->activateWindow();
                            return true;
-                         }},
+                         },
+                         {},
+                         [this](const std::vector<remesa::Hallazgo>& elegidos) { corregir(elegidos); }},
                         ui_->Acumulado);
 }
 

@@ -31,6 +31,7 @@ class Enlace;
 namespace principal {
 
 class BarraBuscar;
+class VentanaCorregir;
 class VentanaHallazgos;
 class VentanaXml;
 class VigiaVeredicto;
@@ -189,6 +190,15 @@ class frmUnirQ19 : public QMainWindow {
   /// Lo que se guardó antes con los mismos adeudos; vacío si nada.
   QStringList avisoGuardada() const;
   void verAnteriores();
+
+  // OrdenCorregir.cpp
+  /// Ofrece corregir esos hallazgos de la acumulación; ninguno, todos los que se pueda.
+  void corregir(const std::vector<remesa::Hallazgo>& elegidos = {});
+  void hacerCorrecciones(const VentanaCorregir& ventana, bool sinTotales);
+
+  // FechaCobro.cpp
+  void cambiarFechaCobro();
+
 
   // Devoluciones.cpp
   /// Abre la ventana de devoluciones, y en ella esos ficheros.
