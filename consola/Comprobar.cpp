@@ -2,9 +2,11 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "comunes/plataforma/Texto.h"
+#include "consola/Anteriores.h"
 #include "consola/LineasXml.h"
 #include "consola/Ordenes.h"
 #include "consola/Remesa.h"
@@ -24,6 +26,8 @@ struct PeticionComprobar {
   std::vector<std::string> ficheros;
   bool json = false;
   std::string fecha;
+  std::vector<std::string> anteriores;
+  std::vector<std::string> meses;  // con uno o, si no se dice cuántos, ninguno
 };
 
 /// Los hallazgos de un fichero, cada uno en su línea. Se dicen de muchas en muchas: de una en una cuesta más
@@ -98,7 +102,13 @@ class Lineas {
   }
 
   void ponerJson(const remesa::Hallazgo& h) {
-    poner(R"({"campo":")", h.campo != nullptr ? h.campo->nombre : std::string_view());
+    poner("{");
+    if (h.antes) {
+      poner(R"("anterior":{"fecha":")", h.antes->fecha, R"(","fichero":")");
+      datos_.anadirTexto(texto_, QString::fromStdString(h.antes->fichero));
+      poner(R"(","registro":)", std::to_string(h.antes->registro), "},");
+    }
+    poner(R"("campo":")", h.campo != nullptr ? h.campo->nombre : std::string_view());
     poner(R"(","codigo":")", remesa::TextoCodigo(h.codigo));
     poner(R"(","desde":)", std::to_string(h.donde.desde), R"(,"deudor":")");
     datos_.anadir(texto_, h.deudor);
@@ -125,14 +135,18 @@ class Lineas {
 
 /// Comprueba un fichero de texto o los registros de un XML; nada si este no se toma, que queda dicho.
 std::optional<remesa::ResultadoComprobacion> ComprobarUno(const std::filesystem::path& ruta, remesa::Dia hoy,
-                                                          Lineas& lineas) {
+                                                          const EnviadoAntes* antes, Lineas& lineas) {
   const auto recibir = [&](remesa::Hallazgo&& h) { lineas.dar(h); };
+  const auto seguir = [&] { return lineas.escrito(); };
   if (!iso20022::EmpiezaComoXml(ruta)) {
     Avance avance(u"Comprobando"_s, ruta);
-    return remesa::ComprobarFichero(ruta, hoy, recibir, [&](std::uintmax_t leidos, std::uintmax_t total) {
-      avance.poner(leidos, total);
-      return lineas.escrito();
-    });
+    auto resultado =
+        remesa::ComprobarFichero(ruta, hoy, recibir, [&](std::uintmax_t leidos, std::uintmax_t total) {
+          avance.poner(leidos, total);
+          return lineas.escrito();
+        });
+    if (antes != nullptr && resultado.registros > 0) antes->comparar(ruta, resultado, recibir, seguir);
+    return resultado;
   }
   const auto mensaje = LeerMensajeXml(ruta);
   if (!mensaje) return std::nullopt;
@@ -145,6 +159,7 @@ std::optional<remesa::ResultadoComprobacion> ComprobarUno(const std::filesystem:
                                             return lineas.escrito();
                                           });
   resultado.avisos += mensaje->avisos.size();
+  if (antes != nullptr) antes->comparar(mensaje->registros, ruta, resultado, recibir, seguir);
   return resultado;
 }
 
@@ -152,11 +167,16 @@ Salida Comprobar(const PeticionComprobar& peticion) {
   const remesa::Dia hoy = HoyDe(peticion.fecha);
   const comunes::EscritorUtf8 datos([&](const QString& texto) { return TextoAjeno(texto, peticion.json); });
   Salida salida = Salida::Hecho;
+  std::optional<EnviadoAntes> antes;
+  if (!peticion.anteriores.empty()) {
+    antes.emplace(peticion.anteriores, peticion.meses, hoy);
+    if (!antes->todas()) salida = Salida::Fallo;
+  }
   for (const std::string& nombre : peticion.ficheros) {
     const std::filesystem::path ruta = RutaDe(nombre);
     Lineas lineas(comunes::DesdeRuta(ruta), peticion.json, datos);
     try {
-      const auto resultado = ComprobarUno(ruta, hoy, lineas);
+      const auto resultado = ComprobarUno(ruta, hoy, antes ? &*antes : nullptr, lineas);
       if (!resultado || resultado->errores > 0) salida = Salida::Fallo;
       if (resultado && !peticion.json) lineas.dar(*resultado);
       if (!lineas.vaciar()) return Salida::Fallo;
@@ -166,6 +186,7 @@ Salida Comprobar(const PeticionComprobar& peticion) {
       salida = Salida::Fallo;
     }
   }
+  if (antes) antes->decirOmitidos();
   return salida;
 }
 
@@ -177,6 +198,7 @@ void OrdenComprobar(CLI::App& q19, Accion& accion) {
   orden->add_option("FICHERO", peticion->ficheros, "Remesas que se comprueban")->type_name("")->required();
   orden->add_flag("--json", peticion->json, "Un objeto JSON por línea y hallazgo, y nada más");
   OpcionFecha(*orden, peticion->fecha);
+  OpcionesAnteriores(*orden, peticion->anteriores, peticion->meses);
   orden->footer("No cambia ningún fichero. Sale con 1 si hay errores y con 0 si solo hay avisos.");
   orden->callback([peticion, &accion] { accion = [peticion] { return Comprobar(*peticion); }; });
 }

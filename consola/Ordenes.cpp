@@ -47,6 +47,7 @@ Salida Ejecutar(std::vector<std::string> argumentos) {
   OrdenNif(q19, accion);
   OrdenVer(q19, accion);
   OrdenDevoluciones(q19, accion);
+  OrdenAnteriores(q19, accion);
   OrdenXml(q19, accion);
   for (CLI::App* orden : q19.get_subcommands({})) {
     orden->group("Órdenes");

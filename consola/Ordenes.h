@@ -21,6 +21,7 @@ using Accion = std::function<Salida()>;
 void OrdenUnir(CLI::App& q19, Accion& accion);
 void OrdenSeparar(CLI::App& q19, Accion& accion);
 void OrdenComprobar(CLI::App& q19, Accion& accion);
+void OrdenAnteriores(CLI::App& q19, Accion& accion);
 void OrdenCorregir(CLI::App& q19, Accion& accion);
 void OrdenListar(CLI::App& q19, Accion& accion);
 void OrdenIban(CLI::App& q19, Accion& accion);

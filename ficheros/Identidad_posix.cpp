@@ -15,4 +15,9 @@ std::optional<Identidad> IdentidadDe(const std::filesystem::path& ruta) {
   throw ErrorEjecucion(std::error_code(errno, std::generic_category()), ruta);
 }
 
+bool EsEnlace(const std::filesystem::path& ruta) {
+  std::error_code ignorado;
+  return std::filesystem::is_symlink(ruta, ignorado);
+}
+
 }  // namespace ficheros

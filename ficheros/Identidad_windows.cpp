@@ -42,4 +42,14 @@ std::optional<Identidad> IdentidadDe(const std::filesystem::path& ruta) {
   return identidad;
 }
 
+// Un fichero que está en la nube también tiene un punto de reanálisis, pero no lleva a otro sitio.
+bool EsEnlace(const std::filesystem::path& ruta) {
+  WIN32_FIND_DATAW datos{};
+  const HANDLE busqueda = ::FindFirstFileW(RutaLarga(ruta).c_str(), &datos);
+  if (busqueda == INVALID_HANDLE_VALUE) return false;
+  ::FindClose(busqueda);
+  return (datos.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 &&
+         IsReparseTagNameSurrogate(datos.dwReserved0);
+}
+
 }  // namespace ficheros

@@ -23,6 +23,10 @@ struct Identidad {
 /// saber.
 std::optional<Identidad> IdentidadDe(const std::filesystem::path& ruta);
 
+/// Si `ruta` es, ella misma, un enlace a otro sitio; una que no se puede mirar no lo es. En Windows también
+/// las uniones de carpetas, que la biblioteca estándar no distingue.
+bool EsEnlace(const std::filesystem::path& ruta);
+
 /// true si existen y son el mismo fichero.
 bool EsElMismo(const std::filesystem::path& uno, const std::filesystem::path& otro);
 

@@ -311,12 +311,13 @@ TEST_F(VentanaPrincipal, ControlesTeclasYOrden) {
   }
   for (const char* nombre : {"etiDisco", "etiCarpetas", "etiFicheros", "etiPreview", "etiAcumulado"})
     mnemonicos += QKeySequence::mnemonic(v.texto(nombre)).toString();
-  mnemonicos += QKeySequence::mnemonic(v.hijo<QCheckBox>("Bloques")->text()).toString();
+  for (const char* nombre : {"Bloques", "VerTexto"})
+    mnemonicos += QKeySequence::mnemonic(v.hijo<QAbstractButton>(nombre)->text()).toString();
   for (const QAction* menu : v.hijo<QMenuBar>("Menu")->actions())
     mnemonicos += QKeySequence::mnemonic(menu->text()).toString();
   mnemonicos.remove("Alt+");
   std::sort(mnemonicos.begin(), mnemonicos.end());
-  EXPECT_EQ(mnemonicos.size(), 19);
+  EXPECT_EQ(mnemonicos.size(), 20);
   EXPECT_EQ(std::adjacent_find(mnemonicos.begin(), mnemonicos.end()), mnemonicos.end())
       << mnemonicos.toStdString();
   for (auto* lista : {v.Preview, v.Acumulado})
@@ -329,13 +330,13 @@ TEST_F(VentanaPrincipal, ControlesTeclasYOrden) {
 
   v.Ficheros->setFocus();
   QStringList orden;
-  for (int i = 0; i < 15; ++i) {
+  for (int i = 0; i < 16; ++i) {
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     orden << QApplication::focusWidget()->objectName();
   }
-  EXPECT_EQ(orden, QStringList({"Preview", "Importar", "Bloques", "Acumulado", "Empezar", "cmdInsertar",
-                                "cmdEliminar", "RefI", "SoloAdeudos", "cmdImprimir", "cmdComprobar",
-                                "Guardar", "Salir", "Disco", "Carpetas"}));
+  EXPECT_EQ(orden, QStringList({"VerTexto", "Preview", "Importar", "Bloques", "Acumulado", "Empezar",
+                                "cmdInsertar", "cmdEliminar", "RefI", "SoloAdeudos", "cmdImprimir",
+                                "cmdComprobar", "Guardar", "Salir", "Disco", "Carpetas"}));
 }
 
 TEST_F(VentanaPrincipal, ImprimirEnUnDocumento) {

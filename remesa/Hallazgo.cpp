@@ -48,6 +48,7 @@ constexpr std::array kTextosCodigo{
     std::pair{C::NadaCambia, "E409"},
     std::pair{C::MismoTitular, "E410"},
     std::pair{C::BloqueRepetido, "E411"},
+    std::pair{C::IdentificacionUsada, "E412"},
     std::pair{C::MarcaDeBytes, "A101"},
     std::pair{C::SoloCR, "A102"},
     std::pair{C::FinesMezclados, "A103"},
@@ -85,6 +86,15 @@ constexpr std::array kTextosCodigo{
     std::pair{C::EntidadReceptora, "A415"},
     std::pair{C::CuentaPropia, "A416"},
     std::pair{C::DosMandatos, "A417"},
+    std::pair{C::YaEnviado, "A418"},
+    std::pair{C::CobroCercano, "A419"},
+    std::pair{C::MandatoUnico, "A420"},
+    std::pair{C::TrasUltimo, "A421"},
+    std::pair{C::YaHuboPrimero, "A422"},
+    std::pair{C::MandatoSinUso, "A423"},
+    std::pair{C::CuentaCambiada, "A424"},
+    std::pair{C::YaDevuelto, "A425"},
+    std::pair{C::YaGuardado, "A426"},
 };
 
 constexpr auto kCodigos = [] {

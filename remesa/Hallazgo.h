@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
@@ -52,6 +53,7 @@ enum class CodigoHallazgo : std::uint8_t {
   NadaCambia,
   MismoTitular,
   BloqueRepetido,
+  IdentificacionUsada,
   MarcaDeBytes,
   SoloCR,
   FinesMezclados,
@@ -89,6 +91,15 @@ enum class CodigoHallazgo : std::uint8_t {
   EntidadReceptora,
   CuentaPropia,
   DosMandatos,
+  YaEnviado,
+  CobroCercano,
+  MandatoUnico,
+  TrasUltimo,
+  YaHuboPrimero,
+  MandatoSinUso,
+  CuentaCambiada,
+  YaDevuelto,
+  YaGuardado,
 };
 
 /// Todos, en el orden de sus textos.
@@ -99,6 +110,14 @@ std::string_view TextoCodigo(CodigoHallazgo codigo);
 
 /// Error: el banco lo rechazará o se perderá algo. Lo demás son avisos.
 bool EsError(CodigoHallazgo codigo);
+
+/// Lo que se sabe de algo que se envió antes, para decirlo. Los textos, en UTF-8.
+struct EnviadoAntes {
+  std::string fichero;         ///< Su ruta.
+  std::string fecha = {};      ///< AAAAMMDD: la de cobro o, de un fichero entero, la de creación.
+  std::uint64_t registro = 0;  ///< Desde 1.
+  std::string vuelta = {};  ///< Cómo volvió: "devuelto el 03/12/2026, motivo AM04 (…)"; vacío si no consta.
+};
 
 /// Un hallazgo, como datos. Los textos son bytes del fichero (Windows-1252).
 struct Hallazgo {
@@ -113,6 +132,7 @@ struct Hallazgo {
   std::uint64_t otro = 0;        ///< El otro registro implicado (un repetido), desde 1; o cuántos.
   std::string deudor = {};
   std::string referencia = {};
+  std::shared_ptr<const EnviadoAntes> antes = {};  ///< Solo de lo que se compara con otros ficheros.
 };
 
 using ReceptorHallazgos = std::function<void(Hallazgo&&)>;

@@ -14,21 +14,6 @@ using namespace std::chrono_literals;
 
 /// Desde noviembre de 2016 el primer adeudo de una serie no tiene que ser FRST.
 constexpr Dia kFrstSobra{2016y, std::chrono::November, 1d};
-/// Un mandato sin adeudos caduca.
-constexpr std::chrono::months kVidaMandato{36};
-
-TipoAdeudo TipoDeAdeudo(std::string_view tipo) {
-  if (tipo == "RCUR") return TipoAdeudo::RCUR;
-  if (tipo == "FRST") return TipoAdeudo::FRST;
-  if (tipo == "FNAL") return TipoAdeudo::FNAL;
-  return tipo == "OOFF" ? TipoAdeudo::OOFF : TipoAdeudo::Otro;
-}
-
-std::uint16_t NumeroDeDia(const std::optional<Dia>& dia) {
-  if (!dia) return 0;
-  const auto desde1970 = std::chrono::sys_days(*dia).time_since_epoch().count();
-  return static_cast<std::uint16_t>(std::clamp<decltype(desde1970)>(desde1970, 1, UINT16_MAX));
-}
 
 bool EsCuenta(std::string_view cuenta) {
   return EsCcc(cuenta) || ComprobarIban(cuenta).correcto;
@@ -99,7 +84,7 @@ void ReglasAdeudo::mirarRepetidos() {
   visto.importe = LeerCampo(registro, kImporteAdeudo);
   visto.concepto = dice(kConcepto);
   visto.fechaCobro = bloque_.fechaCobro;
-  visto.tipo = TipoDeAdeudo(dice(kTipoAdeudo));
+  visto.tipo = LeerTipoAdeudo(dice(kTipoAdeudo));
   visto.dia = NumeroDeDia(bloque_.cobro);
   visto.registro = numero;
   const std::string_view cuenta = CuentaComparable(dice(kCuentaDeudor));

@@ -7,6 +7,19 @@ constexpr std::uint32_t kMarcaCuenta = (std::uint32_t{1} << 29) - 1;
 
 }  // namespace
 
+TipoAdeudo LeerTipoAdeudo(std::string_view tipo) {
+  if (tipo == "RCUR") return TipoAdeudo::RCUR;
+  if (tipo == "FRST") return TipoAdeudo::FRST;
+  if (tipo == "FNAL") return TipoAdeudo::FNAL;
+  return tipo == "OOFF" ? TipoAdeudo::OOFF : TipoAdeudo::Otro;
+}
+
+std::uint16_t NumeroDeDia(const std::optional<Dia>& dia) {
+  if (!dia) return 0;
+  const auto desde1970 = std::chrono::sys_days(*dia).time_since_epoch().count();
+  return static_cast<std::uint16_t>(std::clamp<decltype(desde1970)>(desde1970, 1, UINT16_MAX));
+}
+
 Choques Repetidos::adeudo(const AdeudoVisto& adeudo) {
   Choques choques;
   const std::uint64_t importe = Huella(adeudo.importe);

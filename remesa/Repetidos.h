@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <cstdint>
 #include <limits>
+#include <optional>
 #include <string_view>
 #include <utility>
 #include <vector>
 
+#include "remesa/Calendario.h"
 #include "remesa/Huella.h"
 
 namespace remesa {
@@ -71,6 +73,15 @@ class ClavesVistas {
 
 /// Lo que los tipos de adeudo de un mandato no pueden ser a la vez.
 enum class TipoAdeudo : std::uint8_t { Otro, FRST, RCUR, FNAL, OOFF };
+
+/// El de un campo, sin blancos a los lados.
+TipoAdeudo LeerTipoAdeudo(std::string_view tipo);
+
+/// Días desde 1970, de 1 a 65535; 0 si no hay fecha.
+std::uint16_t NumeroDeDia(const std::optional<Dia>& dia);
+
+/// Un mandato sin adeudos caduca.
+inline constexpr std::chrono::months kVidaMandato{36};
 
 /// Un adeudo, para buscar los que se le parecen.
 struct AdeudoVisto {

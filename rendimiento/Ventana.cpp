@@ -26,6 +26,22 @@ std::string Registro(std::string cabeza) {
   return cabeza + "\r\n";
 }
 
+/// Con lo que se lee de un adeudo.
+std::string Adeudo() {
+  std::string registro = Registro("0319143003SOCIO-00001");
+  const std::pair<std::size_t, const char*> datos[] = {{45, "SEPA/00001"},
+                                                       {80, "RCUR"},
+                                                       {88, "00000000100"},
+                                                       {99, "20180823"},
+                                                       {118, "Sofia Quinones Martin"},
+                                                       {402, "A"},
+                                                       {403, "ES9121000418450200051332"},
+                                                       {441, "Cuota de diciembre de 2026"}};
+  for (const auto& [donde, dato] : datos)
+    registro.replace(donde, std::string_view(dato).size(), dato);
+  return registro;
+}
+
 constexpr int kTamanos[] = {10'000, 100'000, 1'000'000};
 
 QString Nombre(std::int64_t adeudos) {
@@ -81,7 +97,7 @@ class Banco {
   void escribir(int adeudos) {
     std::ofstream fichero(carpeta_.filePath(Nombre(adeudos)).toStdString(), std::ios::binary);
     fichero << Registro("0119143001") << Registro("0219143002");
-    const std::string entero = Registro("0319143003" + std::string(78, ' ') + "00000000100");
+    const std::string entero = Adeudo();
     for (int i = 0; i < adeudos; ++i)
       fichero << entero;
     for (const char* codigo : {"04", "05", "99"})
@@ -176,6 +192,26 @@ void Desplazar(benchmark::State& estado) {
   }
 }
 
+/// Lo mismo, leyendo los registros en columnas.
+void DesplazarColumnas(benchmark::State& estado) {
+  using Modo = principal::VistaRegistros::Modo;
+  banco().acumulado().ponerModo(Modo::Columnas);
+  Desplazar(estado);
+  banco().acumulado().ponerModo(Modo::Texto);
+}
+
+/// Pasar de texto a columnas, o al revés, sin dejar de ver la misma fila.
+void CambiarModo(benchmark::State& estado) {
+  using Modo = principal::VistaRegistros::Modo;
+  banco().llenar(estado.range(0));
+  for (auto _ : estado) {
+    const bool texto = banco().acumulado().modo() == Modo::Texto;
+    banco().acumulado().ponerModo(texto ? Modo::Columnas : Modo::Texto);
+    banco().pintar();
+  }
+  banco().acumulado().ponerModo(Modo::Texto);
+}
+
 /// Abrir y cerrar el editor en un registro del medio.
 void AbrirEditor(benchmark::State& estado) {
   const Contesta contesta;
@@ -201,6 +237,8 @@ BENCHMARK(Insertar)->Name("Ventana: insertar")->Apply(Tamanos);
 BENCHMARK(Eliminar)->Name("Ventana: eliminar uno de cada cien")->Apply(Tamanos)->Iterations(3);
 BENCHMARK(Seleccionar)->Name("Ventana: seleccionar uno de cada cien")->Apply(Tamanos);
 BENCHMARK(Desplazar)->Name("Ventana: desplazar la lista")->Apply(Tamanos);
+BENCHMARK(DesplazarColumnas)->Name("Ventana: desplazar la lista en columnas")->Apply(Tamanos);
+BENCHMARK(CambiarModo)->Name("Ventana: pasar de texto a columnas")->Apply(Tamanos);
 BENCHMARK(AbrirEditor)->Name("Ventana: abrir y cerrar el editor")->Apply(Tamanos);
 
 int main(int argc, char** argv) {

@@ -33,10 +33,10 @@ QString DesdeWindows1252(std::string_view bytes) {
   return texto;
 }
 
-EscritorUtf8::EscritorUtf8(const std::function<QString(const QString&)>& cambiar) {
+EscritorUtf8::EscritorUtf8(std::function<QString(const QString&)> cambiar) : cambiar_(std::move(cambiar)) {
   for (std::size_t byte = 0; byte < escritos_.size(); ++byte) {
     const std::string bytes(1, static_cast<char>(byte));
-    escritos_[byte] = cambiar(DesdeWindows1252(bytes)).toStdString();
+    escritos_[byte] = cambiar_(DesdeWindows1252(bytes)).toStdString();
     iguales_[byte] = escritos_[byte] == bytes;
   }
 }

@@ -17,11 +17,14 @@ QString DesdeWindows1252(std::string_view bytes);
 class EscritorUtf8 {
  public:
   /// `cambiar` dice qué se pone por cada carácter: él mismo, un escape…
-  explicit EscritorUtf8(const std::function<QString(const QString&)>& cambiar);
+  explicit EscritorUtf8(std::function<QString(const QString&)> cambiar);
   /// Pone `bytes` al final de `texto`.
   void anadir(std::string& texto, std::string_view bytes) const;
+  /// Lo mismo, de un texto que no es de un registro.
+  void anadirTexto(std::string& texto, const QString& otro) const { texto += cambiar_(otro).toStdString(); }
 
  private:
+  std::function<QString(const QString&)> cambiar_;
   std::array<std::string, 256> escritos_;  // lo que se pone por cada byte
   std::array<bool, 256> iguales_{};        // los que se quedan como están
 };

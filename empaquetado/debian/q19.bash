@@ -3,7 +3,7 @@ _q19() {
   local actual=${COMP_WORDS[COMP_CWORD]} anterior=${COMP_WORDS[COMP_CWORD - 1]} orden=${COMP_WORDS[1]} opciones
   COMPREPLY=()
   if ((COMP_CWORD == 1)); then
-    mapfile -t COMPREPLY < <(compgen -W 'unir separar comprobar listar devoluciones xml ver iban nif --help --version' -- "$actual")
+    mapfile -t COMPREPLY < <(compgen -W 'unir separar comprobar listar anteriores devoluciones xml ver iban nif --help --version' -- "$actual")
     return
   fi
   case $orden in
@@ -13,14 +13,15 @@ _q19() {
     ver) opciones='--registro --help' ;;
     devoluciones) opciones='--remesa --carpeta --json --csv --nueva --motivos --fecha-cobro --help' ;;
     xml) opciones='--salida --version --direcciones --omitir --cada --compacto --detalle --json --help' ;;
-    comprobar) opciones='--json --fecha --help' ;;
+    comprobar) opciones='--json --fecha --anteriores --meses --help' ;;
+    anteriores) opciones='--mandato --cuenta --referencia --nombre --json --help' ;;
     *) opciones='--help' ;;
   esac
   if [[ $actual == -* ]]; then
     mapfile -t COMPREPLY < <(compgen -W "$opciones" -- "$actual")
   elif [[ $orden == separar && $anterior == --por ]]; then
     mapfile -t COMPREPLY < <(compgen -W 'bloque acreedor fecha' -- "$actual")
-  elif [[ $anterior == --carpeta || $orden == separar && $anterior == @(-o|--salida) ]]; then
+  elif [[ $anterior == --@(carpeta|anteriores) || $orden == anteriores && $anterior != --@(mandato|cuenta|referencia|nombre) || $orden == separar && $anterior == @(-o|--salida) ]]; then
     compopt -o filenames
     mapfile -t COMPREPLY < <(compgen -d -- "$actual")
   elif [[ $orden == xml && $anterior == --version ]]; then

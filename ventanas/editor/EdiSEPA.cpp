@@ -59,6 +59,10 @@ EdiSEPA::EdiSEPA(ListaAcumulado& lista, int tipo, QWidget* propietario)
   ui_->Ayuda->setMinimumHeight(3 * ui_->Ayuda->fontMetrics().lineSpacing());
   conectar();
   cargar();
+  // De partida, todos los campos que quepan en la pantalla sin desplazarlos.
+  const int marco = 2 * ui_->Desplazable->frameWidth();
+  resize(width(), std::max(height(), layout()->sizeHint().height() - ui_->Desplazable->sizeHint().height() +
+                                         ui_->Formulario->sizeHint().height() + marco));
   comunes::DisponerVentana(*this);
   enfocarPosicion(lista.posicion);
 }

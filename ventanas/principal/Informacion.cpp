@@ -83,27 +83,6 @@ frmUnirQ19::AvisosPreview frmUnirQ19::avisosPreview() const {
   return avisos;
 }
 
-void frmUnirQ19::mostrarPosicion(const VistaRegistros& lista, int fila, int posicion) {
-  QString texto;
-  if (posicion > 0) {
-    texto = u"Posición %1"_s.arg(posicion);
-    // Sobre la regla vale el registro actual.
-    const int registro = fila >= 0 ? fila : lista.actual();
-    if (registro >= 0) {
-      if (const remesa::Campo* campo =
-              remesa::CampoEn(lista.lista()[static_cast<std::size_t>(registro)], posicion)) {
-        texto +=
-            u" · %1 (%2-%3)"_s
-                .arg(QString::fromUtf8(campo->nombre.data(), static_cast<qsizetype>(campo->nombre.size())))
-                .arg(campo->donde.desde)
-                .arg(campo->donde.hasta);
-      }
-      texto = u"Registro %1 · "_s.arg(registro + 1) + texto;
-    }
-  }
-  ui_->EstadoPosicion->setText(texto);
-}
-
 void frmUnirQ19::decir(const QString& texto) {
   ui_->EstadoMensaje->setText(comunes::ConMarcasEscritas(texto));
   ui_->AbrirListado->hide();

@@ -262,6 +262,43 @@ Textos TextosDeCodigo(C codigo) {
           "La misma cuenta, importe y concepto están ya, con otro mandato, en el registro %o: puede cobrarse "
           "dos veces.",
           "un solo cobro", "Compruebe si es el mismo adeudo. Si son dos de la misma familia, está bien."};
+    case C::IdentificacionUsada:
+      return {
+          "La identificación «%v» la lleva ya otro fichero: «%f» (%d, registro %r).",
+          "una identificación que no se haya usado",
+          "Si aquel se envió, el banco rechazará este: ponga en la cabecera la fecha y la hora de ahora."};
+    case C::YaEnviado:
+      return {
+          "Puede que ya se enviara: la misma referencia, mandato e importe están en «%f» (%d, registro %r).",
+          "un adeudo que no se haya enviado", "Compruebe si es el mismo y, si lo es, elimínelo."};
+    case C::CobroCercano:
+      return {
+          "El mismo mandato, importe y concepto se cobran, a menos de 20 días, en «%f» (%d, registro %r).",
+          "un solo cobro", "Compruebe si es el mismo adeudo y, si lo es, elimínelo."};
+    case C::MandatoUnico:
+      return {"El mandato era para un solo adeudo (OOFF) y ya se usó: «%f» (%d, registro %r).",
+              "un mandato sin usar",
+              "Un mandato OOFF solo vale una vez: pida otro, o compruebe si el adeudo ya se envió."};
+    case C::TrasUltimo:
+      return {"El último adeudo de este mandato (FNAL) ya se envió: «%f» (%d, registro %r).",
+              "ningún adeudo después del FNAL",
+              "Con el FNAL se acabó el mandato: pida otro, o compruebe si aquel tipo estaba bien."};
+    case C::YaHuboPrimero:
+      return {"FRST es el primer adeudo de un mandato, y de este hay otro antes: «%f» (%d, registro %r).",
+              "RCUR", "Póngale RCUR, que vale para todos los de la serie."};
+    case C::MandatoSinUso:
+      return {"El mandato lleva más de 36 meses sin usarse. La última vez: «%f» (%d, registro %r).",
+              "un mandato usado en los últimos 36 meses",
+              "Un mandato sin adeudos caduca a los 36 meses: pida otro al deudor."};
+    case C::CuentaCambiada:
+      return {"La cuenta no es la del último adeudo de este mandato, «%f» (%d, registro %r).", "%e",
+              "Compruebe cuál es la buena. Un cambio de cuenta se comunica con un registro 006."};
+    case C::YaDevuelto:
+      return {"Este adeudo ya se envió, en «%f» (%d, registro %r), y fue %m.", "un adeudo nuevo",
+              "Si lo presenta otra vez a sabiendas, está bien."};
+    case C::YaGuardado:
+      return {"Este fichero ya está guardado en «%f» (%d).", "una remesa que no se haya guardado antes",
+              "Si aquel se envió, no envíe este: el banco lo rechazaría. Aquí no se comparan entre sí."};
   }
   return {"", "", ""};
 }
@@ -283,6 +320,10 @@ Plantilla QueNoEsRemesa(std::string_view principio) {
       return "El fichero no es una remesa del Cuaderno 19.14: empieza por «%v».";
   }
 }
+
+/// El mandato no está en ninguno de los ficheros de antes, que llegan hasta el que se dice.
+constexpr Plantilla kNuncaUsado =
+    "El mandato se firmó hace más de 36 meses y no está en ningún fichero desde «%f» (%d, registro %r).";
 
 /// Los ficheros que no se presentan, por la primera cifra de sus registros.
 void PonerDeVuelta(Textos& textos, char cifra) {
@@ -411,6 +452,14 @@ Textos TextosDe(const Hallazgo& h) {
           "Lleva una dirección sin estructurar, y la cuenta es de fuera del Espacio Económico Europeo.";
       textos.esperado = "la dirección estructurada";
       textos.hacer = kPorXml;
+      break;
+    case C::MandatoUnico:
+      if (h.valor == "OOFF")
+        textos.que =
+            "OOFF es el único adeudo de su mandato, y este mandato ya se usó: «%f» (%d, registro %r).";
+      break;
+    case C::MandatoSinUso:
+      if (h.campo != nullptr && h.campo->valor == ValorCampo::Fecha) textos.que = kNuncaUsado;
       break;
     default:
       break;

@@ -21,7 +21,8 @@ class Plantilla {
 };
 
 /// Los textos de un código. En ellos %v es lo que hay, %e lo que debería, %o el otro registro (o cuántos son)
-/// y %p la posición. En `hacer` no se cambia nada.
+/// y %p la posición; %f, %d y %r, el fichero, la fecha y el registro de lo que se envió antes, y %m cómo
+/// volvió. En `hacer` no se cambia nada.
 struct Textos {
   Plantilla que;
   Plantilla esperado;

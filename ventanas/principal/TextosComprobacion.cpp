@@ -111,6 +111,18 @@ void Completar(std::string& texto, std::string_view plantilla, const Hallazgo& h
       case 'o':
         texto += std::to_string(h.otro);
         break;
+      case 'f':
+        datos.anadirTexto(texto, QString::fromStdString(h.antes->fichero));
+        break;
+      case 'd':
+        texto += h.antes->fecha.empty() ? "sin fecha" : remesa::FechaQ19(h.antes->fecha);
+        break;
+      case 'r':
+        texto += std::to_string(h.antes->registro);
+        break;
+      case 'm':
+        datos.anadirTexto(texto, QString::fromStdString(h.antes->vuelta));
+        break;
       default:
         texto += std::to_string(h.donde.desde);
         break;

@@ -17,21 +17,12 @@
 #include "ventanas/principal/AccesibleDisco.h"
 #include "ventanas/principal/AccesibleLista.h"
 #include "ventanas/principal/Herramientas.h"
+#include "ventanas/principal/LecturaRegistros.h"
 #include "ventanas/principal/Navegador.h"
 
 namespace principal {
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-// Píxeles.
-constexpr int kMargenes = 40;         // los de la ventana y su marco
-constexpr int kAltoHolgado = 500;     // en una pantalla más baja no cabe todo con holgura
-constexpr int kJunto = 3;             // entre unos controles y otros cuando falta sitio
-constexpr int kAltoMinimoLista = 58;  // la regla, un registro y la barra de desplazamiento
-
-}  // namespace
 
 frmUnirQ19::frmUnirQ19(const QString& lineaOrdenes, QWidget* padre)
     : QMainWindow(padre), ui_(std::make_unique<Ui::frmUnirQ19>()) {
@@ -43,13 +34,14 @@ frmUnirQ19::frmUnirQ19(const QString& lineaOrdenes, QWidget* padre)
   ui_->setupUi(this);
   prepararControles();
   comunes::FuentesVentana(*this);
-  ajustarAPantalla();
-  comunes::DisponerVentana(*this);
   conectar();
   leerAjustes();
   ui_->Importado->hide();
   ui_->AbrirDevoluciones->hide();
   ui_->VisorPrt->hide();
+  ajustarAPantalla();
+  tomarTamano();
+  comunes::DisponerVentana(*this);
   mirarAcumulado();
   // Como un evento más: si falla, la aplicación lo informa y la ventana sigue.
   if (!lineaOrdenes.isEmpty())
@@ -79,7 +71,9 @@ void frmUnirQ19::prepararControles() {
   setTabOrder(ui_->Ficheros, ui_->AvisoPreview->boton());
   setTabOrder(ui_->AvisoPreview->boton(), &ui_->AvisoPreview->enlace());
   setTabOrder(&ui_->AvisoPreview->enlace(), ui_->AbrirDevoluciones);
-  setTabOrder(ui_->AbrirDevoluciones, ui_->Preview);
+  setTabOrder(ui_->AbrirDevoluciones, ui_->VerTexto);
+  setTabOrder(ui_->VerTexto, ui_->VerColumnas);
+  setTabOrder(ui_->VerColumnas, ui_->Preview);
   prepararLineaAcumulado();
 
   // QSplitter deja a sus hijos en el orden inverso; las ayudas técnicas los leen en el que están.
@@ -98,27 +92,6 @@ void frmUnirQ19::prepararControles() {
   ui_->Estado->addWidget(ui_->VerComprobacion);
   ui_->VerComprobacion->hide();
   ui_->Estado->addPermanentWidget(ui_->EstadoPosicion);
-}
-
-void frmUnirQ19::ajustarAPantalla() {
-  const QSize pantalla = screen()->availableGeometry().size();
-  const bool estrecha = ui_->disposicionOrdenes->minimumSize().width() + kMargenes > pantalla.width();
-  if (estrecha) ui_->disposicionOrdenes->setDirection(QBoxLayout::TopToBottom);
-  if (!estrecha && pantalla.height() > kAltoHolgado) return;
-  for (QBoxLayout* fila : {ui_->disposicionInfoPreview, ui_->disposicionInfoAcumulado})
-    fila->setSpacing(kJunto);
-  for (QWidget* lista : {static_cast<QWidget*>(ui_->Preview), static_cast<QWidget*>(ui_->Acumulado),
-                         static_cast<QWidget*>(ui_->Carpetas), static_cast<QWidget*>(ui_->Ficheros)})
-    lista->setMinimumHeight(kAltoMinimoLista);
-  for (QPushButton* boton : ui_->Central->findChildren<QPushButton*>())
-    boton->setMinimumHeight(0);
-  for (QSplitter* divisor : {ui_->DivisorListas, ui_->DivisorCarpetas})
-    divisor->setHandleWidth(2 * kJunto);
-  for (QBoxLayout* panel : std::initializer_list<QBoxLayout*>{
-           ui_->disposicionPreview, ui_->disposicionAcumulado, ui_->disposicionCentral,
-           ui_->disposicionFicheros, ui_->disposicionCarpetas, ui_->disposicionOrdenes})
-    panel->setSpacing(kJunto);
-  ui_->disposicionCentral->setContentsMargins(6, kJunto, 6, 0);
 }
 
 void frmUnirQ19::conectar() {
@@ -148,9 +121,8 @@ void frmUnirQ19::conectar() {
   });
   connect(ui_->Salir, &QPushButton::clicked, this, &QWidget::close);
   connect(ui_->Acumulado, &VistaRegistros::dobleClic, this, [this](int fila) { editar(fila); });
-  for (VistaRegistros* lista : {ui_->Preview, ui_->Acumulado})
-    connect(lista, &VistaRegistros::bajoRaton, this,
-            [this, lista](int fila, int posicion) { mostrarPosicion(*lista, fila, posicion); });
+  lectura_ = new LecturaRegistros(*ui_, *this);
+  connect(lectura_, &LecturaRegistros::dicho, this, &frmUnirQ19::decir);
   connect(new QShortcut(Qt::Key_F5, this), &QShortcut::activated, navegador_, &Navegador::refrescar);
   for (const auto& [tecla, boton] :
        {std::pair(Qt::Key_Insert, ui_->cmdInsertar), std::pair(Qt::Key_Delete, ui_->cmdEliminar)})
@@ -170,6 +142,7 @@ void frmUnirQ19::leerAjustes() {
   };
   ui_->SoloAdeudos->setChecked(si("SoloAdeudosQ19"));
   ui_->Bloques->setChecked(si("BloquesQ19"));
+  lectura_->ponerColumnas(ajuste("VistaQ19", {}).trimmed().startsWith(u'C', Qt::CaseInsensitive));
   ui_->Ficheros->setFocus();
 }
 

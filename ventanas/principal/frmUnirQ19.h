@@ -30,6 +30,7 @@ class VentanaXml;
 class VigiaVeredicto;
 struct OrigenHallazgos;
 class Herramientas;
+class LecturaRegistros;
 class Navegador;
 class VistaRegistros;
 
@@ -48,14 +49,21 @@ class frmUnirQ19 : public QMainWindow {
   void closeEvent(QCloseEvent* evento) override;
   void dragEnterEvent(QDragEnterEvent* evento) override;
   void dropEvent(QDropEvent* evento) override;
+  void resizeEvent(QResizeEvent* evento) override;
 
  private:
   // Preparación
   void prepararControles();
-  /// En una pantalla pequeña o muy ampliada, todo se junta para que quepa.
-  void ajustarAPantalla();
   void conectar();
   void leerAjustes();
+
+  // Tamaños (Pantalla.cpp)
+  /// En una pantalla pequeña o muy ampliada, todo se junta para que quepa.
+  void ajustarAPantalla();
+  /// De partida: lo que piden los registros, si la pantalla lo tiene.
+  void tomarTamano();
+  /// En una ventana baja, lo que se puede decir en una línea se dice en una.
+  void plegar(bool plegada);
 
   // Carga (Carga.cpp)
   bool EsQ19(const QString& ruta);
@@ -160,12 +168,13 @@ class frmUnirQ19 : public QMainWindow {
     bool otroBloque = false;
   };
   AvisosPreview avisosPreview() const;
-  void mostrarPosicion(const VistaRegistros& lista, int fila, int posicion);
   void decir(const QString& texto);
 
   std::unique_ptr<Ui::frmUnirQ19> ui_;
   Navegador* navegador_ = nullptr;
   Herramientas* herramientas_ = nullptr;
+  LecturaRegistros* lectura_ = nullptr;
+  bool plegada_ = false;
 
   QString FicherosImportados;  ///< "[RUTA]" de cada fichero importado, en mayúsculas.
   QString FicheroActual;       ///< Ruta del último fichero cargado, en mayúsculas.

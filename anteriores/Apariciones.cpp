@@ -1,0 +1,223 @@
+#include "anteriores/Apariciones.h"
+
+#include <algorithm>
+
+#include "anteriores/Claves.h"
+#include "anteriores/Vueltas.h"
+#include "comunes/plataforma/Texto.h"
+#include "devoluciones/Motivos.h"
+#include "devoluciones/Textos.h"
+#include "ficheros/ErrorEjecucion.h"
+#include "remesa/ReglasCuentas.h"
+#include "remesa/TotalesNorma.h"
+
+namespace anteriores {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+/// Un texto sin sus acentos y en mayúsculas, para buscar en él.
+QString Plegado(const QString& texto) {
+  QString plegado;
+  for (const QChar c : texto.normalized(QString::NormalizationForm_D))
+    if (c.category() != QChar::Mark_NonSpacing) plegado += c.toUpper();
+  return plegado;
+}
+
+/// Lo que se compara con un filtro, de un adeudo o de una devolución.
+struct Comparado {
+  std::string_view mandato, referencia, cuenta, nombre, acreedor;
+};
+
+class Buscador {
+ public:
+  explicit Buscador(const Filtro& filtro)
+      : filtro_(filtro),
+        cuenta_(remesa::CuentaComparable(filtro.cuenta)),
+        nombre_(Plegado(comunes::DesdeWindows1252(filtro.nombre))) {}
+
+  void leer(const FicheroHallado& fichero, const Seguir& seguir);
+  std::vector<Aparicion> terminar();
+
+ private:
+  bool cumple(const Comparado& c) const;
+  void adeudo(const FicheroHallado& fichero, const BloqueActual& bloque, std::string_view registro,
+              std::uint64_t numero);
+  void devoluciones(const FicheroHallado& fichero, const Seguir& seguir);
+
+  /// Lo que una devolución trae de su adeudo.
+  struct ClaveVuelta {
+    std::uint64_t acreedor, mandato, referencia;
+    std::optional<std::uint64_t> importe;
+  };
+  struct Pendiente {
+    Aparicion aparicion;
+    ClaveVuelta clave;
+  };
+  bool esDeHallado(const ClaveVuelta& v) const;
+
+  const Filtro& filtro_;
+  std::string_view cuenta_;
+  QString nombre_;
+  std::vector<Aparicion> halladas_;
+  std::vector<Pendiente> pendientes_;  // devoluciones que no traen lo que se busca
+  std::vector<ClavesAdeudo> claves_;   // de los adeudos hallados
+};
+
+bool Buscador::cumple(const Comparado& c) const {
+  if (!filtro_.acreedor.empty() && SinSufijo(c.acreedor) != filtro_.acreedor) return false;
+  const bool mandato = filtro_.mandato.empty() || c.mandato == filtro_.mandato;
+  const bool cuenta = cuenta_.empty() || remesa::CuentaComparable(c.cuenta) == cuenta_;
+  if (filtro_.mandatoOCuenta) return (mandato && !filtro_.mandato.empty()) || (cuenta && !cuenta_.empty());
+  if (!mandato || !cuenta) return false;
+  if (!filtro_.referencia.empty() && c.referencia != filtro_.referencia) return false;
+  return nombre_.isEmpty() || Plegado(comunes::DesdeWindows1252(c.nombre)).contains(nombre_);
+}
+
+void Buscador::adeudo(const FicheroHallado& fichero, const BloqueActual& bloque, std::string_view registro,
+                      std::uint64_t numero) {
+  const std::string_view acreedor = Valor(bloque.cabecera, remesa::kIdentificadorAcreedor);
+  if (!cumple({Valor(registro, remesa::kReferenciaMandato), Valor(registro, remesa::kReferenciaAdeudo),
+               Valor(registro, remesa::kCuentaDeudor), Valor(registro, remesa::kNombreDeudor), acreedor}))
+    return;
+  const auto texto = [&](remesa::Posiciones donde) {
+    return comunes::DesdeWindows1252(Valor(registro, donde));
+  };
+  Aparicion a{.ruta = fichero.ruta, .registro = numero, .clase = texto(remesa::kTipoAdeudo)};
+  a.fecha = remesa::LeerFecha(remesa::LeerCampo(bloque.cabecera, remesa::kFechaCobro));
+  a.importe = remesa::ImporteDe(registro);
+  a.deudor = texto(remesa::kNombreDeudor);
+  a.cuenta = texto(remesa::kCuentaDeudor);
+  a.mandato = texto(remesa::kReferenciaMandato);
+  a.referencia = texto(remesa::kReferenciaAdeudo);
+  a.concepto = texto(remesa::kConcepto);
+  a.acreedor = comunes::DesdeWindows1252(acreedor);
+  halladas_.push_back(std::move(a));
+  claves_.push_back(Claves(registro, bloque));
+}
+
+void Buscador::devoluciones(const FicheroHallado& fichero, const Seguir& seguir) {
+  const devoluciones::Lote lote = LeerLote(fichero.ruta, seguir);
+  const bool rechazos = EsDeRechazos(lote.ficheros().front().forma);
+  for (std::size_t i = 0; i < lote.size(); ++i) {
+    const devoluciones::Devolucion d = lote[i];
+    if (d.alcance != devoluciones::Alcance::Adeudo) continue;
+    const std::string mandato = d.mandato.enRegistro(), referencia = d.referencia.enRegistro(),
+                      cuenta = d.cuenta.enRegistro(), nombre = d.deudor.enRegistro(),
+                      acreedor = d.acreedor.enRegistro();
+    Aparicion a{
+        .ruta = fichero.ruta, .registro = d.registro, .clase = rechazos ? u"rechazado"_s : u"devuelto"_s};
+    a.vuelta = true;
+    a.fecha = d.fechaDevolucion ? d.fechaDevolucion : d.fechaCobro;
+    a.importe = d.importe;
+    a.deudor = d.deudor.texto();
+    a.cuenta = d.cuenta.texto();
+    a.mandato = d.mandato.texto();
+    a.referencia = d.referencia.texto();
+    a.concepto = d.concepto.texto();
+    a.acreedor = d.acreedor.texto();
+    a.motivo = d.motivo.texto();
+    if (devoluciones::BuscarMotivo(d.motivo.bytes()) != nullptr)
+      a.motivo += u' ' + devoluciones::TextoMotivo(d.motivo);
+    if (cumple({mandato, referencia, cuenta, nombre, acreedor})) {
+      halladas_.push_back(std::move(a));
+      continue;
+    }
+    std::optional<std::uint64_t> importe;
+    if (d.importe && *d.importe >= 0) importe = static_cast<std::uint64_t>(*d.importe);
+    pendientes_.push_back(
+        {std::move(a),
+         {HuellaAcreedor(acreedor), HuellaReferencia(mandato), HuellaReferencia(referencia), importe}});
+  }
+}
+
+void Buscador::leer(const FicheroHallado& fichero, const Seguir& seguir) {
+  const ClaseFichero clase = Reconocer(fichero);
+  if (clase == ClaseFichero::Devoluciones) return devoluciones(fichero, seguir);
+  const std::size_t antes = halladas_.size();
+  BloqueActual bloque;
+  try {
+    LeerRemesa(
+        fichero.ruta, clase,
+        [&](std::string_view registro, std::uint64_t numero) {
+          bloque.dar(registro, numero);
+          if (remesa::Clase(registro) == remesa::ClaseRegistro::Adeudo)
+            adeudo(fichero, bloque, registro, numero);
+        },
+        seguir);
+  } catch (...) {
+    // De uno dañado no se toma nada.
+    claves_.resize(claves_.size() - (halladas_.size() - antes));
+    halladas_.resize(antes);
+    throw;
+  }
+}
+
+bool Buscador::esDeHallado(const ClaveVuelta& v) const {
+  if (v.mandato == 0 && v.referencia == 0) return false;
+  return std::ranges::any_of(claves_, [&](const ClavesAdeudo& c) {
+    return (v.acreedor == 0 || v.acreedor == c.acreedor) && (v.mandato == 0 || v.mandato == c.mandato) &&
+           (v.referencia == 0 || v.referencia == c.referencia) && (!v.importe || *v.importe == c.importe);
+  });
+}
+
+std::vector<Aparicion> Buscador::terminar() {
+  for (Pendiente& p : pendientes_)
+    if (esDeHallado(p.clave)) halladas_.push_back(std::move(p.aparicion));
+  std::ranges::stable_sort(halladas_, {}, [](const Aparicion& a) {
+    return a.fecha ? std::chrono::sys_days(*a.fecha) : std::chrono::sys_days();
+  });
+  return std::move(halladas_);
+}
+
+}  // namespace
+
+std::vector<Aparicion> BuscarApariciones(
+    std::span<const FicheroHallado> ficheros, const Filtro& filtro,
+    const std::function<bool(std::uintmax_t leidos, std::uintmax_t total)>& avance,
+    std::vector<Omitido>* omitidos) {
+  std::uintmax_t leidos = 0, total = 0;
+  for (const FicheroHallado& fichero : ficheros)
+    total += fichero.tamano;
+  const auto seguir = [&] { return !avance || avance(leidos, total); };
+  Buscador buscador(filtro);
+  const auto omitir = [&](const FicheroHallado& fichero, const std::string& causa) {
+    if (omitidos != nullptr) omitidos->push_back({fichero.ruta, causa});
+  };
+  for (const FicheroHallado& fichero : ficheros) {
+    if (!seguir()) break;
+    try {
+      buscador.leer(fichero, seguir);
+    } catch (const NoSeToma& porque) {
+      omitir(fichero, porque.causa);
+    } catch (const ficheros::ErrorEjecucion& error) {
+      omitir(fichero, error.texto());
+    } catch (const Detenido&) {
+      break;
+    }
+    leidos += fichero.tamano;
+  }
+  return buscador.terminar();
+}
+
+QStringList TitulosApariciones() {
+  return {u"Fecha"_s,      u"Qué es"_s,   u"Importe"_s, u"Deudor"_s,   u"Cuenta"_s,  u"Mandato"_s,
+          u"Referencia"_s, u"Concepto"_s, u"Motivo"_s,  u"Acreedor"_s, u"Fichero"_s, u"Registro"_s};
+}
+
+QStringList ValoresAparicion(const Aparicion& a) {
+  return {devoluciones::TextoDia(a.fecha),
+          a.clase,
+          devoluciones::TextoImporte(a.importe),
+          a.deudor,
+          a.cuenta,
+          a.mandato,
+          a.referencia,
+          a.concepto,
+          a.motivo,
+          a.acreedor,
+          comunes::DesdeRuta(a.ruta),
+          QString::number(a.registro)};
+}
+
+}  // namespace anteriores
