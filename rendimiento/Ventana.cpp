@@ -1,15 +1,20 @@
 // Lo que el operador espera en la ventana, con remesas de diez mil a un millón de adeudos.
 #include <benchmark/benchmark.h>
 
+#include <QAction>
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <algorithm>
 #include <fstream>
 
 #include "comunes/dialogos/MyBox.h"
 #include "comunes/plataforma/Aplicacion.h"
+#include "ventanas/principal/Historia.h"
+#include "ventanas/principal/LineaRemesa.h"
 #include "ventanas/principal/ListaCarpetas.h"
 #include "ventanas/principal/ListaFicheros.h"
 #include "ventanas/principal/VistaRegistros.h"
@@ -67,6 +72,7 @@ class Banco {
     return ventana_.findChild<Control*>(QLatin1String(nombre));
   }
   principal::VistaRegistros& acumulado() { return *hijo<principal::VistaRegistros>("Acumulado"); }
+  const principal::Historia& historia() { return *ventana_.findChild<principal::Historia*>(); }
   void pulsar(const char* boton) {
     hijo<QPushButton>(boton)->click();
     pintar();
@@ -222,6 +228,58 @@ void AbrirEditor(benchmark::State& estado) {
   }
 }
 
+void Accionar(const char* orden) {
+  banco().hijo<QAction>(orden)->trigger();
+  banco().pintar();
+}
+
+/// Deshacer y rehacer una eliminación. MB, lo que ocupa cada paso; los registros, aparte.
+void Deshacer(benchmark::State& estado) {
+  const Contesta contesta;
+  banco().llenar(estado.range(0));
+  banco().acumulado().seleccionar(banco().dispersos());
+  banco().pulsar("cmdEliminar");
+  for (auto _ : estado) {
+    Accionar("mnuDeshacer");
+    Accionar("mnuRehacer");
+  }
+  const auto ocupado = banco().historia().ocupacion({});
+  estado.counters["MB por paso"] = static_cast<double>(ocupado.propia) /
+                                   static_cast<double>(std::max<std::size_t>(ocupado.pasos, 1)) / 1e6;
+}
+
+/// Desde que se inserta un adeudo hasta que la línea dice lo que su comprobación, con lo que se espera a que
+/// la remesa esté quieta; y lo más que mientras tanto la ventana tarda en atender algo.
+void Veredicto(benchmark::State& estado) {
+  banco().llenar(estado.range(0));
+  banco().acumulado().seleccionarSolo(static_cast<int>(estado.range(0) / 2));
+  const auto* linea = banco().hijo<principal::LineaRemesa>("InfoAcumulado");
+  qint64 peor = 0;
+  for (auto _ : estado) {
+    banco().pulsar("cmdInsertar");
+    while (linea->accessibleName().contains(u"Comprobando…"_s)) {
+      QElapsedTimer reloj;
+      reloj.start();
+      QApplication::processEvents();
+      peor = std::max(peor, reloj.nsecsElapsed());
+    }
+  }
+  estado.counters["peor_ms"] = static_cast<double>(peor) / 1e6;
+}
+
+/// Sumar lo seleccionado, que es todo.
+void SumarSeleccion(benchmark::State& estado) {
+  banco().llenar(estado.range(0));
+  const auto* linea = banco().hijo<principal::LineaRemesa>("InfoAcumulado");
+  for (auto _ : estado) {
+    banco().acumulado().clearSelection();
+    banco().pintar();
+    banco().acumulado().selectAll();
+    while (!linea->accessibleName().contains(u"Selección"_s))
+      QApplication::processEvents();
+  }
+}
+
 void Tamanos(benchmark::internal::Benchmark* medida) {
   for (const int adeudos : kTamanos)
     medida->Arg(adeudos);
@@ -239,7 +297,10 @@ BENCHMARK(Seleccionar)->Name("Ventana: seleccionar uno de cada cien")->Apply(Tam
 BENCHMARK(Desplazar)->Name("Ventana: desplazar la lista")->Apply(Tamanos);
 BENCHMARK(DesplazarColumnas)->Name("Ventana: desplazar la lista en columnas")->Apply(Tamanos);
 BENCHMARK(CambiarModo)->Name("Ventana: pasar de texto a columnas")->Apply(Tamanos);
+BENCHMARK(Veredicto)->Name("Ventana: del cambio al veredicto")->Apply(Tamanos)->Iterations(3);
+BENCHMARK(SumarSeleccion)->Name("Ventana: seleccionar todo y sumarlo")->Apply(Tamanos)->Iterations(5);
 BENCHMARK(AbrirEditor)->Name("Ventana: abrir y cerrar el editor")->Apply(Tamanos);
+BENCHMARK(Deshacer)->Name("Ventana: deshacer y rehacer una eliminación")->Apply(Tamanos);
 
 int main(int argc, char** argv) {
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");

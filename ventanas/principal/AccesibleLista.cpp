@@ -40,7 +40,10 @@ class AccesibleFila : public QAccessibleInterface, public QAccessibleActionInter
     if (registros && indice_.isValid() && que == QAccessible::Name) return registros->textoFila(fila());
     if (registros && indice_.isValid() && que == QAccessible::Description)
       return EnPalabras(registros->lista()[static_cast<std::size_t>(fila())]);
-    if (que == QAccessible::Name) return indice_.data().toString();
+    if (que == QAccessible::Name) {
+      const QString suyo = indice_.data(Qt::AccessibleTextRole).toString();
+      return suyo.isEmpty() ? indice_.data().toString() : suyo;
+    }
     return que == QAccessible::Description ? indice_.data(Qt::AccessibleDescriptionRole).toString()
                                            : QString();
   }

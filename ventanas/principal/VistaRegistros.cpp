@@ -137,29 +137,51 @@ int VistaRegistros::posicionBajo(const QModelIndex& indice, int x) const {
   return campo ? campo->donde.desde : 0;
 }
 
+std::vector<VistaRegistros::Tramo> VistaRegistros::tramosSeleccionados() const {
+  std::vector<Tramo> tramos;
+  const QItemSelection intervalos = selectionModel()->selection();
+  tramos.reserve(static_cast<std::size_t>(intervalos.size()));
+  for (const QItemSelectionRange& intervalo : intervalos)
+    if (intervalo.isValid()) tramos.emplace_back(intervalo.top(), intervalo.bottom());
+  std::sort(tramos.begin(), tramos.end());
+  std::size_t ultimo = 0;
+  for (std::size_t i = 1; i < tramos.size(); ++i) {
+    if (tramos[i].first <= tramos[ultimo].second + 1)
+      tramos[ultimo].second = std::max(tramos[ultimo].second, tramos[i].second);
+    else
+      tramos[++ultimo] = tramos[i];
+  }
+  if (!tramos.empty()) tramos.resize(ultimo + 1);
+  return tramos;
+}
+
 std::vector<std::size_t> VistaRegistros::seleccion() const {
   std::vector<std::size_t> filas;
-  const QItemSelection intervalos = selectionModel()->selection();
-  for (const QItemSelectionRange& intervalo : intervalos)
-    for (int fila = intervalo.top(); fila <= intervalo.bottom(); ++fila)
-      if (fila >= 0) filas.push_back(static_cast<std::size_t>(fila));
-  std::sort(filas.begin(), filas.end());
-  filas.erase(std::unique(filas.begin(), filas.end()), filas.end());
+  for (const auto& [primera, ultima] : tramosSeleccionados())
+    for (int fila = primera; fila <= ultima; ++fila)
+      filas.push_back(static_cast<std::size_t>(fila));
   return filas;
 }
 
-void VistaRegistros::seleccionar(std::span<const std::size_t> filas) {
+void VistaRegistros::seleccionarTramos(std::span<const Tramo> tramos) {
   // De una vez: Qt compara cada intervalo nuevo con todos los anteriores.
   QItemSelection seleccion;
-  for (std::size_t i = 0; i < filas.size();) {
-    std::size_t j = i + 1;
-    while (j < filas.size() && filas[j] == filas[j - 1] + 1)
-      ++j;
-    seleccion.append(QItemSelectionRange(modelo_->index(static_cast<int>(filas[i])),
-                                         modelo_->index(static_cast<int>(filas[j - 1]))));
-    i = j;
-  }
+  seleccion.reserve(static_cast<qsizetype>(tramos.size()));
+  for (const auto& [primera, ultima] : tramos)
+    seleccion.append(QItemSelectionRange(modelo_->index(primera), modelo_->index(ultima)));
   selectionModel()->select(seleccion, QItemSelectionModel::ClearAndSelect);
+}
+
+void VistaRegistros::seleccionar(std::span<const std::size_t> filas) {
+  std::vector<Tramo> tramos;
+  for (const std::size_t cual : filas) {
+    const int fila = static_cast<int>(cual);
+    if (!tramos.empty() && tramos.back().second + 1 == fila)
+      tramos.back().second = fila;
+    else
+      tramos.emplace_back(fila, fila);
+  }
+  seleccionarTramos(tramos);
 }
 
 void VistaRegistros::changeEvent(QEvent* evento) {

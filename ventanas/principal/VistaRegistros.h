@@ -3,6 +3,7 @@
 #include <QListView>
 #include <cstdint>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "ventanas/principal/Columnas.h"
@@ -52,6 +53,11 @@ class VistaRegistros : public QListView {
   void mostrarPosicion(int posicion);
   /// Índices seleccionados, ascendentes. Lineal en intervalos y filas.
   std::vector<std::size_t> seleccion() const;
+  /// Primera y última fila de un tramo seleccionado.
+  using Tramo = std::pair<int, int>;
+  /// Los tramos seleccionados, ascendentes y sin tocarse.
+  std::vector<Tramo> tramosSeleccionados() const;
+  void seleccionarTramos(std::span<const Tramo> tramos);
   /// Sustituye la selección por `filas`, ascendentes.
   void seleccionar(std::span<const std::size_t> filas);
 

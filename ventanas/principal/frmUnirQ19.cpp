@@ -6,7 +6,6 @@
 #include <QDragEnterEvent>
 #include <QFileInfo>
 #include <QMimeData>
-#include <QShortcut>
 #include <QSplitter>
 
 #include "comunes/plataforma/Enlace.h"
@@ -16,6 +15,7 @@
 #include "ui_frmUnirQ19.h"
 #include "ventanas/principal/AccesibleDisco.h"
 #include "ventanas/principal/AccesibleLista.h"
+#include "ventanas/principal/BarraBuscar.h"
 #include "ventanas/principal/Herramientas.h"
 #include "ventanas/principal/LecturaRegistros.h"
 #include "ventanas/principal/Navegador.h"
@@ -36,6 +36,7 @@ frmUnirQ19::frmUnirQ19(const QString& lineaOrdenes, QWidget* padre)
   comunes::FuentesVentana(*this);
   conectar();
   leerAjustes();
+  prepararAntecedentes();
   ui_->Importado->hide();
   ui_->AbrirDevoluciones->hide();
   ui_->VisorPrt->hide();
@@ -75,6 +76,8 @@ void frmUnirQ19::prepararControles() {
   setTabOrder(ui_->VerTexto, ui_->VerColumnas);
   setTabOrder(ui_->VerColumnas, ui_->Preview);
   prepararLineaAcumulado();
+  prepararLugarVacio();
+  buscar_ = new BarraBuscar({ui_->Acumulado, ui_->Preview}, ui_->Central);
 
   // QSplitter deja a sus hijos en el orden inverso; las ayudas técnicas los leen en el que están.
   for (const QSplitter* divisor : {ui_->DivisorArchivos, ui_->DivisorCarpetas, ui_->DivisorListas})
@@ -91,14 +94,16 @@ void frmUnirQ19::prepararControles() {
   ui_->AbrirListado->hide();
   ui_->Estado->addWidget(ui_->VerComprobacion);
   ui_->VerComprobacion->hide();
+  ui_->Estado->addWidget(ui_->Deshacer);
+  ui_->Deshacer->hide();
   ui_->Estado->addPermanentWidget(ui_->EstadoPosicion);
 }
 
 void frmUnirQ19::conectar() {
   navegador_ = new Navegador(ui_->Disco, ui_->Carpetas, ui_->Ficheros, this);
   herramientas_ = new Herramientas(*ui_, *this);
-  connect(navegador_, &Navegador::elegido, this, &frmUnirQ19::elegir);
-  connect(ui_->Importar, &QPushButton::clicked, this, &frmUnirQ19::importar);
+  prepararVariosFicheros();
+  prepararPasos();
   connect(ui_->Bloques, &QCheckBox::toggled, this, &frmUnirQ19::cambiarBloques);
   connect(&ui_->AvisoPreview->enlace(), &QPushButton::clicked, this, [this] {
     ui_->Bloques->setFocus();
@@ -123,11 +128,6 @@ void frmUnirQ19::conectar() {
   connect(ui_->Acumulado, &VistaRegistros::dobleClic, this, [this](int fila) { editar(fila); });
   lectura_ = new LecturaRegistros(*ui_, *this);
   connect(lectura_, &LecturaRegistros::dicho, this, &frmUnirQ19::decir);
-  connect(new QShortcut(Qt::Key_F5, this), &QShortcut::activated, navegador_, &Navegador::refrescar);
-  for (const auto& [tecla, boton] :
-       {std::pair(Qt::Key_Insert, ui_->cmdInsertar), std::pair(Qt::Key_Delete, ui_->cmdEliminar)})
-    connect(new QShortcut(tecla, ui_->Acumulado, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated,
-            boton, [boton = boton] { boton->click(); });
 }
 
 void frmUnirQ19::leerAjustes() {
@@ -152,34 +152,29 @@ void frmUnirQ19::closeEvent(QCloseEvent* evento) {
 
 namespace {
 
-/// El único fichero o carpeta que se arrastra, o "".
-QString Arrastrado(const QMimeData* datos) {
+/// Los ficheros y carpetas que se arrastran.
+QStringList Arrastrados(const QMimeData* datos) {
+  QStringList rutas;
   const QList<QUrl> urls = datos->urls();
-  return urls.size() == 1 && urls.first().isLocalFile() ? urls.first().toLocalFile() : QString();
+  for (const QUrl& url : urls)
+    if (url.isLocalFile()) rutas << QDir::toNativeSeparators(url.toLocalFile());
+  return rutas;
 }
 
 }  // namespace
 
 void frmUnirQ19::dragEnterEvent(QDragEnterEvent* evento) {
-  if (!Arrastrado(evento->mimeData()).isEmpty()) evento->acceptProposedAction();
+  if (!Arrastrados(evento->mimeData()).isEmpty()) evento->acceptProposedAction();
 }
 
 void frmUnirQ19::dropEvent(QDropEvent* evento) {
-  const QString ruta = QDir::toNativeSeparators(Arrastrado(evento->mimeData()));
-  if (ruta.isEmpty()) return;
+  const QStringList rutas = Arrastrados(evento->mimeData());
+  if (rutas.isEmpty()) return;
   evento->setDropAction(Qt::CopyAction);
   evento->accept();
   // Fuera de este evento: una caja modal dejaría esperando al programa del que viene.
   QMetaObject::invokeMethod(
-      this,
-      [this, ruta] {
-        activateWindow();
-        navegador_->irA(ruta);
-        if (QFileInfo(ruta).isDir()) return;
-        elegir(ruta);
-        if (!devueltos_.isEmpty()) abrirDevoluciones({devueltos_});
-      },
-      Qt::QueuedConnection);
+      this, [this, rutas] { soltar(rutas); }, Qt::QueuedConnection);
 }
 
 }  // namespace principal
