@@ -8,6 +8,7 @@
 
 #include "remesa/IndiceBloques.h"
 #include "remesa/ListaRegistros.h"
+#include "remesa/Observaciones.h"
 #include "remesa/Resumen.h"
 
 namespace principal {
