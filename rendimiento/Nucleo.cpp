@@ -1,6 +1,7 @@
 #include <benchmark/benchmark.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -8,6 +9,7 @@
 
 #include "ficheros/Lectura.h"
 #include "remesa/Adeudos.h"
+#include "remesa/Busqueda.h"
 #include "remesa/Campos.h"
 #include "remesa/Fichero.h"
 #include "remesa/Fusion.h"
@@ -33,7 +35,11 @@ class Datos {
     linea("0219143002");
     std::string adeudo("0319143003");
     adeudo.resize(kLongitudRegistro, ' ');
+    EscribirCampo(adeudo, kNombreDeudor, "GARCIA LOPEZ, MARIA DE LA LUZ");
+    EscribirCampo(adeudo, kConcepto, "CUOTA DE NOVIEMBRE DE 2026");
     for (std::size_t i = 0; i < adeudos; ++i) {
+      EscribirCampo(adeudo, kCuentaDeudor,
+                    "ES91" + Ceros(static_cast<std::int32_t>(i * 7919 % 1'000'000'007), 20));
       EscribirCampo(adeudo, kReferenciaAdeudo, Ceros(static_cast<std::int32_t>(i), 12));
       EscribirCampo(adeudo, kImporteAdeudo, Ceros(static_cast<std::int32_t>(i % 2000), 11));
       linea(adeudo);
@@ -127,6 +133,25 @@ void Eliminacion(benchmark::State& estado) {
   }
 }
 
+/// Sumar los bytes de los registros, sin más: con lo que se compara buscar en ellos.
+void Recorrido(benchmark::State& estado) {
+  const ListaRegistros lista = Leida(Registros(estado));
+  for (auto _ : estado) {
+    unsigned suma = 0;
+    for (const std::string_view registro : lista)
+      for (const char c : registro)
+        suma += static_cast<unsigned char>(c);
+    benchmark::DoNotOptimize(suma);
+  }
+}
+
+void Buscar(benchmark::State& estado, const Busqueda& busqueda) {
+  const ListaRegistros lista = Leida(Registros(estado));
+  for (auto _ : estado)
+    benchmark::DoNotOptimize(std::ranges::count_if(
+        lista, [&](std::string_view registro) { return busqueda.en(registro).has_value(); }));
+}
+
 void Guardado(benchmark::State& estado) {
   const ListaRegistros lista = Leida(Registros(estado));
   const Datos destino(0);
@@ -145,6 +170,16 @@ BENCHMARK(ResumenDeLoPrevisto)->Name("Resumir lo cargado")->Apply(Tamanos);
 BENCHMARK(Importacion)->Name("Importar otros tantos")->Apply(Tamanos);
 BENCHMARK(Insercion)->Name("Insertar uno y recalcular")->Apply(Tamanos);
 BENCHMARK(Eliminacion)->Name("Eliminar uno de cada cien y recalcular")->Apply(Tamanos);
+BENCHMARK(Recorrido)->Name("Recorrer los bytes, sin más")->Apply(Tamanos);
+BENCHMARK_CAPTURE(Buscar, "un nombre",
+                  Busqueda("nu\xF1"
+                           "ez"))
+    ->Name("Buscar un nombre")
+    ->Apply(Tamanos);
+BENCHMARK_CAPTURE(Buscar, "una cuenta", Busqueda("ES91 0000 0000 0300 0792"))
+    ->Name("Buscar una cuenta")
+    ->Apply(Tamanos);
+BENCHMARK_CAPTURE(Buscar, "un importe", Busqueda("52,10", 5210))->Name("Buscar un importe")->Apply(Tamanos);
 BENCHMARK(Guardado)->Name("Guardar")->Apply(Tamanos);
 
 }  // namespace

@@ -63,7 +63,9 @@ void frmUnirQ19::comprobarAcumulado(bool comoGuardada) {
                            editar(static_cast<int>(h.fila) - 1, h.donde.desde);
                            if (comprobaciones_) comprobaciones_->activateWindow();
                            return true;
-                         }},
+                         },
+                         {},
+                         [this](const std::vector<remesa::Hallazgo>& elegidos) { corregir(elegidos); }},
                         ui_->Acumulado);
 }
 
@@ -84,7 +86,7 @@ void frmUnirQ19::comprobarPreview() {
                CruceDe(ui_->Preview->lista(), ruta));
          return conAntes(remesa::ComprobarFichero(ruta, comunes::Hoy(), recibir, avance), CruceDe(ruta));
        },
-       [this](const remesa::Hallazgo& h) { return irEnPreview(rutaPreview_, h); }},
+       [this](const remesa::Hallazgo& h) { return irEnPreview(rutaPreview_, h); }, rutaPreview_},
       ui_->Preview);
 }
 
@@ -98,7 +100,7 @@ void frmUnirQ19::comprobarGuardado() {
                            return resultado;
                          },
                          // La acumulación está ya vacía: se lee arriba.
-                         [this, ruta](const remesa::Hallazgo& h) { return irEnPreview(ruta, h); }},
+                         [this, ruta](const remesa::Hallazgo& h) { return irEnPreview(ruta, h); }, ruta},
                         nullptr);
 }
 
