@@ -149,6 +149,12 @@ void LecturaRegistros::mostrarMenu(VistaRegistros& lista, const QPoint& donde) {
            [this, &lista] { copiar(lista, true); });
     menu.addSeparator();
   }
+  if (const int actual = lista.actual();
+      actual >= 0 &&
+      remesa::Codigo(lista.lista()[static_cast<std::size_t>(actual)]) == remesa::CodigoRegistro::Adeudo) {
+    menu.addAction(ui_.mnuAnteriores);
+    menu.addSeparator();
+  }
   if (lista.modo() == VistaRegistros::Modo::Columnas)
     lista.cabecera().llenarMenu(*menu.addMenu(u"C&olumnas"_s));
   menu.addAction(ui_.mnuColumnas);
