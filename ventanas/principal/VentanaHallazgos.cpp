@@ -3,6 +3,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QPushButton>
+#include <QScopedValueRollback>
 #include <QScreen>
 #include <QShortcut>
 #include <QSignalBlocker>
@@ -107,6 +108,10 @@ void VentanaHallazgos::conectar() {
     connect(lista, &QComboBox::currentIndexChanged, this, &VentanaHallazgos::filtrar);
   connect(ui_->Visor->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
           &VentanaHallazgos::detallar);
+  // Lo que señala la propia ventana no lo ha elegido nadie.
+  connect(ui_->Visor->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+          [this] { elegidos_ = elegidos_ || !senalando_; });
+  connect(ui_->Visor, &QTableView::clicked, this, [this] { elegidos_ = true; });
   connect(ui_->Visor, &QTableView::doubleClicked, this, &VentanaHallazgos::ir);
   for (const int tecla : {Qt::Key_Return, Qt::Key_Enter})
     connect(new QShortcut(tecla, ui_->Visor, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated,
@@ -245,6 +250,8 @@ void VentanaHallazgos::llenar(const Filtro& filtro, const remesa::Hallazgo& sena
     }
   }
   resumir();
+  elegidos_ = false;
+  const QScopedValueRollback senalando(senalando_, true);
   if (ordenada_ >= 0) ordenar(ordenada_);
   const int filas = modelo_->rowCount();
   if (filas > 0) ui_->Visor->setCurrentIndex(modelo_->index(std::clamp(fila, 0, filas - 1), 0));
@@ -277,6 +284,7 @@ void VentanaHallazgos::resumir() {
 
 void VentanaHallazgos::ordenar(int columna) {
   const remesa::Hallazgo* senalado = actual();
+  const QScopedValueRollback senalando(senalando_, true);
   {
     const comunes::SinRedibujo quieta(rejilla_);
     for (int otra = 0; otra < rejilla_.Cols(); ++otra)
@@ -317,6 +325,7 @@ const remesa::Hallazgo* VentanaHallazgos::actual() const {
 }
 
 std::vector<remesa::Hallazgo> VentanaHallazgos::elegidos() const {
+  if (!elegidos_) return {};
   std::vector<int> filas;
   for (const QModelIndex& indice : ui_->Visor->selectionModel()->selectedRows())
     filas.push_back(indice.row());

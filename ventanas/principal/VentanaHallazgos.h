@@ -121,7 +121,9 @@ class VentanaHallazgos : public QDialog {
   QTimer espera_;
   QString documento_;  ///< último listado escrito
   bool caducada_ = false;
-  int ordenada_ = -1;  ///< la columna por la que el operador ordenó
+  bool elegidos_ = false;   ///< lo seleccionado lo eligió el operador
+  bool senalando_ = false;  ///< la ventana señala por su cuenta
+  int ordenada_ = -1;       ///< la columna por la que el operador ordenó
 };
 
 /// Título de cada columna y las celdas de un hallazgo, en el mismo orden.
