@@ -129,8 +129,8 @@ class Obra {
       if (const auto fecha = fechas_.find(i); fecha != fechas_.end()) debido = fecha->second;
     } else if (seRepite) {
       debido = repetido(i, h);
-    } else if (esTotal && (!peticion_.totales || !quitados_.empty())) {
-      return;  // sin lo quitado serán otros: en la vuelta siguiente
+    } else if (esTotal && (!peticion_.totales || (!quitados_.empty() && EsDeRegistros(h)))) {
+      return;  // sin lo quitado serán menos: en la vuelta siguiente
     } else if (esTotal && (h.codigo == C::ObligatorioVacio || h.codigo == C::NoNumerico)) {
       if (!debidos_) debidos_.emplace(lista_);
       if (std::string suyo = debidos_->de(i, h.campo->donde); !suyo.empty()) debido = std::move(suyo);
@@ -161,6 +161,9 @@ class Obra {
   static bool EsDeTotales(const Hallazgo& h) {
     return h.clase == ClaseRegistro::TotalesFecha || h.clase == ClaseRegistro::TotalesAcreedor ||
            h.clase == ClaseRegistro::TotalesGenerales;
+  }
+  static bool EsDeRegistros(const Hallazgo& h) {
+    return h.campo->donde == kRegistros04 || h.campo->donde == kRegistros05 || h.campo->donde == kRegistros99;
   }
   static bool EsTotal(const Hallazgo& h) {
     return EsDeTotales(h) && (h.campo->valor == ValorCampo::Importe || h.campo->valor == ValorCampo::Numero);

@@ -60,6 +60,7 @@ void LineaRemesa::ponerVeredicto(Estado estado, std::uint64_t errores, std::uint
   enlace_->setText(veredicto_);
   enlace_->setVisible(conSenal_ && errores + avisos > 0);
   colorear();
+  if (plegada_) updateGeometry();
   repartir();
 }
 

@@ -17,11 +17,12 @@ namespace {
 QString Celda(const remesa::Correccion& c, int columna) {
   switch (columna) {
     case ModeloCorrecciones::kCodigo:
-      return QString::fromUtf8(remesa::TextoCodigo(c.codigo).data());
+      return QString::fromUtf8(remesa::TextoCodigo(c.codigo).data()) +
+             (c.arrastrada ? u" (con otra)"_s : QString());
     case ModeloCorrecciones::kRegistro:
       return QString::number(c.registro);
     case ModeloCorrecciones::kQue:
-      return TextoCorreccion(c) + (c.arrastrada ? u", por otra corrección"_s : QString());
+      return TextoCorreccion(c);
     case ModeloCorrecciones::kCampo:
       return c.campo == nullptr ? QString()
                                 : QString::fromUtf8(c.campo->nombre.data(), std::ssize(c.campo->nombre));
@@ -90,8 +91,8 @@ QVariant ModeloCorrecciones::data(const QModelIndex& indice, int papel) const {
 }
 
 QVariant ModeloCorrecciones::headerData(int seccion, Qt::Orientation orientacion, int papel) const {
-  static const QStringList titulos{u"Código"_s, u"Registro"_s, u"Qué se corrige"_s, u"Campo"_s,
-                                   u"Había"_s,  u"Queda"_s,    u"Deudor"_s,         u"Referencia"_s};
+  static const QStringList titulos{u"Código"_s, u"Registro"_s, u"Campo"_s,      u"Había"_s,
+                                   u"Queda"_s,  u"Deudor"_s,   u"Referencia"_s, u"Qué se corrige"_s};
   if (orientacion != Qt::Horizontal || papel != Qt::DisplayRole) return {};
   return titulos.value(seccion);
 }

@@ -15,7 +15,7 @@ class ModeloCorrecciones : public QAbstractTableModel {
   Q_OBJECT
 
  public:
-  enum Columna { kCodigo, kRegistro, kQue, kCampo, kAntes, kDespues, kDeudor, kReferencia, kColumnas };
+  enum Columna { kCodigo, kRegistro, kCampo, kAntes, kDespues, kDeudor, kReferencia, kQue, kColumnas };
 
   using QAbstractTableModel::QAbstractTableModel;
 

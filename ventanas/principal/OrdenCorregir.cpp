@@ -6,6 +6,7 @@
 #include "ui_frmUnirQ19.h"
 #include "ventanas/principal/TextosObservacion.h"
 #include "ventanas/principal/VentanaCorregir.h"
+#include "ventanas/principal/VentanaHallazgos.h"
 #include "ventanas/principal/frmUnirQ19.h"
 
 namespace principal {
@@ -25,10 +26,12 @@ void frmUnirQ19::corregir(const std::vector<remesa::Hallazgo>& elegidos) {
   decir({});
   if (lista.empty()) return comunes::Avisar(u"La remesa está vacía: no hay nada que corregir."_s);
   const bool sinTotales = VariosBloques(lista) && !conBloques();
-  VentanaCorregir ventana(lista, {comunes::Hoy(), elegidos, sinTotales}, this);
+  const bool deHallazgos = comprobaciones_ && comprobaciones_->isActiveWindow();
+  QWidget* padre = deHallazgos ? static_cast<QWidget*>(comprobaciones_) : this;
+  VentanaCorregir ventana(lista, {comunes::Hoy(), elegidos, sinTotales}, padre);
   if (ventana.detenida()) return;
   if (!ventana.impedimento().isEmpty())
-    return comunes::Avisar(u"No se puede corregir.;;"_s + ventana.impedimento());
+    return comunes::Avisar(u"No se puede corregir.;;"_s + QString(ventana.impedimento()).replace(u';', u','));
   if (ventana.vacia())
     return comunes::Avisar(
         u"No hay nada que tenga una sola respuesta: lo que la comprobación dice lo ha de corregir usted."_s);

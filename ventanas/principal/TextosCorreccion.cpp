@@ -20,7 +20,7 @@ QString TextoDe(const remesa::Correccion& c, const std::string& bytes) {
   if (c.codigo == C::Longitud) return u"%1 posiciones"_s.arg(comunes::DesdeWindows1252(bytes));
   if (valor == ValorCampo::Fecha && remesa::LeerFecha(bytes))
     return comunes::DesdeWindows1252(remesa::FechaQ19(bytes));
-  if (c.codigo == C::TotalImportes && remesa::SonCifras(bytes))
+  if (valor == ValorCampo::Importe && c.clase != remesa::ClaseRegistro::Adeudo && remesa::SonCifras(bytes))
     return TextoEuros(comunes::DesdeWindows1252(bytes).toLongLong());
   return comunes::DesdeWindows1252(bytes);
 }

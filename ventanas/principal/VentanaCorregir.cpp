@@ -68,6 +68,8 @@ VentanaCorregir::VentanaCorregir(const remesa::ListaRegistros& lista, Peticion p
   conectar();
   llenarClases();
   contar();
+  ui_->Visor->setCurrentIndex(modelo_->index(0, 0));
+  ui_->Visor->setFocus();
 }
 
 VentanaCorregir::~VentanaCorregir() {
@@ -110,7 +112,7 @@ void VentanaCorregir::preparar() {
   visor.verticalHeader()->setDefaultSectionSize(visor.fontMetrics().height() + 6);
   visor.horizontalHeader()->setHighlightSections(false);
   const int letra = visor.fontMetrics().averageCharWidth();
-  constexpr int kLetras[] = {11, 9, 34, 28, 36, 36, 26, 20};
+  constexpr int kLetras[] = {14, 9, 24, 31, 31, 22, 18, 34};
   for (int columna = 0; columna < ModeloCorrecciones::kColumnas; ++columna)
     visor.setColumnWidth(columna, letra * kLetras[columna]);
   ui_->Totales->setVisible(totales_ > 0);
