@@ -155,12 +155,13 @@ bool VentanaHallazgos::eventFilter(QObject* objeto, QEvent* suceso) {
   return true;
 }
 
-bool VentanaHallazgos::Filtro::cumple(const remesa::Hallazgo& h) const {
-  if (nivel != 0 && remesa::EsError(h.codigo) != (nivel == 1)) return false;
-  if (codigo >= 0 && codigo != static_cast<int>(h.codigo)) return false;
-  if (palabras.isEmpty()) return true;
-  const QString todo = herramientas::Plegar(CeldasHallazgo(h).join(u'\n'));
-  return std::ranges::all_of(palabras, [&](const QString& palabra) { return todo.contains(palabra); });
+bool VentanaHallazgos::Filtro::admite(remesa::CodigoHallazgo suyo) const {
+  if (nivel != 0 && remesa::EsError(suyo) != (nivel == 1)) return false;
+  return codigo < 0 || codigo == static_cast<int>(suyo);
+}
+
+bool VentanaHallazgos::Filtro::cumple(const QString& plegada) const {
+  return std::ranges::all_of(palabras, [&](const QString& palabra) { return plegada.contains(palabra); });
 }
 
 VentanaHallazgos::Filtro VentanaHallazgos::filtro() const {
@@ -173,10 +174,23 @@ VentanaHallazgos::Recogida VentanaHallazgos::recoger(const Filtro& filtro) const
   Recogida recogida;
   recogida.cuentas.resize(remesa::CodigosHallazgo().size());
   const auto recibir = [&](remesa::Hallazgo&& hallazgo) {
-    if (!filtro.cumple(hallazgo)) return;
-    const bool cabe = ++recogida.cuentas[static_cast<std::size_t>(hallazgo.codigo)] <= kPrimeros;
-    if (cabe) recogida.hallazgos.push_back(std::move(hallazgo));
+    if (!filtro.admite(hallazgo.codigo)) return;
+    std::uint64_t& cuenta = recogida.cuentas[static_cast<std::size_t>(hallazgo.codigo)];
+    const bool cabe = cuenta < kPrimeros;
+    if (!cabe && filtro.palabras.isEmpty()) {
+      ++cuenta;
+      recogida.recortada = true;
+      return;
+    }
+    QStringList celdas = CeldasHallazgo(hallazgo);
+    QString plegada = herramientas::Plegar(celdas.join(u'\n'));
+    if (!filtro.cumple(plegada)) return;
+    ++cuenta;
     recogida.recortada = recogida.recortada || !cabe;
+    if (!cabe) return;
+    recogida.hallazgos.push_back(std::move(hallazgo));
+    recogida.celdas.push_back(std::move(celdas));
+    recogida.plegadas.push_back(std::move(plegada));
   };
   const comunes::Reloj reloj;
   comunes::Avance avance(u"Comprobando…"_s);
@@ -227,10 +241,12 @@ void VentanaHallazgos::filtrar() {
 
 void VentanaHallazgos::llenar(const Filtro& filtro, const remesa::Hallazgo& senalado) {
   const int fila = ui_->Visor->currentIndex().row();
-  const std::vector<remesa::Hallazgo>& origen = buscados_ ? buscados_->hallazgos : todos_.hallazgos;
+  const Recogida& recogida = buscados_ ? *buscados_ : todos_;
+  const std::vector<remesa::Hallazgo>& origen = recogida.hallazgos;
   std::vector<std::size_t> vistos;
+  vistos.reserve(origen.size());
   for (std::size_t i = 0; i < origen.size(); ++i)
-    if (buscados_ || filtro.cumple(origen[i])) vistos.push_back(i);
+    if (filtro.admite(origen[i].codigo) && filtro.cumple(recogida.plegadas[i])) vistos.push_back(i);
   // Los errores, delante; en cada nivel, primero lo del fichero entero y luego por registros.
   std::ranges::stable_sort(vistos, {}, [&](std::size_t i) {
     return std::pair(!remesa::EsError(origen[i].codigo), origen[i].registro);
@@ -242,7 +258,7 @@ void VentanaHallazgos::llenar(const Filtro& filtro, const remesa::Hallazgo& sena
     int nueva = rejilla_.FixedRows();
     for (const std::size_t i : vistos) {
       int columna = 0;
-      for (const QString& celda : CeldasHallazgo(origen[i]))
+      for (const QString& celda : recogida.celdas[i])
         rejilla_.PonerTextMatrix(nueva, columna++, celda);
       rejilla_.PonerRowItem(nueva, static_cast<int>(i));
       if (remesa::EsError(origen[i].codigo)) rejilla_.PonerEstilo(nueva, 0, {.Negrita = true});
