@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr double kLetraTotal = 1.5;  // veces la letra corriente
-constexpr int kCaracteresMinimos = 24;
+constexpr int kCaracteresLinea = 24;
 constexpr int kAireSenal = 4;  // píxeles entre la señal y lo que dice
 const QString kEntre = u" · "_s;
 
@@ -82,7 +82,7 @@ QFont LineaRemesa::letraTotal() const {
 }
 
 QSize LineaRemesa::minimumSizeHint() const {
-  return {kCaracteresMinimos * fontMetrics().averageCharWidth(),
+  return {kCaracteresLinea * fontMetrics().averageCharWidth(),
           std::max(QFontMetrics(letraTotal()).height(), fontMetrics().height()) + 2};
 }
 
