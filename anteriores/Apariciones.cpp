@@ -200,24 +200,19 @@ std::vector<Aparicion> BuscarApariciones(
   return buscador.terminar();
 }
 
-QStringList TitulosApariciones() {
-  return {u"Fecha"_s,      u"Qué es"_s,   u"Importe"_s, u"Deudor"_s,   u"Cuenta"_s,  u"Mandato"_s,
-          u"Referencia"_s, u"Concepto"_s, u"Motivo"_s,  u"Acreedor"_s, u"Fichero"_s, u"Registro"_s};
-}
-
 QStringList ValoresAparicion(const Aparicion& a) {
   return {devoluciones::TextoDia(a.fecha),
           a.clase,
           devoluciones::TextoImporte(a.importe),
-          a.deudor,
-          a.cuenta,
-          a.mandato,
-          a.referencia,
-          a.concepto,
           a.motivo,
-          a.acreedor,
+          a.concepto,
+          a.deudor,
+          a.referencia,
+          a.mandato,
+          a.cuenta,
           comunes::DesdeRuta(a.ruta),
-          QString::number(a.registro)};
+          QString::number(a.registro),
+          a.acreedor};
 }
 
 }  // namespace anteriores

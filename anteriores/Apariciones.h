@@ -36,8 +36,8 @@ std::vector<Aparicion> BuscarApariciones(
     const std::function<bool(std::uintmax_t leidos, std::uintmax_t total)>& avance,
     std::vector<Omitido>* omitidos);
 
-/// Los títulos de las columnas de una lista y los valores de cada una, en su orden.
-QStringList TitulosApariciones();
+/// Para una lista: fecha, qué es, importe, motivo, concepto, deudor, referencia, mandato, cuenta, fichero,
+/// registro y acreedor.
 QStringList ValoresAparicion(const Aparicion& aparicion);
 
 }  // namespace anteriores

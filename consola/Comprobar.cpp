@@ -39,7 +39,7 @@ class Lineas {
 
   void dar(const remesa::Hallazgo& h) {
     ++cuentas_[static_cast<std::size_t>(h.codigo)];
-    json_ ? ponerJson(h) : ponerLinea(h);
+    json_ ? principal::AnadirJson(texto_, h, fichero_, datos_) : ponerLinea(h);
     if (texto_.size() >= kTrozo) vaciar();
   }
   /// Lo que un mensaje XML dice y sus registros no.
@@ -99,28 +99,6 @@ class Lineas {
     poner(" Se esperaba: ");
     principal::AnadirEsperado(texto_, h, datos_);
     poner(".\n");
-  }
-
-  void ponerJson(const remesa::Hallazgo& h) {
-    poner("{");
-    if (h.antes) {
-      poner(R"("anterior":{"fecha":")", h.antes->fecha, R"(","fichero":")");
-      datos_.anadirTexto(texto_, QString::fromStdString(h.antes->fichero));
-      poner(R"(","registro":)", std::to_string(h.antes->registro), "},");
-    }
-    poner(R"("campo":")", h.campo != nullptr ? h.campo->nombre : std::string_view());
-    poner(R"(","codigo":")", remesa::TextoCodigo(h.codigo));
-    poner(R"(","desde":)", std::to_string(h.donde.desde), R"(,"deudor":")");
-    datos_.anadir(texto_, h.deudor);
-    poner(R"(","esperado":")");
-    principal::AnadirEsperado(texto_, h, datos_);
-    poner(R"(","fichero":")", fichero_, R"(","hasta":)", std::to_string(h.donde.hasta), R"(,"mensaje":")");
-    principal::AnadirHallazgo(texto_, h, datos_);
-    poner(R"(","nivel":")", principal::TextoNivel(h.codigo).data(), R"(","referencia":")");
-    datos_.anadir(texto_, h.referencia);
-    poner(R"(","registro":)", std::to_string(h.registro), R"(,"valor":")");
-    datos_.anadir(texto_, h.valor);
-    poner("\"}\n");
   }
 
   QString nombre_;

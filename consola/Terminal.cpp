@@ -76,20 +76,6 @@ QString Mostrable(QString texto) {
   return comunes::SinControles(std::move(texto));
 }
 
-QString CadenaJson(const QString& texto) {
-  constexpr std::u16string_view kConNombre = u"\"\\\b\f\n\r\t", kNombres = u"\"\\bfnrt";
-  QString cadena = u"\""_s;
-  for (const QChar c : texto) {
-    if (const auto n = kConNombre.find(c.unicode()); n != std::u16string_view::npos)
-      cadena += u'\\' + QString(QChar(kNombres[n]));
-    else if (c.category() == QChar::Other_Control || comunes::EsMarcaDeSentido(c))
-      cadena += u"\\u%1"_s.arg(c.unicode(), 4, 16, QChar(u'0'));
-    else
-      cadena += c;
-  }
-  return cadena + u'"';
-}
-
 QString TextoAjeno(const QString& texto, bool json) {
   if (!json) return Mostrable(texto);
   return CadenaJson(texto).sliced(1).chopped(1);

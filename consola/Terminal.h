@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "comunes/plataforma/Texto.h"
 #include "ficheros/ErrorEjecucion.h"
 #include "remesa/Fichero.h"
 
@@ -46,9 +47,7 @@ std::filesystem::path RutaDe(const std::string& argumento);
 QString Mostrable(const std::filesystem::path& ruta);
 QString Mostrable(QString texto);
 
-/// Una cadena de JSON, con sus comillas. Los controles de U+007F a U+009F, que hay terminales que obedecen, y
-/// las marcas de sentido van también escapados.
-QString CadenaJson(const QString& texto);
+using comunes::CadenaJson;
 
 /// Un texto ajeno dentro de una cadena de JSON, sin las comillas, o en una línea.
 QString TextoAjeno(const QString& texto, bool json);

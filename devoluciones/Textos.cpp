@@ -1,5 +1,6 @@
 #include "devoluciones/Textos.h"
 
+#include "comunes/plataforma/Celdas.h"
 #include "comunes/plataforma/Formatos.h"
 #include "comunes/plataforma/Texto.h"
 #include "remesa/Campos.h"
@@ -282,9 +283,8 @@ QStringList ValoresColumnas(const Lote& lote, const Cotejo* cotejo, std::size_t 
 
 QString LineaCsv(const QStringList& valores) {
   QStringList escritos;
-  for (QString valor : valores) {
-    // Lo que viene de fuera no puede ser una fórmula.
-    if (!valor.isEmpty() && u"=+-@\t\r"_s.contains(valor.front())) valor.prepend(u'\'');
+  for (const QString& suyo : valores) {
+    QString valor = comunes::SinFormula(suyo);
     if (valor.contains(u';') || valor.contains(u'"') || valor.contains(u'\n') || valor.contains(u'\r'))
       valor = u'"' + valor.replace(u"\""_s, u"\"\""_s) + u'"';
     escritos += valor;

@@ -80,7 +80,7 @@ TEST_F(LineaAcumulado, ElVeredictoSigueALaRemesa) {
   EXPECT_EQ(Dicho(v), "Remesa vacía");
   EXPECT_FALSE(v.hijo("Veredicto")->isVisible());
   auto muchos = Remesa("20260405", {});
-  muchos.insert(muchos.begin() + 2, 50'000, Adeudo("REF", "00000000100"));
+  muchos.insert(muchos.begin() + 2, 10'000, Adeudo("REF", "00000000100"));
   escribir("muchos.Q19", Fichero(muchos));
   v.Ficheros->refrescar();
   v.importar("muchos.Q19");

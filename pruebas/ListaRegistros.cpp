@@ -31,7 +31,7 @@ TEST(ListaRegistros, LosBloquesMuertosNoSeAcumulan) {
     EliminarAdeudos(lista, uno);
     RecalcularTotales(lista);
   }
-  EXPECT_LE(lista.bloques(), 64u);
+  EXPECT_LE(lista.bloques().size(), 64u);
   EXPECT_EQ(LeerCampo(lista[2], kImporteAdeudo), "999        ");
 }
 

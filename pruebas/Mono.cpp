@@ -10,6 +10,7 @@
 #include <QFile>
 #include <QPointer>
 #include <QTimer>
+#include <QUndoStack>
 #include <cstdio>
 #include <ctime>
 #include <random>
@@ -53,7 +54,7 @@ testing::AssertionResult Iguales(const Registros& unos, const Registros& otros) 
 }
 
 /// Lleva la cuenta de lo acumulado por su lado: todo cambio de la lista ha de ser uno de los que una orden
-/// hace.
+/// hace, y un paso; deshacer y rehacer llevan a las listas de antes y de después de cada uno.
 class Vigia : public QObject {
  public:
   explicit Vigia(Ventana& v) : v_(v) {
@@ -62,11 +63,18 @@ class Vigia : public QObject {
       EXPECT_TRUE(Iguales(v_.acumulado(), lista_)) << "cambió sin avisar";
       seleccion_ = v_.Acumulado->seleccion();
     });
-    connect(modelo, &QAbstractItemModel::modelReset, this, [this] { alRenovar(v_.acumulado()); });
+    connect(modelo, &QAbstractItemModel::modelReset, this, [this] {
+      apuntar([this, orden = orden_, seleccion = seleccion_, previo = Bytes(v_.Preview->lista()),
+               antes = std::exchange(lista_, v_.acumulado()),
+               ahora = lista_] { alRenovar(orden, seleccion, previo, antes, ahora); });
+    });
     connect(modelo, &QAbstractItemModel::dataChanged, this,
             [this](const QModelIndex& desde, const QModelIndex& hasta) {
-              alReescribir(v_.acumulado(), desde.row(), hasta.row());
+              apuntar([this, desde = desde.row(), hasta = hasta.row(),
+                       antes = std::exchange(lista_, v_.acumulado()),
+                       ahora = lista_] { alReescribir(antes, ahora, desde, hasta); });
             });
+    connect(pila_, &QUndoStack::indexChanged, this, &Vigia::alDarPaso);
     for (const char* boton : {"Importar", "cmdInsertar", "cmdEliminar", "Empezar"})
       connect(v.hijo(boton), &QPushButton::pressed, this, [this, boton] {
         orden_ = boton;
@@ -81,6 +89,9 @@ class Vigia : public QObject {
   void comprobar() {
     guardando_.clear();
     ASSERT_TRUE(Iguales(v_.acumulado(), lista_));
+    ASSERT_TRUE(Iguales(lista_, pasos_[static_cast<std::size_t>(pila_->index())].lista)) << "sin ser un paso";
+    for (const auto& pendiente : std::exchange(cambios_, {}))
+      pendiente();
     if (lista_.empty()) return;
     remesa::ListaRegistros otra = Lista(lista_);
     const bool caben = NumeroError([&] { remesa::RecalcularTotales(otra); }) == 0;
@@ -91,33 +102,55 @@ class Vigia : public QObject {
     ASSERT_EQ(dicho.toULongLong(), resumen.adeudos) << v_.texto("InfoAcumulado").toStdString();
   }
 
-  int importados = 0, duplicados = 0, eliminados = 0, editados = 0, guardados = 0;
+  int importados = 0, duplicados = 0, eliminados = 0, editados = 0, guardados = 0, deshechos = 0;
 
  private:
-  void alRenovar(const Registros& ahora) {
-    const Registros antes = std::exchange(lista_, ahora);
+  struct Paso {
+    const QUndoCommand* orden;
+    Registros lista;  ///< Como quedó.
+  };
+
+  // Qué orden es se sabe cuando acaba: hasta entonces, lo que ha hecho espera.
+  void apuntar(std::function<void()> cambio) { cambios_.push_back(std::move(cambio)); }
+
+  void alDarPaso(int indice) {
+    const auto i = static_cast<std::size_t>(indice);
+    const bool otraVez = i < pasos_.size() && (i == 0 || pila_->command(indice - 1) == pasos_[i].orden);
+    if (otraVez) {
+      EXPECT_TRUE(Iguales(lista_, pasos_[i].lista)) << "al deshacer o rehacer";
+      cambios_.clear();
+      recalculada_ = false;
+      ++deshechos;
+      return;
+    }
+    pasos_.resize(i);
+    pasos_.push_back({pila_->command(indice - 1), lista_});
+    for (const auto& cambio : std::exchange(cambios_, {}))
+      cambio();
+  }
+
+  void alRenovar(const std::string& orden, const std::vector<std::size_t>& seleccion, const Registros& previo,
+                 const Registros& antes, const Registros& ahora) {
     recalculada_ = true;
-    if (orden_ == "Empezar") {
+    if (orden == "Empezar") {
       EXPECT_TRUE(ahora.empty());
-    } else if (orden_ == "cmdEliminar") {
-      EXPECT_TRUE(Iguales(ahora, sinSeleccionados(antes)));
+    } else if (orden == "cmdEliminar") {
+      EXPECT_TRUE(Iguales(ahora, sinSeleccionados(antes, seleccion)));
       eliminados += static_cast<int>(antes.size() - ahora.size());
-    } else if (orden_ == "cmdInsertar") {
+    } else if (orden == "cmdInsertar") {
       EXPECT_TRUE(esDuplicado(antes, ahora));
       ++duplicados;
     } else {
       Registros esperada = SinTotales(antes);
-      const Registros previo = Bytes(v_.Preview->lista());
       const Registros nuevos =
           antes.empty() ? Filtrados(previo, {"01", "02", "03"}, true) : Filtrados(previo, {"03"}, true);
       esperada.insert(esperada.end(), nuevos.begin(), nuevos.end());
-      EXPECT_TRUE(Iguales(SinTotales(ahora), esperada)) << orden_;
+      EXPECT_TRUE(Iguales(SinTotales(ahora), esperada)) << orden;
       importados += static_cast<int>(Adeudos(nuevos));
     }
   }
 
-  void alReescribir(const Registros& ahora, int desde, int hasta) {
-    const Registros antes = std::exchange(lista_, ahora);
+  void alReescribir(const Registros& antes, const Registros& ahora, int desde, int hasta) {
     ASSERT_EQ(ahora.size(), antes.size());
     const auto fila = static_cast<std::size_t>(desde);
     if (desde == hasta) {
@@ -130,10 +163,10 @@ class Vigia : public QObject {
     EXPECT_TRUE(Iguales(SinTotales(ahora), SinTotales(antes))) << "el recálculo solo toca totales";
   }
 
-  Registros sinSeleccionados(const Registros& antes) const {
+  static Registros sinSeleccionados(const Registros& antes, const std::vector<std::size_t>& seleccion) {
     Registros quedan;
     for (std::size_t i = 0; i < antes.size(); ++i)
-      if (antes[i].substr(0, 2) != "03" || std::ranges::count(seleccion_, i) == 0) quedan.push_back(antes[i]);
+      if (antes[i].substr(0, 2) != "03" || std::ranges::count(seleccion, i) == 0) quedan.push_back(antes[i]);
     return quedan;
   }
 
@@ -159,6 +192,9 @@ class Vigia : public QObject {
   }
 
   Ventana& v_;
+  QUndoStack* pila_ = v_.frm.findChild<QUndoStack*>();
+  std::vector<Paso> pasos_{{nullptr, {}}};  // pasos_[i]: lo que hay con `i` pasos dados
+  std::vector<std::function<void()>> cambios_;
   Registros lista_;
   std::vector<std::size_t> seleccion_;
   std::string orden_;
@@ -333,8 +369,9 @@ class Mono : public QObject {
   void ordenar() {
     static constexpr const char* kBotones[] = {"Importar",    "Importar",    "Importar", "cmdInsertar",
                                                "cmdEliminar", "cmdImprimir", "Guardar"};
-    static constexpr const char* kMenus[] = {"mnuComprobar",   "mnuComprobar", "mnuTextos",    "mnuTablas",
-                                             "mnuCalculadora", "mnuTelefonos", "mnuContenido", "mnuAcercaDe"};
+    static constexpr const char* kMenus[] = {
+        "mnuComprobar", "mnuComprobar", "mnuTextos",   "mnuTablas",   "mnuCalculadora", "mnuTelefonos",
+        "mnuContenido", "mnuAcercaDe",  "mnuDeshacer", "mnuDeshacer", "mnuRehacer",     "mnuRecalcular"};
     if (vez(5)) v_.Carpetas->ponerRuta(carpeta_ + "/entradas");
     const int que = hasta(10);
     if (que < 3) {
@@ -447,12 +484,25 @@ TEST_F(PruebaMono, NadaDeLoQueHagaPierdeLoAcumulado) {
   Mono mono(v, carpeta_, static_cast<unsigned>(semilla), pasos);
   mono.correr();
   const Vigia& hecho = mono.vigia();
-  std::printf("adeudos importados %d, duplicados %d, eliminados %d; registros editados %d; guardados %d\n",
-              hecho.importados, hecho.duplicados, hecho.eliminados, hecho.editados, hecho.guardados);
+  // Y al acabar, todo lo hecho hacia atrás y otra vez hacia delante.
+  const auto repetir = [&](const char* accion, const char* rotulo) {
+    while (v.hijo<QAction>(accion)->text() != QLatin1String(rotulo) && !HasFailure())
+      v.hijo<QAction>(accion)->trigger();
+  };
+  repetir("mnuRehacer", "Re&hacer");
+  const auto rehecho = v.acumulado();
+  repetir("mnuDeshacer", "&Deshacer");
+  EXPECT_TRUE(v.acumulado().empty());
+  repetir("mnuRehacer", "Re&hacer");
+  EXPECT_TRUE(Iguales(v.acumulado(), rehecho));
+  std::printf(
+      "adeudos importados %d, duplicados %d, eliminados %d; registros editados %d; guardados %d; deshechos "
+      "%d\n",
+      hecho.importados, hecho.duplicados, hecho.eliminados, hecho.editados, hecho.guardados, hecho.deshechos);
   if (pasos < 3000) return;
   // Si no, no ha probado nada.
-  for (const int cuantos :
-       {hecho.importados, hecho.duplicados, hecho.eliminados, hecho.editados, hecho.guardados})
+  for (const int cuantos : {hecho.importados, hecho.duplicados, hecho.eliminados, hecho.editados,
+                            hecho.guardados, hecho.deshechos})
     EXPECT_GT(cuantos, 0);
 }
 

@@ -1,16 +1,22 @@
 #include "ventanas/principal/VentanaHallazgos.h"
 
 #include <QAction>
+#include <QClipboard>
+#include <QComboBox>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QTableView>
 #include <QTimer>
+#include <algorithm>
 
 #include "EnEspana.h"
 #include "VentanaPrincipal.h"
+#include "comunes/plataforma/Formatos.h"
+#include "remesa/Comprobacion.h"
 #include "ventanas/editor/EdiSEPA.h"
 
 using namespace pruebas;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -160,6 +166,91 @@ TEST_F(PruebaVentanaHallazgos, AlGuardarSeDiceYSeVe) {
   EXPECT_TRUE(v.texto("InfoPreview").startsWith("salida.Q19"));
   EXPECT_EQ(v.Preview->seleccion(), std::vector<std::size_t>{kDanado + 1});
   EXPECT_FALSE(v.hijo("VerComprobacion")->isVisible());
+}
+
+// Lo que se ve se filtra; lo que sale es todo, también lo que no cabe en la lista, y es lo que da la consola.
+TEST_F(PruebaVentanaHallazgos, SeFiltraYSaleEntero) {
+  constexpr std::size_t kMuchos = 1500;
+  auto registros = Remesa("20260406", {});
+  for (std::size_t i = 0; i < kMuchos; ++i) {
+    std::string adeudo = Adeudo("REF" + std::to_string(1000 + i), "00000001000");
+    remesa::EscribirCampo(adeudo, remesa::kNombreDeudor,
+                          i == kMuchos - 1 ? comunes::AWindows1252(u"=ZÑúñez;\"1"_s) : "Jos\xE9");
+    registros.insert(registros.end() - 3, adeudo);
+  }
+  remesa::EscribirCampo(registros[registros.size() - 3], remesa::kImporte04, "00000000000319080");
+  escribir("muchos.Q19", Fichero(registros));
+  Ventana v(carpeta_);
+  v.elegir("muchos.Q19");
+  v.hijo<QAction>("mnuComprobar")->trigger();
+  const Lista lista(v);
+  ASSERT_NE(lista.dialogo, nullptr);
+  EXPECT_TRUE(lista.resumen().endsWith("Se muestran los primeros 1.000 de cada código."))
+      << lista.resumen().toStdString();
+  const auto celda = [&](int fila, int columna) {
+    return lista.visor->model()->index(fila, columna).data().toString();
+  };
+  const int total = lista.fila("E403");
+  EXPECT_EQ(celda(total, 5) + '|' + celda(total, 6), "3.190,80 €|15.000,00 €");
+
+  auto* nivel = lista.dialogo->findChild<QComboBox*>("Nivel");
+  auto* codigo = lista.dialogo->findChild<QComboBox*>("Codigo");
+  auto* buscado = lista.dialogo->findChild<QLineEdit*>("Buscado");
+  const auto filas = [&] { return lista.visor->model()->rowCount(); };
+  const int todas = filas();
+  nivel->setCurrentIndex(2);
+  EXPECT_EQ(lista.fila("E403"), -1);
+  nivel->setCurrentIndex(0);
+  codigo->setCurrentIndex(codigo->findText("A301 (1.500)"));
+  EXPECT_EQ(filas(), 1000);
+  buscado->setText(u"zÑUñ"_s);  // sin acentos ni mayúsculas, y más allá de los primeros
+  EXPECT_TRUE(QTest::qWaitFor([&] { return filas() == 1; }, 10'000)) << filas();
+  EXPECT_EQ(celda(0, 3), u"=ZÑúñez;\"1"_s);
+
+  // Con el filtro puesto, sale todo.
+  std::size_t hay = 0;
+  remesa::ComprobarFichero(carpeta_ / "muchos.Q19", comunes::Hoy(), [&](remesa::Hallazgo&&) { ++hay; });
+  for (const auto& [boton, nombre] : {std::pair{"cmdCsv", "sale.csv"}, {"cmdJson", "sale.json"}}) {
+    const ConDestino destino(carpeta_ / nombre);
+    QTest::mouseClick(lista.dialogo->findChild<QPushButton*>(boton), Qt::LeftButton);
+  }
+  const std::string csv = leer(carpeta_ / "sale.csv"), json = leer(carpeta_ / "sale.json");
+  EXPECT_EQ(static_cast<std::size_t>(std::ranges::count(csv, '\n')), hay + 1);
+  EXPECT_TRUE(csv.starts_with("\xEF\xBB\xBFNivel;"));
+  EXPECT_NE(csv.find(";3190,80;15000,00;"), std::string::npos);
+  EXPECT_NE(csv.find(";\"'=ZÑúñez;\"\"1\";"), std::string::npos) << "ni fórmula ni celda de más";
+  EXPECT_EQ(static_cast<std::size_t>(std::ranges::count(json, '\n')), hay);
+  EXPECT_NE(json.find(R"("nivel":"error","referencia":"","registro":1503,"valor":"00000000000319080"})"),
+            std::string::npos);
+  QTest::mouseClick(lista.dialogo->findChild<QPushButton*>("cmdCopiar"), Qt::LeftButton);
+  EXPECT_EQ(static_cast<std::size_t>(QApplication::clipboard()->text().count('\n')), hay + 1);
+  QTest::keyClick(lista.visor, Qt::Key_C, Qt::ControlModifier);
+  EXPECT_EQ(QApplication::clipboard()->text().count('\n'), 2);
+  QTest::keyClick(lista.dialogo, Qt::Key_Escape);  // deja de buscar; la ventana sigue
+  codigo->setCurrentIndex(0);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return filas() == todas; }, 10'000));
+}
+
+// En el editor, al lado del campo, mientras no se cambie.
+TEST_F(PruebaVentanaHallazgos, EnElEditorAlLadoDelCampo) {
+  Ventana v(carpeta_);
+  v.importar("mala.Q19");
+  QTimer::singleShot(0, [&] {
+    auto* editor = qobject_cast<editor::EdiSEPA*>(QApplication::activeModalWidget());
+    ASSERT_NE(editor, nullptr);
+    auto* caja = editor->findChild<QLineEdit*>("cpo6");
+    auto* dicho = editor->findChild<QLabel*>("obs6");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return dicho->text().startsWith("Error E308: «RCRU»"); }, 20'000))
+        << dicho->text().toStdString();
+    EXPECT_TRUE(dicho->isVisible() && editor->findChild<QLabel*>("sen6")->isVisible());
+    EXPECT_TRUE(caja->accessibleDescription().contains("E308"));
+    caja->setText("RCUR");
+    QTest::mouseClick(editor->findChild<QPushButton*>("cmdSiguiente"), Qt::LeftButton);
+    EXPECT_FALSE(dicho->text().contains("E308"));
+    QTest::mouseClick(editor->findChild<QPushButton*>("cmdAnterior"), Qt::LeftButton);
+    editor->reject();  // con una comprobación a medias
+  });
+  emit v.Acumulado->dobleClic(kDanado);
 }
 
 }  // namespace

@@ -6,9 +6,12 @@
 #include <QDropEvent>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QSet>
+#include <QShortcut>
 #include <QTimer>
 
 #include "comunes/impresion/Impresora.h"
+#include "comunes/plataforma/Enlace.h"
 
 using namespace pruebas;
 
@@ -233,6 +236,13 @@ TEST_F(VentanaPrincipal, UnRecalculoQueDesbordaDejaLoHecho) {
   EXPECT_TRUE(v.importado());
   EXPECT_FALSE(v.texto("AvisoAcumulado").isEmpty());
   EXPECT_EQ(v.texto("InfoAcumulado"), "2 ficheros · 3 adeudos · 21.474.866,47 €");
+  const auto aMedias = v.acumulado();
+  QTest::keyClick(&v.frm, Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(v.texto("InfoAcumulado"), "1 fichero · 1 adeudo · 21.474.836,47 €");
+  EXPECT_FALSE(v.importado());
+  QTest::keyClick(&v.frm, Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_EQ(v.acumulado(), aMedias);
+  EXPECT_TRUE(v.importado());
 }
 
 TEST_F(VentanaPrincipal, NombresQueSoloSeDistinguenPorLasMayusculas) {
@@ -291,7 +301,6 @@ TEST_F(VentanaPrincipal, SoltarUnFicheroEsElegirlo) {
 
 TEST_F(VentanaPrincipal, ControlesTeclasYOrden) {
   Ventana v(carpeta_);
-  QString mnemonicos;
   for (const auto& [nombre, ayuda] :
        {std::pair{"Importar", "Importar"},
         {"Empezar", "Empezar"},
@@ -307,18 +316,43 @@ TEST_F(VentanaPrincipal, ControlesTeclasYOrden) {
     EXPECT_EQ(boton->toolTip(), ayuda);
     EXPECT_TRUE(boton->isEnabled());
     EXPECT_EQ(boton->font().family(), "MS Shell Dlg 2") << nombre;
-    mnemonicos += QKeySequence::mnemonic(boton->text()).toString();
   }
-  for (const char* nombre : {"etiDisco", "etiCarpetas", "etiFicheros", "etiPreview", "etiAcumulado"})
-    mnemonicos += QKeySequence::mnemonic(v.texto(nombre)).toString();
-  mnemonicos += QKeySequence::mnemonic(v.hijo<QCheckBox>("Bloques")->text()).toString();
-  for (const QAction* menu : v.hijo<QMenuBar>("Menu")->actions())
-    mnemonicos += QKeySequence::mnemonic(menu->text()).toString();
-  mnemonicos.remove("Alt+");
-  std::sort(mnemonicos.begin(), mnemonicos.end());
-  EXPECT_EQ(mnemonicos.size(), 19);
-  EXPECT_EQ(std::adjacent_find(mnemonicos.begin(), mnemonicos.end()), mnemonicos.end())
-      << mnemonicos.toStdString();
+  // Ninguna letra subrayada está dos veces en la ventana (los enlaces no cuentan) ni en un menú, y ninguna
+  // tecla da dos órdenes.
+  const auto distintas = [](const QStringList& rotulos, const char* donde) {
+    QMap<QString, QString> vistas;
+    for (const QString& rotulo : rotulos) {
+      const QString letra = QKeySequence::mnemonic(rotulo).toString();
+      EXPECT_FALSE(!letra.isEmpty() && vistas.contains(letra))
+          << donde << ": " << rotulo.toStdString() << " y " << vistas[letra].toStdString();
+      vistas.insert(letra, rotulo);
+    }
+  };
+  QStringList rotulos;
+  for (const auto* boton : v.frm.findChildren<QAbstractButton*>())
+    if (qobject_cast<const comunes::Enlace*>(boton) == nullptr) rotulos << boton->text();
+  for (const auto* etiqueta : v.frm.findChildren<QLabel*>())
+    if (etiqueta->buddy() != nullptr) rotulos << etiqueta->text();
+  QStringList deMenus;
+  for (const QAction* menu : v.hijo<QMenuBar>("Menu")->actions()) {
+    rotulos << menu->text();
+    QStringList suyos;
+    for (const QAction* orden : menu->menu()->actions())
+      suyos << orden->text();
+    distintas(suyos, "menú");
+    deMenus += suyos;
+  }
+  distintas(rotulos, "ventana");
+  EXPECT_GE(rotulos.size(), 19);
+  EXPECT_GE(deMenus.size(), 25);
+  QSet<QString> teclas;
+  for (const auto* orden : v.frm.findChildren<QAction*>())
+    for (const QKeySequence& tecla : orden->shortcuts()) {
+      EXPECT_FALSE(teclas.contains(tecla.toString())) << tecla.toString().toStdString();
+      teclas << tecla.toString();
+    }
+  for (const auto* atajo : v.frm.findChildren<QShortcut*>())
+    EXPECT_FALSE(teclas.contains(atajo->key().toString())) << atajo->key().toString().toStdString();
   for (auto* lista : {v.Preview, v.Acumulado})
     EXPECT_EQ(lista->font().family(), "Courier New");
   for (const char* nombre : {"Disco", "Carpetas", "Ficheros", "Preview", "Acumulado", "VisorPrt"})
@@ -329,13 +363,13 @@ TEST_F(VentanaPrincipal, ControlesTeclasYOrden) {
 
   v.Ficheros->setFocus();
   QStringList orden;
-  for (int i = 0; i < 15; ++i) {
+  for (int i = 0; i < 18; ++i) {
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     orden << QApplication::focusWidget()->objectName();
   }
-  EXPECT_EQ(orden, QStringList({"Preview", "Importar", "Bloques", "Acumulado", "Empezar", "cmdInsertar",
-                                "cmdEliminar", "RefI", "SoloAdeudos", "cmdImprimir", "cmdComprobar",
-                                "Guardar", "Salir", "Disco", "Carpetas"}));
+  EXPECT_EQ(orden, QStringList({"VerTexto", "Preview", "Importar", "Bloques", "Acumulado", "VerEjemplos",
+                                "ElegirCarpeta", "Empezar", "cmdInsertar", "cmdEliminar", "RefI", "SoloAdeudos", "cmdImprimir",
+                                "cmdComprobar", "Guardar", "Salir", "Disco", "Carpetas"}));
 }
 
 TEST_F(VentanaPrincipal, ImprimirEnUnDocumento) {

@@ -1,14 +1,22 @@
 #include "ventanas/principal/VistaRegistros.h"
 
 #include <QAccessible>
+#include <QClipboard>
+#include <QContextMenuEvent>
 #include <QMouseEvent>
+#include <QRadioButton>
 #include <QScrollBar>
 
+#include "EnEspana.h"
 #include "VentanaPrincipal.h"
 #include "ventanas/principal/AccesibleLista.h"
+#include "ventanas/principal/CabeceraColumnas.h"
+#include "ventanas/principal/CopiaRegistros.h"
 #include "ventanas/principal/ReglaPosiciones.h"
 
 using namespace principal;
+
+using Lectura = pruebas::Carpeta;
 
 TEST(VistaRegistros, LoQueSobraSeVeYLoInvisibleConSuSigno) {
   VistaRegistros vista;
@@ -136,4 +144,83 @@ TEST(VistaRegistros, LasAyudasTecnicasLaManejanEntera) {
   EXPECT_EQ(lista->childCount(), 2);
   EXPECT_EQ(lista->child(1)->text(QAccessible::Name), "otro");
   EXPECT_EQ(lista->child(2), nullptr);
+}
+
+TEST(VistaRegistros, EnColumnasSonLosMismosRegistros) {
+  PrepararAccesibilidadListas();
+  const pruebas::EnEspana espana;
+  VistaRegistros vista;
+  vista.setSelectionMode(QAbstractItemView::ExtendedSelection);
+  vista.resize(900, 200);
+  std::vector<std::string> registros{pruebas::Presentador()};
+  for (int i = 1; i <= 50; ++i) {
+    registros.push_back(pruebas::Adeudo("R" + std::to_string(i), remesa::CifrasDe(i * 100 + 5, 11)));
+    remesa::EscribirCampo(registros.back(), remesa::kNombreDeudor, i == 21 ? "=1+1" : "Ana");
+  }
+  vista.poner(pruebas::Lista(registros));
+  vista.show();
+  vista.seleccionar(std::vector<std::size_t>{20, 21, 22});
+  vista.ponerActual(21);
+  vista.verticalScrollBar()->setValue(19);
+  vista.ponerModo(VistaRegistros::Modo::Columnas);
+  EXPECT_EQ(vista.seleccion(), (std::vector<std::size_t>{20, 21, 22}));
+  EXPECT_EQ(vista.actual(), 21);
+  EXPECT_EQ(vista.verticalScrollBar()->value(), 19) << "se sigue viendo lo mismo";
+  QAccessibleInterface* lista = QAccessible::queryAccessibleInterface(&vista);
+  EXPECT_EQ(lista->child(21)->text(QAccessible::Name), "22 · Adeudo · =1+1 · 21,05 · R21");
+  EXPECT_EQ(lista->child(21)->text(QAccessible::Description), "=1+1 · 21,05 € · sin cuenta");
+
+  // El campo que hay bajo el ratón es el de su columna, y un clic con el derecho cambia o no la selección.
+  CabeceraColumnas& cabecera = vista.cabecera();
+  const auto celda = [&](int fila, Columna columna) {
+    return QPoint(cabecera.sectionViewportPosition(static_cast<int>(columna)) + 3,
+                  vista.visualRect(vista.model()->index(fila, 0)).center().y());
+  };
+  std::pair<int, int> bajo;
+  QObject::connect(&vista, &VistaRegistros::bajoRaton, [&](int fila, int posicion) {
+    bajo = {fila, posicion};
+  });
+  int menus = 0;
+  QObject::connect(&vista, &VistaRegistros::menuPedido, [&] { ++menus; });
+  const auto derecho = [&](int fila) {
+    const QPoint punto = celda(fila, Columna::Nombre);
+    QTest::mouseClick(vista.viewport(), Qt::RightButton, {}, punto);
+    QContextMenuEvent evento(QContextMenuEvent::Mouse, punto, vista.viewport()->mapToGlobal(punto));
+    QApplication::sendEvent(vista.viewport(), &evento);
+  };
+  const QPoint importe = celda(21, Columna::Importe);
+  QMouseEvent mover(QEvent::MouseMove, importe, vista.viewport()->mapToGlobal(importe), Qt::NoButton, {}, {});
+  QApplication::sendEvent(vista.viewport(), &mover);
+  EXPECT_EQ(bajo, (std::pair{21, remesa::kImporteAdeudo.desde}));
+  derecho(22);
+  EXPECT_EQ(vista.seleccion(), (std::vector<std::size_t>{20, 21, 22})) << "lo ya seleccionado se queda";
+  derecho(23);
+  EXPECT_EQ(vista.seleccion(), std::vector<std::size_t>{23});
+  QTest::keyClick(&vista, Qt::Key_F10, Qt::ShiftModifier);
+  EXPECT_EQ(menus, 3);
+
+  cabecera.hideSection(static_cast<int>(Columna::Numero));
+  vista.seleccionar(std::vector<std::size_t>{21, 22});
+  EXPECT_EQ(Copiar(vista, Copia::Tabla), 2U);
+  const QStringList lineas = QGuiApplication::clipboard()->text().split('\n');
+  EXPECT_TRUE(lineas[0].startsWith("Registro\tNombre\tImporte\t"));
+  EXPECT_TRUE(lineas[1].startsWith("Adeudo\t'=1+1\t21,05\t\tR21\t"));
+  Copiar(vista, Copia::Texto);
+  EXPECT_EQ(QGuiApplication::clipboard()->text().toStdString(), registros[21] + "\n" + registros[22] + "\n");
+}
+
+TEST_F(Lectura, LasDosListasSeLeenIgualYLaFranjaDiceElActual) {
+  const pruebas::EnEspana espana;
+  escribir("una.Q19", pruebas::Fichero(pruebas::Remesa("20261201", {"00000005210"})));
+  pruebas::Ventana ventana(carpeta_);
+  ventana.importar("una.Q19");
+  ventana.Acumulado->seleccionarSolo(2);
+  EXPECT_EQ(ventana.texto("FranjaAcumulado"), "sin nombre · 52,10 € · sin cuenta");
+  QTest::keyClick(&ventana.frm, Qt::Key_T, Qt::ControlModifier);
+  for (const VistaRegistros* lista : {ventana.Preview, ventana.Acumulado})
+    EXPECT_EQ(lista->modo(), VistaRegistros::Modo::Columnas);
+  ventana.Preview->cabecera().hideSection(4);
+  EXPECT_TRUE(ventana.Acumulado->cabecera().isSectionHidden(4));
+  QTest::mouseClick(ventana.hijo<QRadioButton>("VerTexto"), Qt::LeftButton);
+  EXPECT_EQ(ventana.Acumulado->modo(), VistaRegistros::Modo::Texto);
 }

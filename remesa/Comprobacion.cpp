@@ -100,7 +100,7 @@ ResultadoComprobacion ComprobarFichero(const std::filesystem::path& ruta, Dia ho
 
 ResultadoComprobacion ComprobarLista(const ListaRegistros& lista, Dia hoy, const ReceptorHallazgos& recibir,
                                      bool comoGuardada, const AvanceComprobacion& avance) {
-  constexpr std::size_t kCadaAvance = 4096;
+  constexpr std::size_t kCadaAvance = 256;  // menos de un milisegundo: se puede esperar a que se detenga
   ReglasComprobacion comprobador(hoy, recibir);
   FinesDeLinea fines;
   const FinLinea ultimo = comoGuardada ? FinLinea::CRLF : FinLinea::Ninguno;

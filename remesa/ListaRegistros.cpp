@@ -33,10 +33,43 @@ void ListaRegistros::anadirDe(const ListaRegistros& otra, std::span<const std::s
 }
 
 void ListaRegistros::sustituir(std::size_t i, std::string_view bytes) {
-  auto datos = std::make_shared_for_overwrite<char[]>(bytes.size());
-  bytes.copy(datos.get(), bytes.size());
-  registros_[i] = {datos.get(), bytes.size()};
-  guardarBloque({std::move(datos), bytes.size()});
+  char* donde = bytes.empty() ? nullptr : reservar(bytes.size());
+  bytes.copy(donde, bytes.size());
+  registros_[i] = {donde, bytes.size()};
+}
+
+char* ListaRegistros::reservar(std::size_t largo) {
+  constexpr std::size_t kPrimero = std::size_t{4} << 10;
+  constexpr std::size_t kMayor = std::size_t{256} << 10;
+  if (sueltos_) {
+    const std::size_t desde = sueltos_->usado.fetch_add(largo);
+    if (desde + largo <= sueltos_->largo) return sueltos_->datos.get() + desde;
+  }
+  const std::size_t siguiente = sueltos_ ? std::min(2 * sueltos_->largo, kMayor) : kPrimero;
+  auto nuevo = std::make_shared<Sueltos>();
+  nuevo->largo = std::max(siguiente, largo);
+  nuevo->datos = std::make_shared_for_overwrite<char[]>(nuevo->largo);
+  nuevo->usado = largo;
+  // Antes de añadirlo: aún no lo mira nadie.
+  if (bloques_.size() >= limiteBloques_) soltarBloquesMuertos();
+  bloques_.push_back({nuevo->datos, nuevo->largo});
+  sueltos_ = std::move(nuevo);
+  return sueltos_->datos.get();
+}
+
+std::size_t ListaRegistros::memoria() const noexcept {
+  return registros_.capacity() * sizeof(std::string_view) + bloques_.capacity() * sizeof(Bloque);
+}
+
+void ListaRegistros::ajustarMemoria() {
+  if (registros_.capacity() - registros_.size() > registros_.size() / 8) registros_.shrink_to_fit();
+  bloques_.shrink_to_fit();
+}
+
+bool ListaRegistros::operator==(const ListaRegistros& otra) const noexcept {
+  return std::ranges::equal(registros_, otra.registros_, [](std::string_view uno, std::string_view otro) {
+    return uno.size() == otro.size() && (uno.data() == otro.data() || uno == otro);
+  });
 }
 
 void ListaRegistros::duplicar(std::size_t i, std::size_t donde) {
@@ -100,6 +133,9 @@ void ListaRegistros::soltarBloquesMuertos() {
   for (std::size_t i = 0; i < bloques_.size(); ++i)
     if (vivo[i] && quedan++ != i) bloques_[quedan - 1] = std::move(bloques_[i]);
   bloques_.resize(quedan);
+  // Sin nadie que lo mire, el que se estaba llenando se ha soltado.
+  if (sueltos_ && !std::ranges::binary_search(bloques_, sueltos_->datos.get(), antes, inicio))
+    sueltos_.reset();
   limiteBloques_ = std::max(kBloquesMinimos, 2 * quedan);
 }
 

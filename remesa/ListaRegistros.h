@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <memory>
 #include <span>
@@ -39,7 +40,7 @@ class ListaRegistros {
   void anadir(std::string_view bytes);
   /// Añade registros de `otra` (por índice) sin copiar sus bytes. `otra` puede ser la misma lista.
   void anadirDe(const ListaRegistros& otra, std::span<const std::size_t> indices);
-  /// Sustituye el registro `i` por `bytes`, que pasa a ser un bloque propio.
+  /// Sustituye el registro `i` por una copia de `bytes`.
   void sustituir(std::size_t i, std::string_view bytes);
   /// Inserta una copia del registro `i` en `donde`.
   void duplicar(std::size_t i, std::size_t donde);
@@ -49,15 +50,29 @@ class ListaRegistros {
   /// Deja solo los registros de `indices`, en ese orden.
   void elegir(std::span<const std::size_t> indices);
 
-  /// Bloques vivos: para comprobar que no se acumulan.
-  std::size_t bloques() const noexcept { return bloques_.size(); }
+  /// Bloques que mantiene vivos.
+  std::span<const Bloque> bloques() const noexcept { return bloques_; }
+  /// Bytes que ocupa la lista, sin los de sus bloques.
+  std::size_t memoria() const noexcept;
+  /// Devuelve la memoria que tiene de reserva, si es bastante para que merezca la pena.
+  void ajustarMemoria();
+  /// Los mismos registros en el mismo orden, sin leer los que son los mismos bytes en memoria.
+  bool operator==(const ListaRegistros& otra) const noexcept;
 
  private:
+  /// Bloque que se va llenando; las copias de la lista escriben en él cada una en su sitio.
+  struct Sueltos {
+    std::shared_ptr<char[]> datos;
+    std::size_t largo;
+    std::atomic<std::size_t> usado = 0;
+  };
+  char* reservar(std::size_t largo);
   void guardarBloque(Bloque bloque);
   void soltarBloquesMuertos();
 
   std::vector<std::string_view> registros_;
   std::vector<Bloque> bloques_;
+  std::shared_ptr<Sueltos> sueltos_;  // su bloque está en bloques_
   std::size_t limiteBloques_ = kBloquesMinimos;
   static constexpr std::size_t kBloquesMinimos = 64;
 };

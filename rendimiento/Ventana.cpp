@@ -1,15 +1,20 @@
 // Lo que el operador espera en la ventana, con remesas de diez mil a un millón de adeudos.
 #include <benchmark/benchmark.h>
 
+#include <QAction>
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <algorithm>
 #include <fstream>
 
 #include "comunes/dialogos/MyBox.h"
 #include "comunes/plataforma/Aplicacion.h"
+#include "ventanas/principal/Historia.h"
+#include "ventanas/principal/LineaRemesa.h"
 #include "ventanas/principal/ListaCarpetas.h"
 #include "ventanas/principal/ListaFicheros.h"
 #include "ventanas/principal/VistaRegistros.h"
@@ -24,6 +29,22 @@ constexpr std::size_t kRegistro = 600;
 std::string Registro(std::string cabeza) {
   cabeza.resize(kRegistro, ' ');
   return cabeza + "\r\n";
+}
+
+/// Con lo que se lee de un adeudo.
+std::string Adeudo() {
+  std::string registro = Registro("0319143003SOCIO-00001");
+  const std::pair<std::size_t, const char*> datos[] = {{45, "SEPA/00001"},
+                                                       {80, "RCUR"},
+                                                       {88, "00000000100"},
+                                                       {99, "20180823"},
+                                                       {118, "Sofia Quinones Martin"},
+                                                       {402, "A"},
+                                                       {403, "ES9121000418450200051332"},
+                                                       {441, "Cuota de diciembre de 2026"}};
+  for (const auto& [donde, dato] : datos)
+    registro.replace(donde, std::string_view(dato).size(), dato);
+  return registro;
 }
 
 constexpr int kTamanos[] = {10'000, 100'000, 1'000'000};
@@ -51,6 +72,7 @@ class Banco {
     return ventana_.findChild<Control*>(QLatin1String(nombre));
   }
   principal::VistaRegistros& acumulado() { return *hijo<principal::VistaRegistros>("Acumulado"); }
+  const principal::Historia& historia() { return *ventana_.findChild<principal::Historia*>(); }
   void pulsar(const char* boton) {
     hijo<QPushButton>(boton)->click();
     pintar();
@@ -81,7 +103,7 @@ class Banco {
   void escribir(int adeudos) {
     std::ofstream fichero(carpeta_.filePath(Nombre(adeudos)).toStdString(), std::ios::binary);
     fichero << Registro("0119143001") << Registro("0219143002");
-    const std::string entero = Registro("0319143003" + std::string(78, ' ') + "00000000100");
+    const std::string entero = Adeudo();
     for (int i = 0; i < adeudos; ++i)
       fichero << entero;
     for (const char* codigo : {"04", "05", "99"})
@@ -176,6 +198,26 @@ void Desplazar(benchmark::State& estado) {
   }
 }
 
+/// Lo mismo, leyendo los registros en columnas.
+void DesplazarColumnas(benchmark::State& estado) {
+  using Modo = principal::VistaRegistros::Modo;
+  banco().acumulado().ponerModo(Modo::Columnas);
+  Desplazar(estado);
+  banco().acumulado().ponerModo(Modo::Texto);
+}
+
+/// Pasar de texto a columnas, o al revés, sin dejar de ver la misma fila.
+void CambiarModo(benchmark::State& estado) {
+  using Modo = principal::VistaRegistros::Modo;
+  banco().llenar(estado.range(0));
+  for (auto _ : estado) {
+    const bool texto = banco().acumulado().modo() == Modo::Texto;
+    banco().acumulado().ponerModo(texto ? Modo::Columnas : Modo::Texto);
+    banco().pintar();
+  }
+  banco().acumulado().ponerModo(Modo::Texto);
+}
+
 /// Abrir y cerrar el editor en un registro del medio.
 void AbrirEditor(benchmark::State& estado) {
   const Contesta contesta;
@@ -183,6 +225,58 @@ void AbrirEditor(benchmark::State& estado) {
   for (auto _ : estado) {
     emit banco().acumulado().dobleClic(static_cast<int>(estado.range(0) / 2));
     banco().pintar();
+  }
+}
+
+void Accionar(const char* orden) {
+  banco().hijo<QAction>(orden)->trigger();
+  banco().pintar();
+}
+
+/// Deshacer y rehacer una eliminación. MB, lo que ocupa cada paso; los registros, aparte.
+void Deshacer(benchmark::State& estado) {
+  const Contesta contesta;
+  banco().llenar(estado.range(0));
+  banco().acumulado().seleccionar(banco().dispersos());
+  banco().pulsar("cmdEliminar");
+  for (auto _ : estado) {
+    Accionar("mnuDeshacer");
+    Accionar("mnuRehacer");
+  }
+  const auto ocupado = banco().historia().ocupacion({});
+  estado.counters["MB por paso"] = static_cast<double>(ocupado.propia) /
+                                   static_cast<double>(std::max<std::size_t>(ocupado.pasos, 1)) / 1e6;
+}
+
+/// Desde que se inserta un adeudo hasta que la línea dice lo que su comprobación, con lo que se espera a que
+/// la remesa esté quieta; y lo más que mientras tanto la ventana tarda en atender algo.
+void Veredicto(benchmark::State& estado) {
+  banco().llenar(estado.range(0));
+  banco().acumulado().seleccionarSolo(static_cast<int>(estado.range(0) / 2));
+  const auto* linea = banco().hijo<principal::LineaRemesa>("InfoAcumulado");
+  qint64 peor = 0;
+  for (auto _ : estado) {
+    banco().pulsar("cmdInsertar");
+    while (linea->accessibleName().contains(u"Comprobando…"_s)) {
+      QElapsedTimer reloj;
+      reloj.start();
+      QApplication::processEvents();
+      peor = std::max(peor, reloj.nsecsElapsed());
+    }
+  }
+  estado.counters["peor_ms"] = static_cast<double>(peor) / 1e6;
+}
+
+/// Sumar lo seleccionado, que es todo.
+void SumarSeleccion(benchmark::State& estado) {
+  banco().llenar(estado.range(0));
+  const auto* linea = banco().hijo<principal::LineaRemesa>("InfoAcumulado");
+  for (auto _ : estado) {
+    banco().acumulado().clearSelection();
+    banco().pintar();
+    banco().acumulado().selectAll();
+    while (!linea->accessibleName().contains(u"Selección"_s))
+      QApplication::processEvents();
   }
 }
 
@@ -201,7 +295,12 @@ BENCHMARK(Insertar)->Name("Ventana: insertar")->Apply(Tamanos);
 BENCHMARK(Eliminar)->Name("Ventana: eliminar uno de cada cien")->Apply(Tamanos)->Iterations(3);
 BENCHMARK(Seleccionar)->Name("Ventana: seleccionar uno de cada cien")->Apply(Tamanos);
 BENCHMARK(Desplazar)->Name("Ventana: desplazar la lista")->Apply(Tamanos);
+BENCHMARK(DesplazarColumnas)->Name("Ventana: desplazar la lista en columnas")->Apply(Tamanos);
+BENCHMARK(CambiarModo)->Name("Ventana: pasar de texto a columnas")->Apply(Tamanos);
+BENCHMARK(Veredicto)->Name("Ventana: del cambio al veredicto")->Apply(Tamanos)->Iterations(3);
+BENCHMARK(SumarSeleccion)->Name("Ventana: seleccionar todo y sumarlo")->Apply(Tamanos)->Iterations(5);
 BENCHMARK(AbrirEditor)->Name("Ventana: abrir y cerrar el editor")->Apply(Tamanos);
+BENCHMARK(Deshacer)->Name("Ventana: deshacer y rehacer una eliminación")->Apply(Tamanos);
 
 int main(int argc, char** argv) {
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");

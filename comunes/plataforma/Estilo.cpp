@@ -41,15 +41,19 @@ class EstiloLegible : public QProxyStyle {
   void drawPrimitive(PrimitiveElement cual, const QStyleOption* opcion, QPainter* pintor,
                      const QWidget* control) const override {
     QProxyStyle::drawPrimitive(cual, opcion, pintor, control);
-    if (cual != PE_IndicatorCheckBox || opcion->palette.color(QPalette::Window).lightness() >= kOscuro)
+    const bool redondo = cual == PE_IndicatorRadioButton;
+    if ((cual != PE_IndicatorCheckBox && !redondo) ||
+        opcion->palette.color(QPalette::Window).lightness() >= kOscuro)
       return;
-    // El borde de una casilla sin marcar es más oscuro que el fondo, también sobre uno oscuro.
+    // El borde de una casilla o de un botón redondo es más oscuro que el fondo, también sobre uno oscuro.
     QColor borde = opcion->palette.color(QPalette::WindowText);
     borde.setAlphaF(0.7F);
     pintor->save();
     pintor->setPen(borde);
     pintor->setBrush(Qt::NoBrush);
-    pintor->drawRect(opcion->rect.adjusted(0, 0, -1, -1));
+    pintor->setRenderHint(QPainter::Antialiasing, redondo);
+    const QRect contorno = opcion->rect.adjusted(0, 0, -1, -1);
+    redondo ? pintor->drawEllipse(contorno) : pintor->drawRect(contorno);
     pintor->restore();
   }
 };

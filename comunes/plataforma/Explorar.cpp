@@ -20,6 +20,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr int kCarpetaElegida = 2;  // además de lo que un diálogo contesta de por sí
+
 /// Filtro de QFileDialog: los patrones van entre paréntesis al final, que el diálogo no enseña.
 QString filtroQt(const FiltroFicheros& filtro) {
   QStringList patrones = filtro.patrones.split(u';', Qt::SkipEmptyParts);
@@ -74,6 +76,21 @@ void dejarGuardar(QFileDialog& dialogo) {
       Qt::QueuedConnection);
 }
 
+/// Un botón más, que acepta la carpeta resaltada o, sin ella, la que se ve.
+void ofrecerCarpeta(QFileDialog& dialogo) {
+  auto* botones = dialogo.findChild<QDialogButtonBox*>();
+  QPushButton* boton = botones->addButton(u"Elegir la &carpeta"_s, QDialogButtonBox::ActionRole);
+  boton->setObjectName(u"ElegirEstaCarpeta"_s);
+  // `done` y no `accept`, que en una carpeta entra.
+  QObject::connect(boton, &QPushButton::clicked, &dialogo,
+                   [&dialogo] { static_cast<QDialog&>(dialogo).done(kCarpetaElegida); });
+}
+
+QString carpetaDe(const QFileDialog& dialogo) {
+  const QFileInfo resaltado(dialogo.selectedFiles().value(0));
+  return resaltado.isDir() ? resaltado.filePath() : dialogo.directory().absolutePath();
+}
+
 QStringList elegirConDialogo(const PeticionFicheros& peticion) {
   QFileDialog dialogo(peticion.propietario, peticion.titulo, peticion.carpeta);
   dialogo.setObjectName(u"DialogoFichero"_s);
@@ -82,17 +99,21 @@ QStringList elegirConDialogo(const PeticionFicheros& peticion) {
   dialogo.setFileMode(varios ? QFileDialog::ExistingFiles : QFileDialog::AnyFile);
   dialogo.setOption(QFileDialog::DontConfirmOverwrite);
   dialogo.setOption(QFileDialog::HideNameFilterDetails);
-  dialogo.setOption(QFileDialog::DontUseNativeDialog, !DialogoDelSistema());
-  if (!DialogoDelSistema()) {
+  const bool delSistema = DialogoDelSistema() && !peticion.valeCarpeta;
+  dialogo.setOption(QFileDialog::DontUseNativeDialog, !delSistema);
+  if (!delSistema) {
     dialogo.setProxyModel(new DatosEnEspanol(&dialogo));
     if (!peticion.abrir) dejarGuardar(dialogo);
+    if (peticion.valeCarpeta) ofrecerCarpeta(dialogo);
   }
   QStringList filtros;
   for (const FiltroFicheros& filtro : peticion.filtros)
     filtros.append(filtroQt(filtro));
   if (!filtros.isEmpty()) dialogo.setNameFilters(filtros);
   if (!peticion.nombre.isEmpty()) dialogo.selectFile(peticion.nombre);
-  return dialogo.exec() == QDialog::Accepted ? dialogo.selectedFiles() : QStringList();
+  const int respuesta = dialogo.exec();
+  if (respuesta == kCarpetaElegida) return {carpetaDe(dialogo)};
+  return respuesta == QDialog::Accepted ? dialogo.selectedFiles() : QStringList();
 }
 
 SelectorFicheros& selector() {
@@ -144,6 +165,13 @@ QString DialogoCarpeta(QWidget* Propietario, const QString& Titulo, const QStrin
   dialogo.setOption(QFileDialog::ShowDirsOnly);
   dialogo.setOption(QFileDialog::DontUseNativeDialog, !DialogoDelSistema());
   return dialogo.exec() == QDialog::Accepted ? dialogo.selectedFiles().value(0) : QString();
+}
+
+QString DialogoCarpetaOFichero(QWidget* Propietario, const QString& Titulo, const QString& Carpeta,
+                               const QString& Filtro) {
+  const QStringList elegidas = selector()(
+      {true, Propietario, Titulo, carpetaInicial(Carpeta), ConstruirFiltro(Filtro), false, {}, true});
+  return elegidas.isEmpty() ? QString() : RutaAbsoluta(elegidas.first());
 }
 
 QString DialogoFichero(bool Abrir, QWidget* Propietario, const QString& Carpeta, const QString& Filtro,

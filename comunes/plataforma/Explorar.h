@@ -42,6 +42,11 @@ QString DialogoFichero(bool Abrir, QWidget* Propietario, const QString& Carpeta,
 /// La carpeta que elija el operador, empezando en `Carpeta`; "" si cancela.
 QString DialogoCarpeta(QWidget* Propietario, const QString& Titulo, const QString& Carpeta);
 
+/// La carpeta o el fichero que exista y que elija el operador, empezando en `Carpeta`; "" si cancela. Es
+/// siempre el diálogo del toolkit: los de los sistemas eligen una cosa o la otra.
+QString DialogoCarpetaOFichero(QWidget* Propietario, const QString& Titulo, const QString& Carpeta,
+                               const QString& Filtro);
+
 /// Lo que se pide al selector de ficheros; la carpeta ya existe.
 struct PeticionFicheros {
   bool abrir;
@@ -51,6 +56,7 @@ struct PeticionFicheros {
   QList<FiltroFicheros> filtros;
   bool multiple;
   QString nombre;
+  bool valeCarpeta = false;  ///< Lo elegido puede ser una carpeta.
 };
 /// Devuelve las rutas elegidas; ninguna, si se cancela.
 using SelectorFicheros = std::function<QStringList(const PeticionFicheros&)>;

@@ -79,9 +79,10 @@ class Perfil {
       if (const auto nombre = nombreSeccion(linea(pos))) secciones_.try_emplace(plegar(*nombre), pos);
   }
 
-  std::string_view valor(const std::string& seccion, const std::string& clave) const {
+  /// Sin valor si la clave no está.
+  std::optional<std::string_view> valor(const std::string& seccion, const std::string& clave) const {
     const auto hallada = secciones_.find(plegar(recortar(seccion)));
-    if (hallada == secciones_.end()) return {};
+    if (hallada == secciones_.end()) return std::nullopt;
     const std::string buscada = plegar(recortar(clave));
     for (std::size_t pos = hallada->second; pos < bytes_.size();) {
       const std::string_view actual = linea(pos);
@@ -92,9 +93,9 @@ class Perfil {
       // Una línea sin "=" es una clave sin valor, que tapa a las que la siguen; una en blanco no es nada.
       if (igual != std::string_view::npos)
         return sinComillas(recortar(actual.substr(igual + 1))).substr(0, kLongitudMaxima);
-      if (!nombre.empty()) return {};
+      if (!nombre.empty()) return std::string_view();
     }
-    return {};
+    return std::nullopt;
   }
 
  private:
@@ -153,6 +154,16 @@ void avisarGrande(const QString& ruta) {
                    QCoreApplication::applicationName());
 }
 
+/// El perfil de un fichero de ajustes; nulo si no lo hay o no lo es.
+const Perfil* buscarPerfil(const QString& fichero) {
+  const QFileInfo datos(fichero);
+  // Abrir una tubería o un dispositivo podría no volver nunca.
+  if (!datos.isFile()) return nullptr;
+  if (datos.size() <= kTamanoMaximo) return &perfilDe(datos);
+  avisarGrande(datos.absoluteFilePath());
+  return nullptr;
+}
+
 }  // namespace
 
 QString ReadINI(const QString& Fichero, const QString& Seccion, const QString& Clave,
@@ -162,15 +173,15 @@ QString ReadINI(const QString& Fichero, const QString& Seccion, const QString& C
                      QCoreApplication::applicationName());
     return Defecto;
   }
-  const QFileInfo datos(Fichero);
-  // Abrir una tubería o un dispositivo podría no volver nunca.
-  if (!datos.isFile()) return Defecto;
-  if (datos.size() > kTamanoMaximo) {
-    avisarGrande(datos.absoluteFilePath());
-    return Defecto;
-  }
-  const std::string_view valor = perfilDe(datos).valor(AWindows1252(Seccion), AWindows1252(Clave));
+  const Perfil* perfil = buscarPerfil(Fichero);
+  if (perfil == nullptr) return Defecto;
+  const std::string_view valor = perfil->valor(AWindows1252(Seccion), AWindows1252(Clave)).value_or("");
   return valor.empty() ? Defecto : DesdeWindows1252(valor);
+}
+
+bool EstaEnINI(const QString& Fichero, const QString& Seccion, const QString& Clave) {
+  const Perfil* perfil = buscarPerfil(Fichero);
+  return perfil != nullptr && perfil->valor(AWindows1252(Seccion), AWindows1252(Clave)).has_value();
 }
 
 }  // namespace comunes

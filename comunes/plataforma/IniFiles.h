@@ -12,4 +12,7 @@ extern QString RutaAjustes;
 /// el valor está vacío. Lee como GetPrivateProfileStringA: 2047 bytes a lo más.
 QString ReadINI(const QString& Fichero, const QString& Seccion, const QString& Clave, const QString& Defecto);
 
+/// Si la clave está, aunque sea vacía.
+bool EstaEnINI(const QString& Fichero, const QString& Seccion, const QString& Clave);
+
 }  // namespace comunes

@@ -90,6 +90,20 @@ QString ConMarcasEscritas(const QString& texto) {
   return escrito;
 }
 
+QString CadenaJson(const QString& texto) {
+  constexpr std::u16string_view kConNombre = u"\"\\\b\f\n\r\t", kNombres = u"\"\\bfnrt";
+  QString cadena = u"\""_s;
+  for (const QChar c : texto) {
+    if (const auto n = kConNombre.find(c.unicode()); n != std::u16string_view::npos)
+      cadena += u'\\' + QString(QChar(kNombres[n]));
+    else if (c.category() == QChar::Other_Control || EsMarcaDeSentido(c))
+      cadena += u"\\u%1"_s.arg(c.unicode(), 4, 16, QChar(u'0'));
+    else
+      cadena += c;
+  }
+  return cadena + u'"';
+}
+
 QString SinControles(QString texto) {
   for (QChar& c : texto)
     if ((c.unicode() < 0x20 || c.unicode() >= 0x7F) && c.category() == QChar::Other_Control)

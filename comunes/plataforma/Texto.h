@@ -46,6 +46,10 @@ QString ConMarcasEscritas(const QString& texto);
 /// enseñarlo en una línea.
 QString SinControles(QString texto);
 
+/// Una cadena de JSON, con sus comillas. Los controles de U+007F a U+009F, que hay terminales que obedecen, y
+/// las marcas de sentido van también escapados.
+QString CadenaJson(const QString& texto);
+
 /// Mayúsculas letra a letra, como las de los nombres de fichero: la "ß" no tiene y se queda.
 QString Mayusculas(QString texto);
 

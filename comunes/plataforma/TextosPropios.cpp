@@ -13,6 +13,9 @@ struct Texto {
 };
 
 constexpr std::array kTextos{
+    Texto{"Ctrl", "Ctrl"},
+    Texto{"Shift", "Mayús"},
+    Texto{"Del", "Supr"},
     Texto{"Drive", "Unidad"},
     Texto{"Folder", "Carpeta"},
     Texto{"File Folder", "Carpeta de archivos"},

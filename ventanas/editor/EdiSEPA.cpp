@@ -5,6 +5,7 @@
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QScopedValueRollback>
 #include <QShortcut>
@@ -59,6 +60,10 @@ EdiSEPA::EdiSEPA(ListaAcumulado& lista, int tipo, QWidget* propietario)
   ui_->Ayuda->setMinimumHeight(3 * ui_->Ayuda->fontMetrics().lineSpacing());
   conectar();
   cargar();
+  // De partida, todos los campos que quepan en la pantalla sin desplazarlos.
+  const int marco = 2 * ui_->Desplazable->frameWidth();
+  resize(width(), std::max(height(), layout()->sizeHint().height() - ui_->Desplazable->sizeHint().height() +
+                                         ui_->Formulario->sizeHint().height() + marco));
   comunes::DisponerVentana(*this);
   enfocarPosicion(lista.posicion);
 }
@@ -114,6 +119,24 @@ void EdiSEPA::cargar() {
       comunes::FormatoNumero(static_cast<double>(lista_.registros.size()), 0)));
   mostrarAviso();
   setUpdatesEnabled(true);
+  if (!lista_.hallazgos) return;
+  lista_.hallazgos(lista_.actual, [this, editor = QPointer<EdiSEPA>(this)](const auto& hallazgos) {
+    if (editor) mostrarHallazgos(hallazgos);
+  });
+}
+
+void EdiSEPA::mostrarHallazgos(const std::vector<HallazgoCampo>& hallazgos) {
+  for (std::size_t i = 0; i < descripcion_.campos.size(); ++i) {
+    const CampoDescrito& campo = descripcion_.campos[i];
+    std::vector<HallazgoCampo> suyos;
+    std::ranges::copy_if(hallazgos, std::back_inserter(suyos), [&](const HallazgoCampo& h) {
+      return h.desde >= campo.desde && h.desde < campo.desde + campo.longitud;
+    });
+    filas_[i]->PonerHallazgos(suyos);
+  }
+  // Lo que aparece encima del campo en que se está no lo saca de la vista.
+  ui_->Formulario->layout()->activate();
+  if (FilaCampo* fila = filaConFoco()) entrarEn(fila);
 }
 
 void EdiSEPA::preparar(Descripcion nueva) {
@@ -273,6 +296,7 @@ void EdiSEPA::aceptar() {
     return;
   }
   const auto indice = static_cast<std::size_t>(lista_.actual);
+  if (lista_.cambiando) lista_.cambiando();
   lista_.registros.sustituir(indice, EscribirRegistro(descripcion_.campos, textos(), originales()));
   sustituido_ = true;
   std::erase_if(perdidos_, [this](const Perdido& p) { return p.indice == lista_.actual; });

@@ -44,6 +44,7 @@ class EdiSEPA : public QDialog {
   void conectar();
   void cargar();
   void preparar(Descripcion nueva);
+  void mostrarHallazgos(const std::vector<HallazgoCampo>& hallazgos);
   void mostrarAviso();
   void mover(int paso);
   void aceptar();

@@ -52,6 +52,7 @@ FilaCampo::FilaCampo(int indice, QGridLayout& rejilla, QObject* padre) : QObject
   opcional_ = etiqueta("opc", indice, formulario);
   observacion_ = etiqueta("obs", indice, formulario);
   observacion_->setWordWrap(true);
+  senal_ = etiqueta("sen", indice, formulario);
   quitar_ = new comunes::Enlace(formulario);
   quitar_->setObjectName(u"quitar%1"_s.arg(indice));
   quitar_->setText(u"Quitar acentos"_s);
@@ -82,6 +83,7 @@ FilaCampo::FilaCampo(int indice, QGridLayout& rejilla, QObject* padre) : QObject
   auto* debajo = new QHBoxLayout;
   debajo->setSpacing(10);
   debajo->addWidget(quitar_, 0, Qt::AlignTop);
+  debajo->addWidget(senal_, 0, Qt::AlignTop);
   debajo->addWidget(observacion_, 1);
   rejilla.addLayout(debajo, fila + 1, 1);
   Ocultar();
@@ -125,12 +127,21 @@ void FilaCampo::Preparar(const CampoDescrito& campo) {
   ayuda_->setVisible(campo.ayuda != Ayuda::Ninguna);
 }
 
+comunes::Pictograma FilaCampo::nivelVisto() const {
+  return conHallazgos_ && conError_ ? comunes::Pictograma::Error : comunes::Pictograma::Aviso;
+}
+
 void FilaCampo::PonerColores() {
   const QPalette general = rotulo_->palette();
   ayuda_->setIcon(pide_ ? IconoAyuda(general.color(QPalette::WindowText)) : QIcon());
   QPalette aviso = general;
-  aviso.setColor(QPalette::WindowText, comunes::ColorAviso(general));
+  const auto nivel = nivelVisto();
+  aviso.setColor(QPalette::WindowText, comunes::ColorDeIcono(nivel, general));
   observacion_->setPalette(aviso);
+  if (conHallazgos_) {
+    const int lado = senal_->fontMetrics().height();
+    senal_->setPixmap(comunes::Icono(nivel).pixmap({lado, lado}, senal_->devicePixelRatioF()));
+  }
   // Un campo que no se cambia se lee igual de bien; lo distingue el fondo.
   QPalette fija = general;
   for (const auto papel : {QPalette::Text, QPalette::ButtonText})
@@ -155,6 +166,7 @@ void FilaCampo::ajustarAncho() {
 void FilaCampo::Poner(const QString& valor) {
   original_ = valor;
   rechazo_.clear();
+  hallazgos_.clear();
   comunes::PonerTexto(caja_, valor);
   caja_->setCursorPosition(0);
   refrescar();
@@ -165,7 +177,8 @@ void FilaCampo::Ocultar() {
   opcional_->clear();
   for (QWidget* control :
        {static_cast<QWidget*>(rotulo_), static_cast<QWidget*>(caja_), static_cast<QWidget*>(opcional_),
-        static_cast<QWidget*>(ayuda_), static_cast<QWidget*>(observacion_), static_cast<QWidget*>(quitar_)})
+        static_cast<QWidget*>(ayuda_), static_cast<QWidget*>(senal_), static_cast<QWidget*>(observacion_),
+        static_cast<QWidget*>(quitar_)})
     control->setVisible(false);
 }
 
@@ -232,6 +245,15 @@ void FilaCampo::Pedir() {
   siguiente->setFocus(Qt::TabFocusReason);
 }
 
+void FilaCampo::PonerHallazgos(const std::vector<HallazgoCampo>& hallazgos) {
+  QStringList textos;
+  for (const HallazgoCampo& hallazgo : hallazgos)
+    textos += hallazgo.texto;
+  conError_ = std::ranges::any_of(hallazgos, &HallazgoCampo::error);
+  hallazgos_ = textos.join(u'\n');
+  if (!dicho_) refrescar();
+}
+
 void FilaCampo::alEntrar() {
   emit haEntrado(this);
 }
@@ -255,8 +277,13 @@ void FilaCampo::refrescar() {
   if (!rechazo_.isEmpty() && !Cambiado()) avisos << rechazo_;
   if (const QString observacion = Observacion(campo_, texto, original_); !observacion.isEmpty())
     avisos << observacion;
-  observacion_->setText(avisos.join(u' '));
-  observacion_->setVisible(!ocultada_ && !avisos.isEmpty());
+  const bool antes = std::exchange(conHallazgos_, !ocultada_ && !hallazgos_.isEmpty() && !Cambiado());
+  QString todo = avisos.join(u' ');
+  if (conHallazgos_) todo = todo.isEmpty() ? hallazgos_ : hallazgos_ + u'\n' + todo;
+  observacion_->setText(todo);
+  observacion_->setVisible(!ocultada_ && !todo.isEmpty());
+  senal_->setVisible(conHallazgos_);
+  if (conHallazgos_ || antes) PonerColores();
   quitar_->setVisible(Usable() &&
                       FormaLegible(campo_, texto) != texto.normalized(QString::NormalizationForm_C));
   accesible();

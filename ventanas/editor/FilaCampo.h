@@ -2,7 +2,9 @@
 
 #include <QObject>
 
+#include "comunes/plataforma/Iconos.h"
 #include "ventanas/editor/Descripciones.h"
+#include "ventanas/editor/EditarSEPA.h"
 
 namespace comunes {
 class Enlace;
@@ -16,8 +18,8 @@ class QToolButton;
 namespace editor {
 
 /// Una fila de la ventana: rótulo, caja, marca "OP", ayuda y, debajo, la observación sobre lo escrito, con el
-/// enlace que quita los acentos. Los controles se llaman eti, cpo, opc, edi, obs y quitar, con el número de
-/// la fila. Se crea una vez y sirve para cualquier campo.
+/// enlace que quita los acentos. Los controles se llaman eti, cpo, opc, edi, sen, obs y quitar, con el número
+/// de la fila. Se crea una vez y sirve para cualquier campo.
 class FilaCampo : public QObject {
   Q_OBJECT
 
@@ -30,6 +32,8 @@ class FilaCampo : public QObject {
   /// Pone el valor leído del registro, que queda como original.
   void Poner(const QString& valor);
   void Ocultar();
+  /// Lo que la comprobación dice del valor leído; se ve mientras no se cambie.
+  void PonerHallazgos(const std::vector<HallazgoCampo>& hallazgos);
 
   const CampoDescrito& Campo() const { return campo_; }
   const QString& Original() const { return original_; }
@@ -63,13 +67,17 @@ class FilaCampo : public QObject {
   void refrescar();
   void decir(const QString& motivo);
   void accesible();
+  comunes::Pictograma nivelVisto() const;
   void ajustarAncho();
   void quitarAcentos();
 
   CampoDescrito campo_;
   QString original_;
-  QString rechazo_;     // lo que se rechazó al restaurar, y por qué
-  bool dicho_ = false;  // la observación dice por qué no se escribió una tecla
+  QString rechazo_;    // lo que se rechazó al restaurar, y por qué
+  QString hallazgos_;  // lo que la comprobación dice del original
+  bool conError_ = false;
+  bool conHallazgos_ = false;  // se ven
+  bool dicho_ = false;         // la observación dice por qué no se escribió una tecla
   bool ocultada_ = true;
   bool pide_ = false;  // la ayuda admite pedir el valor
   QLabel* rotulo_;
@@ -77,6 +85,7 @@ class FilaCampo : public QObject {
   QLabel* opcional_;
   QToolButton* ayuda_;
   QLabel* observacion_;
+  QLabel* senal_;
   comunes::Enlace* quitar_;
 };
 

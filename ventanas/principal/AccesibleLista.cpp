@@ -8,6 +8,7 @@
 
 #include "ventanas/principal/ListaCarpetas.h"
 #include "ventanas/principal/ListaFicheros.h"
+#include "ventanas/principal/RegistroEnPalabras.h"
 #include "ventanas/principal/VistaRegistros.h"
 
 namespace principal {
@@ -35,7 +36,14 @@ class AccesibleFila : public QAccessibleInterface, public QAccessibleActionInter
   QAccessible::Role role() const override { return QAccessible::ListItem; }
 
   QString text(QAccessible::Text que) const override {
-    if (que == QAccessible::Name) return indice_.data().toString();
+    const auto* registros = qobject_cast<const VistaRegistros*>(vista_.data());
+    if (registros && indice_.isValid() && que == QAccessible::Name) return registros->textoFila(fila());
+    if (registros && indice_.isValid() && que == QAccessible::Description)
+      return EnPalabras(registros->lista()[static_cast<std::size_t>(fila())]);
+    if (que == QAccessible::Name) {
+      const QString suyo = indice_.data(Qt::AccessibleTextRole).toString();
+      return suyo.isEmpty() ? indice_.data().toString() : suyo;
+    }
     return que == QAccessible::Description ? indice_.data(Qt::AccessibleDescriptionRole).toString()
                                            : QString();
   }

@@ -65,12 +65,16 @@ bool frmUnirQ19::CargarFichero(const QString& ruta, VistaRegistros& lista) {
     rechazar(ruta, leida.rechazo.first(1).toLower() + leida.rechazo.sliced(1));
     return false;
   }
+  ponerLeida(ruta, std::move(leida), lista);
+  return true;
+}
+
+void frmUnirQ19::ponerLeida(const QString& ruta, RemesaTomada leida, VistaRegistros& lista) {
   rutaActual_ = ruta;
   FicheroActual = comunes::Mayusculas(ruta);
   ui_->Importado->setVisible(FicherosImportados.contains(u'[' + FicheroActual + u']'));
-  perdidas_ = leida.perdidas;
+  perdidas_ = std::move(leida.perdidas);
   lista.poner(std::move(leida.lista));
-  return true;
 }
 
 void frmUnirQ19::cargarInicial(const QString& lineaOrdenes) {
@@ -81,15 +85,18 @@ void frmUnirQ19::cargarInicial(const QString& lineaOrdenes) {
   if (mirarDevoluciones(ruta)) return abrirDevoluciones({ruta});
   if (!EsQ19(ruta)) return;
   const comunes::Reloj reloj;
-  if (!CargarFichero(ruta, *ui_->Acumulado)) return;
-  FicherosImportados = u'[' + FicheroActual + u']';
-  rutasImportadas_ = {{FicheroActual, rutaActual_}};
-  mirarAcumulado();
-  mirarDuenos();
+  comoUnPaso(u"abrir "_s + QFileInfo(ruta).fileName(), [&] {
+    if (!CargarFichero(ruta, *ui_->Acumulado)) return;
+    FicherosImportados = u'[' + FicheroActual + u']';
+    rutasImportadas_ = {{FicheroActual, rutaActual_}};
+    mirarAcumulado();
+    mirarDuenos();
+  });
   // Nada se previsualiza antes: se dice en cuanto está.
   if (const QStringList perdidas = std::exchange(perdidas_, {}); !perdidas.isEmpty())
-    comunes::Avisar(u"Lo que dice %1 y no cabe en sus registros:;;"_s.arg(QFileInfo(ruta).fileName()) +
-                    EnCaja(perdidas));
+    comunes::Avisar(
+        u"Lo que dice %1 y no cabe en sus registros:;;"_s.arg(EnCaja({QFileInfo(ruta).fileName()})) +
+        EnCaja(perdidas));
 }
 
 void frmUnirQ19::elegir(const QString& ruta) {
@@ -110,6 +117,10 @@ void frmUnirQ19::elegir(const QString& ruta) {
              conocido != nullptr ? QString::fromStdString(conocido->texto()) : u"no se ha podido leer"_s);
     throw;
   }
+  previsualizado(ruta, marca);
+}
+
+void frmUnirQ19::previsualizado(const QString& ruta, const QString& marca) {
   const comunes::Reloj reloj;
   rutaPreview_ = ruta;
   marcaPreview_ = marca;

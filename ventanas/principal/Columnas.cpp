@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "comunes/plataforma/Texto.h"
-#include "ventanas/principal/ModeloRegistros.h"
+#include "ventanas/principal/TextoVisible.h"
 
 namespace principal {
 

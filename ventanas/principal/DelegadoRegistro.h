@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QStyledItemDelegate>
+#include <string_view>
 
 namespace principal {
 
@@ -15,6 +16,13 @@ class DelegadoRegistro : public QStyledItemDelegate {
 
   void paint(QPainter* pintor, const QStyleOptionViewItem& opcion, const QModelIndex& indice) const override;
   QSize sizeHint(const QStyleOptionViewItem& opcion, const QModelIndex& indice) const override;
+
+ protected:
+  /// Fondo y marcas son iguales se lea como se lea. `visible`, la parte de la fila que se ve; `tinta`, la del
+  /// texto.
+  virtual void pintarContenido(QPainter& pintor, const QRect& fila, const QRect& visible, const QColor& tinta,
+                               int indice) const;
+  const VistaRegistros& vista() const { return *vista_; }
 
  private:
   VistaRegistros* vista_;

@@ -22,9 +22,13 @@ void frmUnirQ19::abrirDevoluciones(const QStringList& rutas) {
 
 bool frmUnirQ19::mirarDevoluciones(const QString& ruta) {
   const bool es = devoluciones::EsDeDevoluciones(comunes::ARuta(ruta));
-  devueltos_ = es ? ruta : QString();
-  ui_->AbrirDevoluciones->setVisible(es);
+  ponerDevueltos(es ? ruta : QString());
   return es;
+}
+
+void frmUnirQ19::ponerDevueltos(const QString& ruta) {
+  devueltos_ = ruta;
+  ui_->AbrirDevoluciones->setVisible(!ruta.isEmpty());
 }
 
 QString frmUnirQ19::avisoDevoluciones() const {
@@ -42,10 +46,12 @@ bool frmUnirQ19::presentarOtraVez(remesa::ListaRegistros nueva) {
                               TextoCuenta(resumenAcumulado_.adeudos, u"adeudo"_s, u"adeudos"_s)),
                           2))
     return false;
-  empezar();
-  ui_->Acumulado->poner(std::move(nueva));
+  comoUnPaso(u"presentar otra vez"_s, [&] {
+    empezar();
+    ui_->Acumulado->poner(std::move(nueva));
+    mirarAcumulado();
+  });
   decir(u"Remesa hecha con adeudos devueltos: revísela y guárdela."_s);
-  mirarAcumulado();
   return true;
 }
 

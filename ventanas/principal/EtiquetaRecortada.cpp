@@ -11,8 +11,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Más que esto no se pide: un nombre largo no debe dejar sin sitio a los avisos de al lado.
-constexpr int kCaracteresPedidos = 50;
 constexpr int kCaracteresMinimos = 8;
 
 }  // namespace
@@ -21,9 +19,19 @@ EtiquetaRecortada::EtiquetaRecortada(QWidget* padre) : QLabel(padre) {
   setTextFormat(Qt::PlainText);
 }
 
+void EtiquetaRecortada::ponerRecorte(Qt::TextElideMode recorte) {
+  recorte_ = recorte;
+  update();
+}
+
+void EtiquetaRecortada::ponerPedidos(int caracteres) {
+  pedidos_ = caracteres;
+  updateGeometry();
+}
+
 QSize EtiquetaRecortada::sizeHint() const {
   const int texto = fontMetrics().horizontalAdvance(text()) + 2;
-  return {std::min(texto, kCaracteresPedidos * fontMetrics().averageCharWidth()), minimumSizeHint().height()};
+  return {std::min(texto, pedidos_ * fontMetrics().averageCharWidth()), minimumSizeHint().height()};
 }
 
 QSize EtiquetaRecortada::minimumSizeHint() const {
@@ -44,7 +52,7 @@ void EtiquetaRecortada::paintEvent(QPaintEvent*) {
   QStylePainter pintor(this);
   pintor.setPen(palette().color(foregroundRole()));
   pintor.drawText(rect(), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                  fontMetrics().elidedText(text(), Qt::ElideMiddle, width()));
+                  fontMetrics().elidedText(text(), recorte_, width()));
 }
 
 }  // namespace principal

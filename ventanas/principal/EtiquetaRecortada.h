@@ -4,13 +4,17 @@
 
 namespace principal {
 
-/// Etiqueta de una línea: lo que no cabe se quita del medio y se lee entero en la ayuda del ratón. El texto
-/// viene de fuera: nunca es marcado. Para las ayudas técnicas es siempre el entero.
+/// Etiqueta de una línea: lo que no cabe se quita, del medio si no se dice otra cosa, y se lee entero en la
+/// ayuda del ratón. El texto viene de fuera: nunca es marcado. Para las ayudas técnicas es siempre el entero.
 class EtiquetaRecortada : public QLabel {
   Q_OBJECT
 
  public:
   explicit EtiquetaRecortada(QWidget* padre = nullptr);
+
+  void ponerRecorte(Qt::TextElideMode recorte);
+  /// El ancho que pide a lo más, en caracteres.
+  void ponerPedidos(int caracteres);
 
   QSize minimumSizeHint() const override;
   QSize sizeHint() const override;
@@ -18,6 +22,11 @@ class EtiquetaRecortada : public QLabel {
  protected:
   bool event(QEvent* evento) override;
   void paintEvent(QPaintEvent* evento) override;
+
+ private:
+  Qt::TextElideMode recorte_ = Qt::ElideMiddle;
+  // Más que esto no se pide: un nombre largo no debe dejar sin sitio a los avisos de al lado.
+  int pedidos_ = 50;
 };
 
 }  // namespace principal

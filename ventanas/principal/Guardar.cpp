@@ -13,6 +13,7 @@
 #include "remesa/Fichero.h"
 #include "remesa/Guardado.h"
 #include "ui_frmUnirQ19.h"
+#include "ventanas/principal/LugarVacio.h"
 #include "ventanas/principal/Navegador.h"
 #include "ventanas/principal/TextosComprobacion.h"
 #include "ventanas/principal/TextosObservacion.h"
@@ -74,24 +75,41 @@ void frmUnirQ19::guardar() {
   } catch (const comunes::TrabajoDetenido&) {
     return decir(u"Guardado detenido: el fichero no se ha escrito y la remesa sigue aquí."_s);
   }
-  ui_->Empezar->click();
+  cuantoGuardado_ = loQueHay();
+  comparadaGuardada_ = antecedentes_->comparada();
+  const bool vaciada = comoUnPaso(u"vaciar tras guardar"_s, [this] { ui_->Empezar->click(); });
   navegador_->refrescar();
+  antecedentes_->refrescar();
   guardado_ = comunes::RutaAbsoluta(ruta);
   veredicto_ = std::move(veredicto);
-  decir(u"Guardado en %1. Comprobando…"_s.arg(guardado_));
+  decir(u"Guardado %1. Comprobando…"_s.arg(dondeGuardado()));
+  ui_->Deshacer->setVisible(vaciada);
+  lugar_->ponerGuardado(guardado_, cuantoGuardado_, vaciada);
   veredicto_->alLlegar([this](const Veredicto::Resultado& resultado) { contarGuardado(resultado); });
 }
 
+QString frmUnirQ19::dondeGuardado() const {
+  return cuantoGuardado_.isEmpty() ? u"en "_s + guardado_ : u"(%1) en %2"_s.arg(cuantoGuardado_, guardado_);
+}
+
 void frmUnirQ19::contarGuardado(const Veredicto::Resultado& resultado) {
-  if (!resultado) {
-    decir(u"Guardado en %1. No se ha podido comprobar."_s.arg(guardado_));
-    return ui_->VerComprobacion->show();
-  }
+  // Si ya se ha dado otra orden, lo que se enseña y se puede deshacer es lo suyo.
+  const bool deshacible = !ui_->Deshacer->isHidden();
+  const bool sigue = lugar_->conGuardado();
+  const std::uint64_t errores = resultado ? resultado->errores + comparadaGuardada_.errores : 0;
+  const std::uint64_t avisos = resultado ? resultado->avisos + comparadaGuardada_.avisos : 0;
+  const QString recuento =
+      resultado ? TextoRecuento(errores, avisos) : u"No se ha podido comprobar."_s;
   // El resultado, delante: una ruta larga se recorta.
-  const QString recuento = TextoRecuento(resultado->errores, resultado->avisos);
-  decir((resultado->errores == 0 ? u"Guardado %1 en %2"_s : u"Guardado con %1 en %2"_s)
-            .arg(recuento, guardado_));
-  ui_->VerComprobacion->setVisible(resultado->errores + resultado->avisos > 0);
+  if (!resultado)
+    decir(u"Guardado %1. %2"_s.arg(dondeGuardado(), recuento));
+  else
+    decir((errores > 0 ? u"Guardado con %1 %2"_s : u"Guardado %1 %2"_s).arg(recuento, dondeGuardado()));
+  ui_->VerComprobacion->setVisible(!resultado || errores + avisos > 0);
+  ui_->Deshacer->setVisible(deshacible);
+  if (!sigue) return;
+  lugar_->ponerGuardado(guardado_, cuantoGuardado_, deshacible);
+  lugar_->ponerVeredicto(resultado ? u"Comprobada: "_s + recuento : recuento, errores > 0);
 }
 
 }  // namespace principal

@@ -5,6 +5,8 @@
 #include "ficheros/Rutas.h"
 #include "remesa/Campos.h"
 #include "ui_frmUnirQ19.h"
+#include "ventanas/principal/LugarVacio.h"
+#include "ventanas/principal/Navegador.h"
 #include "ventanas/principal/TextosObservacion.h"
 #include "ventanas/principal/frmUnirQ19.h"
 
@@ -30,9 +32,12 @@ void frmUnirQ19::mirarAcumulado() {
 }
 
 void frmUnirQ19::mostrarObservaciones() {
-  ui_->InfoPreview->setText(rutaPreview_.isEmpty()
-                                ? u"Ningún fichero previsualizado"_s
-                                : TextoFichero(QFileInfo(rutaPreview_).fileName(), resumenPreview_));
+  const auto elegidos = navegador_->elegidos().size();
+  ui_->InfoPreview->setText((elegidos > 1 ? u"%1 ficheros elegidos · "_s.arg(elegidos) : QString()) +
+                            (rutaPreview_.isEmpty()
+                                 ? u"Ningún fichero previsualizado"_s
+                                 : TextoFichero(QFileInfo(rutaPreview_).fileName(), resumenPreview_)));
+  ui_->Ficheros->renovarSenales();
   const auto ficheros = static_cast<std::size_t>(rutasImportadas_.size());
   if (resumenAcumulado_.vacia())
     ui_->InfoAcumulado->ponerCuenta(u"Remesa vacía"_s, {});
@@ -49,7 +54,15 @@ void frmUnirQ19::mostrarObservaciones() {
   const bool seRecalculan = std::ranges::any_of(observaciones, [](const remesa::Observacion& o) {
     return o.clase == remesa::ClaseObservacion::TotalesNoCuadran;
   });
-  ui_->AvisoAcumulado->ponerAvisos(avisoMezcla() + TextosObservaciones(observaciones), seRecalculan);
+  ui_->AvisoAcumulado->ponerAvisos(avisoMezcla() + avisoGuardada() + TextosObservaciones(observaciones), seRecalculan);
+}
+
+QString frmUnirQ19::loQueHay() const {
+  if (resumenAcumulado_.vacia()) return {};
+  const auto ficheros = static_cast<std::size_t>(rutasImportadas_.size());
+  return u"%1, %2, %3"_s.arg(TextoCuenta(ficheros, u"fichero"_s, u"ficheros"_s),
+                             TextoCuenta(resumenAcumulado_.adeudos, u"adeudo"_s, u"adeudos"_s),
+                             TextoEuros(resumenAcumulado_.importe));
 }
 
 frmUnirQ19::AvisosPreview frmUnirQ19::avisosPreview() const {
@@ -83,31 +96,12 @@ frmUnirQ19::AvisosPreview frmUnirQ19::avisosPreview() const {
   return avisos;
 }
 
-void frmUnirQ19::mostrarPosicion(const VistaRegistros& lista, int fila, int posicion) {
-  QString texto;
-  if (posicion > 0) {
-    texto = u"Posición %1"_s.arg(posicion);
-    // Sobre la regla vale el registro actual.
-    const int registro = fila >= 0 ? fila : lista.actual();
-    if (registro >= 0) {
-      if (const remesa::Campo* campo =
-              remesa::CampoEn(lista.lista()[static_cast<std::size_t>(registro)], posicion)) {
-        texto +=
-            u" · %1 (%2-%3)"_s
-                .arg(QString::fromUtf8(campo->nombre.data(), static_cast<qsizetype>(campo->nombre.size())))
-                .arg(campo->donde.desde)
-                .arg(campo->donde.hasta);
-      }
-      texto = u"Registro %1 · "_s.arg(registro + 1) + texto;
-    }
-  }
-  ui_->EstadoPosicion->setText(texto);
-}
-
 void frmUnirQ19::decir(const QString& texto) {
   ui_->EstadoMensaje->setText(comunes::ConMarcasEscritas(texto));
   ui_->AbrirListado->hide();
   ui_->VerComprobacion->hide();
+  ui_->Deshacer->hide();
+  lugar_->olvidarGuardado();
 }
 
 }  // namespace principal

@@ -6,6 +6,7 @@
 #include "comunes/plataforma/Texto.h"
 #include "comunes/plataforma/Ventanas.h"
 #include "ui_frmUnirQ19.h"
+#include "ventanas/principal/Antecedentes.h"
 #include "ventanas/principal/SumaSeleccion.h"
 #include "ventanas/principal/TextosObservacion.h"
 #include "ventanas/principal/VigiaVeredicto.h"
@@ -51,8 +52,12 @@ void frmUnirQ19::mostrarVeredicto() {
       return linea.ponerVeredicto(E::Comprobando);
     case VigiaVeredicto::Estado::Fallida:
       return linea.ponerVeredicto(E::Fallida);
-    case VigiaVeredicto::Estado::Comprobada:
-      return linea.ponerVeredicto(E::Comprobada, vigia_->resultado().errores, vigia_->resultado().avisos);
+    case VigiaVeredicto::Estado::Comprobada: {
+      const Antecedentes::Comparada antes =
+          antecedentes_ != nullptr ? antecedentes_->comparada() : Antecedentes::Comparada();
+      return linea.ponerVeredicto(E::Comprobada, vigia_->resultado().errores + antes.errores,
+                                  vigia_->resultado().avisos + antes.avisos);
+    }
   }
 }
 

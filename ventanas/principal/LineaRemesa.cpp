@@ -16,6 +16,7 @@ namespace {
 
 constexpr double kLetraTotal = 1.5;  // veces la letra corriente
 constexpr int kCaracteresLinea = 24;
+constexpr int kCaracteresPlegada = 40;
 constexpr int kAireSenal = 4;  // píxeles entre la señal y lo que dice
 const QString kEntre = u" · "_s;
 
@@ -82,7 +83,10 @@ QFont LineaRemesa::letraTotal() const {
 }
 
 QSize LineaRemesa::minimumSizeHint() const {
-  return {kCaracteresLinea * fontMetrics().averageCharWidth(),
+  // Plegada comparte línea: el total y el veredicto, si no son desmedidos, han de caber.
+  const int caracter = fontMetrics().averageCharWidth();
+  const int ancho = plegada_ ? std::min(anchoTotal() + anchoVeredicto(), kCaracteresPlegada * caracter) : 0;
+  return {std::max(kCaracteresLinea * caracter, ancho),
           std::max(QFontMetrics(letraTotal()).height(), fontMetrics().height()) + 2};
 }
 

@@ -1,5 +1,6 @@
 #include "ventanas/principal/ListaCarpetas.h"
 
+#include <QContextMenuEvent>
 #include <QDir>
 #include <QKeyEvent>
 #include <QScopedValueRollback>
@@ -135,6 +136,7 @@ void ListaCarpetas::keyPressEvent(QKeyEvent* evento) {
     default:
       break;
   }
+  if (evento->key() == Qt::Key_F10 && evento->modifiers() == Qt::ShiftModifier) return pedirMenu();
   const QScopedValueRollback propio(aMano_, true);
   QListWidget::keyPressEvent(evento);
 }
@@ -142,6 +144,18 @@ void ListaCarpetas::keyPressEvent(QKeyEvent* evento) {
 void ListaCarpetas::focusInEvent(QFocusEvent* evento) {
   const QScopedValueRollback propio(aMano_, true);
   QListWidget::focusInEvent(evento);
+}
+
+void ListaCarpetas::contextMenuEvent(QContextMenuEvent* evento) {
+  if (evento->reason() == QContextMenuEvent::Keyboard) return pedirMenu();
+  const QModelIndex cual = indexAt(evento->pos());
+  emit menuPedido(cual.data(kRuta).toString(), evento->globalPos());
+}
+
+/// Con el teclado, el de la fila en que se está.
+void ListaCarpetas::pedirMenu() {
+  const QModelIndex cual = currentIndex();
+  emit menuPedido(cual.data(kRuta).toString(), viewport()->mapToGlobal(visualRect(cual).bottomLeft()));
 }
 
 void ListaCarpetas::mouseMoveEvent(QMouseEvent* evento) {

@@ -22,8 +22,11 @@ class ListaCarpetas : public QListWidget {
 
  signals:
   void cambio();
+  /// Se pide el menú de una carpeta, que no se abre; "", el de la lista. `donde`, en la pantalla.
+  void menuPedido(const QString& ruta, const QPoint& donde);
 
  protected:
+  void contextMenuEvent(QContextMenuEvent* evento) override;
   bool event(QEvent* evento) override;
   void focusInEvent(QFocusEvent* evento) override;
   void keyPressEvent(QKeyEvent* evento) override;
@@ -35,6 +38,7 @@ class ListaCarpetas : public QListWidget {
  private:
   void llenar();
   void entrar(const QListWidgetItem* elemento);
+  void pedirMenu();
 
   QString ruta_;
   bool aMano_ = false;  ///< La selección cambia por el ratón, el teclado o el programa.

@@ -7,13 +7,8 @@
 
 namespace principal {
 
-/// ¿Tiene el byte de Windows-1252 un dibujo que ocupa su columna? No lo tienen los de control, los cinco sin
-/// asignar ni el guion opcional.
-bool EsVisible(unsigned char byte);
-
 /// Modelo de lista sobre los registros de una remesa; da a lo más Columnas::kMaxima posiciones de cada uno, y
-/// solo cuando se le piden. Lo que no es visible se muestra con un signo del bloque "Imágenes de control" de
-/// Unicode.
+/// solo cuando se le piden.
 class ModeloRegistros : public QAbstractListModel {
   Q_OBJECT
 

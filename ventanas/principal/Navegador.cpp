@@ -18,7 +18,7 @@ Navegador::Navegador(ListaDiscos* discos, ListaCarpetas* carpetas, ListaFicheros
   connect(discos_, &ListaDiscos::cambio, this, &Navegador::alCambiarDisco);
   connect(carpetas_, &ListaCarpetas::cambio, this, &Navegador::alCambiarCarpeta);
   connect(ficheros_, &ListaFicheros::elegido, this,
-          [this](const QString& nombre) { emit elegido(carpetas_->ruta() + QDir::separator() + nombre); });
+          [this](const QString& nombre) { emit elegido(rutaDe(nombre)); });
 }
 
 void Navegador::iniciar(const QString& letra, const QString& origen, const QString& patron) {
@@ -38,6 +38,33 @@ void Navegador::irA(const QString& ruta) {
     ficheros_->refrescar();
     ficheros_->marcar(informe.fileName());
   }
+}
+
+QString Navegador::rutaDe(const QString& nombre) const {
+  return carpetas_->ruta() + QDir::separator() + nombre;
+}
+
+void Navegador::elegirVarios(const QStringList& rutas) {
+  if (rutas.isEmpty() || !carpetas_->ponerRuta(QFileInfo(rutas.first()).absolutePath())) return;
+  ficheros_->refrescar();
+  QStringList nombres;
+  for (const QString& ruta : rutas)
+    if (const QFileInfo informe(ruta); QDir::toNativeSeparators(informe.absolutePath()) == carpetas_->ruta())
+      nombres << informe.fileName();
+  ficheros_->marcarVarios(nombres);
+}
+
+QStringList Navegador::elegidos() const {
+  QStringList rutas;
+  const QStringList nombres = ficheros_->marcados();
+  rutas.reserve(nombres.size());
+  for (const QString& nombre : nombres)
+    rutas << rutaDe(nombre);
+  return rutas;
+}
+
+void Navegador::dejar(const QString& ruta) {
+  ficheros_->desmarcar(QFileInfo(ruta).fileName());
 }
 
 void Navegador::resaltar(const QString& ruta) {

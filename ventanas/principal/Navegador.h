@@ -24,9 +24,17 @@ class Navegador : public QObject {
   /// Resalta en la lista el fichero de esa ruta, si está en la carpeta abierta, y ningún otro.
   void resaltar(const QString& ruta);
   void refrescar();
+  /// Elige, de esos ficheros, los que se enseñan de la carpeta del primero; no avisa con `elegido`.
+  void elegirVarios(const QStringList& rutas);
+  /// Las rutas de los elegidos, en el orden de la lista.
+  QStringList elegidos() const;
+  /// Quita un fichero de los elegidos.
+  void dejar(const QString& ruta);
+  /// La ruta con que se elige un fichero de la carpeta abierta.
+  QString rutaDe(const QString& nombre) const;
 
  signals:
-  /// Ruta del fichero que eligió el operador.
+  /// Ruta del fichero que eligió el operador; de varios, del último.
   void elegido(const QString& ruta);
 
  private:

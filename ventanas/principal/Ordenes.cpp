@@ -3,12 +3,16 @@
 #include <algorithm>
 
 #include "comunes/dialogos/MyBox.h"
+#include "comunes/plataforma/Formatos.h"
 #include "comunes/plataforma/Ventanas.h"
 #include "remesa/Adeudos.h"
 #include "remesa/Campos.h"
 #include "remesa/Fusion.h"
 #include "ui_frmUnirQ19.h"
 #include "ventanas/editor/EditarSEPA.h"
+#include "ventanas/principal/EnFondo.h"
+#include "ventanas/principal/TextosComprobacion.h"
+#include "ventanas/principal/TextosObservacion.h"
 #include "ventanas/principal/frmUnirQ19.h"
 
 namespace principal {
@@ -43,22 +47,45 @@ Senalado SinTotales(const VistaRegistros& vista) {
   return tras;
 }
 
+/// De los registros de esas filas, los "03".
+remesa::Resumen LosAdeudos(const remesa::ListaRegistros& lista, const std::vector<std::size_t>& filas) {
+  remesa::Resumidor resumidor(false, false);
+  for (const std::size_t fila : filas)
+    if (remesa::Codigo(lista[fila]) == remesa::CodigoRegistro::Adeudo) resumidor.dar(lista[fila]);
+  return resumidor.resumen();
+}
+
+/// Lo que se dice de un registro, campo a campo, al lado de cada uno.
+std::vector<editor::HallazgoCampo> HallazgosDeCampos(const std::vector<remesa::Hallazgo>& hallazgos) {
+  std::vector<editor::HallazgoCampo> suyos;
+  suyos.reserve(hallazgos.size());
+  for (const remesa::Hallazgo& h : hallazgos) {
+    const bool error = remesa::EsError(h.codigo);
+    suyos.push_back(
+        {h.donde.desde, h.donde.hasta, error,
+         u"%1 %2: %3"_s.arg(error ? u"Error"_s : u"Aviso"_s,
+                            QString::fromUtf8(remesa::TextoCodigo(h.codigo).data()), TextoHallazgo(h))});
+  }
+  return suyos;
+}
+
 }  // namespace
+
+bool frmUnirQ19::juntar(const remesa::ListaRegistros& previo) {
+  if (conBloques()) return reunir(previo, u"No se ha importado nada."_s);
+  VistaRegistros& acumulado = *ui_->Acumulado;
+  const Senalado senalado = SinTotales(acumulado);
+  acumulado.cambiar([&](remesa::ListaRegistros& lista) { remesa::Importar(lista, previo); });
+  acumulado.seleccionar(senalado.seleccion);
+  acumulado.ponerActual(senalado.actual);
+  return true;
+}
 
 void frmUnirQ19::importar() {
   if (importadoVisible()) return;
   const comunes::Reloj reloj;
   const QString mezcla = loQueMezcla();
-  if (conBloques()) {
-    if (!reunir(ui_->Preview->lista(), u"No se ha importado nada."_s)) return;
-  } else {
-    VistaRegistros& acumulado = *ui_->Acumulado;
-    const Senalado senalado = SinTotales(acumulado);
-    acumulado.cambiar(
-        [this](remesa::ListaRegistros& lista) { remesa::Importar(lista, ui_->Preview->lista()); });
-    acumulado.seleccionar(senalado.seleccion);
-    acumulado.ponerActual(senalado.actual);
-  }
+  if (!juntar(ui_->Preview->lista())) return;
   FicherosImportados += u'[' + FicheroActual + u']';
   mezclas_.insert(FicherosImportados, mezcla);
   if (!FicheroActual.isEmpty()) rutasImportadas_.insert(FicheroActual, rutaActual_);
@@ -79,17 +106,17 @@ void frmUnirQ19::RecalcularTotales() {
       [this](remesa::ListaRegistros& lista) { remesa::RecalcularYResumir(lista, resumenAcumulado_); });
 }
 
-void frmUnirQ19::comoUnPaso(const QString&, const std::function<void()>& orden) {
-  orden();
-}
-
 void frmUnirQ19::empezar() {
-  FicherosImportados.clear();
-  rutasImportadas_.clear();
-  ui_->Acumulado->poner({});
-  ui_->Importado->hide();
-  decir({});
-  mirarAcumulado();
+  const QString habia = loQueHay();
+  const bool vaciada = comoUnPaso(u"empezar"_s, [this] {
+    FicherosImportados.clear();
+    rutasImportadas_.clear();
+    ui_->Acumulado->poner({});
+    ui_->Importado->hide();
+    decir({});
+    mirarAcumulado();
+  });
+  if (vaciada && !habia.isEmpty()) decirConDeshacer(u"Remesa vaciada: %1."_s.arg(habia));
 }
 
 void frmUnirQ19::insertar() {
@@ -99,15 +126,14 @@ void frmUnirQ19::insertar() {
   const auto i = static_cast<std::size_t>(actual);
   if (!remesa::EsDuplicable(acumulado.lista()[i])) return;
   const comunes::Reloj reloj;
-  if (conBloques()) {
-    decir({});
-    return insertarConBloques(i);
-  }
-  acumulado.cambiar([i](remesa::ListaRegistros& lista) { remesa::InsertarCopia(lista, i); });
-  // La copia es lo que se va a corregir: lo que estuviese seleccionado se tomaría por ella.
-  acumulado.seleccionarSolo(actual + 1);
   decir({});
-  RecalcularTotales();
+  comoUnPaso(u"insertar un adeudo"_s, [&] {
+    if (conBloques()) return insertarConBloques(i);
+    acumulado.cambiar([i](remesa::ListaRegistros& lista) { remesa::InsertarCopia(lista, i); });
+    // La copia es lo que se va a corregir: lo que estuviese seleccionado se tomaría por ella.
+    acumulado.seleccionarSolo(actual + 1);
+    RecalcularTotales();
+  });
 }
 
 void frmUnirQ19::eliminar() {
@@ -125,10 +151,24 @@ void frmUnirQ19::eliminar() {
   }
   if (!comunes::Confirmar(pregunta, 1)) return;
   const comunes::Reloj reloj;
-  if (conBloques()) {
-    decir({});
-    return eliminarConBloques(seleccion);
+  decir({});
+  const remesa::Resumen fuera = LosAdeudos(acumulado.lista(), seleccion);
+  if (fuera.registros == 0) return quitar(seleccion);
+  const QString cuantos = fuera.adeudos > 0 ? TextoCuenta(fuera.adeudos, u"adeudo"_s, u"adeudos"_s)
+                                            : TextoCuenta(fuera.registros, u"registro"_s, u"registros"_s);
+  comoUnPaso(u"eliminar "_s + cuantos, [&] { quitar(seleccion); });
+  QString dicho = u"Se ha eliminado %1"_s.arg(cuantos);
+  if (fuera.adeudos > 0) {
+    dicho += u" (%1)"_s.arg(TextoEuros(fuera.importe));
+    if (const std::size_t sobran = fuera.registros - fuera.adeudos; sobran > 0)
+      dicho += u" y "_s + TextoCuenta(sobran, u"registro opcional"_s, u"registros opcionales"_s);
   }
+  decirConDeshacer(dicho + u'.');
+}
+
+void frmUnirQ19::quitar(const std::vector<std::size_t>& seleccion) {
+  if (conBloques()) return eliminarConBloques(seleccion);
+  VistaRegistros& acumulado = *ui_->Acumulado;
   // Con el teclado se sigue desde donde se estaba.
   const int actual = acumulado.actual();
   const auto quitados =
@@ -139,7 +179,6 @@ void frmUnirQ19::eliminar() {
   acumulado.cambiar([&](remesa::ListaRegistros& lista) { remesa::EliminarAdeudos(lista, seleccion); });
   acumulado.ponerActual(
       std::min(actual - static_cast<int>(quitados), static_cast<int>(acumulado.lista().size()) - 1));
-  decir({});
   RecalcularTotales();
 }
 
@@ -155,6 +194,8 @@ void frmUnirQ19::editar(int fila, int posicion) {
   // Los totales no se recalculan aquí: un importe cambiado llega a ellos en la orden siguiente. Los de los
   // bloques dicen lo de su cabecera.
   bool cabecera = false;
+  std::optional<EstadoAcumulacion> antes;
+  EnFondo fondo(acumulado.modelo());
   editor::ListaAcumulado lista{
       .registros = acumulado.modelo().editable(),
       .actual = fila,
@@ -166,13 +207,24 @@ void frmUnirQ19::editar(int fila, int posicion) {
           },
       .movido = [&](int cual) { acumulado.seleccionarSolo(cual); },
       .aviso = [this](const QString& texto) { decir(texto); },
+      .cambiando = [&] { antes = fotografiar(); },
       .posicion = posicion,
+      .hallazgos =
+          [&](int cual, editor::ListaAcumulado::Contestar contestar) {
+            fondo.pedir(static_cast<std::uint64_t>(cual) + 1,
+                        [contestar = std::move(contestar)](const Veredicto& veredicto) {
+                          contestar(HallazgosDeCampos(veredicto.hallazgos()));
+                        });
+          },
   };
   if (!editor::EditarSEPA(lista, kCuaderno19, this)) return;
-  if (cabecera && conBloques())
-    RecalcularTotales();
-  else
-    mirarAcumulado();
+  const QString cual = comunes::FormatoNumero(lista.actual + 1, 0);
+  pasoDesde(*std::move(antes), u"cambiar el registro "_s + cual, [&] {
+    if (cabecera && conBloques())
+      RecalcularTotales();
+    else
+      mirarAcumulado();
+  });
 }
 
 }  // namespace principal

@@ -105,12 +105,16 @@ void frmUnirQ19::contarBloques(const remesa::Resumen& resumen, remesa::IndiceBlo
 void frmUnirQ19::cambiarBloques(bool conservar) {
   const comunes::Reloj reloj;
   decir({});
+  EstadoAcumulacion antes = fotografiar();
+  antes.bloques = !conservar;
+  antes.indice.reset();
   if (conservar && !ui_->Acumulado->lista().empty() &&
       !reunir({}, u"No se pueden conservar los bloques: la remesa queda como estaba."_s)) {
     const QSignalBlocker sinAvisar(ui_->Bloques);
     ui_->Bloques->setChecked(false);
   }
   mirarAcumulado();
+  if (!enPaso_) apuntarPaso(u"conservar acreedores y fechas"_s, std::move(antes));
 }
 
 /// Lo que se carga se toma como está; si tiene un adeudo sin dueño, los bloques no se pueden conservar.

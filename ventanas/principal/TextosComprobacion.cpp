@@ -1,10 +1,12 @@
 #include "ventanas/principal/TextosComprobacion.h"
 
+#include <optional>
 #include <string_view>
 
 #include "remesa/Calendario.h"
 #include "remesa/PaisesSEPA.h"
 #include "remesa/SEPA.h"
+#include "remesa/Validez.h"
 #include "ventanas/principal/TextosCodigo.h"
 #include "ventanas/principal/TextosObservacion.h"
 
@@ -60,11 +62,18 @@ void AnadirSueltos(std::string& texto, std::string_view bytes, const EscritorUtf
   }
 }
 
-/// Un dato del fichero dentro de una frase: fechas e importes, como se leen; lo demás, abreviado si es largo.
-void AnadirEnFrase(std::string& texto, const Hallazgo& h, std::string_view bytes, const EscritorUtf8& datos) {
-  constexpr std::size_t kMaximo = 60;
-  if (h.codigo == C::TotalImportes)
-    texto += TextoEuros(comunes::DesdeWindows1252(bytes).toLongLong()).toStdString();
+/// Los céntimos, si el dato es un importe.
+std::optional<std::int64_t> Importe(const Hallazgo& h, std::string_view bytes) {
+  if ((h.codigo != C::TotalImportes && h.codigo != C::ImporteCero) || !remesa::SonCifras(bytes)) return {};
+  return comunes::DesdeWindows1252(bytes).toLongLong();
+}
+
+/// Un dato del fichero dentro de una frase: fechas e importes, como se leen; lo demás, abreviado si pasa de
+/// `maximo` bytes.
+void AnadirDato(std::string& texto, const Hallazgo& h, std::string_view bytes, const EscritorUtf8& datos,
+                std::size_t maximo) {
+  if (const auto importe = Importe(h, bytes))
+    texto += TextoEuros(*importe).toStdString();
   else if (h.codigo == C::TotalAdeudos || h.codigo == C::TotalRegistros)
     datos.anadir(texto, SinCeros(bytes));
   else if (h.codigo == C::Caracteres)
@@ -72,9 +81,14 @@ void AnadirEnFrase(std::string& texto, const Hallazgo& h, std::string_view bytes
   else if (EsFecha(h) && remesa::LeerFecha(bytes))
     texto += remesa::FechaQ19(bytes);
   else {
-    datos.anadir(texto, bytes.substr(0, kMaximo));
-    if (bytes.size() > kMaximo) texto += "…";
+    datos.anadir(texto, bytes.substr(0, maximo));
+    if (bytes.size() > maximo) texto += "…";
   }
+}
+
+void AnadirEnFrase(std::string& texto, const Hallazgo& h, std::string_view bytes, const EscritorUtf8& datos) {
+  constexpr std::size_t kMaximo = 60;
+  AnadirDato(texto, h, bytes, datos, kMaximo);
 }
 
 bool EsLista(C codigo) {
@@ -132,6 +146,20 @@ void Completar(std::string& texto, std::string_view plantilla, const Hallazgo& h
   texto += plantilla;
 }
 
+void AnadirQuePasa(std::string& texto, const Hallazgo& h, const EscritorUtf8& datos) {
+  Completar(texto, TextosDe(h).que, h, datos);
+  if (h.codigo != C::CobroFestivo) return;
+  texto.pop_back();
+  texto.append(" (").append(NombreFiesta(h.valor)).append(").");
+}
+
+/// "3190,80".
+QString EnCelda(std::int64_t centimos) {
+  constexpr int kMinimo = 3;
+  QString cifras = QString::fromStdString(remesa::CifrasDe(centimos, kMinimo));
+  return cifras.insert(cifras.size() - 2, u',');
+}
+
 template <class Anadir>
 QString EnQString(Anadir&& anadir, const Hallazgo& h) {
   static const EscritorUtf8 datos([](const QString& caracter) { return caracter; });
@@ -164,7 +192,12 @@ QLatin1String TextoNivel(C codigo) {
 }
 
 QString TextoValor(const Hallazgo& hallazgo) {
-  return comunes::DesdeWindows1252(hallazgo.valor);
+  return EnQString(
+      [](std::string& texto, const Hallazgo& h, const EscritorUtf8& datos) {
+        AnadirDato(texto, h, h.valor, datos, std::string::npos);
+        if (h.codigo == C::Longitud) texto += " posiciones";
+      },
+      hallazgo);
 }
 
 void AnadirEsperado(std::string& texto, const Hallazgo& hallazgo, const EscritorUtf8& datos) {
@@ -182,13 +215,49 @@ QString TextoCampo(const Hallazgo& hallazgo) {
 }
 
 void AnadirHallazgo(std::string& texto, const Hallazgo& hallazgo, const EscritorUtf8& datos) {
-  const Textos textos = TextosDe(hallazgo);
-  Completar(texto, textos.que, hallazgo, datos);
-  if (hallazgo.codigo == C::CobroFestivo) {
-    texto.pop_back();
-    texto.append(" (").append(NombreFiesta(hallazgo.valor)).append(").");
+  AnadirQuePasa(texto, hallazgo, datos);
+  texto.append(" ").append(TextosDe(hallazgo).hacer);
+}
+
+QString TextoQuePasa(const Hallazgo& hallazgo) {
+  return EnQString(AnadirQuePasa, hallazgo);
+}
+
+QString TextoQueHacer(const Hallazgo& hallazgo) {
+  return QString::fromStdString(std::string(TextosDe(hallazgo).hacer));
+}
+
+QString CeldaValor(const Hallazgo& hallazgo) {
+  const auto importe = Importe(hallazgo, hallazgo.valor);
+  return importe ? EnCelda(*importe) : TextoValor(hallazgo);
+}
+
+QString CeldaEsperado(const Hallazgo& hallazgo) {
+  const auto importe = Importe(hallazgo, hallazgo.esperado);
+  return importe ? EnCelda(*importe) : TextoEsperado(hallazgo);
+}
+
+void AnadirJson(std::string& texto, const Hallazgo& h, std::string_view fichero, const EscritorUtf8& datos) {
+  const auto poner = [&](const auto&... partes) { ((texto += std::string_view(partes)), ...); };
+  poner("{");
+  if (h.antes) {
+    poner(R"("anterior":{"fecha":")", h.antes->fecha, R"(","fichero":")");
+    datos.anadirTexto(texto, QString::fromStdString(h.antes->fichero));
+    poner(R"(","registro":)", std::to_string(h.antes->registro), "},");
   }
-  texto.append(" ").append(textos.hacer);
+  poner(R"("campo":")", h.campo != nullptr ? h.campo->nombre : std::string_view());
+  poner(R"(","codigo":")", remesa::TextoCodigo(h.codigo));
+  poner(R"(","desde":)", std::to_string(h.donde.desde), R"(,"deudor":")");
+  datos.anadir(texto, h.deudor);
+  poner(R"(","esperado":")");
+  AnadirEsperado(texto, h, datos);
+  poner(R"(","fichero":")", fichero, R"(","hasta":)", std::to_string(h.donde.hasta), R"(,"mensaje":")");
+  AnadirHallazgo(texto, h, datos);
+  poner(R"(","nivel":")", TextoNivel(h.codigo).data(), R"(","referencia":")");
+  datos.anadir(texto, h.referencia);
+  poner(R"(","registro":)", std::to_string(h.registro), R"(,"valor":")");
+  datos.anadir(texto, h.valor);
+  poner("\"}\n");
 }
 
 QString TextoHallazgo(const Hallazgo& hallazgo) {

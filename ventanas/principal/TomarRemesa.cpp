@@ -1,7 +1,10 @@
 #include "ventanas/principal/TomarRemesa.h"
 
+#include <algorithm>
+
 #include "comunes/plataforma/Texto.h"
 #include "devoluciones/Lote.h"
+#include "ficheros/ErrorEjecucion.h"
 #include "iso20022/LectorXml.h"
 #include "iso20022/LecturaMensaje.h"
 #include "iso20022/Textos.h"
@@ -12,7 +15,7 @@ using namespace Qt::StringLiterals;
 
 QString PorQueNoSeToma(const QString& ruta) {
   const std::filesystem::path fichero = comunes::ARuta(ruta);
-  if (devoluciones::EsDeDevoluciones(fichero)) return u"trae devoluciones, que se ven en Devoluciones"_s;
+  if (devoluciones::EsDeDevoluciones(fichero)) return u"trae devoluciones y se ve en Devoluciones"_s;
   if (iso20022::EmpiezaComoXml(fichero)) return {};
   switch (remesa::ComprobarCabeza(fichero)) {
     case remesa::Cabeza::Q19:
@@ -23,6 +26,14 @@ QString PorQueNoSeToma(const QString& ruta) {
       break;
   }
   return u"no es una remesa del Cuaderno 19.14"_s;
+}
+
+bool TraeDevoluciones(const QString& ruta) {
+  try {
+    return devoluciones::EsDeDevoluciones(comunes::ARuta(ruta));
+  } catch (const ficheros::ErrorEjecucion&) {
+    return false;
+  }
 }
 
 RemesaTomada LeerRemesa(const QString& ruta, const remesa::AvanceLectura& avance) {

@@ -19,6 +19,9 @@ struct RemesaTomada {
 /// solo se sabe al leerlo. Lanza ErrorEjecucion si no se puede mirar.
 QString PorQueNoSeToma(const QString& ruta);
 
+/// ¿Trae lo que el banco rechaza o devuelve? Uno que no se puede leer, no: ya lo dirá quien lo intente.
+bool TraeDevoluciones(const QString& ruta);
+
 /// Lee la remesa entera; de la cabeza de uno de texto no se mira nada. Lanza ErrorEjecucion si no se puede
 /// leer, y lo que lance `avance`.
 RemesaTomada LeerRemesa(const QString& ruta, const remesa::AvanceLectura& avance);

@@ -6,11 +6,14 @@
 
 namespace principal {
 
-Veredicto::Veredicto(remesa::ListaRegistros lista, remesa::Dia hoy) {
-  auto comprobar = [this, hoy, lista = std::move(lista)](const std::stop_token& parar) mutable {
+Veredicto::Veredicto(remesa::ListaRegistros lista, remesa::Dia hoy, std::uint64_t fila) {
+  auto comprobar = [this, hoy, fila, lista = std::move(lista)](const std::stop_token& parar) mutable {
     try {
-      resultado_ = remesa::ComprobarLista(
-          lista, hoy, [](remesa::Hallazgo&&) {}, true, [&](auto, auto) { return !parar.stop_requested(); });
+      const auto recibir = [&](remesa::Hallazgo&& hallazgo) {
+        if (fila != 0 && hallazgo.fila == fila) hallazgos_.push_back(std::move(hallazgo));
+      };
+      resultado_ = remesa::ComprobarLista(lista, hoy, recibir, true,
+                                          [&](auto, auto) { return !parar.stop_requested(); });
     } catch (const std::exception&) {
       resultado_.reset();
     }

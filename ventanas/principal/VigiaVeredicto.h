@@ -1,17 +1,13 @@
 #pragma once
 
 #include <QObject>
-#include <QTimer>
-#include <memory>
 
-#include "ventanas/principal/Veredicto.h"
+#include "ventanas/principal/EnFondo.h"
 
 namespace principal {
 
-class ModeloRegistros;
-
-/// Comprueba en otro hilo lo que se guardaría de una lista, y otra vez cada vez que cambia: lo que estuviera
-/// a medias se deja. No empieza hasta que la lista lleva un momento quieta, y no hay nunca más de un hilo.
+/// Sabe lo que dice la comprobación de lo que se guardaría de una lista: la hace en otro hilo, y otra vez
+/// cada vez que cambia.
 class VigiaVeredicto : public QObject {
   Q_OBJECT
 
@@ -30,14 +26,11 @@ class VigiaVeredicto : public QObject {
 
  private:
   void anticuar();
-  void empezar();
-  void terminar(const Veredicto::Resultado& resultado);
 
   const ModeloRegistros& modelo_;
+  EnFondo fondo_;
   Estado estado_ = Estado::Vacia;
   remesa::ResultadoComprobacion resultado_;
-  std::unique_ptr<Veredicto> enCurso_;
-  QTimer espera_;
 };
 
 }  // namespace principal

@@ -6,7 +6,6 @@
 #include <QDragEnterEvent>
 #include <QFileInfo>
 #include <QMimeData>
-#include <QShortcut>
 #include <QSplitter>
 
 #include "comunes/plataforma/Enlace.h"
@@ -18,21 +17,12 @@
 #include "ventanas/principal/AccesibleLista.h"
 #include "ventanas/principal/BarraBuscar.h"
 #include "ventanas/principal/Herramientas.h"
+#include "ventanas/principal/LecturaRegistros.h"
 #include "ventanas/principal/Navegador.h"
 
 namespace principal {
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-// Píxeles.
-constexpr int kMargenes = 40;         // los de la ventana y su marco
-constexpr int kAltoHolgado = 500;     // en una pantalla más baja no cabe todo con holgura
-constexpr int kJunto = 3;             // entre unos controles y otros cuando falta sitio
-constexpr int kAltoMinimoLista = 58;  // la regla, un registro y la barra de desplazamiento
-
-}  // namespace
 
 frmUnirQ19::frmUnirQ19(const QString& lineaOrdenes, QWidget* padre)
     : QMainWindow(padre), ui_(std::make_unique<Ui::frmUnirQ19>()) {
@@ -44,13 +34,15 @@ frmUnirQ19::frmUnirQ19(const QString& lineaOrdenes, QWidget* padre)
   ui_->setupUi(this);
   prepararControles();
   comunes::FuentesVentana(*this);
-  ajustarAPantalla();
-  comunes::DisponerVentana(*this);
   conectar();
   leerAjustes();
+  prepararAntecedentes();
   ui_->Importado->hide();
   ui_->AbrirDevoluciones->hide();
   ui_->VisorPrt->hide();
+  ajustarAPantalla();
+  tomarTamano();
+  comunes::DisponerVentana(*this);
   mirarAcumulado();
   // Como un evento más: si falla, la aplicación lo informa y la ventana sigue.
   if (!lineaOrdenes.isEmpty())
@@ -80,8 +72,11 @@ void frmUnirQ19::prepararControles() {
   setTabOrder(ui_->Ficheros, ui_->AvisoPreview->boton());
   setTabOrder(ui_->AvisoPreview->boton(), &ui_->AvisoPreview->enlace());
   setTabOrder(&ui_->AvisoPreview->enlace(), ui_->AbrirDevoluciones);
-  setTabOrder(ui_->AbrirDevoluciones, ui_->Preview);
+  setTabOrder(ui_->AbrirDevoluciones, ui_->VerTexto);
+  setTabOrder(ui_->VerTexto, ui_->VerColumnas);
+  setTabOrder(ui_->VerColumnas, ui_->Preview);
   prepararLineaAcumulado();
+  prepararLugarVacio();
   buscar_ = new BarraBuscar({ui_->Acumulado, ui_->Preview}, ui_->Central);
 
   // QSplitter deja a sus hijos en el orden inverso; las ayudas técnicas los leen en el que están.
@@ -99,35 +94,16 @@ void frmUnirQ19::prepararControles() {
   ui_->AbrirListado->hide();
   ui_->Estado->addWidget(ui_->VerComprobacion);
   ui_->VerComprobacion->hide();
+  ui_->Estado->addWidget(ui_->Deshacer);
+  ui_->Deshacer->hide();
   ui_->Estado->addPermanentWidget(ui_->EstadoPosicion);
-}
-
-void frmUnirQ19::ajustarAPantalla() {
-  const QSize pantalla = screen()->availableGeometry().size();
-  const bool estrecha = ui_->disposicionOrdenes->minimumSize().width() + kMargenes > pantalla.width();
-  if (estrecha) ui_->disposicionOrdenes->setDirection(QBoxLayout::TopToBottom);
-  if (!estrecha && pantalla.height() > kAltoHolgado) return;
-  for (QBoxLayout* fila : {ui_->disposicionInfoPreview, ui_->disposicionInfoAcumulado})
-    fila->setSpacing(kJunto);
-  for (QWidget* lista : {static_cast<QWidget*>(ui_->Preview), static_cast<QWidget*>(ui_->Acumulado),
-                         static_cast<QWidget*>(ui_->Carpetas), static_cast<QWidget*>(ui_->Ficheros)})
-    lista->setMinimumHeight(kAltoMinimoLista);
-  for (QPushButton* boton : ui_->Central->findChildren<QPushButton*>())
-    boton->setMinimumHeight(0);
-  for (QSplitter* divisor : {ui_->DivisorListas, ui_->DivisorCarpetas})
-    divisor->setHandleWidth(2 * kJunto);
-  for (QBoxLayout* panel : std::initializer_list<QBoxLayout*>{
-           ui_->disposicionPreview, ui_->disposicionAcumulado, ui_->disposicionCentral,
-           ui_->disposicionFicheros, ui_->disposicionCarpetas, ui_->disposicionOrdenes})
-    panel->setSpacing(kJunto);
-  ui_->disposicionCentral->setContentsMargins(6, kJunto, 6, 0);
 }
 
 void frmUnirQ19::conectar() {
   navegador_ = new Navegador(ui_->Disco, ui_->Carpetas, ui_->Ficheros, this);
   herramientas_ = new Herramientas(*ui_, *this);
-  connect(navegador_, &Navegador::elegido, this, &frmUnirQ19::elegir);
-  connect(ui_->Importar, &QPushButton::clicked, this, &frmUnirQ19::importar);
+  prepararVariosFicheros();
+  prepararPasos();
   connect(ui_->Bloques, &QCheckBox::toggled, this, &frmUnirQ19::cambiarBloques);
   connect(&ui_->AvisoPreview->enlace(), &QPushButton::clicked, this, [this] {
     ui_->Bloques->setFocus();
@@ -150,14 +126,8 @@ void frmUnirQ19::conectar() {
   });
   connect(ui_->Salir, &QPushButton::clicked, this, &QWidget::close);
   connect(ui_->Acumulado, &VistaRegistros::dobleClic, this, [this](int fila) { editar(fila); });
-  for (VistaRegistros* lista : {ui_->Preview, ui_->Acumulado})
-    connect(lista, &VistaRegistros::bajoRaton, this,
-            [this, lista](int fila, int posicion) { mostrarPosicion(*lista, fila, posicion); });
-  connect(new QShortcut(Qt::Key_F5, this), &QShortcut::activated, navegador_, &Navegador::refrescar);
-  for (const auto& [tecla, boton] :
-       {std::pair(Qt::Key_Insert, ui_->cmdInsertar), std::pair(Qt::Key_Delete, ui_->cmdEliminar)})
-    connect(new QShortcut(tecla, ui_->Acumulado, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated,
-            boton, [boton = boton] { boton->click(); });
+  lectura_ = new LecturaRegistros(*ui_, *this);
+  connect(lectura_, &LecturaRegistros::dicho, this, &frmUnirQ19::decir);
 }
 
 void frmUnirQ19::leerAjustes() {
@@ -172,6 +142,7 @@ void frmUnirQ19::leerAjustes() {
   };
   ui_->SoloAdeudos->setChecked(si("SoloAdeudosQ19"));
   ui_->Bloques->setChecked(si("BloquesQ19"));
+  lectura_->ponerColumnas(ajuste("VistaQ19", {}).trimmed().startsWith(u'C', Qt::CaseInsensitive));
   ui_->Ficheros->setFocus();
 }
 
@@ -181,34 +152,29 @@ void frmUnirQ19::closeEvent(QCloseEvent* evento) {
 
 namespace {
 
-/// El único fichero o carpeta que se arrastra, o "".
-QString Arrastrado(const QMimeData* datos) {
+/// Los ficheros y carpetas que se arrastran.
+QStringList Arrastrados(const QMimeData* datos) {
+  QStringList rutas;
   const QList<QUrl> urls = datos->urls();
-  return urls.size() == 1 && urls.first().isLocalFile() ? urls.first().toLocalFile() : QString();
+  for (const QUrl& url : urls)
+    if (url.isLocalFile()) rutas << QDir::toNativeSeparators(url.toLocalFile());
+  return rutas;
 }
 
 }  // namespace
 
 void frmUnirQ19::dragEnterEvent(QDragEnterEvent* evento) {
-  if (!Arrastrado(evento->mimeData()).isEmpty()) evento->acceptProposedAction();
+  if (!Arrastrados(evento->mimeData()).isEmpty()) evento->acceptProposedAction();
 }
 
 void frmUnirQ19::dropEvent(QDropEvent* evento) {
-  const QString ruta = QDir::toNativeSeparators(Arrastrado(evento->mimeData()));
-  if (ruta.isEmpty()) return;
+  const QStringList rutas = Arrastrados(evento->mimeData());
+  if (rutas.isEmpty()) return;
   evento->setDropAction(Qt::CopyAction);
   evento->accept();
   // Fuera de este evento: una caja modal dejaría esperando al programa del que viene.
   QMetaObject::invokeMethod(
-      this,
-      [this, ruta] {
-        activateWindow();
-        navegador_->irA(ruta);
-        if (QFileInfo(ruta).isDir()) return;
-        elegir(ruta);
-        if (!devueltos_.isEmpty()) abrirDevoluciones({devueltos_});
-      },
-      Qt::QueuedConnection);
+      this, [this, rutas] { soltar(rutas); }, Qt::QueuedConnection);
 }
 
 }  // namespace principal
