@@ -33,7 +33,7 @@ void frmUnirQ19::corregir(const std::vector<remesa::Hallazgo>& elegidos) {
   if (!ventana.impedimento().isEmpty())
     return comunes::Avisar(u"No se puede corregir.;;"_s + QString(ventana.impedimento()).replace(u';', u','));
   if (ventana.vacia())
-    return comunes::Avisar(elegidos.size() > 1
+    return comunes::Avisar(!elegidos.empty()
                                ? u"De lo elegido, nada tiene una sola respuesta: lo ha de corregir usted."_s
                                : u"No hay nada que tenga una sola respuesta: lo que la comprobación dice lo "
                                  "ha de corregir usted."_s);

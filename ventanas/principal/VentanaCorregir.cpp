@@ -68,7 +68,7 @@ VentanaCorregir::VentanaCorregir(const remesa::ListaRegistros& lista, Peticion p
   conectar();
   llenarClases();
   contar();
-  ui_->Visor->setCurrentIndex(modelo_->index(filaElegida(), 0));
+  ui_->Visor->setCurrentIndex(modelo_->index(0, 0));
   ui_->Visor->setFocus();
 }
 
@@ -82,7 +82,7 @@ void VentanaCorregir::buscar(const remesa::ListaRegistros& lista) {
     elegidos.insert(Clave(h.fila, h.codigo, h.campo));
   remesa::ListaRegistros copia = lista;
   remesa::PeticionCorreccion busqueda{.hoy = peticion_.hoy};
-  if (elegidos.size() > 1)
+  if (!elegidos.empty())
     busqueda.admitir = [&](const remesa::Correccion& c) {
       return elegidos.contains(Clave(c.registro, c.codigo, c.campo));
     };
@@ -98,16 +98,6 @@ void VentanaCorregir::buscar(const remesa::ListaRegistros& lista) {
   // Las de un registro, en el orden en que se hacen.
   std::ranges::stable_sort(resultado.hechas, {}, &remesa::Correccion::registro);
   modelo_->poner(std::move(resultado.hechas));
-}
-
-int VentanaCorregir::filaElegida() const {
-  if (peticion_.elegidos.size() != 1) return 0;
-  const remesa::Hallazgo& h = peticion_.elegidos.front();
-  const auto& todas = modelo_->correcciones();
-  const auto suya = std::ranges::find_if(todas, [&](const remesa::Correccion& c) {
-    return Clave(c.registro, c.codigo, c.campo) == Clave(h.fila, h.codigo, h.campo);
-  });
-  return suya == todas.end() ? 0 : static_cast<int>(suya - todas.begin());
 }
 
 bool VentanaCorregir::vacia() const {

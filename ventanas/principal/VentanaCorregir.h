@@ -26,8 +26,7 @@ class VentanaCorregir : public QDialog {
 
   struct Peticion {
     remesa::Dia hoy{};
-    /// Solo las de estos hallazgos de la lista. Uno es solo el que se está mirando: se ofrecen todas, desde
-    /// él.
+    /// Solo las de estos hallazgos de la lista; ninguno, todas.
     std::vector<remesa::Hallazgo> elegidos = {};
     /// Los totales de la norma no son los que la ventana recalcula: no se corrigen, y hay un enlace para
     /// ello.
@@ -48,8 +47,6 @@ class VentanaCorregir : public QDialog {
 
  private:
   void buscar(const remesa::ListaRegistros& lista);
-  /// La fila del único hallazgo elegido; la primera si no es uno.
-  int filaElegida() const;
   void preparar();
   void conectar();
   void llenarClases();
