@@ -2,12 +2,12 @@
 
 #include <QString>
 #include <QStringList>
-#include <functional>
 #include <optional>
 #include <vector>
 
 #include "remesa/IndiceBloques.h"
 #include "remesa/ListaRegistros.h"
+#include "remesa/Observaciones.h"
 #include "remesa/Resumen.h"
 
 namespace principal {
