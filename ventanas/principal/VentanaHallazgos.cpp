@@ -123,7 +123,10 @@ void VentanaHallazgos::conectar() {
   connect(ui_->Visor->horizontalHeader(), &QHeaderView::sectionClicked, this, &VentanaHallazgos::ordenar);
   connect(ui_->cmdIr, &QPushButton::clicked, this, &VentanaHallazgos::ir);
   connect(ui_->cmdRepetir, &QPushButton::clicked, this, &VentanaHallazgos::comprobar);
-  connect(ui_->cmdCorregir, &QPushButton::clicked, this, [this] { comprobada_.corregir(elegidos()); });
+  connect(ui_->cmdCorregir, &QPushButton::clicked, this, [this] {
+    comprobada_.corregir(elegidos());
+    if (caducada_) comprobar();
+  });
   connect(ui_->cmdCopiar, &QPushButton::clicked, this, &VentanaHallazgos::copiar);
   connect(ui_->cmdImprimir, &QPushButton::clicked, this, &VentanaHallazgos::imprimir);
   connect(ui_->cmdCsv, &QPushButton::clicked, this, &VentanaHallazgos::guardarCsv);
