@@ -237,6 +237,7 @@ TEST_F(VentanaPrincipal, UnRecalculoQueDesbordaDejaLoHecho) {
   EXPECT_FALSE(v.texto("AvisoAcumulado").isEmpty());
   EXPECT_EQ(v.texto("InfoAcumulado"), "2 ficheros · 3 adeudos · 21.474.866,47 €");
   const auto aMedias = v.acumulado();
+  v.frm.activateWindow();
   QTest::keyClick(&v.frm, Qt::Key_Z, Qt::ControlModifier);
   EXPECT_EQ(v.texto("InfoAcumulado"), "1 fichero · 1 adeudo · 21.474.836,47 €");
   EXPECT_FALSE(v.importado());

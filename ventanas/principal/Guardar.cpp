@@ -93,13 +93,12 @@ QString frmUnirQ19::dondeGuardado() const {
 }
 
 void frmUnirQ19::contarGuardado(const Veredicto::Resultado& resultado) {
-  // Si ya se ha dado otra orden, lo que se enseña y se puede deshacer es lo suyo.
-  const bool deshacible = !ui_->Deshacer->isHidden();
+  // Si ya se ha dado otra orden, el enlace desharía esa: no puede estar junto a lo que se dice de esta.
   const bool sigue = lugar_->conGuardado();
+  const bool deshacible = sigue && !ui_->Deshacer->isHidden();
   const std::uint64_t errores = resultado ? resultado->errores + comparadaGuardada_.errores : 0;
   const std::uint64_t avisos = resultado ? resultado->avisos + comparadaGuardada_.avisos : 0;
-  const QString recuento =
-      resultado ? TextoRecuento(errores, avisos) : u"No se ha podido comprobar."_s;
+  const QString recuento = resultado ? TextoRecuento(errores, avisos) : u"No se ha podido comprobar."_s;
   // El resultado, delante: una ruta larga se recorta.
   if (!resultado)
     decir(u"Guardado %1. %2"_s.arg(dondeGuardado(), recuento));

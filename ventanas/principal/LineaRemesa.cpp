@@ -141,7 +141,8 @@ void LineaRemesa::repartir() {
 void LineaRemesa::decirEntera() {
   QStringList partes{text(), veredicto_, seleccion_};
   partes.removeAll(QString());
-  setAccessibleName(partes.join(kEntre));
+  const QString entera = partes.join(kEntre);
+  if (entera != accessibleName()) setAccessibleName(entera);
 }
 
 void LineaRemesa::colorear() {
