@@ -195,8 +195,10 @@ void Cruce::cerrar() {
                                             [](const Entrada& e) { return std::uint64_t{e.importe}; });
     const Entrada* enviado = mirarEnviado({iguales.begin(), iguales.end()});
     mirarCercano({iguales.begin(), iguales.end()}, enviado);
-    if (!demasiadas) mirarMandato(suyas);
-    if (!demasiadas) mirarCuenta(suyas);
+    if (!demasiadas) {
+      mirarMandato(suyas);
+      mirarCuenta(suyas);
+    }
   } else {
     mirarSinUso();
   }

@@ -272,7 +272,7 @@ void Ensuciar(ListaTextos& r, Azar& azar) {
         bytes.assign(bytes.size(), ' ');
         break;
       case 4:
-        bytes = bytes.substr(0, campo->donde.desde == 404 ? bytes.size() : 0) + bytes;
+        if (campo->donde.desde == 404) bytes += std::string(bytes);
         bytes.resize(static_cast<std::size_t>(campo->donde.longitud()));
         break;
       case 5:

@@ -79,8 +79,9 @@ TEST_F(Pasos, CadaOrdenSeDeshaceYSeRehace) {
   std::vector<Foto> antes, despues;
   int fila = 2;
   for (const auto& [que, orden] : ordenes) {
-    if (!v.acumulado().empty()) v.Acumulado->seleccionarSolo(fila = 5 - fila);
-    if (que.startsWith("insertar") || que.startsWith("cambiar")) v.Acumulado->seleccionarSolo(fila = 3);
+    const bool deAdeudo = que.startsWith("insertar") || que.startsWith("cambiar");
+    fila = deAdeudo ? 3 : 5 - fila;
+    if (!v.acumulado().empty()) v.Acumulado->seleccionarSolo(fila);
     antes.emplace_back(v);
     orden();
     despues.emplace_back(v);

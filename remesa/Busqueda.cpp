@@ -20,7 +20,7 @@ constexpr char Minuscula(char c) {
 
 /// Lo que queda de cada carácter al no distinguir mayúsculas ni acentos. Por debajo de 80 solo se juntan las
 /// mayúsculas y los de control: con ello cuenta la criba.
-const std::array<char, 256> kPlegados = [] {
+std::array<char, 256> PlegarTodos() {
   constexpr char kEuro = '\x80';
   std::array<char, 256> plegados{};
   for (std::size_t i = 0; i < plegados.size(); ++i) {
@@ -31,7 +31,9 @@ const std::array<char, 256> kPlegados = [] {
     plegados[i] = Minuscula(cambia ? sepa : c);
   }
   return plegados;
-}();
+}
+
+const std::array<char, 256> kPlegados = PlegarTodos();
 
 char Plegado(char c) {
   return kPlegados[static_cast<std::uint8_t>(c)];

@@ -124,8 +124,10 @@ void Antecedentes::mirar() {
       const bool otro = lectura_->hecho && !LosMismos(indice_.get(), *lectura_->hecho);
       estado_ = lectura_->hecho && lectura_->hecho->completo() ? Estado::Leido : Estado::Detenido;
       if (lectura_->hecho) indice_ = lectura_->hecho;
-      if (otro) emit leido();
-      if (otro) anticuar();
+      if (otro) {
+        emit leido();
+        anticuar();
+      }
     }
     emit avanza();
   }

@@ -57,8 +57,8 @@ BarraBuscar::BarraBuscar(const QList<VistaRegistros*>& listas, QWidget* padre)
 BarraBuscar::~BarraBuscar() = default;
 
 VistaRegistros& BarraBuscar::lista() const {
-  for (VistaRegistros* lista : listas_)
-    if (window()->focusWidget() == lista) return *lista;
+  const auto enfocada = std::ranges::find(listas_, window()->focusWidget());
+  if (enfocada != listas_.end()) return **enfocada;
   return isHidden() ? *listas_.first() : *vista_;
 }
 

@@ -191,7 +191,9 @@ void ListaFicheros::keyPressEvent(QKeyEvent* evento) {
   }
   // Con Ctrl, las flechas se mueven sin elegir.
   const bool alli = currentIndex() != antes && selectionModel()->isSelected(currentIndex());
-  if (!alli && marcados() == resaltados) return;
+  const bool mismos =
+      marcados() == resaltados;  // cppcheck-suppress knownConditionTrueFalse ; la tecla los cambia
+  if (!alli && mismos) return;
   if (evento->isAutoRepeat()) {
     pendiente_ = true;
   } else {

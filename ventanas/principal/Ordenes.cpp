@@ -137,7 +137,7 @@ void frmUnirQ19::insertar() {
 }
 
 void frmUnirQ19::eliminar() {
-  VistaRegistros& acumulado = *ui_->Acumulado;
+  const VistaRegistros& acumulado = *ui_->Acumulado;
   std::vector<std::size_t> seleccion = acumulado.seleccion();
   QString pregunta = u" ¿ Confirma que desea eliminar deudor(es) seleccionados ? "_s;
   if (conBloques()) {

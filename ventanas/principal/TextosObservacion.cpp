@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <limits>
+#include <set>
+#include <string_view>
 
 #include "comunes/plataforma/Formatos.h"
 #include "comunes/plataforma/Texto.h"
@@ -224,12 +226,10 @@ QString TextoFichero(const QString& nombre, const remesa::Resumen& resumen) {
     partes += TextoEuros(resumen.importe);
   }
   const auto distintos = [&](std::string remesa::Bloque02::*dato) {
-    std::vector<std::string> datos;
-    datos.reserve(resumen.bloques.size());
+    std::set<std::string_view> datos;
     for (const remesa::Bloque02& bloque : resumen.bloques)
-      datos.push_back(bloque.*dato);
-    std::ranges::sort(datos);
-    return static_cast<std::size_t>(std::ranges::unique(datos).begin() - datos.begin());
+      datos.insert(bloque.*dato);
+    return datos.size();
   };
   const std::size_t acreedores = distintos(&remesa::Bloque02::acreedor);
   const std::size_t fechas = distintos(&remesa::Bloque02::fecha);

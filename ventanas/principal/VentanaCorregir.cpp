@@ -142,8 +142,8 @@ void VentanaCorregir::conectar() {
 void VentanaCorregir::llenarClases() {
   std::map<C, std::pair<std::size_t, QString>> clases;
   for (const remesa::Correccion& c : modelo_->correcciones()) {
-    auto& [cuantas, texto] = clases[c.codigo];
-    if (cuantas++ == 0) texto = TextoCorreccion(c);
+    auto& clase = clases[c.codigo];
+    if (clase.first++ == 0) clase.second = TextoCorreccion(c);
   }
   ui_->Clase->addItem(
       u"Todo: %1"_s.arg(TextoCuenta(modelo_->correcciones().size(), u"corrección"_s, u"correcciones"_s)));
