@@ -63,7 +63,8 @@ void Pulsar(QMenu* menu, const QString& rotulo) {
   for (QAction* accion : menu->actions())
     if (accion->text().remove(u'&').startsWith(rotulo)) {
       menu->setActiveAction(accion);
-      return QTest::keyClick(menu, Qt::Key_Return);
+      QTest::keyClick(menu, Qt::Key_Return);
+      return QCoreApplication::processEvents();
     }
   ADD_FAILURE() << "el menú no tiene " << rotulo.toStdString();
 }
