@@ -62,9 +62,9 @@ void Pulsar(QMenu* menu, const QString& rotulo) {
   ASSERT_NE(menu, nullptr);
   for (QAction* accion : menu->actions())
     if (accion->text().remove(u'&').startsWith(rotulo)) {
-      accion->trigger();
-      menu->close();
-      return;
+      menu->setActiveAction(accion);
+      QTest::keyClick(menu, Qt::Key_Return);
+      return QCoreApplication::processEvents();
     }
   ADD_FAILURE() << "el menú no tiene " << rotulo.toStdString();
 }

@@ -37,13 +37,18 @@ MenusArchivos::MenusArchivos(ListaFicheros& ficheros, ListaCarpetas& carpetas, N
   connect(&carpetas_, &ListaCarpetas::menuPedido, this, &MenusArchivos::deCarpeta);
 }
 
+/// Lo que se ordena espera a que el menú haya acabado: puede abrir una caja, y con ella el menú se borra.
+void MenusArchivos::poner(QMenu& menu, const QString& rotulo, const std::function<void()>& orden) const {
+  connect(menu.addAction(rotulo), &QAction::triggered, this, orden, Qt::QueuedConnection);
+}
+
 void MenusArchivos::deFichero(const QString& nombre, const QPoint& donde) {
   auto* menu = new QMenu(&ficheros_);
   menu->setAttribute(Qt::WA_DeleteOnClose);
   if (!nombre.isEmpty()) {
     const QString ruta = navegador_.rutaDe(nombre);
     ponerImportar(*menu, nombre, ruta);
-    menu->addAction(u"&Ver en la vista previa"_s, this, [this, ruta] { ordenes_.ver(ruta); });
+    poner(*menu, u"&Ver en la vista previa"_s, [this, ruta] { ordenes_.ver(ruta); });
     menu->addSeparator();
     ponerCopiar(*menu, ruta);
   }
@@ -55,18 +60,17 @@ void MenusArchivos::deFichero(const QString& nombre, const QPoint& donde) {
 
 void MenusArchivos::ponerImportar(QMenu& menu, const QString& nombre, const QString& ruta) {
   if (TraeDevoluciones(ruta)) {
-    menu.addAction(u"Abrir %1 en &Devoluciones"_s.arg(EnRotulo(nombre)), this,
-                   [this, ruta] { ordenes_.abrirDevoluciones(ruta); });
+    poner(menu, u"Abrir %1 en &Devoluciones"_s.arg(EnRotulo(nombre)),
+          [this, ruta] { ordenes_.abrirDevoluciones(ruta); });
   } else if (ordenes_.importado(ruta)) {
     menu.addAction(u"%1 ya está importado"_s.arg(EnRotulo(nombre)))->setEnabled(false);
   } else {
-    menu.addAction(u"&Importar %1"_s.arg(EnRotulo(nombre)), this,
-                   [this, ruta] { ordenes_.importar({ruta}); });
+    poner(menu, u"&Importar %1"_s.arg(EnRotulo(nombre)), [this, ruta] { ordenes_.importar({ruta}); });
   }
   const QStringList elegidos = navegador_.elegidos();
   if (elegidos.size() > 1)
-    menu.addAction(u"Importar los %1 &elegidos"_s.arg(elegidos.size()), this,
-                   [this, elegidos] { ordenes_.importar(elegidos); });
+    poner(menu, u"Importar los %1 &elegidos"_s.arg(elegidos.size()),
+          [this, elegidos] { ordenes_.importar(elegidos); });
 }
 
 void MenusArchivos::deCarpeta(const QString& ruta, const QPoint& donde) {
@@ -74,11 +78,11 @@ void MenusArchivos::deCarpeta(const QString& ruta, const QPoint& donde) {
   menu->setAttribute(Qt::WA_DeleteOnClose);
   const QString abierta = QDir::fromNativeSeparators(carpetas_.ruta());
   if (!ruta.isEmpty() && ruta != abierta)
-    menu->addAction(u"&Abrir %1"_s.arg(EnRotulo(QDir(ruta).isRoot() ? ruta : QFileInfo(ruta).fileName())),
-                    this, [this, ruta] { carpetas_.ponerRuta(ruta); });
+    poner(*menu, u"&Abrir %1"_s.arg(EnRotulo(QDir(ruta).isRoot() ? ruta : QFileInfo(ruta).fileName())),
+          [this, ruta] { carpetas_.ponerRuta(ruta); });
   if (!QDir(abierta).isRoot())
-    menu->addAction(u"&Subir a la carpeta de encima\tRetroceso"_s, this,
-                    [this, abierta] { carpetas_.ponerRuta(QFileInfo(abierta).path()); });
+    poner(*menu, u"&Subir a la carpeta de encima\tRetroceso"_s,
+          [this, abierta] { carpetas_.ponerRuta(QFileInfo(abierta).path()); });
   menu->addSeparator();
   const QString cual = ruta.isEmpty() ? abierta : ruta;
   ponerCopiar(*menu, cual);
@@ -94,18 +98,18 @@ void MenusArchivos::ponerCopiar(QMenu& menu, const QString& ruta) const {
     ordenes_.decir(u"Copiado: %1"_s.arg(texto));
   };
   const QString nombre = QDir(ruta).isRoot() ? QDir::toNativeSeparators(ruta) : QFileInfo(ruta).fileName();
-  menu.addAction(u"Copiar el &nombre"_s, this, [copiar, nombre] { copiar(nombre); });
-  menu.addAction(u"Copiar la &ruta"_s, this, [copiar, ruta] { copiar(QDir::toNativeSeparators(ruta)); });
+  poner(menu, u"Copiar el &nombre"_s, [copiar, nombre] { copiar(nombre); });
+  poner(menu, u"Copiar la &ruta"_s, [copiar, ruta] { copiar(QDir::toNativeSeparators(ruta)); });
 }
 
 void MenusArchivos::ponerMostrar(QMenu& menu, const QString& rotulo, const QString& carpeta) {
-  menu.addAction(rotulo, this, [this, carpeta] {
+  poner(menu, rotulo, [this, carpeta] {
     if (const QString fallo = comunes::AbrirDocumento(carpeta); !fallo.isEmpty()) ordenes_.decir(fallo);
   });
 }
 
 void MenusArchivos::ponerRefrescar(QMenu& menu) {
-  menu.addAction(u"Volver a &leer la carpeta\tF5"_s, this, [this] { navegador_.refrescar(); });
+  poner(menu, u"Volver a &leer la carpeta\tF5"_s, [this] { navegador_.refrescar(); });
 }
 
 }  // namespace principal

@@ -31,6 +31,7 @@ class MenusArchivos : public QObject {
                 OrdenesArchivo ordenes, QObject* padre);
 
  private:
+  void poner(QMenu& menu, const QString& rotulo, const std::function<void()>& orden) const;
   void deFichero(const QString& nombre, const QPoint& donde);
   void deCarpeta(const QString& ruta, const QPoint& donde);
   void ponerImportar(QMenu& menu, const QString& nombre, const QString& ruta);

@@ -127,8 +127,10 @@ void frmUnirQ19::importarFicheros(const QStringList& rutas) {
     return decir(u"Lectura detenida: no se ha importado nada."_s);
   }
   if (!tanda.observado().isEmpty() &&
-      !comunes::Confirmar(
-          u"Al importar se pierde o cambia:;;%1;;¿ Los importa ?"_s.arg(EnCaja(tanda.observado())), 1))
+      !comunes::Confirmar(u"Al importar se pierde o cambia:;;%1;;%2"_s.arg(
+                              EnCaja(tanda.observado()),
+                              tanda.tomadas().size() == 1 ? u"¿ Lo importa ?"_s : u"¿ Los importa ?"_s),
+                          1))
     return decir(u"No se ha importado nada."_s);
   std::size_t ficheros = 0, adeudos = 0;
   std::int64_t importe = 0;
