@@ -98,7 +98,8 @@ void Buscador::adeudo(const FicheroHallado& fichero, const BloqueActual& bloque,
 
 void Buscador::devoluciones(const FicheroHallado& fichero, const Seguir& seguir) {
   const devoluciones::Lote lote = LeerLote(fichero.ruta, seguir);
-  const bool rechazos = EsDeRechazos(lote.ficheros().front().forma);
+  const devoluciones::Forma forma = lote.ficheros().front().forma;
+  const bool rechazos = EsDeRechazos(forma);
   for (std::size_t i = 0; i < lote.size(); ++i) {
     const devoluciones::Devolucion d = lote[i];
     if (d.alcance != devoluciones::Alcance::Adeudo) continue;
@@ -108,6 +109,7 @@ void Buscador::devoluciones(const FicheroHallado& fichero, const Seguir& seguir)
     Aparicion a{
         .ruta = fichero.ruta, .registro = d.registro, .clase = rechazos ? u"rechazado"_s : u"devuelto"_s};
     a.vuelta = true;
+    a.enLinea = forma == devoluciones::Forma::Pain002 || forma == devoluciones::Forma::Camt054;
     a.fecha = d.fechaDevolucion ? d.fechaDevolucion : d.fechaCobro;
     a.importe = d.importe;
     a.deudor = d.deudor.texto();

@@ -13,6 +13,7 @@ struct Aparicion {
   std::uint64_t registro = 0;  ///< O la línea, en un XML de devoluciones. Desde 1.
   QString clase;               ///< El tipo del adeudo (RCUR…), "devuelto" o "rechazado".
   bool vuelta = false;
+  bool enLinea = false;                   ///< `registro` es una línea.
   std::optional<remesa::Dia> fecha = {};  ///< De cobro, o de devolución.
   std::optional<std::int64_t> importe = {};
   QString deudor = {}, cuenta = {}, mandato = {}, referencia = {}, concepto = {}, acreedor = {};

@@ -85,9 +85,11 @@ QString LineasTexto(const anteriores::Aparicion& a) {
   anadir(u"referencia "_s, a.referencia);
   anadir(QString(), a.concepto);
   anadir(u"motivo "_s, a.motivo);
-  return Mostrable(cabeza.join(u' ')) + u", "_s + Mostrable(datos.join(u", "_s)) +
-         u"\n    %1, %2 %3, acreedor %4\n"_s.arg(Mostrable(a.ruta), u"registro"_s,
-                                                 QString::number(a.registro), Mostrable(a.acreedor));
+  QString donde = u"%1, %2 %3"_s.arg(Mostrable(a.ruta), a.enLinea ? u"línea"_s : u"registro"_s,
+                                     QString::number(a.registro));
+  if (!a.acreedor.isEmpty()) donde += u", acreedor "_s + Mostrable(a.acreedor);
+  return Mostrable(cabeza.join(u' ')) + u", "_s + Mostrable(datos.join(u", "_s)) + u"\n    "_s + donde +
+         u'\n';
 }
 
 Salida Listar(const PeticionAnteriores& peticion) {

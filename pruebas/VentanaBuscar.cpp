@@ -88,12 +88,14 @@ TEST_F(VentanaBuscar, RecorreSeleccionaYSigueALaLista) {
   caja->setFocus();
   escribir("es91 2100 0418");
   EXPECT_EQ(dice("1 de 200"), "");
-  escribir("52,1 €");
+  escribir("52,1 eur");
   EXPECT_EQ(dice("1 de 200"), "");
   v.pulsar("Empezar");
   EXPECT_EQ(dice("Sin resultados"), "");
 
   // En la vista previa, con el foco en ella; Escape cierra y se lo devuelve.
+  v.frm.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&v.frm));
   v.Preview->setFocus();
   QTest::keyClick(v.Preview, Qt::Key_F, Qt::ControlModifier);
   EXPECT_EQ(barra->parentWidget(), v.Preview->parentWidget());

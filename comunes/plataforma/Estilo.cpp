@@ -25,6 +25,12 @@ class EstiloLegible : public QProxyStyle {
     }
   }
 
+  /// Un menú más alto que la pantalla se desplaza: en dos columnas, la segunda se saldría por un lado.
+  int styleHint(StyleHint cual, const QStyleOption* opcion, const QWidget* control,
+                QStyleHintReturn* mas) const override {
+    return cual == SH_Menu_Scrollable ? 1 : QProxyStyle::styleHint(cual, opcion, control, mas);
+  }
+
   /// El color propio de un título se pensó para un fondo claro.
   void drawControl(ControlElement cual, const QStyleOption* opcion, QPainter* pintor,
                    const QWidget* control) const override {

@@ -1,7 +1,6 @@
 #include "ventanas/principal/BarraBuscar.h"
 
 #include <QAccessible>
-#include <QApplication>
 #include <QBoxLayout>
 #include <QKeyEvent>
 #include <QShortcut>
@@ -59,13 +58,13 @@ BarraBuscar::~BarraBuscar() = default;
 
 VistaRegistros& BarraBuscar::lista() const {
   for (VistaRegistros* lista : listas_)
-    if (lista->hasFocus()) return *lista;
+    if (window()->focusWidget() == lista) return *lista;
   return isHidden() ? *listas_.first() : *vista_;
 }
 
 void BarraBuscar::ponerSobre(VistaRegistros& lista) {
   if (!isHidden() && vista_ == &lista) return;
-  QWidget* foco = QApplication::focusWidget();
+  QWidget* foco = window()->focusWidget();
   if (!isAncestorOf(foco)) anterior_ = foco;
   vista_ = &lista;
   auto* caja = qobject_cast<QBoxLayout*>(lista.parentWidget()->layout());

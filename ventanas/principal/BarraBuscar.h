@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPointer>
 #include <QWidget>
 #include <memory>
 
@@ -57,7 +58,7 @@ class BarraBuscar : public QWidget {
   VistaRegistros* vista_;
   std::unique_ptr<Hallador> hallador_;
   QShortcut* escape_;
-  QWidget* anterior_ = nullptr;  ///< quien tenía el foco al abrir
+  QPointer<QWidget> anterior_;  ///< quien tenía el foco al abrir
   Pendiente pendiente_ = Pendiente::Nada;
   int ancla_ = 0;  ///< desde qué fila se busca mientras se escribe
   bool yendo_ = false;

@@ -32,7 +32,7 @@ int Cifras(Columna columna) {
     case Columna::TipoAdeudo:
       return 6;
     case Columna::Fecha:
-      return 17;
+      return 20;  // "Creación: 24/11/2026"
     case Columna::Concepto:
       return 34;
   }

@@ -48,7 +48,9 @@ std::size_t Copiar(const VistaRegistros& vista, Copia como) {
       texto += comunes::FilaTabulada(celdas);
     }
     texto += u'\n';
-    if (texto.size() > kMaximo) throw ficheros::ErrorEjecucion(7);
+    if (texto.size() > kMaximo)
+      throw ficheros::ErrorEjecucion(ficheros::kMemoriaInsuficiente, {},
+                                     "son más de cien millones de caracteres, y no se ha copiado nada");
   }
   QGuiApplication::clipboard()->setText(texto);
   return filas.size();

@@ -81,7 +81,10 @@ void LecturaRegistros::mostrarActual(const VistaRegistros& lista) {
     texto = EnPalabras(lista.lista()[static_cast<std::size_t>(actual)]);
   else if (!lista.lista().empty())
     texto = u"Señale un registro para leerlo aquí"_s;
-  (arriba ? ui_.FranjaPreview : ui_.FranjaAcumulado)->setText(texto);
+  EtiquetaRecortada& franja = *(arriba ? ui_.FranjaPreview : ui_.FranjaAcumulado);
+  franja.setText(texto);
+  franja.setAccessibleDescription(&lista == ui_.Preview ? u"Registro actual de la vista previa"_s
+                                                        : u"Registro actual de la remesa"_s);
 }
 
 void LecturaRegistros::mostrarBajoRaton(const VistaRegistros& lista, int fila, int posicion) {
@@ -123,8 +126,9 @@ void LecturaRegistros::mostrarMenu(VistaRegistros& lista, const QPoint& donde) {
   if (QApplication::activePopupWidget()) return;  // la tecla y el sistema lo piden a la vez
   const std::vector<std::size_t> senalados = Senalados(lista);
   QMenu menu(&lista);
+  // Lo elegido se hace con el menú ya cerrado: algunas órdenes abren ventanas que lo dejarían esperando.
   const auto anadir = [&](const QString& rotulo, auto orden) {
-    connect(menu.addAction(rotulo), &QAction::triggered, this, orden);
+    connect(menu.addAction(rotulo), &QAction::triggered, this, orden, Qt::QueuedConnection);
   };
   if (&lista == ui_.Acumulado) {
     const int actual = lista.actual();
@@ -147,6 +151,12 @@ void LecturaRegistros::mostrarMenu(VistaRegistros& lista, const QPoint& donde) {
     anadir(u"&Copiar como texto\tCtrl+C"_s, [this, &lista] { copiar(lista, false); });
     anadir(u"Copiar como &tabla para una hoja de cálculo\tCtrl+Mayús+C"_s,
            [this, &lista] { copiar(lista, true); });
+    menu.addSeparator();
+  }
+  if (const int actual = lista.actual();
+      actual >= 0 &&
+      remesa::Codigo(lista.lista()[static_cast<std::size_t>(actual)]) == remesa::CodigoRegistro::Adeudo) {
+    menu.addAction(ui_.mnuAnteriores);
     menu.addSeparator();
   }
   if (lista.modo() == VistaRegistros::Modo::Columnas)

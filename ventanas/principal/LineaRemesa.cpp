@@ -60,6 +60,7 @@ void LineaRemesa::ponerVeredicto(Estado estado, std::uint64_t errores, std::uint
   enlace_->setText(veredicto_);
   enlace_->setVisible(conSenal_ && errores + avisos > 0);
   colorear();
+  if (plegada_) updateGeometry();
   repartir();
 }
 
@@ -140,7 +141,8 @@ void LineaRemesa::repartir() {
 void LineaRemesa::decirEntera() {
   QStringList partes{text(), veredicto_, seleccion_};
   partes.removeAll(QString());
-  setAccessibleName(partes.join(kEntre));
+  const QString entera = partes.join(kEntre);
+  if (entera != accessibleName()) setAccessibleName(entera);
 }
 
 void LineaRemesa::colorear() {

@@ -33,8 +33,10 @@ void frmUnirQ19::corregir(const std::vector<remesa::Hallazgo>& elegidos) {
   if (!ventana.impedimento().isEmpty())
     return comunes::Avisar(u"No se puede corregir.;;"_s + QString(ventana.impedimento()).replace(u';', u','));
   if (ventana.vacia())
-    return comunes::Avisar(
-        u"No hay nada que tenga una sola respuesta: lo que la comprobación dice lo ha de corregir usted."_s);
+    return comunes::Avisar(!elegidos.empty()
+                               ? u"De lo elegido, nada tiene una sola respuesta: lo ha de corregir usted."_s
+                               : u"No hay nada que tenga una sola respuesta: lo que la comprobación dice lo "
+                                 "ha de corregir usted."_s);
   switch (ventana.exec()) {
     case QDialog::Accepted:
       return hacerCorrecciones(ventana, sinTotales);

@@ -1,3 +1,4 @@
+#include <QLayout>
 #include <QScreen>
 #include <utility>
 
@@ -48,10 +49,14 @@ void frmUnirQ19::tomarTamano() {
   // Antes de medir lo mínimo que ocupa.
   plegada_ = screen()->availableGeometry().height() - kMargenes < kAltoSinPlegar;
   if (plegada_) plegar(true);
-  // Antes de mostrarse, lo que cambia dentro de un divisor no llega a quien lo contiene.
+  // Antes de mostrarse, lo que cambia dentro de un divisor, o de una disposición dentro de otra, no llega a
+  // quien lo contiene, que seguiría midiendo lo de antes.
   const auto controles = findChildren<QWidget*>();
   for (QWidget* control : controles)
     control->updateGeometry();
+  const auto disposiciones = findChildren<QLayout*>();
+  for (QLayout* disposicion : disposiciones)
+    disposicion->invalidate();
 }
 
 void frmUnirQ19::plegar(bool plegada) {

@@ -3,6 +3,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QPushButton>
+#include <QScopedValueRollback>
 #include <QScreen>
 #include <QShortcut>
 #include <QSignalBlocker>
@@ -107,6 +108,10 @@ void VentanaHallazgos::conectar() {
     connect(lista, &QComboBox::currentIndexChanged, this, &VentanaHallazgos::filtrar);
   connect(ui_->Visor->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
           &VentanaHallazgos::detallar);
+  // Lo que señala la propia ventana no lo ha elegido nadie.
+  connect(ui_->Visor->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+          [this] { elegidos_ = elegidos_ || !senalando_; });
+  connect(ui_->Visor, &QTableView::clicked, this, [this] { elegidos_ = true; });
   connect(ui_->Visor, &QTableView::doubleClicked, this, &VentanaHallazgos::ir);
   for (const int tecla : {Qt::Key_Return, Qt::Key_Enter})
     connect(new QShortcut(tecla, ui_->Visor, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated,
@@ -118,7 +123,10 @@ void VentanaHallazgos::conectar() {
   connect(ui_->Visor->horizontalHeader(), &QHeaderView::sectionClicked, this, &VentanaHallazgos::ordenar);
   connect(ui_->cmdIr, &QPushButton::clicked, this, &VentanaHallazgos::ir);
   connect(ui_->cmdRepetir, &QPushButton::clicked, this, &VentanaHallazgos::comprobar);
-  connect(ui_->cmdCorregir, &QPushButton::clicked, this, [this] { comprobada_.corregir(elegidos()); });
+  connect(ui_->cmdCorregir, &QPushButton::clicked, this, [this] {
+    comprobada_.corregir(elegidos());
+    if (caducada_) comprobar();
+  });
   connect(ui_->cmdCopiar, &QPushButton::clicked, this, &VentanaHallazgos::copiar);
   connect(ui_->cmdImprimir, &QPushButton::clicked, this, &VentanaHallazgos::imprimir);
   connect(ui_->cmdCsv, &QPushButton::clicked, this, &VentanaHallazgos::guardarCsv);
@@ -150,12 +158,13 @@ bool VentanaHallazgos::eventFilter(QObject* objeto, QEvent* suceso) {
   return true;
 }
 
-bool VentanaHallazgos::Filtro::cumple(const remesa::Hallazgo& h) const {
-  if (nivel != 0 && remesa::EsError(h.codigo) != (nivel == 1)) return false;
-  if (codigo >= 0 && codigo != static_cast<int>(h.codigo)) return false;
-  if (palabras.isEmpty()) return true;
-  const QString todo = herramientas::Plegar(CeldasHallazgo(h).join(u'\n'));
-  return std::ranges::all_of(palabras, [&](const QString& palabra) { return todo.contains(palabra); });
+bool VentanaHallazgos::Filtro::admite(remesa::CodigoHallazgo suyo) const {
+  if (nivel != 0 && remesa::EsError(suyo) != (nivel == 1)) return false;
+  return codigo < 0 || codigo == static_cast<int>(suyo);
+}
+
+bool VentanaHallazgos::Filtro::cumple(const QString& plegada) const {
+  return std::ranges::all_of(palabras, [&](const QString& palabra) { return plegada.contains(palabra); });
 }
 
 VentanaHallazgos::Filtro VentanaHallazgos::filtro() const {
@@ -168,10 +177,23 @@ VentanaHallazgos::Recogida VentanaHallazgos::recoger(const Filtro& filtro) const
   Recogida recogida;
   recogida.cuentas.resize(remesa::CodigosHallazgo().size());
   const auto recibir = [&](remesa::Hallazgo&& hallazgo) {
-    if (!filtro.cumple(hallazgo)) return;
-    const bool cabe = ++recogida.cuentas[static_cast<std::size_t>(hallazgo.codigo)] <= kPrimeros;
-    if (cabe) recogida.hallazgos.push_back(std::move(hallazgo));
+    if (!filtro.admite(hallazgo.codigo)) return;
+    std::uint64_t& cuenta = recogida.cuentas[static_cast<std::size_t>(hallazgo.codigo)];
+    const bool cabe = cuenta < kPrimeros;
+    if (!cabe && filtro.palabras.isEmpty()) {
+      ++cuenta;
+      recogida.recortada = true;
+      return;
+    }
+    QStringList celdas = CeldasHallazgo(hallazgo);
+    QString plegada = herramientas::Plegar(celdas.join(u'\n'));
+    if (!filtro.cumple(plegada)) return;
+    ++cuenta;
     recogida.recortada = recogida.recortada || !cabe;
+    if (!cabe) return;
+    recogida.hallazgos.push_back(std::move(hallazgo));
+    recogida.celdas.push_back(std::move(celdas));
+    recogida.plegadas.push_back(std::move(plegada));
   };
   const comunes::Reloj reloj;
   comunes::Avance avance(u"Comprobando…"_s);
@@ -222,10 +244,12 @@ void VentanaHallazgos::filtrar() {
 
 void VentanaHallazgos::llenar(const Filtro& filtro, const remesa::Hallazgo& senalado) {
   const int fila = ui_->Visor->currentIndex().row();
-  const std::vector<remesa::Hallazgo>& origen = buscados_ ? buscados_->hallazgos : todos_.hallazgos;
+  const Recogida& recogida = buscados_ ? *buscados_ : todos_;
+  const std::vector<remesa::Hallazgo>& origen = recogida.hallazgos;
   std::vector<std::size_t> vistos;
+  vistos.reserve(origen.size());
   for (std::size_t i = 0; i < origen.size(); ++i)
-    if (buscados_ || filtro.cumple(origen[i])) vistos.push_back(i);
+    if (filtro.admite(origen[i].codigo) && filtro.cumple(recogida.plegadas[i])) vistos.push_back(i);
   // Los errores, delante; en cada nivel, primero lo del fichero entero y luego por registros.
   std::ranges::stable_sort(vistos, {}, [&](std::size_t i) {
     return std::pair(!remesa::EsError(origen[i].codigo), origen[i].registro);
@@ -237,7 +261,7 @@ void VentanaHallazgos::llenar(const Filtro& filtro, const remesa::Hallazgo& sena
     int nueva = rejilla_.FixedRows();
     for (const std::size_t i : vistos) {
       int columna = 0;
-      for (const QString& celda : CeldasHallazgo(origen[i]))
+      for (const QString& celda : recogida.celdas[i])
         rejilla_.PonerTextMatrix(nueva, columna++, celda);
       rejilla_.PonerRowItem(nueva, static_cast<int>(i));
       if (remesa::EsError(origen[i].codigo)) rejilla_.PonerEstilo(nueva, 0, {.Negrita = true});
@@ -245,6 +269,8 @@ void VentanaHallazgos::llenar(const Filtro& filtro, const remesa::Hallazgo& sena
     }
   }
   resumir();
+  elegidos_ = false;
+  const QScopedValueRollback senalando(senalando_, true);
   if (ordenada_ >= 0) ordenar(ordenada_);
   const int filas = modelo_->rowCount();
   if (filas > 0) ui_->Visor->setCurrentIndex(modelo_->index(std::clamp(fila, 0, filas - 1), 0));
@@ -277,6 +303,7 @@ void VentanaHallazgos::resumir() {
 
 void VentanaHallazgos::ordenar(int columna) {
   const remesa::Hallazgo* senalado = actual();
+  const QScopedValueRollback senalando(senalando_, true);
   {
     const comunes::SinRedibujo quieta(rejilla_);
     for (int otra = 0; otra < rejilla_.Cols(); ++otra)
@@ -317,6 +344,7 @@ const remesa::Hallazgo* VentanaHallazgos::actual() const {
 }
 
 std::vector<remesa::Hallazgo> VentanaHallazgos::elegidos() const {
+  if (!elegidos_) return {};
   std::vector<int> filas;
   for (const QModelIndex& indice : ui_->Visor->selectionModel()->selectedRows())
     filas.push_back(indice.row());

@@ -65,6 +65,8 @@ class VentanaHallazgos : public QDialog {
   /// Lo que se guarda de una comprobación, en el orden en que se dio.
   struct Recogida {
     std::vector<remesa::Hallazgo> hallazgos;
+    std::vector<QStringList> celdas;  ///< las de cada uno, y plegadas para buscar
+    std::vector<QString> plegadas;
     std::vector<std::uint64_t> cuentas;  ///< de cada código, todos
     remesa::ResultadoComprobacion resultado;
     bool recortada = false;  ///< de algún código hay más de los que se guardan
@@ -74,7 +76,8 @@ class VentanaHallazgos : public QDialog {
     int nivel = 0;    ///< 0, todos; 1, errores; 2, avisos
     int codigo = -1;  ///< del enumerado; -1, todos
     QStringList palabras;
-    bool cumple(const remesa::Hallazgo& hallazgo) const;
+    bool admite(remesa::CodigoHallazgo suyo) const;
+    bool cumple(const QString& plegada) const;
   };
 
   void preparar();
@@ -121,7 +124,9 @@ class VentanaHallazgos : public QDialog {
   QTimer espera_;
   QString documento_;  ///< último listado escrito
   bool caducada_ = false;
-  int ordenada_ = -1;  ///< la columna por la que el operador ordenó
+  bool elegidos_ = false;   ///< lo seleccionado lo eligió el operador
+  bool senalando_ = false;  ///< la ventana señala por su cuenta
+  int ordenada_ = -1;       ///< la columna por la que el operador ordenó
 };
 
 /// Título de cada columna y las celdas de un hallazgo, en el mismo orden.
