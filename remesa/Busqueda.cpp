@@ -168,8 +168,17 @@ Busqueda::Busqueda(std::string_view texto, std::optional<std::int64_t> centimos)
     return std::max_element(desde, hasta, [](char a, char b) { return Rareza(a) < Rareza(b); });
   };
   auto esta = rara(texto_.cbegin(), fin);
-  if (cuenta_.size() >= kCuentaLarga)
-    if (const auto alFinal = rara(fin - kCuentaLarga / 2, fin); *alFinal != ' ') esta = alFinal;
+  if (cuenta_.size() >= kCuentaLarga) {
+    // Casi todo son cifras: distingue más la pareja que una sola.
+    int mejor = 0;
+    for (auto c = fin - kCuentaLarga / 2; c != fin; ++c) {
+      const auto detras = std::find_if(c + 1, texto_.cend(), [](char otro) { return otro != ' '; });
+      const int rareza = *c == ' ' ? 0 : static_cast<int>(Rareza(*c) + Rareza(*detras));
+      if (rareza <= mejor) continue;
+      mejor = rareza;
+      esta = c;
+    }
+  }
   enTexto_ = static_cast<std::size_t>(esta - texto_.cbegin());
   enCuenta_ = enTexto_ - static_cast<std::size_t>(std::count(texto_.cbegin(), esta, ' '));
 }

@@ -156,7 +156,7 @@ void LecturaRegistros::mostrarMenu(VistaRegistros& lista, const QPoint& donde) {
   if (const int actual = lista.actual();
       actual >= 0 &&
       remesa::Codigo(lista.lista()[static_cast<std::size_t>(actual)]) == remesa::CodigoRegistro::Adeudo) {
-    menu.addAction(ui_.mnuAnteriores);
+    anadir(ui_.mnuAnteriores->text(), [this] { ui_.mnuAnteriores->trigger(); });
     menu.addSeparator();
   }
   if (lista.modo() == VistaRegistros::Modo::Columnas)
