@@ -42,11 +42,6 @@ struct Foto {
   bool importado, bloques;
 };
 
-void Tecla(Ventana& v, Qt::Key tecla) {
-  v.frm.activateWindow();  // las cajas que se cierran la dejan sin activar
-  QTest::keyClick(&v.frm, tecla, Qt::ControlModifier);
-}
-
 }  // namespace
 
 TEST_F(Pasos, CadaOrdenSeDeshaceYSeRehace) {
@@ -92,13 +87,13 @@ TEST_F(Pasos, CadaOrdenSeDeshaceYSeRehace) {
 
   for (int vuelta = 0; vuelta < 2; ++vuelta) {
     for (std::size_t i = std::size(ordenes); i-- > 0;) {
-      Tecla(v, Qt::Key_Z);
+      menu("mnuDeshacer");
       EXPECT_EQ(Foto(v).lista, antes[i].lista) << ordenes[i].first.toStdString();
       EXPECT_TRUE(Foto(v) == antes[i]) << ordenes[i].first.toStdString();
       EXPECT_EQ(v.hijo<QAction>("mnuRehacer")->text(), u"Re&hacer "_s + ordenes[i].first);
     }
     for (std::size_t i = 0; i < std::size(ordenes); ++i) {
-      Tecla(v, Qt::Key_Y);
+      menu("mnuRehacer");
       EXPECT_EQ(Foto(v).lista, despues[i].lista) << ordenes[i].first.toStdString();
       EXPECT_EQ(Foto(v).importado, despues[i].importado) << ordenes[i].first.toStdString();
       EXPECT_EQ(Foto(v).linea, despues[i].linea) << ordenes[i].first.toStdString();
@@ -107,10 +102,10 @@ TEST_F(Pasos, CadaOrdenSeDeshaceYSeRehace) {
   EXPECT_EQ(leer(carpeta_ / "salida.Q19"), guardado) << "deshacer no toca lo guardado";
   // Antes que todo, lo que se cargó al arrancar.
   for (std::size_t i = 0; i <= std::size(ordenes); ++i)
-    Tecla(v, Qt::Key_Z);
+    menu("mnuDeshacer");
   EXPECT_TRUE(v.acumulado().empty());
   EXPECT_EQ(v.hijo<QAction>("mnuDeshacer")->text(), "&Deshacer");
-  Tecla(v, Qt::Key_Z);
+  menu("mnuDeshacer");
   EXPECT_EQ(v.texto("EstadoMensaje"), "No hay nada que deshacer.");
 }
 

@@ -157,7 +157,7 @@ void frmUnirQ19::eliminar() {
   const QString cuantos = fuera.adeudos > 0 ? TextoCuenta(fuera.adeudos, u"adeudo"_s, u"adeudos"_s)
                                             : TextoCuenta(fuera.registros, u"registro"_s, u"registros"_s);
   comoUnPaso(u"eliminar "_s + cuantos, [&] { quitar(seleccion); });
-  QString dicho = u"Se ha eliminado %1"_s.arg(cuantos);
+  QString dicho = (fuera.registros == 1 ? u"Se ha eliminado %1"_s : u"Se han eliminado %1"_s).arg(cuantos);
   if (fuera.adeudos > 0) {
     dicho += u" (%1)"_s.arg(TextoEuros(fuera.importe));
     if (const std::size_t sobran = fuera.registros - fuera.adeudos; sobran > 0)
