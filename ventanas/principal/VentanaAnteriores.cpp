@@ -27,11 +27,11 @@ constexpr std::size_t kMaxApariciones = 5000;
 
 }  // namespace
 
-VentanaAnteriores::VentanaAnteriores(const QString& quien, std::vector<anteriores::FicheroHallado> ficheros,
+VentanaAnteriores::VentanaAnteriores(QString quien, std::vector<anteriores::FicheroHallado> ficheros,
                                      const anteriores::Filtro& filtro, QWidget* padre)
     : QDialog(padre),
       ui_(std::make_unique<Ui::VentanaAnteriores>()),
-      quien_(quien),
+      quien_(std::move(quien)),
       rejilla_(u"VisorAnteriores"_s),
       busqueda_(std::make_shared<Busqueda>()) {
   ui_->setupUi(this);

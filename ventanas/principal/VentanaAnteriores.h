@@ -26,7 +26,7 @@ class VentanaAnteriores : public QDialog {
 
  public:
   /// `quien`, de quién son, para el operador.
-  VentanaAnteriores(const QString& quien, std::vector<anteriores::FicheroHallado> ficheros,
+  VentanaAnteriores(QString quien, std::vector<anteriores::FicheroHallado> ficheros,
                     const anteriores::Filtro& filtro, QWidget* padre);
   ~VentanaAnteriores() override;
 
