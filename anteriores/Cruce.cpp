@@ -191,10 +191,10 @@ void Cruce::cerrar() {
   const Iguales suyas = indice_.delMandato(actual_->claves.acreedor, actual_->claves.mandato);
   const bool demasiadas = suyas.size() > kMaxIguales;
   if (demasiadas || std::ranges::any_of(suyas, [this](const Entrada& e) { return cuenta(e); })) {
-    auto iguales = std::ranges::equal_range(suyas, actual_->claves.importe, {},
-                                            [](const Entrada& e) { return std::uint64_t{e.importe}; });
-    const Entrada* enviado = mirarEnviado({iguales.begin(), iguales.end()});
-    mirarCercano({iguales.begin(), iguales.end()}, enviado);
+    const auto importe = [](const Entrada& e) { return std::uint64_t{e.importe}; };
+    const Iguales iguales(std::ranges::lower_bound(suyas, actual_->claves.importe, {}, importe),
+                          std::ranges::upper_bound(suyas, actual_->claves.importe, {}, importe));
+    mirarCercano(iguales, mirarEnviado(iguales));
     if (!demasiadas) {
       mirarMandato(suyas);
       mirarCuenta(suyas);

@@ -306,8 +306,9 @@ std::shared_ptr<const Indice> Indice::Hacer(const PeticionIndice& peticion,
 
 std::span<const Entrada> Indice::delMandato(std::uint64_t acreedor, std::uint64_t mandato) const {
   const auto clave = [](const Entrada& e) { return std::pair(e.mandato, e.acreedor); };
-  const auto suyas = std::ranges::equal_range(entradas_, std::pair(mandato, acreedor), {}, clave);
-  return {suyas.begin(), suyas.end()};
+  const std::pair cual(mandato, acreedor);
+  return {std::ranges::lower_bound(entradas_, cual, {}, clave),
+          std::ranges::upper_bound(entradas_, cual, {}, clave)};
 }
 
 }  // namespace anteriores

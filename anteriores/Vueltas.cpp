@@ -62,7 +62,9 @@ class Asociacion {
     };
     const std::tuple buscada(v.mandato, v.acreedor, v.acreedor == 0 ? 0 : v.importe.value_or(0));
     Candidatos candidatos;
-    for (Entrada& e : std::ranges::equal_range(entradas_, buscada, {}, clave)) {
+    const auto fin = std::ranges::upper_bound(entradas_, buscada, {}, clave);
+    for (auto i = std::ranges::lower_bound(entradas_, buscada, {}, clave); i != fin; ++i) {
+      Entrada& e = *i;
       if (!cuadra(v, e)) continue;
       if (candidatos.size() == kMaxCandidatosVuelta) return {};
       candidatos.push_back(&e);

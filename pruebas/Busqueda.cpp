@@ -24,7 +24,7 @@ char Llano(char c) {
       {'\'', "\x91\x92\xB4"},
       {' ', "\xA0"}};
   for (const auto& [llano, caracteres] : kJuntos)
-    if (caracteres.find(c) != caracteres.npos) return llano;
+    if (caracteres.find(c) != std::string_view::npos) return llano;
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
 }
 

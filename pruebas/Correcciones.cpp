@@ -41,7 +41,7 @@ struct Corregida {
   ResultadoCorreccion resultado;
 };
 
-Corregida Corregir(const ListaTextos& registros, PeticionCorreccion peticion = {.hoy = kHoy}) {
+Corregida Corregir(const ListaTextos& registros, const PeticionCorreccion& peticion = {.hoy = kHoy}) {
   ListaRegistros lista = Lista(registros);
   ResultadoCorreccion resultado = remesa::Corregir(lista, peticion);
   return {Bytes(lista), Dicho(resultado), std::move(resultado)};
@@ -245,7 +245,8 @@ std::multiset<std::string> Dinero(const ListaTextos& registros) {
     std::string importe = r.substr(88, 11);
     std::erase(importe, ' ');
     importe.erase(0, importe.find_first_not_of('0'));
-    adeudos.insert(importe + "|" + cuenta + "|" + std::string(Recortar(EquivalenteSEPA(nombre))));
+    importe.append("|").append(cuenta).append("|").append(Recortar(EquivalenteSEPA(nombre)));
+    adeudos.insert(importe);
   }
   return adeudos;
 }

@@ -242,7 +242,7 @@ class Mono : public QObject {
       ADD_FAILURE() << ahora - ultimo_ << " s sin atender tras " << ultima_;
     ultimo_ = ahora;
     QWidget* modal = QApplication::activeModalWidget();
-    if (modal == nullptr && hondura_ == 0) {
+    if (modal == nullptr && hondura_ == 0 && !editando()) {
       vigia_.comprobar();
       if (dados_ >= pasos_ || testing::Test::HasFailure()) return bucle_.quit();
       if (!v_.frm.isVisible()) v_.frm.show();
@@ -257,6 +257,12 @@ class Mono : public QObject {
     else
       actuar(modal);
     --hondura_;
+  }
+
+  /// Un editor ya cerrado que aún no ha vuelto a quien lo abrió: su orden no ha acabado.
+  static bool editando() {
+    const QWidgetList ventanas = QApplication::topLevelWidgets();
+    return std::ranges::any_of(ventanas, [](const QWidget* v) { return v->objectName() == "EdiTarvo"; });
   }
 
   void apuntar(const QString& que) {

@@ -55,8 +55,8 @@ bool EsOpcional(ClaseRegistro clase) {
 
 class Obra {
  public:
-  Obra(const ListaRegistros& lista, const PeticionCorreccion& peticion, const AvanceComprobacion& avance)
-      : lista_(lista), peticion_(peticion), avance_(avance) {}
+  Obra(ListaRegistros lista, const PeticionCorreccion& peticion, const AvanceComprobacion& avance)
+      : lista_(std::move(lista)), peticion_(peticion), avance_(avance) {}
 
   ResultadoCorreccion hacer() {
     // Cada vuelta corrige algo que la siguiente ya no halla: unas pocas bastan, y el tope nunca se alcanza.

@@ -44,7 +44,7 @@ ListaFicheros::ListaFicheros(QWidget* padre) : QListView(padre), modelo_(new Mod
   setEditTriggers(NoEditTriggers);
   setSelectionMode(ExtendedSelection);
   setModel(modelo_);
-  vacio_ = new TextoVacio(*this);
+  vacio_ = new TextoVacio(*this);  // NOLINT(cppcoreguidelines-prefer-member-initializer): mira el modelo
   PrepararMarcoFoco(*this);
 }
 

@@ -124,7 +124,7 @@ void VentanaHallazgos::conectar() {
   connect(ui_->cmdIr, &QPushButton::clicked, this, &VentanaHallazgos::ir);
   connect(ui_->cmdRepetir, &QPushButton::clicked, this, &VentanaHallazgos::comprobar);
   connect(ui_->cmdCorregir, &QPushButton::clicked, this, [this] {
-    comprobada_.corregir(elegidos());
+    comprobada_.corregir(elegidos_ ? elegidos() : std::vector<remesa::Hallazgo>());
     if (caducada_) comprobar();
   });
   connect(ui_->cmdCopiar, &QPushButton::clicked, this, &VentanaHallazgos::copiar);
@@ -344,7 +344,6 @@ const remesa::Hallazgo* VentanaHallazgos::actual() const {
 }
 
 std::vector<remesa::Hallazgo> VentanaHallazgos::elegidos() const {
-  if (!elegidos_) return {};
   std::vector<int> filas;
   for (const QModelIndex& indice : ui_->Visor->selectionModel()->selectedRows())
     filas.push_back(indice.row());
