@@ -34,7 +34,9 @@ void EscribirRemesa(const fs::path& ruta, std::size_t cual) {
                        {kCuentaAcreedor, "ES9121000418450200051332"}});
   for (std::size_t i = 0; i < kAdeudosPorFichero; ++i) {
     const std::string numero = Ceros(static_cast<std::int32_t>(i + cual / 12 * kAdeudosPorFichero), 12);
-    linea("0319143003", {{kReferenciaAdeudo, "REFERENCIA" + fichero + numero},
+    std::string referencia = "REFERENCIA";
+    referencia.append(fichero).append(numero);
+    linea("0319143003", {{kReferenciaAdeudo, referencia},
                          {kReferenciaMandato, "MANDATO" + numero},
                          {kTipoAdeudo, "RCUR"},
                          {kImporteAdeudo, Ceros(static_cast<std::int32_t>(cual * 7 + i % 2000), 11)},
