@@ -72,10 +72,9 @@ TEST_F(Pasos, CadaOrdenSeDeshaceYSeRehace) {
   };
   // Antes de cada orden se señala algo: al deshacerla ha de volver.
   std::vector<Foto> antes, despues;
-  int fila = 2;
   for (const auto& [que, orden] : ordenes) {
     const bool deAdeudo = que.startsWith("insertar") || que.startsWith("cambiar");
-    fila = deAdeudo ? 3 : 5 - fila;
+    const int fila = deAdeudo || antes.size() % 2 == 0 ? 3 : 2;
     if (!v.acumulado().empty()) v.Acumulado->seleccionarSolo(fila);
     antes.emplace_back(v);
     orden();

@@ -191,9 +191,8 @@ void ListaFicheros::keyPressEvent(QKeyEvent* evento) {
   }
   // Con Ctrl, las flechas se mueven sin elegir.
   const bool alli = currentIndex() != antes && selectionModel()->isSelected(currentIndex());
-  const bool mismos =
-      marcados() == resaltados;  // cppcheck-suppress knownConditionTrueFalse ; la tecla los cambia
-  if (!alli && mismos) return;
+  // cppcheck-suppress knownConditionTrueFalse ; la tecla los cambia
+  if (!alli && marcados() == resaltados) return;
   if (evento->isAutoRepeat()) {
     pendiente_ = true;
   } else {
