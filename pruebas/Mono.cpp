@@ -437,7 +437,8 @@ class Mono : public QObject {
     return {ruta};
   }
 
-  static constexpr double kColgado = 5;  // segundos de procesador
+  static constexpr double kColgado =
+      10;  // segundos de procesador; con saneadores, abrir el manual lleva cinco
 
   Ventana& v_;
   Vigia vigia_;
