@@ -90,8 +90,12 @@ void VisorAyuda::Abrir(const QString& ruta) {
   } else if (ayuda.formato == TextoAyuda::Formato::Html) {
     setHtml(ayuda.texto);
   } else if (ayuda.formato == TextoAyuda::Formato::Markdown) {
+    // Se coloca una vez, al final: si no, otra entera por cada párrafo y cada tabla, segundos en un manual.
+    document()->setLayoutEnabled(false);
     setMarkdown(ayuda.texto);
     Vestir(*document());
+    document()->setLayoutEnabled(true);
+    document()->markContentsDirty(0, document()->characterCount());
   } else {
     setPlainText(ayuda.texto);
   }
