@@ -260,7 +260,7 @@ void Ensuciar(ListaTextos& r, Azar& azar) {
     std::string bytes(LeerCampo(r[i], campo->donde));
     switch (azar.hasta(7)) {
       case 0:
-        std::ranges::rotate(bytes, bytes.end() - 1);
+        std::rotate(bytes.begin(), bytes.end() - 1, bytes.end());
         break;
       case 1:
         for (char& c : bytes)

@@ -140,6 +140,16 @@ class Vigia : public QObject {
     } else if (orden == "cmdInsertar") {
       EXPECT_TRUE(esDuplicado(antes, ahora));
       ++duplicados;
+    } else if (pila_->undoText().contains(u" fichero"_s)) {
+      // De varios elegidos, o del menú de uno que no se ve: lo que había sigue delante, y lo demás son
+      // adeudos.
+      const Registros hay = SinTotales(antes), son = SinTotales(ahora);
+      ASSERT_LE(hay.size(), son.size());
+      EXPECT_TRUE(std::equal(hay.begin(), hay.end(), son.begin()));
+      const Registros nuevos(son.begin() + static_cast<std::ptrdiff_t>(hay.size()), son.end());
+      if (!antes.empty())
+        EXPECT_TRUE(std::ranges::all_of(nuevos, [](const auto& r) { return r.starts_with("03"); }));
+      importados += static_cast<int>(Adeudos(nuevos));
     } else {
       Registros esperada = SinTotales(antes);
       const Registros nuevos =
