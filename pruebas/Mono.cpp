@@ -272,7 +272,7 @@ class Mono : public QObject {
   /// Un editor ya cerrado que aún no ha vuelto a quien lo abrió: su orden no ha acabado.
   static bool editando() {
     const QWidgetList ventanas = QApplication::topLevelWidgets();
-    return std::ranges::any_of(ventanas, [](const QWidget* v) { return v->objectName() == "EdiTarvo"; });
+    return std::ranges::any_of(ventanas, [](const QWidget* v) { return v->inherits("editor::EdiSEPA"); });
   }
 
   void apuntar(const QString& que) {
