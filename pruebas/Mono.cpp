@@ -463,8 +463,7 @@ class Mono : public QObject {
     return {ruta};
   }
 
-  static constexpr double kColgado =
-      10;  // segundos de procesador; con saneadores, abrir el manual lleva cinco
+  static constexpr double kColgado = 5;  // segundos de procesador
 
   Ventana& v_;
   Vigia vigia_;

@@ -54,7 +54,8 @@ void frmUnirQ19::mostrarObservaciones() {
   const bool seRecalculan = std::ranges::any_of(observaciones, [](const remesa::Observacion& o) {
     return o.clase == remesa::ClaseObservacion::TotalesNoCuadran;
   });
-  ui_->AvisoAcumulado->ponerAvisos(avisoMezcla() + avisoGuardada() + TextosObservaciones(observaciones), seRecalculan);
+  ui_->AvisoAcumulado->ponerAvisos(avisoMezcla() + avisoGuardada() + TextosObservaciones(observaciones),
+                                   seRecalculan);
 }
 
 QString frmUnirQ19::loQueHay() const {

@@ -1,6 +1,8 @@
 #include <QApplication>
 #include <QScopeGuard>
 #include <algorithm>
+#include <optional>
+#include <utility>
 
 #include "comunes/dialogos/MyBox.h"
 #include "comunes/plataforma/Formatos.h"
@@ -195,6 +197,9 @@ void frmUnirQ19::editar(int fila, int posicion) {
   // bloques dicen lo de su cabecera.
   bool cabecera = false;
   std::optional<EstadoAcumulacion> antes;
+  const auto nombre = [](int cual) {
+    return u"cambiar el registro "_s + comunes::FormatoNumero(cual + 1, 0);
+  };
   EnFondo fondo(acumulado.modelo());
   editor::ListaAcumulado lista{
       .registros = acumulado.modelo().editable(),
@@ -204,6 +209,9 @@ void frmUnirQ19::editar(int fila, int posicion) {
             acumulado.modelo().avisarCambio(cual);
             cabecera = remesa::Codigo(acumulado.lista()[static_cast<std::size_t>(cual)]) ==
                        remesa::CodigoRegistro::Acreedor;
+            // Ya, sin esperar a que el editor vuelva: entretanto puede darse otra orden.
+            if (!cabecera || !conBloques())
+              pasoDesde(*std::exchange(antes, std::nullopt), nombre(cual), [this] { mirarAcumulado(); });
           },
       .movido = [&](int cual) { acumulado.seleccionarSolo(cual); },
       .aviso = [this](const QString& texto) { decir(texto); },
@@ -217,14 +225,8 @@ void frmUnirQ19::editar(int fila, int posicion) {
                         });
           },
   };
-  if (!editor::EditarSEPA(lista, kCuaderno19, this)) return;
-  const QString cual = comunes::FormatoNumero(lista.actual + 1, 0);
-  pasoDesde(*std::move(antes), u"cambiar el registro "_s + cual, [&] {
-    if (cabecera && conBloques())
-      RecalcularTotales();
-    else
-      mirarAcumulado();
-  });
+  if (editor::EditarSEPA(lista, kCuaderno19, this) && antes)
+    pasoDesde(*std::move(antes), nombre(lista.actual), [this] { RecalcularTotales(); });
 }
 
 }  // namespace principal

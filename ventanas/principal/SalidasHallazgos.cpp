@@ -135,7 +135,9 @@ void VentanaHallazgos::imprimir() {
   listado.padre = this;
   listado.anchoTabla = ancho;
   listado.carpeta = CarpetaDestino();
-  listado.rotulos = [&] { return comunes::RotulosListado{kTituloComprobacion, kTituloComprobacion, kTituloComprobacion}; };
+  listado.rotulos = [&] {
+    return comunes::RotulosListado{kTituloComprobacion, kTituloComprobacion, kTituloComprobacion};
+  };
   const QString subtitulo = u"%1: %2"_s.arg(comunes::ConMarcasEscritas(comprobada_.titulo()),
                                             TextoVeredicto(resultado.errores, resultado.avisos));
   listado.imprimir = [&](comunes::TrabajoImpresion& trabajo, const comunes::AvanceImpresion& avance) {

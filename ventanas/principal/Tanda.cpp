@@ -40,7 +40,8 @@ void Tanda::tomar(const QString& ruta, remesa::ListaRegistros lista, const QStri
   const auto hay = [&](Clase clase) {
     return std::ranges::find(observaciones, clase, &remesa::Observacion::clase) != observaciones.end();
   };
-  if (hay(Clase::SinDueno)) return apartar(ruta, u"tiene un adeudo sin ninguna cabecera de acreedor delante"_s);
+  if (hay(Clase::SinDueno))
+    return apartar(ruta, u"tiene un adeudo sin ninguna cabecera de acreedor delante"_s);
   // Los bloques que tendrá no son nada que se pierda.
   std::erase_if(observaciones, [](const remesa::Observacion& o) { return o.clase == Clase::BloquesNuevos; });
   if (!indice_)

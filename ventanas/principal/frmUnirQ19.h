@@ -199,7 +199,6 @@ class frmUnirQ19 : public QMainWindow {
   // FechaCobro.cpp
   void cambiarFechaCobro();
 
-
   // Devoluciones.cpp
   /// Abre la ventana de devoluciones, y en ella esos ficheros.
   void abrirDevoluciones(const QStringList& rutas);
