@@ -45,7 +45,7 @@ bool TieneAltos(std::string_view bytes) {
     bytes.remove_prefix(sizeof ocho);
   }
   ocho = 0;
-  std::memcpy(&ocho, bytes.data(), bytes.size());
+  if (!bytes.empty()) std::memcpy(&ocho, bytes.data(), bytes.size());
   return ((juntos | ocho) & kAltos) != 0;
 }
 
