@@ -19,7 +19,7 @@ TipoFichero TipoPorCodigo(std::string_view codigo) {
 
 TipoFichero TipoDe(std::string_view primerRegistro) {
   const std::string_view version = LeerCampo(primerRegistro, kVersion);
-  if (version == "19143") return TipoPorCodigo(LeerCampo(primerRegistro, kCodigo));
+  if (version == kVersion1914) return TipoPorCodigo(LeerCampo(primerRegistro, kCodigo));
   if (version == "19154") return TipoFichero::PlazoCorto;
   if (version == "19445") return TipoFichero::Empresas;
   if (primerRegistro.starts_with(kTransferencias)) return TipoFichero::Transferencias;
