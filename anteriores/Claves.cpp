@@ -4,16 +4,32 @@
 
 #include "devoluciones/Cotejo.h"
 #include "devoluciones/Devolucion.h"
+#include "remesa/CaracteresSEPA.h"
 #include "remesa/ReglasCuentas.h"
 #include "remesa/TotalesNorma.h"
 
 namespace anteriores {
 
-using remesa::Huella;
 using remesa::Mezclar;
+
+namespace {
+
+constexpr auto kEnSEPA = [](char c) { return remesa::EquivalenteSEPA(c); };
+
+std::uint64_t Huella(std::string_view texto) {
+  return std::ranges::all_of(texto, [](char c) { return remesa::EsDelJuegoSEPA(c); })
+             ? remesa::Huella(texto)
+             : remesa::Huella(remesa::EquivalenteSEPA(texto));
+}
+
+}  // namespace
 
 std::string_view Valor(std::string_view registro, remesa::Posiciones donde) {
   return remesa::Recortar(remesa::LeerCampo(registro, donde));
+}
+
+bool MismoTexto(std::string_view uno, std::string_view otro) {
+  return std::ranges::equal(uno, otro, {}, kEnSEPA, kEnSEPA);
 }
 
 std::string SinSufijo(std::string_view identificador) {
@@ -70,7 +86,7 @@ ClavesAdeudo Claves(std::string_view adeudo, const BloqueActual& bloque) {
 }
 
 void ResumenRemesa::dar(std::string_view registro, std::uint64_t numero) {
-  contenido = Mezclar(contenido, Huella(registro));
+  contenido = Mezclar(contenido, remesa::Huella(registro));
   ++registros;
   if (presentador != 0 || remesa::Codigo(registro) != remesa::CodigoRegistro::Presentador) return;
   presentador = numero;

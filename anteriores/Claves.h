@@ -12,6 +12,10 @@ namespace anteriores {
 /// Un campo sin los blancos de los lados.
 std::string_view Valor(std::string_view registro, remesa::Posiciones donde);
 
+/// Lo mismo, carácter a carácter, en el juego de SEPA: así van los textos en un XML y en lo que el banco
+/// devuelve. Las huellas de aquí son de los textos así.
+bool MismoTexto(std::string_view uno, std::string_view otro);
+
 /// El identificador de un acreedor sin su sufijo: con él o con otro, el mandato es el mismo (su referencia
 /// solo es única para el acreedor, y el sufijo es de su contrato con el banco).
 std::string SinSufijo(std::string_view identificador);

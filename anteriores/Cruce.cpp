@@ -348,7 +348,7 @@ void Cruce::confirmar() {
 bool Cruce::confirmada(const Sospecha& s, std::string_view registro, std::string_view cabecera) const {
   const std::string_view nuestro = s.adeudo->registro;
   const auto igual = [&](remesa::Posiciones donde) {
-    return Valor(registro, donde) == Valor(nuestro, donde);
+    return MismoTexto(Valor(registro, donde), Valor(nuestro, donde));
   };
   if (SinSufijo(Valor(cabecera, remesa::kIdentificadorAcreedor)) != s.adeudo->acreedor) return false;
   if (s.hallazgo.donde == remesa::kFechaFirma) return true;  // del otro solo importan el acreedor y la fecha

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <memory>
+#include <utility>
 
 #include "devoluciones/Lectores.h"
 #include "ficheros/Lectura.h"
@@ -27,6 +28,10 @@ bool EstaEnBlanco(std::string_view linea) {
   return linea.find_first_not_of(std::string_view(" \t\x1A\0", 4)) == std::string_view::npos;
 }
 
+bool TieneNulos(std::string_view linea) {
+  return linea.find('\0') != std::string_view::npos;
+}
+
 /// Las líneas de un fichero, por trozos.
 template <class Recibir>
 void CortarLineas(const std::filesystem::path& ruta, Recibir&& recibir, const Seguir& seguir) {
@@ -45,8 +50,14 @@ void CortarLineas(const std::filesystem::path& ruta, Recibir&& recibir, const Se
 /// Mira que una remesa esté entera mientras pasa.
 class Entereza {
  public:
-  void dar(std::string_view registro) {
+  /// `linea`, de la que sale, y su longitud.
+  void dar(std::string_view registro, std::string_view linea, std::uint64_t longitud) {
     ultimo_ = remesa::Codigo(registro);
+    if (ultimo_ == remesa::CodigoRegistro::Otro || longitud > remesa::kRegistroUtf8 || TieneNulos(linea))
+      throw NoSeToma{"está dañado: tiene líneas que no son registros"};
+    if (remesa::Clase(registro) == remesa::ClaseRegistro::Adeudo &&
+        std::cmp_less(longitud, remesa::kCuentaDeudor.desde))
+      throw NoSeToma{"está dañado: tiene adeudos cortados"};
     if (ultimo_ == remesa::CodigoRegistro::Acreedor)
       enBloque_ = true;
     else if (remesa::EsDeTotales(ultimo_))
@@ -54,9 +65,9 @@ class Entereza {
     else if (ultimo_ == remesa::CodigoRegistro::Adeudo && !enBloque_)
       throw NoSeToma{"está dañado: tiene adeudos sin cabecera de acreedor"};
   }
+  bool acabada() const { return ultimo_ == remesa::CodigoRegistro::TotalesGenerales; }
   void terminar() const {
-    if (ultimo_ != remesa::CodigoRegistro::TotalesGenerales)
-      throw NoSeToma{"está dañado: no acaba en su registro 99"};
+    if (!acabada()) throw NoSeToma{"está dañado: no acaba en su registro 99"};
   }
 
  private:
@@ -77,9 +88,10 @@ FinUniforme LeerTexto(const std::filesystem::path& ruta, const ReceptorRegistros
         if (++numero == 1) suFin = fin;
         uniforme = uniforme && longitud == remesa::kLongitudRegistro &&
                    (fin == suFin || fin == remesa::FinLinea::Ninguno);
-        if (EstaEnBlanco(linea)) return;
+        // Con ceros puede acabar un fichero; en medio, es un registro que se ha perdido.
+        if (EstaEnBlanco(linea) && (entereza.acabada() || !TieneNulos(linea))) return;
         const std::string_view registro = ComoRegistro(linea, longitud, bufer);
-        entereza.dar(registro);
+        entereza.dar(registro, linea, longitud);
         recibir(registro, numero);
       },
       seguir);

@@ -293,8 +293,11 @@ TEST_F(Anteriores, ElMismoFicheroYLaMismaRemesaEnXml) {
   fs::remove(uno);
   EXPECT_TRUE(Cruzado(*anterior, escribir("n.Q19", Unidos(Fichero(adeudos, "PREX")))).empty());
   EXPECT_TRUE(indice(anterior)->entradas().empty());
-  // La misma, guardada en XML.
-  const fs::path remesa = fs::path(DIR_EJEMPLOS) / "gimnasio-acuario.Q19";
+  // La misma, guardada en XML, donde sus textos van en el juego de SEPA.
+  std::string conEnes = leer(fs::path(DIR_EJEMPLOS) / "gimnasio-acuario.Q19");
+  for (std::size_t i = 0; (i = conEnes.find("SEPA/ACU", i)) != std::string::npos;)
+    conEnes[i + 2] = '\xD1';
+  const fs::path remesa = escribir("enes.Q19", conEnes);
   std::vector<std::unique_ptr<iso20022::Fuente>> fuentes;
   fuentes.push_back(std::make_unique<iso20022::FuenteFichero>(remesa));
   iso20022::OpcionesExportacion opciones;
@@ -338,13 +341,16 @@ TEST_F(Anteriores, CarpetasHostiles) {
   const std::string bytes = Unidos(Fichero(adeudos, "PREB"));
   escribir("antes/cortado.Q19", bytes.substr(0, 602 * 3));
   escribir("antes/sin02.Q19", bytes.substr(0, 602) + bytes.substr(602 * 2));
+  escribir("antes/ceros.Q19",
+           bytes.substr(0, 602 * 2) + std::string(700, '\0') + bytes.substr(602 * 2 + 700));
+  escribir("antes/corto.Q19", bytes.substr(0, 602 * 2 + 300) + bytes.substr(602 * 3 - 2));
   escribir("antes/vacio.Q19", "");
   escribir("antes/basura.Q19", "0119143001" + std::string(100000, '\xFF'));
   escribir("antes/malo.xml", "<Document><a>");
   escribir("antes/otro.xml", "<?xml version=\"1.0\"?><factura/>");
   escribir("fuera.Q19", bytes);
   escribir("carpeta no.Q19", bytes);
-  std::size_t omitidos = 6;
+  std::size_t omitidos = 8;
   std::error_code sinEnlaces;
   fs::create_symlink(carpeta_ / "fuera.Q19", carpeta_ / "antes/enlace.Q19", sinEnlaces);
   if (!sinEnlaces) ++omitidos;
