@@ -1,6 +1,8 @@
 #include "anteriores/Apariciones.h"
 
 #include <algorithm>
+#include <set>
+#include <tuple>
 
 #include "anteriores/Claves.h"
 #include "anteriores/Vueltas.h"
@@ -45,10 +47,11 @@ class Buscador {
               std::uint64_t numero);
   void devoluciones(const FicheroHallado& fichero, const Seguir& seguir);
 
-  /// Lo que una devolución trae de su adeudo.
+  /// Lo que una devolución trae de su adeudo, o de su fichero si es de todo él.
   struct ClaveVuelta {
     std::uint64_t acreedor, mandato, referencia;
     std::optional<std::uint64_t> importe;
+    std::uint64_t entero = 0;
   };
   struct Pendiente {
     Aparicion aparicion;
@@ -62,15 +65,17 @@ class Buscador {
   std::vector<Aparicion> halladas_;
   std::vector<Pendiente> pendientes_;  // devoluciones que no traen lo que se busca
   std::vector<ClavesAdeudo> claves_;   // de los adeudos hallados
+  std::vector<ClavesAdeudo> porReferencia_;
+  std::set<std::uint64_t> identificaciones_;  // de los ficheros en que los hay
 };
 
 bool Buscador::cumple(const Comparado& c) const {
   if (!filtro_.acreedor.empty() && SinSufijo(c.acreedor) != filtro_.acreedor) return false;
-  const bool mandato = filtro_.mandato.empty() || c.mandato == filtro_.mandato;
+  const bool mandato = filtro_.mandato.empty() || MismoTexto(c.mandato, filtro_.mandato);
   const bool cuenta = cuenta_.empty() || remesa::CuentaComparable(c.cuenta) == cuenta_;
   if (filtro_.mandatoOCuenta) return (mandato && !filtro_.mandato.empty()) || (cuenta && !cuenta_.empty());
   if (!mandato || !cuenta) return false;
-  if (!filtro_.referencia.empty() && c.referencia != filtro_.referencia) return false;
+  if (!filtro_.referencia.empty() && !MismoTexto(c.referencia, filtro_.referencia)) return false;
   return nombre_.isEmpty() || Plegado(comunes::DesdeWindows1252(c.nombre)).contains(nombre_);
 }
 
@@ -102,7 +107,7 @@ void Buscador::devoluciones(const FicheroHallado& fichero, const Seguir& seguir)
   const bool rechazos = EsDeRechazos(forma);
   for (std::size_t i = 0; i < lote.size(); ++i) {
     const devoluciones::Devolucion d = lote[i];
-    if (d.alcance != devoluciones::Alcance::Adeudo) continue;
+    if (d.alcance == devoluciones::Alcance::Bloque) continue;
     const std::string mandato = d.mandato.enRegistro(), referencia = d.referencia.enRegistro(),
                       cuenta = d.cuenta.enRegistro(), nombre = d.deudor.enRegistro(),
                       acreedor = d.acreedor.enRegistro();
@@ -121,6 +126,12 @@ void Buscador::devoluciones(const FicheroHallado& fichero, const Seguir& seguir)
     a.motivo = d.motivo.texto();
     if (devoluciones::BuscarMotivo(d.motivo.bytes()) != nullptr)
       a.motivo += u' ' + devoluciones::TextoMotivo(d.motivo);
+    if (d.alcance == devoluciones::Alcance::Mensaje) {
+      a.concepto = u"todo el fichero"_s;
+      pendientes_.push_back(
+          {std::move(a), {0, 0, 0, {}, HuellaIdentificacion(d.ficheroOriginal.enRegistro())}});
+      continue;
+    }
     if (cumple({mandato, referencia, cuenta, nombre, acreedor})) {
       halladas_.push_back(std::move(a));
       continue;
@@ -138,11 +149,14 @@ void Buscador::leer(const FicheroHallado& fichero, const Seguir& seguir) {
   if (clase == ClaseFichero::Devoluciones) return devoluciones(fichero, seguir);
   const std::size_t antes = halladas_.size();
   BloqueActual bloque;
+  std::uint64_t identificacion = 0;
   try {
     LeerRemesa(
         fichero.ruta, clase,
         [&](std::string_view registro, std::uint64_t numero) {
           bloque.dar(registro, numero);
+          if (identificacion == 0 && remesa::Codigo(registro) == remesa::CodigoRegistro::Presentador)
+            identificacion = HuellaIdentificacion(Valor(registro, remesa::kIdentificacionFichero));
           if (remesa::Clase(registro) == remesa::ClaseRegistro::Adeudo)
             adeudo(fichero, bloque, registro, numero);
         },
@@ -153,17 +167,30 @@ void Buscador::leer(const FicheroHallado& fichero, const Seguir& seguir) {
     halladas_.resize(antes);
     throw;
   }
+  if (halladas_.size() > antes && identificacion != 0) identificaciones_.insert(identificacion);
 }
 
 bool Buscador::esDeHallado(const ClaveVuelta& v) const {
+  if (v.entero != 0) return identificaciones_.contains(v.entero);
   if (v.mandato == 0 && v.referencia == 0) return false;
-  return std::ranges::any_of(claves_, [&](const ClavesAdeudo& c) {
-    return (v.acreedor == 0 || v.acreedor == c.acreedor) && (v.mandato == 0 || v.mandato == c.mandato) &&
-           (v.referencia == 0 || v.referencia == c.referencia) && (!v.importe || *v.importe == c.importe);
-  });
+  const auto clave = [&](const ClavesAdeudo& c) {
+    return std::tuple(v.mandato == 0 ? 0 : c.mandato, v.referencia == 0 ? 0 : c.referencia);
+  };
+  const std::vector<ClavesAdeudo>& ordenadas = v.mandato == 0 ? porReferencia_ : claves_;
+  const std::tuple buscada(v.mandato, v.referencia);
+  return std::any_of(std::ranges::lower_bound(ordenadas, buscada, {}, clave),
+                     std::ranges::upper_bound(ordenadas, buscada, {}, clave), [&](const ClavesAdeudo& c) {
+                       return (v.acreedor == 0 || v.acreedor == c.acreedor) &&
+                              (!v.importe || *v.importe == c.importe);
+                     });
 }
 
 std::vector<Aparicion> Buscador::terminar() {
+  if (!pendientes_.empty()) {
+    porReferencia_ = claves_;
+    std::ranges::sort(porReferencia_, {}, &ClavesAdeudo::referencia);
+    std::ranges::sort(claves_, {}, [](const auto& c) { return std::tuple(c.mandato, c.referencia); });
+  }
   for (Pendiente& p : pendientes_)
     if (esDeHallado(p.clave)) halladas_.push_back(std::move(p.aparicion));
   std::ranges::stable_sort(halladas_, {}, [](const Aparicion& a) {

@@ -75,7 +75,7 @@ class Recorrido {
     std::error_code error;
     const fs::file_status estado = entrada.symlink_status(error);
     if (!error && ficheros::EsEnlace(ruta)) {
-      if (!llevaDentro(ruta)) hallados_.omitidos.push_back({ruta, "es un enlace a otro sitio y no se sigue"});
+      mirarEnlace(ruta);
     } else if (!error && fs::is_directory(estado)) {
       entrar(ruta, nivel + 1);
     } else if (!error && fs::is_regular_file(estado)) {
@@ -83,18 +83,24 @@ class Recorrido {
       fichero.tamano = entrada.file_size(error);
       if (!error) fichero.escrito = entrada.last_write_time(error).time_since_epoch().count();
       if (!error) hallados_.ficheros.push_back(std::move(fichero));
+    } else if (!error && fs::exists(estado)) {
+      hallados_.omitidos.push_back({ruta, "no es un fichero corriente"});
     }
     // Lo que ha desaparecido mientras tanto no está.
     if (error && error != std::errc::no_such_file_or_directory)
       hallados_.omitidos.push_back({ruta, ficheros::ErrorEjecucion(error, ruta).texto()});
   }
 
-  bool llevaDentro(const fs::path& enlace) const {
+  void mirarEnlace(const fs::path& enlace) {
     std::error_code error;
     const fs::path real = fs::canonical(enlace, error);
-    if (error) return true;  // no lleva a ningún sitio
-    return std::ranges::any_of(
-        raices_, [&](const fs::path& raiz) { return std::ranges::mismatch(raiz, real).in1 == raiz.end(); });
+    const auto contiene = [&](const fs::path& raiz) {
+      return std::ranges::mismatch(raiz, real).in1 == raiz.end();
+    };
+    if (error)
+      hallados_.omitidos.push_back({enlace, "es un enlace que no lleva a ningún sitio"});
+    else if (std::ranges::none_of(raices_, contiene))
+      hallados_.omitidos.push_back({enlace, "es un enlace a otro sitio y no se sigue"});
   }
 
   const Seguir& seguir_;
