@@ -166,7 +166,10 @@ void Antecedentes::anadir(remesa::ResultadoComprobacion& resultado, const Cruzar
                           const remesa::ReceptorHallazgos& recibir,
                           const remesa::AvanceComprobacion& avance) {
   nota_.clear();
-  if (estado_ == Estado::Leyendo && !indice_) nota_ = u"Lo enviado antes se está leyendo todavía."_s;
+  if (!indice_ && estado_ == Estado::Leyendo) nota_ = u"Lo enviado antes se está leyendo todavía."_s;
+  if (!indice_ && estado_ == Estado::Detenido) nota_ = u"Lo enviado antes no se ha leído: no se compara."_s;
+  if (indice_ && !indice_->carpetasSinLeer().empty() && indice_->ficheros().empty())
+    nota_ = u"Las carpetas de lo enviado antes no se pueden leer: no se compara."_s;
   if (!indice_ || indice_->ficheros().empty() || !resultado.completa) return;
   struct Recogido {
     std::vector<remesa::Hallazgo> hallazgos;
@@ -198,6 +201,8 @@ void Antecedentes::anadir(remesa::ResultadoComprobacion& resultado, const Cruzar
   const auto remesas = static_cast<std::uint64_t>(std::ranges::count_if(
       indice_->ficheros(), [](const auto& f) { return f.clase != anteriores::ClaseFichero::Devoluciones; }));
   nota_ = u"Comparada con %1 de antes."_s.arg(TextoCuenta(remesas, u"remesa"_s, u"remesas"_s));
+  if (!indice_->carpetasSinLeer().empty() || !indice_->completo())
+    nota_ += u" No se han podido leer todas."_s;
   if (recogido->cruce.elMismo)
     nota_ += u" Este fichero ya está guardado en %1: no se compara consigo mismo."_s.arg(
         comunes::ConMarcasEscritas(comunes::DesdeRuta(*recogido->cruce.elMismo)));
