@@ -9,8 +9,10 @@
 #include "consola/Remesa.h"
 #include "consola/Sustituido.h"
 #include "consola/Terminal.h"
+#include "consola/Uso.h"
 #include "ficheros/Rutas.h"
 #include "iso20022/Exportacion.h"
+#include "iso20022/LectorXml.h"
 #include "iso20022/Textos.h"
 #include "ventanas/principal/TextosObservacion.h"
 
