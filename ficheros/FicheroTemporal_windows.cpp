@@ -32,16 +32,6 @@ class Fichero {
   HANDLE fichero_;
 };
 
-// La ruta del fichero al que lleva un enlace; la misma si el sistema no la sabe.
-fs::path RutaFinal(HANDLE fichero, const fs::path& ruta) {
-  std::wstring final(32'768, L'\0');  // lo más que mide una ruta
-  const DWORD largo =
-      ::GetFinalPathNameByHandleW(fichero, final.data(), static_cast<DWORD>(final.size()), VOLUME_NAME_DOS);
-  if (largo == 0 || largo >= final.size()) return ruta;
-  final.resize(largo);
-  return final;
-}
-
 // ¿Existe ya? Sustituirlo por otro no debe saltarse que sea de solo lectura ni que otro lo tenga abierto, y
 // si es un enlace se sustituye el fichero al que lleva, que queda en `ruta`.
 bool ComprobarDestino(fs::path& ruta, const fs::path& pedido) {

@@ -22,6 +22,15 @@ fs::path RutaLarga(const fs::path& ruta) {
   return L"\\\\?\\" + absoluta;
 }
 
+fs::path RutaFinal(HANDLE fichero, const fs::path& ruta) {
+  std::wstring final(32'768, L'\0');  // lo más que mide una ruta
+  const DWORD largo =
+      ::GetFinalPathNameByHandleW(fichero, final.data(), static_cast<DWORD>(final.size()), VOLUME_NAME_DOS);
+  if (largo == 0 || largo >= final.size()) return ruta;
+  final.resize(largo);
+  return final;
+}
+
 void FallarWindows(DWORD error, const fs::path& ruta) {
   switch (error) {
     case ERROR_SHARING_VIOLATION:

@@ -1,5 +1,6 @@
 // El editor de tablas: sus ficheros y su ventana.
 
+#include <QLineEdit>
 #include <QTableView>
 #include <QtTest>
 
