@@ -122,15 +122,17 @@ void VentanaAnteriores::imprimir() {
   comunes::Rejilla visor(u"VisorListado"_s);
   {
     const comunes::SinRedibujo quieta(visor);
-    // En vertical caben hasta el motivo; el concepto y el fichero, además, en horizontal.
+    // En vertical caben hasta el motivo; en horizontal, todas, con el fichero sin su carpeta.
     comunes::PrepararRejilla(
         visor,
-        u"Fecha#10=;Qué es#10;Importe#9>;Deudor#22;Referencia#17;Motivo#22;Concepto#22;Mandato#15;Fichero#30"_s);
+        u"Fecha#10=;Qué es#10;Importe#9>;Deudor#20;Referencia#15;Motivo#20;Concepto#16;Mandato#14;Fichero#18"_s);
     int fila = visor.FixedRows();
     for (const anteriores::Aparicion& aparicion : apariciones_) {
-      const QStringList todas = anteriores::ValoresAparicion(aparicion);
+      QStringList todas = anteriores::ValoresAparicion(aparicion);
+      constexpr int kFichero = 9;
+      todas[kFichero] = comunes::DesdeRuta(aparicion.ruta.filename());
       int columna = 0;
-      for (const int cual : {0, 1, 2, 5, 6, 3, 4, 7, 9})
+      for (const int cual : {0, 1, 2, 5, 6, 3, 4, 7, kFichero})
         comunes::PonerCelda(visor, fila, columna++, todas[cual]);
       ++fila;
     }
