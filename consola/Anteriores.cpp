@@ -196,8 +196,8 @@ void OpcionesAnteriores(CLI::App& orden, std::vector<std::string>& carpetas,
   orden
       .add_option(
           "--meses", meses,
-          "Hasta cuándo se compara: los meses anteriores a hoy, por la fecha de cobro. Sin esta opción, 14; "
-          "sin número, 40")
+          "Hasta cuándo se compara: los meses anteriores a hoy, por la fecha de cobro. Sin esta opción, 14. "
+          "Sin número, 40")
       ->type_name("N")
       ->expected(0, 1)
       ->needs(anteriores)

@@ -88,7 +88,7 @@ class LineasCorreccion {
       case remesa::CambioRegistro::Orden:
         poner(c.codigo == remesa::CodigoHallazgo::SinOrdenar ? "se ordena el bloque por referencia"
                                                              : "se ordenan los registros del adeudo",
-              "; cambian de sitio ",
+              ": cambian de sitio ",
               principal::TextoCuenta(c.movidos, u"registro"_s, u"registros"_s).toStdString());
         break;
       case remesa::CambioRegistro::Campo:
@@ -249,7 +249,7 @@ void OrdenCorregir(CLI::App& q19, Accion& accion) {
   orden->footer(
       "Ni importes ni nombres ni cuentas se adivinan: lo que puede ser de dos maneras se queda como está. "
       "Con una "
-      "corrección va lo que ella pide: al quitar un registro, los totales; al cambiar la fecha de cobro de "
+      "corrección va lo que ella pide: al quitar un registro, los totales, y al cambiar la fecha de cobro de "
       "un 02, "
       "la de su 04.\n"
       "Sale con 0 si se escribió, aunque no hubiera nada que corregir, y con 1 si no, sin dejar nada "

@@ -34,17 +34,17 @@ QString Veredicto(const std::string& cuenta) {
     case remesa::DefectoIban::Ninguno:
       return u"correcto"_s;
     case remesa::DefectoIban::Digitos:
-      return u"dígitos de control incorrectos; con lo demás así serían %1"_s.arg(
+      return u"dígitos de control incorrectos: con lo demás así serían %1"_s.arg(
           QString::fromStdString(remesa::ComprobarIban(cuenta).digitos));
     case remesa::DefectoIban::Pais:
       return u"ningún país tiene IBAN que empiece así"_s;
     case remesa::DefectoIban::Longitud:
-      return u"tiene %1 posiciones; los de su país, %2"_s.arg(cuenta.size())
+      return u"tiene %1 posiciones. Los de su país, %2"_s.arg(cuenta.size())
           .arg(QString::fromStdString(forma));
     case remesa::DefectoIban::Forma:
       break;
   }
-  return u"no tiene la forma de los de su país; %1"_s.arg(QString::fromStdString(forma));
+  return u"no tiene la forma de los de su país, %1"_s.arg(QString::fromStdString(forma));
 }
 
 Salida Comprobar(const std::vector<std::string>& textos) {
@@ -65,7 +65,7 @@ Salida Comprobar(const std::vector<std::string>& textos) {
 void OrdenIban(CLI::App& q19, Accion& accion) {
   CLI::App* orden = q19.add_subcommand("iban", "Comprueba la forma y los dígitos de control de cuentas IBAN");
   auto textos = std::make_shared<std::vector<std::string>>();
-  orden->add_option("TEXTO", *textos, "Cuentas; los blancos y la palabra IBAN delante no cuentan")
+  orden->add_option("TEXTO", *textos, "Cuentas. Los blancos y la palabra IBAN delante no cuentan")
       ->required();
   orden->footer("Sale con 1 si alguna no es correcta.");
   orden->callback([textos, &accion] { accion = [textos] { return Comprobar(*textos); }; });

@@ -1,4 +1,5 @@
 #include <CLI/CLI.hpp>
+#include <QStringList>
 #include <algorithm>
 #include <memory>
 
@@ -65,7 +66,7 @@ Salida Mirar(const QString& dado) {
   if (!Decir(Mostrable(dado))) return Salida::Fallo;
   if (vale) return Salida::Hecho;
   if (!tieneForma) return Negar(dado, u"no tiene la forma de un NIF"_s);
-  return Negar(dado, u"el control no es el suyo; sería %1"_s.arg(
+  return Negar(dado, u"el control no es el suyo: sería %1"_s.arg(
                          control.split(QString(), Qt::SkipEmptyParts).join(u" o "_s)));
 }
 

@@ -96,7 +96,7 @@ remesa::Dia HoyDe(const std::string& fecha) {
 }
 
 CLI::Option* OpcionSalida(CLI::App& orden, std::string& salida) {
-  return orden.add_option("-o,--salida", salida, "Fichero que se escribe; su extensión pasa a ser .Q19")
+  return orden.add_option("-o,--salida", salida, "Fichero que se escribe. Su extensión pasa a ser .Q19")
       ->type_name("SALIDA")
       ->check([](const std::string& dada) { return dada.empty() ? "está vacía" : std::string(); }, "");
 }

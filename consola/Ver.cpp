@@ -134,7 +134,7 @@ Salida Ver(const OpcionesVer& opciones) {
     });
     if (!dicho) return Salida::Fallo;
     if (!opciones.registro || leidos >= *opciones.registro) return Salida::Hecho;
-    Avisar(u"%1: no tiene registro %2; el último es el %3"_s.arg(Mostrable(fichero))
+    Avisar(u"%1: no tiene registro %2: el último es el %3"_s.arg(Mostrable(fichero))
                .arg(*opciones.registro)
                .arg(leidos));
   } catch (const ficheros::ErrorEjecucion& error) {

@@ -1,6 +1,7 @@
 #include "ventanas/editor/NotasCampo.h"
 
 #include <QStringList>
+#include <algorithm>
 
 #include "comunes/plataforma/Texto.h"
 #include "remesa/CaracteresSEPA.h"
@@ -43,6 +44,10 @@ QString Observacion(const CampoDescrito& campo, const QString& texto, const QStr
 }
 
 QString FormaLegible(const CampoDescrito& campo, const QString& texto) {
+  // En una caja de mayúsculas, la letra puesta lo es, salvo que lo de al lado no lo sea: «Núria» es «Nuria».
+  const bool enMayusculas =
+      campo.descriptor.contains("T(M)"_L1) &&
+      std::none_of(texto.begin(), texto.end(), [](QChar c) { return c >= u'a' && c <= u'z'; });
   QString legible;
   for (const char32_t c : texto.normalized(QString::NormalizationForm_C).toUcs4()) {
     const QString caracter = QString::fromUcs4(&c, 1);
@@ -53,8 +58,7 @@ QString FormaLegible(const CampoDescrito& campo, const QString& texto) {
     QString puesto = u"."_s;
     if (comunes::CabeEnWindows1252(base))
       puesto = QString::fromStdString(remesa::EquivalenteSEPA(comunes::AWindows1252(base)));
-    const bool mayuscula = puesto != caracter && campo.descriptor.contains("T(M)"_L1);
-    legible += mayuscula ? puesto.toUpper() : puesto;
+    legible += enMayusculas ? puesto.toUpper() : puesto;
   }
   return legible;
 }

@@ -75,7 +75,7 @@ QStringList frmUnirQ19::avisoMezcla() const {
   if (ficheros.isEmpty() || resumenAcumulado_.vacia()) return {};
   return {
       u"Mezclados al importar: %1. Todo se cobra con el acreedor, la fecha y la cuenta de la remesa."_s.arg(
-          ficheros.join(u"; "_s))};
+          ficheros.join(u". "_s))};
 }
 
 void frmUnirQ19::recalcularAhora() {

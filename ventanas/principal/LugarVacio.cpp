@@ -49,7 +49,7 @@ LugarVacio::LugarVacio(VistaRegistros& lista)
       abrirCarpeta(
           NuevoEnlace(u"AbrirCarpeta"_s, u"Abrir la carpeta"_s, u"Enseñar el fichero en su carpeta"_s)),
       deshacer(NuevoEnlace(u"DeshacerGuardar"_s, u"Deshacer"_s,
-                           u"Volver a tener la remesa; el fichero guardado no se toca (Ctrl+Z)"_s)),
+                           u"Volver a tener la remesa. El fichero guardado no se toca (Ctrl+Z)"_s)),
       lista_(lista),
       ruta_(new EtiquetaRecortada),
       cuanto_(Linea({})),

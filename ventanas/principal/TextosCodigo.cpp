@@ -14,7 +14,7 @@ constexpr Plantilla kRecalculo =
     "Se recalculan al importar, insertar o eliminar. Si hay varios bloques el programa los deja corridos de "
     "uno a otro: lleve cada bloque en su fichero.";
 
-constexpr Plantilla kFinesAlGuardar = "El programa lo lee bien; al guardar la remesa quedará con CR LF.";
+constexpr Plantilla kFinesAlGuardar = "El programa lo lee bien. Al guardar la remesa quedará con CR LF.";
 
 Textos TextosDeCodigo(C codigo) {
   switch (codigo) {
@@ -24,7 +24,7 @@ Textos TextosDeCodigo(C codigo) {
               "pierde."};
     case C::SoloLF:
       return {
-          "Líneas que acaban solo en LF: %v; la primera, la %o. El programa toma cada una y la siguiente "
+          "Líneas que acaban solo en LF: %v, y la primera es la %o. El programa toma cada una y la siguiente "
           "por un solo registro, y se perderían adeudos.",
           "CR LF al final de cada línea",
           "Pida el fichero con finales de línea CR LF. Aquí se han separado para mirar lo demás."};
@@ -56,11 +56,11 @@ Textos TextosDeCodigo(C codigo) {
               "Corríjalo o pida el registro otra vez: un 03 que no lleve 003 no suma en los totales."};
     case C::FueraDeOrden:
       return {"Aquí no puede ir un registro %v.", "%e",
-              "El orden es 01; por cada acreedor, bloques de 02, adeudos y 04, y luego 05; al final, 99. Un "
+              "El orden es 01, por cada acreedor bloques de 02, adeudos y 04, luego su 05, y al final 99. Un "
               "adeudo es un 003 y, quizá, un 004, un 005 y un 006. Quite el registro o pida el fichero en "
               "orden."};
     case C::FaltaRegistro:
-      return {"El fichero acaba antes de tiempo; falta: %e.", "%e", "Puede estar cortado: pídalo otra vez."};
+      return {"El fichero acaba antes de tiempo y falta: %e.", "%e", "Puede estar cortado: pídalo otra vez."};
     case C::VersionesMezcladas:
       return {"La versión «%v» no es la de los demás registros del fichero. Los que la llevan: %o.", "%e",
               "Los adeudos básicos (19143) y los de empresas (19445) van en ficheros distintos: sepárelos."};
@@ -167,7 +167,7 @@ Textos TextosDeCodigo(C codigo) {
               "no hace falta: bórrela."};
     case C::LibreConDatos:
       return {"Hay datos en un espacio sin uso: «%v».", "blancos",
-              "Bórrelos; si no los puso nadie, puede que el registro esté corrido."};
+              "Bórrelos. Si no los puso nadie, puede que el registro esté corrido."};
     case C::Bic:
       return {"«%v» no tiene la forma de un BIC.",
               "8 u 11 letras y cifras, con el país en la quinta y la sexta",
@@ -210,12 +210,12 @@ Textos TextosDeCodigo(C codigo) {
               "unir varias remesas: si el suyo no lo admite, ordénelos."};
     case C::ReferenciaRepetida:
       return {"La referencia «%v» ya está en el registro %o.", "una referencia que no se repita",
-              "Compruebe si es el mismo adeudo; si lo es, elimine uno."};
+              "Compruebe si es el mismo adeudo. Si lo es, elimine uno."};
     case C::CobroDoble:
       return {
           "El mandato «%v» ya cobra ese importe, con esa fecha, en el registro %o: puede cobrarse dos "
           "veces.",
-          "un solo cobro", "Compruebe si es el mismo adeudo; si lo es, elimine uno."};
+          "un solo cobro", "Compruebe si es el mismo adeudo. Si lo es, elimine uno."};
     case C::MandatoDosCuentas:
       return {"El mismo mandato tiene otra cuenta en el registro %o.", "la misma cuenta",
               "Compruebe cuál es la buena. Un cambio de cuenta se comunica con un registro 006."};
@@ -229,11 +229,11 @@ Textos TextosDeCodigo(C codigo) {
       return {"La fecha de cobro, %v, ya ha pasado.", "%e o un día hábil posterior",
               "Ponga la nueva fecha en la cabecera 02 y en su 04."};
     case C::CobroFinDeSemana:
-      return {"La fecha de cobro, %v, es sábado o domingo.", "un día hábil; el siguiente es el %e",
+      return {"La fecha de cobro, %v, es sábado o domingo.", "un día hábil: el siguiente es el %e",
               "El banco cobrará otro día: ponga la fecha que convenga en la cabecera 02 y en su 04."};
     case C::CobroFestivo:
       return {"La fecha de cobro, %v, es fiesta del sistema de pagos europeo.",
-              "un día hábil; el siguiente es el %e",
+              "un día hábil: el siguiente es el %e",
               "El banco cobrará otro día: ponga la fecha que convenga en la cabecera 02 y en su 04."};
     case C::CobroHoy:
       return {"La fecha de cobro es hoy, %v: un adeudo se presenta, a más tardar, la víspera.",
