@@ -13,27 +13,30 @@ namespace consola {
 
 using namespace Qt::StringLiterals;
 
-std::optional<iso20022::MensajeLeido> LeerMensajeXml(const std::filesystem::path& ruta) {
+namespace {
+
+/// El mensaje, como lo dé `leer` con su avance; nada si no se toma, que queda dicho.
+template <class Leer>
+auto LeerXml(const std::filesystem::path& ruta, Leer leer) {
   Avance avance(u"Leyendo"_s, ruta);
-  iso20022::MensajeLeido mensaje = iso20022::LeerMensaje(
-      ruta, [&](std::uintmax_t leidos, std::uintmax_t total) { avance.poner(leidos, total); });
-  if (mensaje.rechazo.isEmpty()) return mensaje;
-  Avisar(u"%1: %2"_s.arg(Mostrable(ruta), Mostrable(mensaje.rechazo)));
-  return std::nullopt;
+  std::optional mensaje =
+      leer([&](std::uintmax_t leidos, std::uintmax_t total) { avance.poner(leidos, total); });
+  if (!mensaje->rechazo.isEmpty()) {
+    Avisar(u"%1: %2"_s.arg(Mostrable(ruta), Mostrable(mensaje->rechazo)));
+    mensaje.reset();
+  }
+  return mensaje;
 }
 
-void AvisarResumidos(const std::filesystem::path& ruta, const std::vector<iso20022::AvisoLectura>& avisos) {
-  for (const QString& linea : iso20022::ResumirAvisos(avisos))
+void AvisarLineas(const std::filesystem::path& ruta, const QStringList& lineas) {
+  for (const QString& linea : lineas)
     Avisar(u"%1: aviso: %2"_s.arg(Mostrable(ruta), Mostrable(linea)));
 }
 
-std::optional<Remesa> TomarRemesa(const std::filesystem::path& ruta) try {
-  if (iso20022::EmpiezaComoXml(ruta)) {
-    auto mensaje = LeerMensajeXml(ruta);
-    if (!mensaje) return std::nullopt;
-    AvisarResumidos(ruta, mensaje->avisos);
-    return Remesa{ruta, std::move(mensaje->registros)};
-  }
+/// `tomarXml` da la remesa de un mensaje XML.
+template <class TomarXml>
+std::optional<Remesa> TomarCon(const std::filesystem::path& ruta, TomarXml tomarXml) try {
+  if (iso20022::EmpiezaComoXml(ruta)) return tomarXml();
   const QString problema = ProblemaCabeza(remesa::ComprobarCabeza(ruta));
   if (problema.isEmpty()) return Remesa{ruta, std::nullopt};
   Avisar(u"%1: %2"_s.arg(Mostrable(ruta), problema));
@@ -41,6 +44,40 @@ std::optional<Remesa> TomarRemesa(const std::filesystem::path& ruta) try {
 } catch (const ficheros::ErrorEjecucion& error) {
   Avisar(Explicar(error, ruta));
   return std::nullopt;
+}
+
+}  // namespace
+
+std::optional<iso20022::MensajeLeido> LeerMensajeXml(const std::filesystem::path& ruta) {
+  return LeerXml(ruta, [&](const auto& avance) { return iso20022::LeerMensaje(ruta, avance); });
+}
+
+void AvisarResumidos(const std::filesystem::path& ruta, const std::vector<iso20022::AvisoLectura>& avisos) {
+  AvisarLineas(ruta, iso20022::ResumirAvisos(avisos));
+}
+
+std::optional<Remesa> TomarRemesa(const std::filesystem::path& ruta) {
+  return TomarCon(ruta, [&]() -> std::optional<Remesa> {
+    auto mensaje = LeerMensajeXml(ruta);
+    if (!mensaje) return std::nullopt;
+    AvisarResumidos(ruta, mensaje->avisos);
+    return Remesa{ruta, std::move(mensaje->registros)};
+  });
+}
+
+std::optional<Remesa> TomarRemesaEnFichero(const std::filesystem::path& ruta,
+                                           const std::filesystem::path& salida) {
+  std::error_code error;
+  const bool esCarpeta = std::filesystem::is_directory(salida, error);
+  const std::filesystem::path suya = esCarpeta ? salida : salida.parent_path();
+  return TomarCon(ruta, [&]() -> std::optional<Remesa> {
+    auto mensaje = LeerXml(ruta, [&](const auto& avance) {
+      return iso20022::LeerMensajeEnFichero(ruta, suya.empty() ? "." : suya, avance);
+    });
+    if (!mensaje) return std::nullopt;
+    AvisarLineas(ruta, mensaje->avisos);
+    return Remesa{ruta, std::nullopt, std::move(mensaje->registros)};
+  });
 }
 
 namespace {

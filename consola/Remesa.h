@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -14,11 +15,17 @@ namespace consola {
 struct Remesa {
   std::filesystem::path ruta;
   std::optional<remesa::ListaRegistros> lista;  ///< Los de un XML.
+  /// Los de un XML, si no han de estar en memoria.
+  std::unique_ptr<ficheros::FicheroProvisional> fichero = {};
 };
 
 /// Mira si el fichero es una remesa y, si es XML, lo lee y dice, resumido, lo que sus registros no tienen. Si
 /// no es una remesa o no se puede leer, lo dice y da nada.
 std::optional<Remesa> TomarRemesa(const std::filesystem::path& ruta);
+/// Lo mismo, para quien lee los registros dos veces: los de un XML, en un fichero provisional junto a la
+/// salida, donde hará falta sitio para ella.
+std::optional<Remesa> TomarRemesaEnFichero(const std::filesystem::path& ruta,
+                                           const std::filesystem::path& salida);
 
 /// Quita los que ya estaban, con ese nombre o con otro, diciéndolo. Los que no se pueden mirar se quedan: ya
 /// fallarán.

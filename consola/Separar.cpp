@@ -55,12 +55,12 @@ QString Impedimento(UnionBloques& lectura, const fs::path& entrada) {
 
 Salida Separar(const PeticionSeparar& peticion) {
   const fs::path carpeta = RutaDe(peticion.carpeta);
-  const std::optional<Remesa> remesa = TomarRemesa(RutaDe(peticion.entrada));
+  const std::optional<Remesa> remesa = TomarRemesaEnFichero(RutaDe(peticion.entrada), carpeta);
   if (!remesa) return Salida::Fallo;
   try {
     UnionBloques lectura;
-    if (remesa->lista) {
-      lectura.leer(*remesa->lista);
+    if (remesa->fichero) {
+      lectura.leer(*remesa->fichero);
     } else {
       Avance avance(u"Leyendo"_s, remesa->ruta);
       lectura.leer(remesa->ruta,
@@ -107,7 +107,7 @@ void OrdenSeparar(CLI::App& q19, Accion& accion) {
   CLI::App* orden = q19.add_subcommand("separar", "Separa una remesa en varias");
   auto peticion = std::make_shared<PeticionSeparar>();
   orden->add_option("FICHERO", peticion->entrada, "Remesa que se separa")->type_name("")->required();
-  orden->add_option("-o,--salida", peticion->carpeta, "Carpeta en que se escriben; si no la hay, se hace")
+  orden->add_option("-o,--salida", peticion->carpeta, "Carpeta en que se escriben, que se hace si no la hay")
       ->type_name("CARPETA")
       ->required()
       ->check([](const std::string& salida) { return salida.empty() ? "está vacía" : std::string(); }, "");

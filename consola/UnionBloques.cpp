@@ -1,7 +1,6 @@
 #include "consola/UnionBloques.h"
 
 #include <algorithm>
-#include <numeric>
 
 #include "ficheros/ErrorEjecucion.h"
 #include "remesa/Campos.h"
@@ -22,6 +21,22 @@ bool EsTipo03(std::string_view registro) {
 
 }  // namespace
 
+FuenteFicheros::Abierto::Abierto(std::size_t cual, const Leido& suyo) : fichero(cual), leido(suyo) {
+  if (leido.provisional == nullptr) lectura.emplace(leido.ruta);
+  comprobarMarca();
+}
+
+void FuenteFicheros::Abierto::leerEn(std::uint64_t donde, std::span<char> destino) {
+  if (lectura)
+    lectura->leerEn(donde, destino, false);
+  else
+    leido.provisional->leerEn(donde, destino);
+}
+
+void FuenteFicheros::Abierto::comprobarMarca() const {
+  if (lectura) lectura->comprobarMarca(leido.marca);
+}
+
 void FuenteFicheros::leer(const std::filesystem::path& fichero, const Registros& recibir,
                           const remesa::AvanceLectura& avance) {
   ficheros::LecturaFichero lectura(fichero);
@@ -32,19 +47,37 @@ void FuenteFicheros::leer(const std::filesystem::path& fichero, const Registros&
     if (avance) avance(total, lectura.tamano());
     return leidos;
   };
+  recorrerEntero(tomar, recibir);
+  const ficheros::LecturaFichero::Marca marca = lectura.marca();
+  leidos_.push_back({posicion_, marca.tamano, fichero, marca});
+  posicion_ += total;
+}
+
+void FuenteFicheros::leer(ficheros::FicheroProvisional& fichero, const Registros& recibir) {
+  std::uint64_t total = 0;
+  const auto tomar = [&](std::span<char> destino) {
+    const std::size_t leidos = fichero.leerEn(total, destino);
+    total += leidos;
+    return leidos;
+  };
+  recorrerEntero(tomar, recibir);
+  leidos_.push_back({posicion_, total, {}, {}, &fichero});
+  posicion_ += total;
+}
+
+template <class Leer>
+void FuenteFicheros::recorrerEntero(Leer leer, const Registros& recibir) {
   lector_.recorrer(
-      posicion_, tomar,
+      posicion_, leer,
       [&](std::string_view registro, std::string_view, std::uint64_t posicion) {
         recibir(registro, posicion);
       },
       [] {});
-  leidos_.push_back({fichero, posicion_, lectura.marca()});
-  posicion_ += total;
 }
 
 std::string_view FuenteFicheros::registro(std::uint64_t posicion) {
-  const Abierto& abierto = abrir(posicion);
-  const std::uint64_t fin = leidos_[abierto.fichero].inicio + leidos_[abierto.fichero].marca.tamano;
+  const Leido& leido = abrir(posicion).leido;
+  const std::uint64_t fin = leido.inicio + leido.tamano;
   const std::string_view bytes = ver({posicion, std::min(posicion + kRegistroConFin, fin)});
   return bytes.substr(0, bytes.find('\r'));
 }
@@ -72,18 +105,18 @@ void FuenteFicheros::adeudo(const RepartoBloques::Adeudo& adeudo, const Receptor
 
 void FuenteFicheros::terminar() const {
   for (const Abierto& abierto : abiertos_)
-    abierto.lectura.comprobarMarca(leidos_[abierto.fichero].marca);
+    abierto.comprobarMarca();
 }
 
 template <class Recibir>
 void FuenteFicheros::recorrer(RepartoBloques::Tramo tramo, Recibir recibir) {
   if (tramo.hasta - tramo.desde > kVentana) {
     Abierto& abierto = abrir(tramo.desde);
-    const std::uint64_t inicio = leidos_[abierto.fichero].inicio;
+    const std::uint64_t inicio = abierto.leido.inicio;
     std::uint64_t siguiente = tramo.desde;
     const auto leer = [&](std::span<char> destino) {
       const std::size_t cuantos = std::min<std::uint64_t>(destino.size(), tramo.hasta - siguiente);
-      abierto.lectura.leerEn(siguiente - inicio, destino.first(cuantos), false);
+      abierto.leerEn(siguiente - inicio, destino.first(cuantos));
       siguiente += cuantos;
       return cuantos;
     };
@@ -106,17 +139,16 @@ void FuenteFicheros::recorrer(RepartoBloques::Tramo tramo, Recibir recibir) {
 
 std::string_view FuenteFicheros::ver(RepartoBloques::Tramo tramo) {
   Abierto& abierto = abrir(tramo.desde);
-  const Leido& leido = leidos_[abierto.fichero];
-  const std::uint64_t desde = tramo.desde - leido.inicio;
+  const std::uint64_t desde = tramo.desde - abierto.leido.inicio;
   const auto largo = static_cast<std::size_t>(tramo.hasta - tramo.desde);
   // Quien pide seguido pedirá lo que sigue; a quien salta, lo que pide y nada más.
   abierto.adelanto = desde == abierto.seguido ? std::min(kVentana, 2 * abierto.adelanto + largo) : 0;
   abierto.seguido = desde + largo;
   if (desde < abierto.desde || desde + largo > abierto.desde + abierto.bytes.size()) {
     abierto.bytes.resize(
-        std::min<std::uint64_t>(std::max(largo, abierto.adelanto), leido.marca.tamano - desde));
+        std::min<std::uint64_t>(std::max(largo, abierto.adelanto), abierto.leido.tamano - desde));
     abierto.desde = desde;
-    abierto.lectura.leerEn(desde, abierto.bytes, false);
+    abierto.leerEn(desde, abierto.bytes);
   }
   return std::string_view(abierto.bytes.data(), abierto.bytes.size()).substr(desde - abierto.desde, largo);
 }
@@ -130,12 +162,10 @@ FuenteFicheros::Abierto& FuenteFicheros::abrir(std::uint64_t posicion) {
     return abiertos_.front();
   }
   if (abiertos_.size() == kMaximoAbiertos) {
-    abiertos_.back().lectura.comprobarMarca(leidos_[abiertos_.back().fichero].marca);
+    abiertos_.back().comprobarMarca();
     abiertos_.pop_back();
   }
-  Abierto& nuevo = abiertos_.emplace_front(cual, leidos_[cual]);
-  nuevo.lectura.comprobarMarca(leidos_[cual].marca);
-  return nuevo;
+  return abiertos_.emplace_front(cual, leidos_[cual]);
 }
 
 // La hora de la última escritura no tiene tanto detalle que dos seguidas se distingan siempre.
@@ -143,42 +173,29 @@ void FuenteFicheros::comprobar(const RepartoBloques::Adeudo& adeudo, std::string
   const std::string_view referencia = LeerCampo(primero, remesa::kReferenciaAdeudo);
   const bool igual = adeudo.referencia.starts_with(referencia) &&
                      adeudo.referencia.find_first_not_of(' ', referencia.size()) == std::string_view::npos;
-  if (!igual && !adeudo.suelto) abiertos_.front().lectura.darPorCambiado();
+  const auto& lectura = abiertos_.front().lectura;
+  if (!igual && !adeudo.suelto && lectura) lectura->darPorCambiado();
 }
 
 void UnionBloques::leer(const std::filesystem::path& fichero, const remesa::AvanceLectura& avance) {
+  leerCon([&](const FuenteFicheros::Registros& recibir) { ficheros_.leer(fichero, recibir, avance); });
+}
+
+void UnionBloques::leer(ficheros::FicheroProvisional& fichero) {
+  leerCon([&](const FuenteFicheros::Registros& recibir) { ficheros_.leer(fichero, recibir); });
+}
+
+template <class Leer>
+void UnionBloques::leerCon(Leer leer) {
   remesa::Resumidor resumidor(true, false);
   reparto_.empezarFichero();
-  ficheros_.leer(
-      fichero,
-      [&](std::string_view registro, std::uint64_t posicion) {
-        reparto_.dar(registro, posicion);
-        resumidor.dar(registro);
-      },
-      avance);
+  leer([&](std::string_view registro, std::uint64_t posicion) {
+    reparto_.dar(registro, posicion);
+    resumidor.dar(registro);
+  });
   reparto_.terminarFichero(ficheros_.posicion());
   resumen_ = resumidor.resumen();
   observaciones_ = ObservarImportacion(resumen_, reparto_.indice());
-}
-
-void UnionBloques::leer(const remesa::ListaRegistros& lista) {
-  remesa::Resumidor resumidor(true);
-  reparto_.empezarFichero();
-  std::vector<std::size_t> indices(lista.size());
-  std::iota(indices.begin(), indices.end(), std::size_t{0});
-  for (const std::size_t i : indices) {
-    reparto_.dar(lista[i], todos_.size() + i);
-    resumidor.dar(lista[i]);
-  }
-  todos_.anadirDe(lista, indices);
-  reparto_.terminarFichero(todos_.size());
-  resumen_ = resumidor.resumen();
-  observaciones_ = ObservarImportacion(resumen_, reparto_.indice());
-}
-
-remesa::FuenteRegistros& UnionBloques::fuente() noexcept {
-  if (todos_.empty()) return ficheros_;
-  return lista_;
 }
 
 }  // namespace consola

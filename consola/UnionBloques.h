@@ -1,14 +1,17 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <filesystem>
 #include <functional>
 #include <list>
-#include <string>
+#include <optional>
+#include <span>
 #include <string_view>
 #include <vector>
 
 #include "consola/LectorRegistros.h"
+#include "ficheros/FicheroProvisional.h"
 #include "ficheros/Lectura.h"
 #include "remesa/EscrituraBloques.h"
 #include "remesa/Fichero.h"
@@ -29,6 +32,8 @@ class FuenteFicheros : public remesa::FuenteRegistros {
   /// La primera lectura.
   void leer(const std::filesystem::path& fichero, const Registros& recibir,
             const remesa::AvanceLectura& avance = {});
+  /// La de uno que nadie más tiene; ha de vivir mientras esto.
+  void leer(ficheros::FicheroProvisional& fichero, const Registros& recibir);
   /// Bytes de los leídos hasta ahora, que es donde empieza el siguiente.
   std::uint64_t posicion() const noexcept { return posicion_; }
 
@@ -40,21 +45,29 @@ class FuenteFicheros : public remesa::FuenteRegistros {
 
  private:
   struct Leido {
+    std::uint64_t inicio, tamano;
     std::filesystem::path ruta;
-    std::uint64_t inicio;
     ficheros::LecturaFichero::Marca marca;
+    ficheros::FicheroProvisional* provisional = nullptr;  // y entonces, ni ruta ni marca
   };
   /// Un fichero abierto con lo último que se leyó de él.
   struct Abierto {
-    Abierto(std::size_t cual, const Leido& leido) : fichero(cual), lectura(leido.ruta) {}
+    /// Lanza también si ya no es el que se leyó.
+    Abierto(std::size_t cual, const Leido& leido);
+    void leerEn(std::uint64_t donde, std::span<char> destino);
+    void comprobarMarca() const;
+
     std::size_t fichero;
-    ficheros::LecturaFichero lectura;
+    const Leido& leido;
+    std::optional<ficheros::LecturaFichero> lectura;
     std::vector<char> bytes;
     std::uint64_t desde = 0;    // del fichero, el primero de `bytes`
     std::uint64_t seguido = 0;  // donde acabó lo último que se pidió
     std::size_t adelanto = 0;   // lo que se lee de más mientras se pida seguido
   };
 
+  template <class Leer>
+  void recorrerEntero(Leer leer, const Registros& recibir);
   Abierto& abrir(std::uint64_t posicion);
   std::string_view ver(remesa::RepartoBloques::Tramo tramo);
   /// Da los "03" del tramo.
@@ -63,7 +76,7 @@ class FuenteFicheros : public remesa::FuenteRegistros {
   void comprobar(const remesa::RepartoBloques::Adeudo& adeudo, std::string_view primero) const;
 
   LectorRegistros lector_;
-  std::vector<Leido> leidos_;
+  std::deque<Leido> leidos_;
   std::list<Abierto> abiertos_;  // el último usado, delante
   std::uint64_t posicion_ = 0;
 };
@@ -75,8 +88,8 @@ class UnionBloques {
 
   /// Lanza ErrorEjecucion si no se puede leer o son demasiados adeudos.
   void leer(const std::filesystem::path& fichero, const remesa::AvanceLectura& avance = {});
-  /// Unos registros que ya se tienen; han de serlo todos o ninguno, y vivir mientras esto.
-  void leer(const remesa::ListaRegistros& lista);
+  /// Unos registros hechos ya; han de vivir mientras esto.
+  void leer(ficheros::FicheroProvisional& fichero);
   /// Lo que hay en el último leído.
   const remesa::Resumen& resumen() const noexcept { return resumen_; }
   /// Lo que hay que saber de él; si es que no se puede reunir, solo eso.
@@ -84,17 +97,18 @@ class UnionBloques {
 
   // Para la segunda lectura, leídos todos:
   remesa::RepartoBloques& reparto() noexcept { return reparto_; }
-  remesa::FuenteRegistros& fuente() noexcept;
+  remesa::FuenteRegistros& fuente() noexcept { return ficheros_; }
   /// Bytes leídos.
-  std::uint64_t bytes() const noexcept { return ficheros_.posicion() + todos_.size() * kRegistroConFin; }
+  std::uint64_t bytes() const noexcept { return ficheros_.posicion(); }
   /// Al acabar: lo leído no ha cambiado.
   void terminar() const { ficheros_.terminar(); }
 
  private:
+  template <class Leer>
+  void leerCon(Leer leer);
+
   remesa::RepartoBloques reparto_;
   FuenteFicheros ficheros_;
-  remesa::ListaRegistros todos_;
-  remesa::FuenteLista lista_{todos_};
   remesa::Resumen resumen_;
   std::vector<remesa::Observacion> observaciones_;
 };

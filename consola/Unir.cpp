@@ -39,10 +39,12 @@ struct Unida {
 };
 
 /// Las mira todas, no solo hasta la primera mala; nada si alguna lo es.
-std::vector<Remesa> Tomar(const std::vector<fs::path>& ficheros) {
+std::vector<Remesa> Tomar(const std::vector<fs::path>& ficheros, const OpcionesUnir& opciones) {
   std::vector<Remesa> remesas;
   for (const fs::path& fichero : ficheros)
-    if (auto remesa = TomarRemesa(fichero)) remesas.push_back(std::move(*remesa));
+    if (auto remesa =
+            opciones.bloques ? TomarRemesaEnFichero(fichero, RutaDe(opciones.salida)) : TomarRemesa(fichero))
+      remesas.push_back(std::move(*remesa));
   if (remesas.size() < ficheros.size()) remesas.clear();
   return remesas;
 }
@@ -107,8 +109,8 @@ bool UnirEnUno(const OpcionesUnir& opciones, const std::vector<Remesa>& remesas,
 
 bool LeerParaReunir(UnionBloques& lectura, const Remesa& remesa, bool deTodosModos) {
   const fs::path& fichero = remesa.ruta;
-  if (remesa.lista) {
-    lectura.leer(*remesa.lista);
+  if (remesa.fichero) {
+    lectura.leer(*remesa.fichero);
   } else {
     Avance avance(u"Leyendo"_s, fichero);
     lectura.leer(fichero, [&](std::uintmax_t leidos, std::uintmax_t total) { avance.poner(leidos, total); });
@@ -127,17 +129,8 @@ bool LeerParaReunir(UnionBloques& lectura, const Remesa& remesa, bool deTodosMod
   return true;
 }
 
-/// Los registros de un XML no vuelven a leerse: si hay alguno, tampoco los de los demás.
-void Igualar(std::vector<Remesa>& remesas) {
-  const auto conLista = [](const Remesa& remesa) { return remesa.lista.has_value(); };
-  if (std::ranges::none_of(remesas, conLista)) return;
-  for (Remesa& remesa : remesas)
-    if (!conLista(remesa)) remesa.lista = Registros(remesa);
-}
-
-bool UnirPorBloques(const OpcionesUnir& opciones, std::vector<Remesa>& remesas, const fs::path& salida,
+bool UnirPorBloques(const OpcionesUnir& opciones, const std::vector<Remesa>& remesas, const fs::path& salida,
                     ficheros::EscrituraSegura& escritura, Unida& unida) {
-  Igualar(remesas);
   UnionBloques lectura;
   for (const Remesa& remesa : remesas)
     if (!LeerParaReunir(lectura, remesa, opciones.deTodosModos)) return false;
@@ -164,7 +157,7 @@ bool UnirPorBloques(const OpcionesUnir& opciones, std::vector<Remesa>& remesas, 
 }
 
 Salida Unir(const OpcionesUnir& opciones) {
-  std::vector<Remesa> remesas = Tomar(SinRepetir(opciones.ficheros));
+  const std::vector<Remesa> remesas = Tomar(SinRepetir(opciones.ficheros), opciones);
   if (remesas.empty()) return Salida::Fallo;
 
   fs::path salida = RutaDe(opciones.salida);

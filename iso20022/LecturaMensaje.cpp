@@ -1,7 +1,9 @@
 #include "iso20022/LecturaMensaje.h"
 
 #include <algorithm>
+#include <functional>
 #include <set>
+#include <utility>
 
 #include "comunes/plataforma/Texto.h"
 #include "ficheros/ErrorEjecucion.h"
@@ -10,6 +12,7 @@
 #include "iso20022/LectorXml.h"
 #include "iso20022/QueEs.h"
 #include "iso20022/TextoLeido.h"
+#include "iso20022/Textos.h"
 #include "iso20022/Valores.h"
 #include "remesa/Calendario.h"
 
@@ -42,12 +45,16 @@ struct Rechazo {
 
 class Lectura {
  public:
-  explicit Lectura(const std::filesystem::path& ruta) : xml_(ruta) {
+  using AlAvisar = std::function<void(AvisoLectura)>;
+
+  Lectura(const std::filesystem::path& ruta, AlAvisar alAvisar, RemesaLeida remesa = RemesaLeida())
+      : xml_(ruta), alAvisar_(std::move(alAvisar)), remesa_(std::move(remesa)) {
     for (const Grado grado : {Grado::Mensaje, Grado::Bloque, Grado::Adeudo})
       leidos_.emplace_back(grado);
   }
 
-  MensajeLeido leer(const remesa::AvanceLectura& avance) try {
+  /// Por qué no se toma; vacío si se toma.
+  QString leer(const remesa::AvanceLectura& avance) try {
     for (std::uintmax_t dichos = 0;;) {
       const Suceso suceso = xml_.siguiente();
       if (suceso == Suceso::Fin) break;
@@ -56,12 +63,15 @@ class Lectura {
     }
     comprobarRecuento(Grado::Mensaje, remesa_.adeudos(), remesa_.importe());
     if (remesa_.adeudos() == 0) throw Rechazo{u"El mensaje no trae ningún adeudo"_s};
-    mensaje_.registros =
-        remesa_.terminar(composicion_.presentador(leidos(Grado::Mensaje), remesa_.primeraCabecera()));
-    return std::move(mensaje_);
+    return {};
   } catch (const Rechazo& rechazo) {
-    return {{}, {}, rechazo.porque};
+    return rechazo.porque;
   }
+  /// Tras leerlo: su 01, y lo que va detrás.
+  std::string presentador() {
+    return composicion_.presentador(leidos(Grado::Mensaje), remesa_.primeraCabecera());
+  }
+  RemesaLeida& remesa() { return remesa_; }
 
  private:
   // De fuera adentro.
@@ -85,7 +95,7 @@ class Lectura {
   Leidos& leidos(Grado grado) { return leidos_[static_cast<std::size_t>(grado)]; }
 
   LectorXml xml_;
-  MensajeLeido mensaje_;
+  AlAvisar alAvisar_;
   std::vector<Leidos> leidos_;
   std::vector<const Arbol::Nodo*> pila_;  // desde CstmrDrctDbtInitn; nullptr, uno que no está en la tabla
   std::vector<QString> ajenos_;           // los nombres de esos
@@ -277,13 +287,29 @@ void Lectura::avisar(CodigoAviso codigo, const QString& elemento, const QString&
     aviso.adeudo = adeudo_;
     aviso.referencia = Texto(leidos(Grado::Adeudo)[0]);
   }
-  mensaje_.avisos.push_back(std::move(aviso));
+  alAvisar_(std::move(aviso));
 }
 
 }  // namespace
 
 MensajeLeido LeerMensaje(const std::filesystem::path& ruta, const remesa::AvanceLectura& avance) {
-  return Lectura(ruta).leer(avance);
+  MensajeLeido mensaje;
+  Lectura lectura(ruta, [&](AvisoLectura aviso) { mensaje.avisos.push_back(std::move(aviso)); });
+  if (QString rechazo = lectura.leer(avance); !rechazo.isEmpty()) return {{}, {}, std::move(rechazo)};
+  mensaje.registros = lectura.remesa().terminar(lectura.presentador());
+  return mensaje;
+}
+
+MensajeEnFichero LeerMensajeEnFichero(const std::filesystem::path& ruta, const std::filesystem::path& carpeta,
+                                      const remesa::AvanceLectura& avance) {
+  ResumenAvisos avisos;
+  Lectura lectura(
+      ruta, [&](const AvisoLectura& aviso) { avisos.dar(aviso); },
+      RemesaLeida(std::make_unique<ficheros::FicheroProvisional>(carpeta)));
+  if (QString rechazo = lectura.leer(avance); !rechazo.isEmpty()) return {{}, {}, std::move(rechazo)};
+  auto registros = std::make_unique<ficheros::FicheroProvisional>(carpeta);
+  lectura.remesa().terminar(lectura.presentador(), *registros);
+  return {std::move(registros), avisos.lineas(), {}};
 }
 
 }  // namespace iso20022

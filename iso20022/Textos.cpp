@@ -231,18 +231,25 @@ QString TextoNivel(CodigoNota codigo) {
   return EsError(codigo) ? u"error"_s : u"aviso"_s;
 }
 
-QStringList ResumirAvisos(const std::vector<AvisoLectura>& avisos) {
-  constexpr int kPrimeros = 3;
-  std::map<std::pair<QString, CodigoAviso>, int> cuantos;
-  QStringList lineas;
-  for (const AvisoLectura& aviso : avisos)
-    if (++cuantos[{aviso.elemento, aviso.codigo}] <= kPrimeros)
-      lineas += u"%1 (línea %2): %3"_s.arg(aviso.elemento).arg(aviso.linea).arg(TextoAviso(aviso));
-  for (const auto& [clave, veces] : cuantos)
+void ResumenAvisos::dar(const AvisoLectura& aviso) {
+  if (++cuantos_[{aviso.elemento, aviso.codigo}] <= kPrimeros)
+    primeros_ += u"%1 (línea %2): %3"_s.arg(aviso.elemento).arg(aviso.linea).arg(TextoAviso(aviso));
+}
+
+QStringList ResumenAvisos::lineas() const {
+  QStringList lineas = primeros_;
+  for (const auto& [clave, veces] : cuantos_)
     if (veces > kPrimeros)
       lineas += (veces - kPrimeros == 1 ? u"%1: %2 vez más como estas."_s : u"%1: %2 veces más como estas."_s)
-                    .arg(clave.first, Numero(static_cast<std::uint64_t>(veces - kPrimeros)));
+                    .arg(clave.first, Numero(veces - kPrimeros));
   return lineas;
+}
+
+QStringList ResumirAvisos(const std::vector<AvisoLectura>& avisos) {
+  ResumenAvisos resumen;
+  for (const AvisoLectura& aviso : avisos)
+    resumen.dar(aviso);
+  return resumen.lineas();
 }
 
 }  // namespace iso20022

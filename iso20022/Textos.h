@@ -2,6 +2,9 @@
 
 #include <QString>
 #include <QStringList>
+#include <cstdint>
+#include <map>
+#include <utility>
 #include <vector>
 
 #include "iso20022/Aviso.h"
@@ -25,6 +28,17 @@ QString TextoNivel(CodigoNota codigo);
 
 /// Los avisos de un mensaje, para quien no va a verlos uno a uno: de los que dicen lo mismo de un mismo
 /// elemento, los primeros y cuántos más hay.
+class ResumenAvisos {
+ public:
+  void dar(const AvisoLectura& aviso);
+  QStringList lineas() const;
+
+ private:
+  static constexpr std::uint64_t kPrimeros = 3;
+  std::map<std::pair<QString, CodigoAviso>, std::uint64_t> cuantos_;
+  QStringList primeros_;
+};
+
 QStringList ResumirAvisos(const std::vector<AvisoLectura>& avisos);
 
 }  // namespace iso20022

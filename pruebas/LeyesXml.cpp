@@ -8,6 +8,7 @@
 #include "RemesasAlAzar.h"
 #include "iso20022/Exportacion.h"
 #include "iso20022/LecturaMensaje.h"
+#include "iso20022/Textos.h"
 #include "remesa/Fichero.h"
 
 // La ley de los dos sentidos: lo que se pasa a XML vuelve igual, y lo que se lee de un XML vuelve a salir
@@ -269,6 +270,36 @@ TEST_F(LeyesXml, LosRegistrosVuelvenIgual) {
       const remesa::ListaRegistros lista = remesa::LeerFichero(ruta);
       ASSERT_EQ(exportar(std::make_unique<iso20022::FuenteLista>(lista), o), mensajes);
     }
+  }
+}
+
+// También si los adeudos saltan de un acreedor a otro.
+TEST_F(LeyesXml, LosRegistrosQueNoEstanEnMemoriaSonLosMismos) {
+  const std::string cierre = "</DrctDbtTx>";
+  const std::string otro =
+      "<CdtrSchmeId><Id><PrvtId><Othr><Id>ES53000A12345678</Id></Othr></PrvtId></Id></CdtrSchmeId>";
+  for (unsigned semilla = 1; semilla <= 10; ++semilla) {
+    Remesas azar(semilla, false);
+    const auto ruta = escribir("remesa.Q19", fichero(azar.remesa(), azar));
+    std::string mensaje =
+        exportar(std::make_unique<iso20022::FuenteFichero>(ruta), opciones(Version::V08, true)).front();
+    std::size_t adeudos = 0;
+    for (std::size_t p = 0; (p = mensaje.find(cierre, p)) != std::string::npos; p += cierre.size())
+      if (++adeudos % 3 == 0) {
+        mensaje.insert(p, otro);
+        p += otro.size();
+      }
+    ASSERT_GT(adeudos, 3U);
+    const auto xml = escribir("leido.xml", mensaje);
+    const auto leido = iso20022::LeerMensaje(xml);
+    std::string esperados;
+    for (const std::string_view registro : leido.registros)
+      esperados.append(registro).append("\r\n");
+    const auto enFichero = iso20022::LeerMensajeEnFichero(xml, carpeta_);
+    std::string bytes(enFichero.registros->tamano(), '\0');
+    EXPECT_EQ(enFichero.registros->leerEn(0, bytes), bytes.size());
+    ASSERT_EQ(bytes, esperados);
+    EXPECT_EQ(enFichero.avisos, iso20022::ResumirAvisos(leido.avisos));
   }
 }
 

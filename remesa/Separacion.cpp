@@ -11,7 +11,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Para un nombre de fichero de cualquier sistema.
+/// Para un nombre de fichero de cualquier sistema, que en una línea de órdenes no parezca una opción.
 std::string ParaNombre(std::string_view bytes) {
   std::string nombre(Recortar(bytes));
   const auto vale = [](char c) {
@@ -19,7 +19,8 @@ std::string ParaNombre(std::string_view bytes) {
   };
   std::ranges::replace_if(
       nombre, [&](char c) { return !vale(c); }, '_');
-  return nombre.empty() ? "-" : nombre;
+  if (nombre.starts_with('-')) nombre.front() = '_';
+  return nombre.empty() ? "_" : nombre;
 }
 
 std::string_view FechaDe(const IndiceBloques::Bloque& bloque) {

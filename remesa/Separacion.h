@@ -26,7 +26,8 @@ struct Parte {
 };
 
 /// Cómo queda separado un reparto ya ordenado. Por fecha, de la primera a la última; lo demás, en el orden de
-/// los bloques. Lo que no sea letra, cifra o guion pasa a "_", y lo que esté en blanco, a un guion.
+/// los bloques. En los nombres, lo que no sea letra, cifra o guion pasa a "_", y lo que esté en blanco es
+/// "_".
 std::vector<Parte> Separar(const RepartoBloques& reparto, const Separacion& como);
 
 /// Recibe los bytes escritos y, más o menos, los que serán; con false, se detiene y no se escribe ninguna.
