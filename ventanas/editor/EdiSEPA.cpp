@@ -346,8 +346,9 @@ void EdiSEPA::mostrarPerdidos() {
 }
 
 void EdiSEPA::recuperar() {
-  if (perdidos_.empty()) return;
+  // Con el mensaje que eso pueda sacar, el editor puede haberse cerrado.
   dejarCampo();
+  if (perdidos_.empty()) return;
   const Perdido perdido = std::move(perdidos_.back());
   perdidos_.pop_back();
   perdido.indice == lista_.actual ? apuntarPerdido() : irA(perdido.indice);
