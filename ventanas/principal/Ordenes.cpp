@@ -1,5 +1,6 @@
 #include <QApplication>
 #include <QScopeGuard>
+#include <QScopedValueRollback>
 #include <algorithm>
 #include <optional>
 #include <utility>
@@ -155,7 +156,10 @@ void frmUnirQ19::eliminar() {
   const comunes::Reloj reloj;
   decir({});
   const remesa::Resumen fuera = LosAdeudos(acumulado.lista(), seleccion);
-  if (fuera.registros == 0) return quitar(seleccion);
+  if (fuera.registros == 0) {
+    comoUnPaso(u"recalcular los totales"_s, [&] { quitar(seleccion); });
+    return;
+  }
   const QString cuantos = fuera.adeudos > 0 ? TextoCuenta(fuera.adeudos, u"adeudo"_s, u"adeudos"_s)
                                             : TextoCuenta(fuera.registros, u"registro"_s, u"registros"_s);
   comoUnPaso(u"eliminar "_s + cuantos, [&] { quitar(seleccion); });
@@ -195,8 +199,8 @@ void frmUnirQ19::editar(int fila, int posicion) {
   decir({});
   // Los totales no se recalculan aquí: un importe cambiado llega a ellos en la orden siguiente. Los de los
   // bloques dicen lo de su cabecera.
-  bool cabecera = false;
   std::optional<EstadoAcumulacion> antes;
+  const QScopedValueRollback pasoAbierto(enPaso_);
   const auto nombre = [](int cual) {
     return u"cambiar el registro "_s + comunes::FormatoNumero(cual + 1, 0);
   };
@@ -207,10 +211,13 @@ void frmUnirQ19::editar(int fila, int posicion) {
       .cambiado =
           [&](int cual) {
             acumulado.modelo().avisarCambio(cual);
-            cabecera = remesa::Codigo(acumulado.lista()[static_cast<std::size_t>(cual)]) ==
-                       remesa::CodigoRegistro::Acreedor;
-            // Ya, sin esperar a que el editor vuelva: entretanto puede darse otra orden.
-            if (!cabecera || !conBloques())
+            const bool cabecera = remesa::Codigo(acumulado.lista()[static_cast<std::size_t>(cual)]) ==
+                                  remesa::CodigoRegistro::Acreedor;
+            // Ya, sin esperar a que el editor vuelva: entretanto puede darse otra orden. Los bloques sí han
+            // de esperarlo, porque rehacen la lista: lo que se ordene hasta entonces es del mismo paso.
+            if (cabecera && conBloques())
+              enPaso_ = true;
+            else
               pasoDesde(*std::exchange(antes, std::nullopt), nombre(cual), [this] { mirarAcumulado(); });
           },
       .movido = [&](int cual) { acumulado.seleccionarSolo(cual); },
