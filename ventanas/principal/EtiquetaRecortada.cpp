@@ -4,6 +4,8 @@
 #include <QStylePainter>
 #include <QToolTip>
 #include <algorithm>
+#include <utility>
+#include <vector>
 
 namespace principal {
 
@@ -21,6 +23,11 @@ EtiquetaRecortada::EtiquetaRecortada(QWidget* padre) : QLabel(padre) {
 
 void EtiquetaRecortada::ponerRecorte(Qt::TextElideMode recorte) {
   recorte_ = recorte;
+  update();
+}
+
+void EtiquetaRecortada::ponerPorPartes() {
+  porPartes_ = true;
   update();
 }
 
@@ -48,11 +55,34 @@ bool EtiquetaRecortada::event(QEvent* evento) {
   return QLabel::event(evento);
 }
 
+QString EtiquetaRecortada::textoQueCabe() const {
+  const QFontMetrics medidas = fontMetrics();
+  QString texto = text();
+  if (porPartes_ && medidas.horizontalAdvance(texto) > width()) {
+    const QString entre = u" · "_s;
+    QStringList partes = texto.split(entre);
+    int sitio = width() - static_cast<int>(partes.size() - 1) * medidas.horizontalAdvance(entre);
+    std::vector<std::pair<int, qsizetype>> anchos;
+    anchos.reserve(static_cast<std::size_t>(partes.size()));
+    for (const QString& parte : partes)
+      anchos.emplace_back(medidas.horizontalAdvance(parte), anchos.size());
+    // De la más corta a la más larga: lo que una no gasta es de las que quedan.
+    std::ranges::sort(anchos);
+    int quedan = static_cast<int>(anchos.size());
+    for (const auto& [ancho, cual] : anchos) {
+      const int suyo = sitio / quedan--;
+      if (ancho > suyo) partes[cual] = medidas.elidedText(partes[cual], recorte_, suyo);
+      sitio -= std::min(ancho, suyo);
+    }
+    texto = partes.join(entre);
+  }
+  return medidas.elidedText(texto, recorte_, width());
+}
+
 void EtiquetaRecortada::paintEvent(QPaintEvent*) {
   QStylePainter pintor(this);
   pintor.setPen(palette().color(foregroundRole()));
-  pintor.drawText(rect(), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                  fontMetrics().elidedText(text(), recorte_, width()));
+  pintor.drawText(rect(), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, textoQueCabe());
 }
 
 }  // namespace principal

@@ -13,6 +13,8 @@ class EtiquetaRecortada : public QLabel {
   explicit EtiquetaRecortada(QWidget* padre = nullptr);
 
   void ponerRecorte(Qt::TextElideMode recorte);
+  /// Lo que va entre " · " se recorta por separado, y lo más largo antes: un nombre no se lleva el importe.
+  void ponerPorPartes();
   /// El ancho que pide a lo más, en caracteres.
   void ponerPedidos(int caracteres);
 
@@ -24,6 +26,9 @@ class EtiquetaRecortada : public QLabel {
   void paintEvent(QPaintEvent* evento) override;
 
  private:
+  QString textoQueCabe() const;
+
+  bool porPartes_ = false;
   Qt::TextElideMode recorte_ = Qt::ElideMiddle;
   // Más que esto no se pide: un nombre largo no debe dejar sin sitio a los avisos de al lado.
   int pedidos_ = 50;

@@ -49,6 +49,11 @@ QString CodigoEscrito(remesa::CodigoHallazgo codigo) {
   return QString::fromUtf8(remesa::TextoCodigo(codigo).data());
 }
 
+/// También la eñe, como al buscar en la remesa: en un fichero un nombre puede venir con ella o sin ella.
+QString PlegadoEntero(const QString& texto) {
+  return herramientas::Plegar(texto).replace(u'ñ', u'n');
+}
+
 }  // namespace
 
 QStringList TitulosHallazgos() {
@@ -170,7 +175,7 @@ bool VentanaHallazgos::Filtro::cumple(const QString& plegada) const {
 VentanaHallazgos::Filtro VentanaHallazgos::filtro() const {
   return {ui_->Nivel->currentIndex(),
           ui_->Codigo->currentIndex() <= 0 ? -1 : ui_->Codigo->currentData().toInt(),
-          herramientas::Plegar(ui_->Buscado->text()).split(u' ', Qt::SkipEmptyParts)};
+          PlegadoEntero(ui_->Buscado->text()).split(u' ', Qt::SkipEmptyParts)};
 }
 
 VentanaHallazgos::Recogida VentanaHallazgos::recoger(const Filtro& filtro) const {
@@ -186,7 +191,7 @@ VentanaHallazgos::Recogida VentanaHallazgos::recoger(const Filtro& filtro) const
       return;
     }
     QStringList celdas = CeldasHallazgo(hallazgo);
-    QString plegada = herramientas::Plegar(celdas.join(u'\n'));
+    QString plegada = PlegadoEntero(celdas.join(u'\n'));
     if (!filtro.cumple(plegada)) return;
     ++cuenta;
     recogida.recortada = recogida.recortada || !cabe;

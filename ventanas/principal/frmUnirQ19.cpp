@@ -100,6 +100,7 @@ void frmUnirQ19::prepararControles() {
 }
 
 void frmUnirQ19::conectar() {
+  ui_->InfoPreview->ponerPorPartes();
   navegador_ = new Navegador(ui_->Disco, ui_->Carpetas, ui_->Ficheros, this);
   herramientas_ = new Herramientas(*ui_, *this);
   prepararVariosFicheros();
