@@ -4,7 +4,10 @@
 
 #include "devoluciones/Presentadas.h"
 #include "ficheros/ErrorEjecucion.h"
+#include "iso20022/LectorXml.h"
 #include "remesa/Campos.h"
+#include "remesa/CaracteresSEPA.h"
+#include "remesa/ReglasCuentas.h"
 #include "remesa/TotalesNorma.h"
 
 namespace devoluciones {
@@ -20,10 +23,15 @@ constexpr std::size_t kMaxCandidatos = 64;
 constexpr unsigned kConReferencia = 1, kConMandato = 2, kConImporte = 4;
 constexpr unsigned kConTodo = kConReferencia | kConMandato | kConImporte;
 
+/// Con los textos en el juego de SEPA: lo que el banco dice de un XML viene así.
 std::string Clave(unsigned mascara, std::string_view referencia, std::string_view mandato,
                   std::int64_t importe) {
   std::string clave(1, static_cast<char>('0' + mascara));
-  const auto anadir = [&](std::string_view parte) { clave.append(1, '\0').append(parte); };
+  const auto anadir = [&](std::string_view parte) {
+    clave += '\0';
+    for (const char c : parte)
+      clave += remesa::EquivalenteSEPA(c);
+  };
   if ((mascara & kConReferencia) != 0) anadir(referencia);
   if ((mascara & kConMandato) != 0) anadir(mandato);
   if ((mascara & kConImporte) != 0) anadir(std::to_string(importe));
@@ -36,6 +44,14 @@ std::string_view Valor(std::string_view registro, remesa::Posiciones donde) {
 
 std::string_view SinNoDada(std::string_view referencia) {
   return referencia == kSinReferencia ? std::string_view() : referencia;
+}
+
+std::string EnSepa(std::string_view texto) {
+  return remesa::EquivalenteSEPA(texto);
+}
+
+std::string Identificacion(const Dato& fichero) {
+  return EnSepa(IdentificacionComparable(fichero.enRegistro()));
 }
 
 /// El identificador sin su sufijo, que es cosa del contrato y no dice quién es.
@@ -62,8 +78,9 @@ std::string_view IdentificacionComparable(std::string_view identificacion) {
 /// Recibe los registros de una remesa y junta los adeudos que alguna devolución puede ser.
 class Cotejo::Lector {
  public:
-  Lector(const Cotejo& cotejo, const std::filesystem::path& ruta) : cotejo_(cotejo) {
-    if (!cotejo.hayBloques_) return;
+  Lector(const Cotejo& cotejo, const std::filesystem::path& ruta)
+      : cotejo_(cotejo), xml_(iso20022::EmpiezaComoXml(ruta)) {
+    if (!cotejo.hayBloques_ || !xml_) return;
     for (const AdeudoDeBloque& a : BloquesXml(ruta))
       deXml_[Clave(kConTodo, SinNoDada(a.referencia), a.mandato, a.importe)].push_back(a.bloque);
   }
@@ -93,8 +110,8 @@ class Cotejo::Lector {
  private:
   void acabarAdeudo();
   std::string bloqueDe(std::string_view adeudo);
-  std::string_view identificacion() const {
-    return IdentificacionComparable(Valor(presentador_, remesa::kIdentificacionFichero));
+  std::string identificacion() const {
+    return EnSepa(IdentificacionComparable(Valor(presentador_, remesa::kIdentificacionFichero)));
   }
 
   struct Hallado {
@@ -103,6 +120,7 @@ class Cotejo::Lector {
     bool deEntero = false;
   };
   const Cotejo& cotejo_;
+  bool xml_;
   std::uint64_t registro_ = 0, huella_ = 0;
   std::string presentador_;
   std::vector<std::string> cabeceras_;
@@ -131,7 +149,7 @@ std::string Cotejo::Lector::bloqueDe(std::string_view adeudo) {
     clave.append(1, '\0').append(Valor(cabeceras_.back(), donde));
   const std::size_t numero = bloques_.try_emplace(std::move(clave), bloques_.size() + 1).first->second;
   const std::string sufijo = "-" + std::to_string(numero);
-  return std::string(identificacion().substr(0, kMaxIdentificacion - sufijo.size())) + sufijo;
+  return identificacion().substr(0, kMaxIdentificacion - sufijo.size()) + sufijo;
 }
 
 void Cotejo::Lector::acabarAdeudo() {
@@ -158,7 +176,7 @@ void Cotejo::Lector::acabarAdeudo() {
 void Cotejo::Lector::entregar(Cotejo& cotejo, const std::filesystem::path& ruta) {
   const auto remesa = static_cast<std::uint32_t>(cotejo.remesas_.size());
   const auto primeraCabecera = static_cast<std::uint32_t>(cotejo.cabeceras_.size());
-  cotejo.remesas_.push_back({ruta, presentador_, std::string(identificacion())});
+  cotejo.remesas_.push_back({ruta, presentador_, identificacion(), xml_});
   std::ranges::move(cabeceras_, std::back_inserter(cotejo.cabeceras_));
   for (Hallado& hallado : hallados_) {
     const std::size_t cual = cotejo.presentados_.size();
@@ -184,7 +202,7 @@ Cotejo::Cotejo(const Lote& lote) : lote_(lote), grupoDe_(lote.size()) {
     if (devolucion.alcance == Alcance::Adeudo)
       anadirClave(i);
     else if (!devolucion.ficheroOriginal.vacio())
-      enteros_[std::string(IdentificacionComparable(devolucion.ficheroOriginal.enRegistro()))];
+      enteros_[Identificacion(devolucion.ficheroOriginal)];
   }
 }
 
@@ -256,8 +274,7 @@ Cotejo::Hallazgo Cotejo::decidir(const Devolucion& d, const Grupo& grupo) const 
   const auto cabecera = [&](std::size_t i, remesa::Posiciones donde) {
     return Valor(cabeceras_[presentados_[i].cabecera], donde);
   };
-  const std::string original = d.ficheroOriginal.enRegistro();
-  const std::string_view fichero = IdentificacionComparable(original);
+  const std::string fichero = Identificacion(d.ficheroOriginal);
   if (!fichero.empty())
     Preferir(quedan,
              [&](std::size_t i) { return remesas_[presentados_[i].remesa].identificacion == fichero; });
@@ -279,27 +296,78 @@ Cotejo::Hallazgo Cotejo::decidir(const Devolucion& d, const Grupo& grupo) const 
 }
 
 Cotejo::Hallazgo Cotejo::decidirEntero(const Devolucion& d) const {
-  const std::string original = d.ficheroOriginal.enRegistro();
-  const auto entero = enteros_.find(IdentificacionComparable(original));
+  const auto entero = enteros_.find(Identificacion(d.ficheroOriginal));
   if (entero == enteros_.end()) return {};
   std::vector<std::size_t> suyos = entero->second.candidatos;
-  const std::string bloque = d.bloqueOriginal.enRegistro();
+  const std::string bloque = EnSepa(d.bloqueOriginal.enRegistro());
   if (d.alcance == Alcance::Bloque)
-    std::erase_if(suyos, [&](std::size_t i) { return presentados_[i].bloque != bloque; });
+    std::erase_if(suyos, [&](std::size_t i) { return EnSepa(presentados_[i].bloque) != bloque; });
   if (suyos.empty()) return {};
+  quitarOtraForma(suyos);
   const auto deOtra = [&](std::size_t i) {
     return presentados_[i].remesa != presentados_[suyos.front()].remesa;
   };
-  return {std::ranges::any_of(suyos, deOtra) ? EstadoCotejo::Ambigua : EstadoCotejo::Hallada, suyos};
+  const bool ambigua = std::ranges::any_of(suyos, deOtra) || !cuadra(d, suyos);
+  return {ambigua ? EstadoCotejo::Ambigua : EstadoCotejo::Hallada, suyos};
 }
 
-/// Un adeudo que está en una remesa y en otra hecha con ella, que lleva su identificación, es uno.
+/// Si son tantos, y suman, como dice el banco; si no, el bloque no es ese.
+bool Cotejo::cuadra(const Devolucion& d, std::span<const std::size_t> suyos) const {
+  if (d.adeudos && std::cmp_not_equal(SumaAcotada(*d.adeudos, d.aparte), suyos.size())) return false;
+  return !d.importe || d.aparte > 0 || *d.importe == sumar(suyos);
+}
+
+std::int64_t Cotejo::sumar(std::span<const std::size_t> adeudos) const {
+  std::int64_t suma = 0;
+  for (const std::size_t i : adeudos)
+    suma = SumaAcotada(suma, remesa::ImporteDe(presentados_[i].registros.front()));
+  return suma;
+}
+
+/// Lo que de un adeudo no cambia al pasar su remesa de texto a XML.
+std::string Cotejo::loQueSeConserva(std::size_t presentado) const {
+  const Presentado& suyo = presentados_[presentado];
+  const std::string_view cabecera = cabeceras_[suyo.cabecera], debe = suyo.registros.front();
+  std::string texto = Clave(kConTodo, SinNoDada(Valor(debe, remesa::kReferenciaAdeudo)),
+                            Valor(debe, remesa::kReferenciaMandato), remesa::ImporteDe(debe));
+  for (const std::string_view parte :
+       {remesa::CuentaComparable(Valor(debe, remesa::kCuentaDeudor)), Valor(debe, remesa::kTipoAdeudo),
+        Valor(cabecera, remesa::kIdentificadorAcreedor), Valor(cabecera, remesa::kFechaCobro)})
+    texto.append(1, '\0').append(parte);
+  return texto;
+}
+
+bool Cotejo::enOtraForma(std::size_t uno, std::size_t otro) const {
+  return remesas_[presentados_[uno].remesa].xml != remesas_[presentados_[otro].remesa].xml &&
+         loQueSeConserva(uno) == loQueSeConserva(otro);
+}
+
+/// De una remesa que está en texto y en XML, que lleva su identificación, la primera que se leyó.
+void Cotejo::quitarOtraForma(std::vector<std::size_t>& deEntero) const {
+  const auto deOtra = [&](std::size_t i) {
+    return presentados_[i].remesa != presentados_[deEntero.front()].remesa;
+  };
+  if (std::ranges::none_of(deEntero, deOtra)) return;
+  std::map<std::uint32_t, std::multiset<std::string>> remesas;
+  for (const std::size_t i : deEntero)
+    remesas[presentados_[i].remesa].insert(loQueSeConserva(i));
+  const auto& [primera, suyos] = *remesas.begin();
+  std::erase_if(deEntero, [&, una = primera, &como = suyos](std::size_t i) {
+    const std::uint32_t otra = presentados_[i].remesa;
+    return remesas_[otra].xml != remesas_[una].xml && remesas[otra] == como;
+  });
+}
+
+/// Un adeudo que está en una remesa y en otra hecha con ella, que lleva su identificación, es uno; también
+/// si es la misma en XML, que cambia sus textos.
 void Cotejo::quitarCopias(std::vector<std::size_t>& candidatos) const {
   const auto esCopia = [&](std::size_t uno, std::size_t otro) {
     const Presentado& a = presentados_[uno];
     const Presentado& b = presentados_[otro];
-    return a.remesa != b.remesa && remesas_[a.remesa].identificacion == remesas_[b.remesa].identificacion &&
-           a.registros == b.registros && cabeceras_[a.cabecera] == cabeceras_[b.cabecera];
+    if (a.remesa == b.remesa || remesas_[a.remesa].identificacion != remesas_[b.remesa].identificacion)
+      return false;
+    return enOtraForma(uno, otro) ||
+           (a.registros == b.registros && cabeceras_[a.cabecera] == cabeceras_[b.cabecera]);
   };
   std::vector<std::size_t> distintos;
   for (const std::size_t i : candidatos)
@@ -311,6 +379,10 @@ void Cotejo::quitarCopias(std::vector<std::size_t>& candidatos) const {
 Devolucion Cotejo::completada(std::size_t devolucion, const Hallazgo& hallazgo) const {
   Devolucion d = lote_[devolucion];
   if (hallazgo.estado != EstadoCotejo::Hallada) return d;
+  if (d.alcance != Alcance::Adeudo && d.aparte == 0) {
+    if (!d.adeudos) d.adeudos = std::ssize(hallazgo.adeudos);
+    if (!d.importe) d.importe = sumar(hallazgo.adeudos);
+  }
   const Presentado& suyo = presentados_[hallazgo.adeudos.front()];
   const auto deOtra = [&](std::size_t i) { return presentados_[i].cabecera != suyo.cabecera; };
   if (std::ranges::any_of(hallazgo.adeudos, deOtra)) return d;

@@ -26,13 +26,15 @@ struct Presentado {
 struct RemesaPresentada {
   std::filesystem::path ruta;
   std::string presentador;     ///< Su 01, o vacío.
-  std::string identificacion;  ///< Sin blancos a los lados.
+  std::string identificacion;  ///< Sin blancos a los lados y en el juego de SEPA.
+  bool xml = false;
 };
 
 /// Busca de qué adeudo presentado es cada devolución de un lote, que no ha de cambiar mientras. Por la
 /// identificación del fichero original, si se sabe y está entre las remesas; y en todo caso por referencia,
-/// mandato e importe: los que la devolución traiga, y al menos una de las dos referencias. Nunca es de otro
-/// acreedor. Si aún son varios, deciden la fecha de cobro y la cuenta.
+/// mandato e importe: los que la devolución traiga, y al menos una de las dos referencias; en el juego de
+/// SEPA, que es como van en un XML. Nunca es de otro acreedor. Si aún son varios, deciden la fecha de cobro y
+/// la cuenta. Una remesa y el XML en que se envió son la misma.
 class Cotejo {
  public:
   explicit Cotejo(const Lote& lote);
@@ -74,7 +76,12 @@ class Cotejo {
   bool esDeSuAcreedor(const Devolucion& devolucion, std::size_t candidato) const;
   Hallazgo decidir(const Devolucion& devolucion, const Grupo& grupo) const;
   Hallazgo decidirEntero(const Devolucion& devolucion) const;
+  bool cuadra(const Devolucion& d, std::span<const std::size_t> suyos) const;
+  std::int64_t sumar(std::span<const std::size_t> adeudos) const;
   void quitarCopias(std::vector<std::size_t>& candidatos) const;
+  void quitarOtraForma(std::vector<std::size_t>& deEntero) const;
+  bool enOtraForma(std::size_t uno, std::size_t otro) const;
+  std::string loQueSeConserva(std::size_t presentado) const;
 
   const Lote& lote_;
   std::map<std::string, std::size_t, std::less<>> claves_;

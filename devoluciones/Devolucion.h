@@ -53,6 +53,7 @@ struct Devolucion {
   Dato bloqueOriginal;                         ///< La de su bloque, en un XML.
   std::optional<std::int64_t> importe;         ///< Céntimos. De un bloque entero, su suma, si se dice.
   std::optional<std::int64_t> adeudos;         ///< Los de un bloque entero, si se dice.
+  std::int64_t aparte = 0;                     ///< Otros del bloque, que vienen cada uno en su línea.
   std::optional<remesa::Dia> fechaCobro;       ///< En la que se cobró o iba a cobrarse.
   std::optional<remesa::Dia> fechaDevolucion;  ///< La del cargo al acreedor.
 };

@@ -49,7 +49,7 @@ class Pain002 : public LectorMensaje {
   void cerrarOperacion();
   void cerrarBloque(std::uint64_t linea);
   void compararCuenta(const Estado& estado, std::int64_t halladas, std::uint64_t linea);
-  void anadirEntero(Alcance alcance, const Estado& estado, std::uint64_t linea);
+  void anadirEntero(Alcance alcance, const Estado& estado, std::int64_t aparte, std::uint64_t linea);
   void ponerOriginal(Devolucion& devolucion);
   bool deTransferencias() const { return claseOriginal_.startsWith(u"pain.001"); }
 
@@ -60,6 +60,7 @@ class Pain002 : public LectorMensaje {
   std::uint64_t linea_ = 0;
   std::int64_t enBloque_ = 0, enGrupo_ = 0;
   bool enteros_ = false;
+  std::optional<std::int64_t> enEnteros_ = 0;  // los de bloques enteros; sin valor si alguno no lo dice
 };
 
 void Pain002::abre(QStringView ruta, std::uint64_t linea) {
@@ -165,24 +166,24 @@ void Pain002::cerrarBloque(std::uint64_t linea) {
   const bool vienenTodas = enBloque_ > 0 && enBloque_ >= bloque_.operaciones.value_or(0);
   if (estado != kRechazado || vienenTodas) return compararCuenta(bloque_, enBloque_, linea);
   if (deTransferencias()) return lote_.contar(ClaseAviso::DeTransferencias, linea);
-  // Si algunos vienen aparte, la línea es la de los demás, y no se sabe cuánto suman.
-  Estado demas = bloque_;
-  if (enBloque_ > 0) {
-    demas.suma.reset();
-    if (demas.operaciones) *demas.operaciones -= enBloque_;
-  }
-  anadirEntero(Alcance::Bloque, demas, linea);
+  anadirEntero(Alcance::Bloque, bloque_, enBloque_, linea);
 }
 
-void Pain002::anadirEntero(Alcance alcance, const Estado& estado, std::uint64_t linea) {
+/// Si algunos, `aparte`, vienen en su línea, esta es la de los demás, y no se sabe cuánto suman.
+void Pain002::anadirEntero(Alcance alcance, const Estado& estado, std::int64_t aparte, std::uint64_t linea) {
   enteros_ = true;
   Devolucion entero;
   entero.alcance = alcance;
   const bool sinMotivo = estado.motivo.codigo.isEmpty() && estado.motivo.texto.isEmpty();
   (sinMotivo ? grupo_ : estado).motivo.poner(lote_, entero);
   ponerOriginal(entero);
-  entero.adeudos = estado.operaciones;
-  entero.importe = estado.suma;
+  entero.aparte = aparte;
+  if (estado.operaciones) entero.adeudos = *estado.operaciones - aparte;
+  if (aparte == 0) entero.importe = estado.suma;
+  if (enEnteros_ && entero.adeudos)
+    enEnteros_ = SumaAcotada(*enEnteros_, *entero.adeudos);
+  else
+    enEnteros_.reset();
   lote_.anadir(entero, linea);
 }
 
@@ -192,12 +193,16 @@ void Pain002::compararCuenta(const Estado& estado, std::int64_t halladas, std::u
 }
 
 void Pain002::terminar() {
-  if (grupo_.estado == kRechazado && enGrupo_ == 0 && !enteros_) {
+  if (grupo_.estado == kRechazado) {
+    const bool ninguno = enGrupo_ == 0 && !enteros_;
+    const std::int64_t dichos = SumaAcotada(enGrupo_, enEnteros_.value_or(0));
+    // También lo están los que no se dicen uno a uno ni en su bloque.
+    const bool faltan = enEnteros_ && grupo_.operaciones.value_or(0) > dichos;
     bloqueOriginal_.clear();
-    if (deTransferencias())
+    if (deTransferencias() && ninguno)
       lote_.contar(ClaseAviso::DeTransferencias, 1);
-    else
-      anadirEntero(Alcance::Mensaje, grupo_, 1);
+    else if (!deTransferencias() && (ninguno || faltan))
+      anadirEntero(Alcance::Mensaje, grupo_, dichos, 1);
   }
   if (!enteros_) compararCuenta(grupo_, enGrupo_, 0);
 }

@@ -3,6 +3,7 @@
 #include "devoluciones/Lectores.h"
 #include "remesa/Campos.h"
 #include "remesa/TotalesNorma.h"
+#include "remesa/Utf8.h"
 #include "remesa/Validez.h"
 
 namespace devoluciones {
@@ -47,10 +48,15 @@ std::optional<std::int64_t> LeerNumero(std::string_view registro, remesa::Posici
   return numero;
 }
 
-/// Ausente si el registro acaba antes de que empiece el campo.
+/// Ausente si el registro acaba antes de que empiece el campo: pueden faltarle los blancos del final.
 Dato DatoDe(std::string_view registro, remesa::Posiciones donde) {
   if (registro.size() < static_cast<std::size_t>(donde.desde)) return {};
   return {remesa::Recortar(LeerCampo(registro, donde)), false};
+}
+
+/// Ausente si el registro acaba antes que el campo: un trozo de una referencia es otra.
+Dato ReferenciaDe(std::string_view registro, remesa::Posiciones donde) {
+  return registro.size() < static_cast<std::size_t>(donde.hasta) ? Dato() : DatoDe(registro, donde);
 }
 
 bool EstaEnBlanco(std::string_view linea) {
@@ -75,11 +81,18 @@ class LectorPlano {
   std::uint64_t registro_ = 0;
   std::optional<bool> devuelto_;
   bool cerrado_ = false;  // el último registro fue el 99
+  bool acabado_ = false;  // lo fue el último que es de estos ficheros
 };
 
 void LectorPlano::linea(std::string_view bytes) {
   if (EstaEnBlanco(bytes)) return;
   ++registro_;
+  remesa::RegistroUtf8 leido;
+  if (bytes.size() > remesa::kLongitudRegistro && LeerUtf8(bytes, bytes.size(), leido) &&
+      !leido.bytes.empty()) {
+    lote_.contar(ClaseAviso::EnUtf8, registro_);
+    if (leido.longitud <= remesa::kLongitudRegistro) bytes = lote_.conservar(std::move(leido.bytes));
+  }
   if (bytes.size() != remesa::kLongitudRegistro) lote_.contar(ClaseAviso::Longitud, registro_);
   const Codigo codigo = LeerCodigo(bytes);
   mirarOrden(codigo);
@@ -110,7 +123,9 @@ void LectorPlano::mirarOrden(const Codigo& codigo) {
   if (sobra || codigo.clase == ClaseRegistro::Desconocido) lote_.contar(ClaseAviso::CodigoAjeno, registro_);
   if (cerrado_ && !sobra) totales_ = {};
   cerrado_ = codigo.clase == ClaseRegistro::TotalesGenerales;
-  if (codigo.clase == ClaseRegistro::Desconocido || cerrado_) return;
+  if (codigo.clase == ClaseRegistro::Desconocido) return;
+  acabado_ = cerrado_;
+  if (cerrado_) return;
   if (!devuelto_) devuelto_ = codigo.devuelto;
   if (*devuelto_ != codigo.devuelto) lote_.contar(ClaseAviso::Mezcla, registro_);
 }
@@ -142,7 +157,9 @@ void LectorPlano::comparar(ClaseAviso clase, std::string_view bytes, const remes
 }
 
 void LectorPlano::terminar() {
-  if (!cerrado_) lote_.avisar({.clase = ClaseAviso::Cortado, .registro = registro_});
+  if (acabado_) return;
+  lote_.fichero().completo = false;
+  lote_.avisar({.clase = ClaseAviso::Cortado, .registro = registro_});
   lote_.fichero().forma = devuelto_.value_or(true) ? Forma::Devoluciones : Forma::Rechazos;
 }
 
@@ -160,8 +177,8 @@ void DarLineas(LectorPlano& lector, std::string_view registro) {
 Devolucion DesdeRegistro(std::string_view registro, const Cabecera* cabecera) {
   const bool devuelto = LeerCodigo(registro).devuelto;
   Devolucion d;
-  d.referencia = DatoDe(registro, remesa::kReferenciaAdeudo);
-  d.mandato = DatoDe(registro, remesa::kReferenciaMandato);
+  d.referencia = ReferenciaDe(registro, remesa::kReferenciaAdeudo);
+  d.mandato = ReferenciaDe(registro, remesa::kReferenciaMandato);
   d.deudor = DatoDe(registro, remesa::kNombreDeudor);
   d.cuenta = DatoDe(registro, remesa::kCuentaDeudor);
   d.concepto = DatoDe(registro, remesa::kConcepto);

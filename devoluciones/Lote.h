@@ -26,6 +26,7 @@ enum class ClaseAviso : std::uint8_t {
   Cortado,             ///< No acaba en su 99 o, en un XML, en su fin: `causa`.
   SinCabecera,         ///< Adeudos sin cabecera de acreedor delante.
   Longitud,            ///< Registros que no son de 600.
+  EnUtf8,              ///< Registros en UTF-8, leídos como tales.
   CodigoAjeno,         ///< Registros de otros códigos: no se miran.
   Mezcla,              ///< Rechazos y devoluciones en un fichero: se leen todos.
   Importe,             ///< Importes que no se entienden.
@@ -115,6 +116,7 @@ class Lote {
   void contar(ClaseAviso clase, std::uint64_t registro);
   FicheroLeido& fichero() { return ficheros_.back(); }
   void conservar(remesa::ListaRegistros lista) { listas_.push_back(std::move(lista)); }
+  std::string_view conservar(std::string bytes) { return textos_.emplace_back(std::move(bytes)); }
   Dato guardar(QStringView texto);
 
  private:

@@ -9,6 +9,8 @@
 #include "iso20022/LectorXml.h"
 #include "iso20022/LecturaMensaje.h"
 #include "remesa/LineasFichero.h"
+#include "remesa/Registro.h"
+#include "remesa/Utf8.h"
 
 namespace devoluciones {
 namespace {
@@ -20,8 +22,11 @@ constexpr std::size_t kTrozoRemesa = std::size_t{1} << 20;
 void RecorrerTexto(const std::filesystem::path& ruta, const std::function<void(std::string_view)>& recibir,
                    const remesa::AvanceLectura& avance) {
   ficheros::LecturaFichero lectura(ruta);
-  remesa::LineasFichero lineas(
-      [&](std::string_view bytes, std::uint64_t, remesa::FinLinea) { recibir(bytes); });
+  remesa::LineasFichero lineas([&](std::string_view bytes, std::uint64_t longitud, remesa::FinLinea) {
+    remesa::RegistroUtf8 leido;
+    const bool utf8 = longitud > remesa::kLongitudRegistro && LeerUtf8(bytes, longitud, leido);
+    recibir(utf8 && !leido.bytes.empty() ? leido.bytes : bytes);
+  });
   std::vector<char> bufer(kTrozoRemesa);
   std::string_view trozo(bufer.data(), lectura.leer(bufer));
   const remesa::TipoFichero tipo = remesa::TipoDe(trozo);

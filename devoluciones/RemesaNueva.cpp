@@ -4,7 +4,9 @@
 
 #include "remesa/BloquesListas.h"
 #include "remesa/Campos.h"
+#include "remesa/CaracteresSEPA.h"
 #include "remesa/TotalesNorma.h"
+#include "remesa/Validez.h"
 
 namespace devoluciones {
 namespace {
@@ -20,6 +22,32 @@ void PonerTexto(std::string& registro, remesa::Posiciones donde, std::string_vie
   std::string campo(texto);
   campo.resize(static_cast<std::size_t>(donde.longitud()), ' ');
   remesa::EscribirCampo(registro, donde, campo);
+}
+
+/// Un adeudo de una deuda.
+struct Cobro {
+  std::string referencia;  ///< En el juego de SEPA.
+  std::string fecha;       ///< AAAAMMDD
+  std::uint32_t remesa;
+};
+
+/// "R1-2" es "R1" con sufijo; de una que no cabía con él, sin su final.
+bool EsConSufijo(std::string_view conSufijo, std::string_view referencia) {
+  const std::size_t guion = conSufijo.rfind('-');
+  if (guion == std::string_view::npos || guion == 0) return false;
+  const std::string_view cifras = conSufijo.substr(guion + 1), comienzo = conSufijo.substr(0, guion);
+  if (cifras.empty() || !remesa::SonCifras(cifras) || cifras.front() == '0' || cifras == "1") return false;
+  const bool lleno = conSufijo.size() == static_cast<std::size_t>(remesa::kReferenciaAdeudo.longitud());
+  return comienzo == referencia || (lleno && referencia.starts_with(comienzo));
+}
+
+/// De un mismo mandato e importe, si lo que se cobró en una remesa es lo que se cobra en otra: con la misma
+/// referencia o, después, con ella y un sufijo. En una misma remesa son dos deudas.
+bool EsLaMismaDeuda(const Cobro& uno, const Cobro& otro) {
+  if (uno.remesa == otro.remesa) return false;
+  const auto& [antes, despues] = uno.fecha < otro.fecha ? std::tie(uno, otro) : std::tie(otro, uno);
+  return uno.referencia == otro.referencia ||
+         (antes.fecha < despues.fecha && EsConSufijo(despues.referencia, antes.referencia));
 }
 
 class Constructor {
@@ -39,8 +67,8 @@ class Constructor {
   void elegir(std::size_t devolucion);
   enum class Entrada : std::uint8_t { Nueva, YaEstaba, MismaDeuda };
   Entrada incluir(std::size_t presentado);
-  /// Los que en el lote tienen su propia línea, que es la que dice si van.
-  const std::set<std::size_t>& conLinea();
+  /// Si está en una línea del lote más propia que las de ese alcance, que es la que dice si va.
+  bool tieneOtraLinea(std::size_t presentado, Alcance alcance);
   void mirarPresentador(const std::string& suyo);
   void darReferencia(Adeudo& adeudo);
   std::string conSufijo(const std::string& referencia);
@@ -56,10 +84,10 @@ class Constructor {
   std::string cabecera_;  // la última puesta
   std::string bytes_;     // cabeceras y adeudos, registros de 600
   std::set<std::size_t> incluidos_;
-  std::set<std::string> deudas_;  // acreedor, referencias e importe
+  std::map<std::string, std::vector<Cobro>> cobros_;  // por acreedor, mandato e importe
   std::set<std::string> referencias_;
-  std::map<std::string, int> sufijos_;  // el que toca a cada referencia
-  std::optional<std::set<std::size_t>> conLinea_;
+  std::map<std::string, int> sufijos_;                    // el que toca a cada referencia
+  std::optional<std::map<std::size_t, Alcance>> lineas_;  // la más propia de cada uno
 };
 
 void Constructor::elegir(std::size_t devolucion) {
@@ -76,22 +104,25 @@ void Constructor::elegir(std::size_t devolucion) {
   for (const std::size_t presentado : hallazgo.adeudos) {
     if (cotejo_.remesas()[cotejo_.presentado(presentado).remesa].presentador.empty())
       return dejarFuera(CausaFuera::SinPresentador);
-    if (entero && conLinea().contains(presentado)) continue;
+    if (entero && tieneOtraLinea(presentado, d.alcance)) continue;
     const Entrada entrada = incluir(presentado);
     if (entrada == Entrada::MismaDeuda || (entrada == Entrada::YaEstaba && !entero)) ++repetidos;
   }
   if (repetidos > 0) dejarFuera(CausaFuera::YaIncluida, repetidos);
 }
 
-const std::set<std::size_t>& Constructor::conLinea() {
-  if (conLinea_) return *conLinea_;
-  conLinea_.emplace();
-  for (std::size_t i = 0; i < lote_.size(); ++i) {
-    if (lote_[i].alcance != Alcance::Adeudo) continue;
-    for (const std::size_t presentado : cotejo_.hallazgo(i).adeudos)
-      conLinea_->insert(presentado);
+bool Constructor::tieneOtraLinea(std::size_t presentado, Alcance alcance) {
+  if (!lineas_) {
+    lineas_.emplace();
+    for (std::size_t i = 0; i < lote_.size(); ++i) {
+      const Alcance suyo = lote_[i].alcance;
+      for (const std::size_t uno : cotejo_.hallazgo(i).adeudos) {
+        const auto linea = lineas_->try_emplace(uno, suyo).first;
+        linea->second = std::min(linea->second, suyo);
+      }
+    }
   }
-  return *conLinea_;
+  return lineas_->at(presentado) < alcance;
 }
 
 Constructor::Entrada Constructor::incluir(std::size_t presentado) {
@@ -99,11 +130,17 @@ Constructor::Entrada Constructor::incluir(std::size_t presentado) {
   if (!incluidos_.insert(presentado).second) return Entrada::YaEstaba;
   const std::string& cabecera = cotejo_.cabecera(original.cabecera);
   const std::string_view debe = original.registros.front();
-  // Con la misma referencia es la misma deuda, aunque haya vuelto de dos remesas. Sin ella no se sabe.
-  if (!Campo(debe, remesa::kReferenciaAdeudo).empty()) {
+  // Sin referencia no se sabe si es la misma deuda.
+  if (const auto referencia = Campo(debe, remesa::kReferenciaAdeudo); !referencia.empty()) {
     std::string deuda(Campo(cabecera, remesa::kIdentificadorAcreedor));
-    deuda.append(LeerCampo(debe, remesa::kReferencias)).append(LeerCampo(debe, remesa::kImporteAdeudo));
-    if (!deudas_.insert(std::move(deuda)).second) return Entrada::MismaDeuda;
+    deuda.append(remesa::EquivalenteSEPA(LeerCampo(debe, remesa::kReferenciaMandato)))
+        .append(LeerCampo(debe, remesa::kImporteAdeudo));
+    const Cobro cobro{remesa::EquivalenteSEPA(referencia),
+                      std::string(LeerCampo(cabecera, remesa::kFechaCobro)), original.remesa};
+    auto& otros = cobros_[std::move(deuda)];
+    if (std::ranges::any_of(otros, [&](const Cobro& otro) { return EsLaMismaDeuda(cobro, otro); }))
+      return Entrada::MismaDeuda;
+    otros.push_back(cobro);
   }
   mirarPresentador(cotejo_.remesas()[original.remesa].presentador);
   Adeudo adeudo = original.registros;
@@ -186,7 +223,7 @@ Intento IntentoDe(const Devolucion& devolucion) {
 std::vector<std::size_t> Propuestas(const Lote& lote) {
   std::vector<std::size_t> propuestas;
   for (std::size_t i = 0; i < lote.size(); ++i)
-    if (IntentoDe(lote[i]) == Intento::OtraVez) propuestas.push_back(i);
+    if (IntentoDe(lote[i]) == Intento::OtraVez && !lote.estaEnOtro(i)) propuestas.push_back(i);
   return propuestas;
 }
 

@@ -10,7 +10,7 @@ namespace devoluciones {
 /// Si el motivo admite presentarlo otra vez; los que no están en la tabla, solo con el deudor.
 Intento IntentoDe(const Devolucion& devolucion);
 
-/// Las que se proponen: adeudos cuyo motivo permite presentarlos otra vez como están.
+/// Las que se proponen: adeudos cuyo motivo permite presentarlos otra vez como están, una sola vez.
 std::vector<std::size_t> Propuestas(const Lote& lote);
 
 /// Primer día hábil que deja el día de plazo con que ha de presentarse un adeudo.
@@ -29,7 +29,7 @@ enum class CausaFuera : std::uint8_t {
   NoHallada,
   Ambigua,
   Nunca,           ///< Su motivo no admite otro intento.
-  YaIncluida,      ///< El mismo adeudo ha vuelto dos veces: basta con uno.
+  YaIncluida,      ///< El mismo adeudo ha vuelto dos veces, quizá de dos remesas: basta con uno.
   SinPresentador,  ///< Su remesa no tiene 01.
 };
 

@@ -149,6 +149,9 @@ QString TextoAviso(const AvisoLectura& aviso, Forma forma) {
       return Cuantos(aviso.cuenta, u"registro no es"_s, u"registros no son"_s) +
              u" de 600 posiciones%1: puede faltarle%2 algo."_s.arg(primero,
                                                                    aviso.cuenta == 1 ? QString() : u"s"_s);
+    case ClaseAviso::EnUtf8:
+      return Cuantos(aviso.cuenta, u"registro está"_s, u"registros están"_s) +
+             u" en UTF-8, y no en Windows-1252%1. Se han leído así."_s.arg(primero);
     case ClaseAviso::CodigoAjeno:
       return Cuantos(aviso.cuenta, u"registro no es de este fichero, o está"_s,
                      u"registros no son de este fichero, o están"_s) +

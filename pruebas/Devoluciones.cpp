@@ -118,6 +118,9 @@ TEST_F(Devueltos, FicherosEstropeados) {
     std::string avisos;
   } casos[] = {
       {"con LF", Unidos(bueno, "\n"), 2, ""},
+      {"en UTF-8", con([](V r) { r[2].replace(118, 1, "\xC3\x91"); }), 2, Aviso(EnUtf8, "1@3")},
+      {"con algo detrás", Unidos(bueno) + "FIN\r\n", 2,
+       Aviso(Longitud, "1@8") + " " + Aviso(CodigoAjeno, "1@8")},
       {"con líneas vacías", Unidos(bueno) + "\r\n   \r\n\x1A", 2, ""},
       {"cortado", con([](V r) { r.resize(4); }), 2, Aviso(Cortado, "1@4")},
       {"cortado dentro de un registro", Unidos(bueno).substr(0, 602 * 3 + 60), 2,
@@ -145,6 +148,7 @@ TEST_F(Devueltos, FicherosEstropeados) {
     const FicheroLeido& fichero = lote.leer(escribir("f", caso.bytes));
     EXPECT_EQ(fichero.cuantas, caso.cuantas);
     EXPECT_EQ(Avisos(fichero), caso.avisos);
+    EXPECT_EQ(fichero.completo, !caso.avisos.ends_with(Aviso(Cortado, "1@4")));
   }
 }
 

@@ -92,6 +92,8 @@ TEST_F(Devueltos, LeePain002) {
        "A|R1|-|-|AM04|-|||2026-12-04X|P-1\nB|-|-|-|AM04|-|||2026-12-04X|P-1|2", ""},
       {mensaje("X", "<OrgnlNbOfTxs>5</OrgnlNbOfTxs><GrpSts>RJCT</GrpSts>" + motivo("<Cd>FF01</Cd>"), ""),
        "M|-|-|-|FF01|-|||2026-12-04X|-|5", ""},
+      {mensaje("X", "<OrgnlNbOfTxs>5</OrgnlNbOfTxs><GrpSts>RJCT</GrpSts>" + am04, bloque(operacion(""))),
+       "A|R1|-|-|AM04|-|||2026-12-04X|P-1\nM|-|-|-|AM04|-|||2026-12-04X|-|4", ""},
       {mensaje("X", "<OrgnlMsgNmId>pain.001.001.03</OrgnlMsgNmId>", bloque(operacion("<TxSts>RJCT</TxSts>"))),
        "", Aviso(DeTransferencias, "1@1")},
       // Lo que dice el mensaje frente a lo que trae.

@@ -71,6 +71,11 @@ TEST_F(Siguiente, BuscaCadaDevolucionEnSuRemesa) {
        {noviembre, Fichero('0', {r1, {"R2", "M2", "00000000001", ""}})},
        EstadoCotejo::Hallada,
        "0.Q19, registro 3"},
+      {"en el juego de SEPA",
+       Fichero('2', {{"ANO-1", "M1", "00000000100", "AM04"}}),
+       {Fichero('0', {{"A\xD1O_1", "M1", "00000000100", ""}})},
+       EstadoCotejo::Hallada,
+       "0.Q19, registro 3"},
       {"otro importe",
        Fichero('2', {{"R1", "M1", "00000000101", "AM04"}}),
        {noviembre},
@@ -123,7 +128,10 @@ TEST_F(Siguiente, HaceLaRemesaConLosRegistrosEnteros) {
   const std::string sexto =
       pruebas::Registro("0319143006", {{kReferenciaAdeudo, "A"}, {kReferenciaMandato, "M2"}});
   noviembre.insert(noviembre.begin() + 5, {cuarto, sexto});
-  presentar("noviembre.Q19", noviembre);
+  auto enUtf8 = noviembre;
+  enUtf8[4].replace(118, 1, "\xC3\x91");
+  noviembre[4][118] = '\xD1';
+  presentar("noviembre.Q19", enUtf8);
   // La misma referencia en la remesa de otro acreedor es otra deuda; en otra del mismo, la misma.
   const Caso otro{"Z", "M1", "00000000100", "AM04"};
   presentar("otro.Q19", Fichero('0', {otro}, "20261231", "PRE-B", "ES70000B99812034"));
@@ -201,15 +209,41 @@ TEST_F(Siguiente, UnBloqueEnteroSonLosSuyos) {
                "-1</OrgnlPmtInfId><OrgnlNbOfTxs>3</OrgnlNbOfTxs><PmtInfSts>RJCT</PmtInfSts><StsRsnInf><Rsn>"
                "<Cd>TM01</Cd></Rsn></StsRsnInf><TxInfAndSts><OrgnlEndToEndId>R1</OrgnlEndToEndId><StsRsnInf>"
                "<Rsn><Cd>MD07</Cd></Rsn></StsRsnInf></TxInfAndSts></OrgnlPmtInfAndSts>"));
-  for (const auto& presentada : {texto, xml}) {
+  const std::vector<std::filesystem::path> casos[] = {{texto}, {xml}, {texto, xml}};
+  for (const auto& presentadas : casos) {
     Cotejo cotejo(lote_);
-    cotejo.buscarEn(presentada);
+    for (const auto& presentada : presentadas)
+      cotejo.buscarEn(presentada);
     const RemesaNueva nueva = HacerRemesa(lote_, cotejo, {Propuestas(lote_), 2027y / 1 / 4, {}});
-    EXPECT_EQ(nueva.adeudos, 2U) << presentada;
-    EXPECT_EQ(nueva.importe, 500) << presentada;
+    EXPECT_EQ(nueva.adeudos, 2U) << presentadas.front();
+    EXPECT_EQ(nueva.importe, 500) << presentadas.front();
     ASSERT_EQ(nueva.registros.size(), 7U);
     EXPECT_EQ(LeerCampo(nueva.registros[2], kReferenciaAdeudo), std::string(33, 'L') + "-2");
     EXPECT_EQ(LeerCampo(nueva.registros[3], kReferenciaAdeudo), larga);
+  }
+}
+
+// Devuelta dos veces, va una; lo que son dos cobros, aunque se parezcan, va dos veces.
+TEST_F(Siguiente, UnaDeudaNoVaDosVeces) {
+  const std::string larga(35, 'L'), cortada = std::string(33, 'L') + "-2";
+  const struct {
+    std::string noviembre, diciembre;
+    std::size_t adeudos;
+  } casos[] = {{"R", "R", 1},     {"R", "R-2", 1}, {larga, cortada, 1}, {"R-2", "R", 2},
+               {"R-2", "R-3", 2}, {"R", "R-1", 2}, {"R", "RS-2", 2},    {"", "", 2}};
+  for (const auto& caso : casos) {
+    SCOPED_TRACE(caso.noviembre + " " + caso.diciembre);
+    const Caso uno{caso.noviembre, "M", "00000000100", "AM04"},
+        otro{caso.diciembre, "M", "00000000100", "AM04"};
+    Lote lote;
+    lote.leer(escribir("n", Unidos(Fichero('2', {uno}))));
+    lote.leer(escribir("d", Unidos(Fichero('2', {otro}, "20261231", "PRE-D"))));
+    Cotejo cotejo(lote);
+    cotejo.buscarEn(escribir("n.Q19", Unidos(Fichero('0', {uno}))));
+    cotejo.buscarEn(escribir("d.Q19", Unidos(Fichero('0', {otro}, "20261231", "PRE-D"))));
+    const RemesaNueva nueva = HacerRemesa(lote, cotejo, {Propuestas(lote), 2027y / 1 / 4, {}});
+    EXPECT_EQ(nueva.adeudos, caso.adeudos);
+    EXPECT_EQ(nueva.adeudos + nueva.fuera.size(), 2U);
   }
 }
 

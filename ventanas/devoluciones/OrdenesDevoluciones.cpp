@@ -99,9 +99,9 @@ void VentanaDevoluciones::anadir(const QStringList& rutas) {
   std::vector<Marca> marcas = modelo_.marcas();
   for (std::size_t i = antes; i < lote_.size(); ++i) {
     const devoluciones::Intento intento = devoluciones::IntentoDe(lote_[i]);
-    marcas.push_back(intento == devoluciones::Intento::Nunca     ? Marca::NoAdmite
-                     : intento == devoluciones::Intento::OtraVez ? Marca::Puesta
-                                                                 : Marca::Sin);
+    marcas.push_back(intento == devoluciones::Intento::Nunca                             ? Marca::NoAdmite
+                     : intento == devoluciones::Intento::OtraVez && !lote_.estaEnOtro(i) ? Marca::Puesta
+                                                                                         : Marca::Sin);
   }
   modelo_.ponerMarcas(std::move(marcas));
   if (lote_.size() > antes) avisosBusqueda_.clear();

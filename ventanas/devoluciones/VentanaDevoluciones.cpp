@@ -252,8 +252,15 @@ void VentanaDevoluciones::ordenar(int columna) {
 void VentanaDevoluciones::mostrarMarcadas() {
   devoluciones::Cuenta cuenta;
   for (std::size_t i = 0; i < modelo_.marcas().size(); ++i)
-    if (modelo_.marcas()[i] == Marca::Puesta) cuenta.sumar(lote_[i]);
+    if (modelo_.marcas()[i] == Marca::Puesta) cuenta.sumar(completada(i));
   ui_->Marcadas->setText(u"Para otra vez: "_s + devoluciones::TextoCuenta(cuenta));
+}
+
+/// Un bloque entero, con lo que se sepa por su remesa; de un adeudo, su importe se sabe ya.
+devoluciones::Devolucion VentanaDevoluciones::completada(std::size_t i) const {
+  devoluciones::Devolucion d = lote_[i];
+  const bool seSabe = d.alcance == devoluciones::Alcance::Adeudo && d.importe;
+  return seSabe || !cotejo_ ? d : cotejo_->completada(i, cotejo_->hallazgo(i));
 }
 
 void VentanaDevoluciones::detallar() {

@@ -52,6 +52,7 @@ class VentanaDevoluciones : public QDialog {
   bool cumple(std::size_t devolucion, const QStringList& palabras) const;
   void ordenar(int columna);
   void mostrarMarcadas();
+  devoluciones::Devolucion completada(std::size_t i) const;
   void detallar();
   void decir(const QString& texto, const QString& documento = {});
   /// Filas elegidas del modelo, en su orden; si no hay ninguna, todas.
