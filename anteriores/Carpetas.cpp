@@ -81,7 +81,7 @@ class Recorrido {
     } else if (!error && fs::is_regular_file(estado)) {
       FicheroHallado fichero{ruta};
       fichero.tamano = entrada.file_size(error);
-      if (!error) fichero.escrito = entrada.last_write_time(error).time_since_epoch().count();
+      if (!error) fichero.escrito = ficheros::UltimaEscritura(ruta, error);
       if (!error) hallados_.ficheros.push_back(std::move(fichero));
     } else if (!error && fs::exists(estado)) {
       hallados_.omitidos.push_back({ruta, "no es un fichero corriente"});

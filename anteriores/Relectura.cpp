@@ -1,6 +1,7 @@
 #include "anteriores/Relectura.h"
 
 #include "ficheros/ErrorEjecucion.h"
+#include "ficheros/Rutas.h"
 #include "iso20022/LecturaMensaje.h"
 #include "remesa/LineasFichero.h"
 #include "remesa/Utf8.h"
@@ -33,12 +34,14 @@ bool Relectura::abrir(std::uint32_t fichero) {
   perdido_ = fichero;
   const FicheroAnterior& f = indice_.ficheros()[fichero];
   std::error_code error;
-  const auto escrito = std::filesystem::last_write_time(f.hallado.ruta, error).time_since_epoch().count();
+  const auto escrito = ficheros::UltimaEscritura(f.hallado.ruta, error);
   if (error || escrito != f.hallado.escrito) return false;
   Abierto abierto;
   abierto.fichero = fichero;
   if (f.clase == ClaseFichero::Xml) {
-    abierto.lista = iso20022::LeerMensaje(f.hallado.ruta).registros;
+    abierto.lista = iso20022::LeerMensaje(f.hallado.ruta, [this](std::uintmax_t, std::uintmax_t) {
+                      continuar();
+                    }).registros;
     if (abierto.lista.size() != f.resumen.registros) return false;
   } else {
     abierto.lectura = std::make_unique<ficheros::LecturaFichero>(f.hallado.ruta);
@@ -73,6 +76,7 @@ std::string Relectura::leer(std::uint64_t numero) {
 }
 
 std::optional<std::string> Relectura::registro(std::uint32_t fichero, std::uint64_t numero) try {
+  continuar();
   if (numero == 0 || !abrir(fichero)) return std::nullopt;
   std::string bytes = leer(numero);
   return bytes.size() == remesa::kLongitudRegistro ? std::optional(std::move(bytes)) : std::nullopt;

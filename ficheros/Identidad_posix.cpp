@@ -20,4 +20,8 @@ bool EsEnlace(const std::filesystem::path& ruta) {
   return std::filesystem::is_symlink(ruta, ignorado);
 }
 
+std::int64_t UltimaEscritura(const std::filesystem::path& ruta, std::error_code& error) {
+  return std::filesystem::last_write_time(ruta, error).time_since_epoch().count();
+}
+
 }  // namespace ficheros

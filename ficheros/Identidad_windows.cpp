@@ -52,4 +52,13 @@ bool EsEnlace(const std::filesystem::path& ruta) {
          IsReparseTagNameSurrogate(datos.dwReserved0);
 }
 
+std::int64_t UltimaEscritura(const std::filesystem::path& ruta, std::error_code& error) {
+  WIN32_FILE_ATTRIBUTE_DATA datos{};
+  error.clear();
+  if (!::GetFileAttributesExW(RutaLarga(ruta).c_str(), GetFileExInfoStandard, &datos))
+    error.assign(static_cast<int>(::GetLastError()), std::system_category());
+  const FILETIME& hora = datos.ftLastWriteTime;
+  return static_cast<std::int64_t>(std::uint64_t{hora.dwHighDateTime} << 32 | hora.dwLowDateTime);
+}
+
 }  // namespace ficheros

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <optional>
+#include <system_error>
 
 namespace ficheros {
 
@@ -26,6 +27,11 @@ std::optional<Identidad> IdentidadDe(const std::filesystem::path& ruta);
 /// Si `ruta` es, ella misma, un enlace a otro sitio; una que no se puede mirar no lo es. En Windows también
 /// las uniones de carpetas, que la biblioteca estándar no distingue.
 bool EsEnlace(const std::filesystem::path& ruta);
+
+/// Cuándo se escribió por última vez, con toda la finura del sistema y en su unidad: solo sirve para
+/// compararlo. La biblioteca estándar de mingw-w64 cuenta por segundos, y dos escrituras seguidas parecerían
+/// una.
+std::int64_t UltimaEscritura(const std::filesystem::path& ruta, std::error_code& error);
 
 /// true si existen y son el mismo fichero.
 bool EsElMismo(const std::filesystem::path& uno, const std::filesystem::path& otro);

@@ -28,8 +28,10 @@ class Carpeta : public ::testing::Test {
     std::filesystem::remove_all(carpeta_, ignorado);
   }
   std::filesystem::path escribir(const std::string& nombre, std::string_view bytes) const {
-    std::ofstream(carpeta_ / nombre, std::ios::binary) << bytes;
-    return carpeta_ / nombre;
+    // En UTF-8, también donde el sistema tiene otra manera de leer un nombre de `char`.
+    const std::filesystem::path ruta = carpeta_ / std::u8string(nombre.begin(), nombre.end());
+    std::ofstream(ruta, std::ios::binary) << bytes;
+    return ruta;
   }
   static std::string leer(const std::filesystem::path& ruta) {
     std::ifstream fichero(ruta, std::ios::binary);
