@@ -103,15 +103,6 @@ void Composicion::adeudo(const Leidos& adeudo, RemesaLeida& remesa) {
   }
 }
 
-bool Composicion::cambioVacio(const Leidos& adeudo) const {
-  for (const Entrada& entrada : Tabla::Unica().entradas(Grado::Adeudo))
-    if (entrada.de->forma == Forma::CambioMandato) {
-      const std::string_view dice = adeudo[entrada.primero];
-      return (dice == "true" || dice == "1") && !registros_[static_cast<std::size_t>(C::Mandato)].lleno;
-    }
-  return false;
-}
-
 std::string Composicion::presentador(const Leidos& mensaje, std::string_view cabecera) {
   constexpr Posiciones kBancoReceptor{159, 166};
   constexpr Posiciones kBancoOficina{5, 12};

@@ -46,8 +46,10 @@ class Composicion {
   void empezarBloque(const Leidos& bloque);
   /// Un adeudo del bloque empezado, a `remesa`.
   void adeudo(const Leidos& adeudo, RemesaLeida& remesa);
-  /// El último adeudo dice que su mandato ha cambiado y no dice en qué.
-  bool cambioVacio(const Leidos& adeudo) const;
+  /// Del mandato del último adeudo se dice qué ha cambiado.
+  bool hayCambio() const {
+    return registros_[static_cast<std::size_t>(remesa::ClaseRegistro::Mandato)].lleno;
+  }
   /// El 01. `cabecera`, la 02 del primer bloque, dice el banco que lo recibe.
   std::string presentador(const Leidos& mensaje, std::string_view cabecera);
 

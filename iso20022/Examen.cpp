@@ -140,6 +140,8 @@ void Exportacion::Examen::mirarEsquema() {
   Nota nota{N::EsquemasMezclados, Alcance::Remesa, fuente_, numero_, registro_.fila};
   nota.clase = remesa::Clase(registro_.bytes);
   nota.donde = remesa::kVersion;
+  for (const remesa::Campo& campo : remesa::CamposDe(nota.clase))
+    if (campo.donde == nota.donde) nota.campo = &campo;
   nota.valor = version;
   recibir_(std::move(nota));
 }
@@ -160,7 +162,7 @@ void Exportacion::Examen::presentador() {
   }
   const std::string_view este = Recortar(LeerCampo(registro_.bytes, kIdPresentador));
   const std::string_view primero = Recortar(LeerCampo(e_.presentador_.bytes, kIdPresentador));
-  if (este != primero)
+  if (e_.presentador_.numero > 0 && este != primero)
     traduccion_.anotar(N::OtroPresentador, registro_, kIdPresentador, este, std::string(primero));
 }
 
@@ -192,12 +194,12 @@ void Exportacion::Examen::abrirAdeudo(const Linea& l) {
 void Exportacion::Examen::opcional(C clase) {
   const RegistroLeido& adeudo = adeudo_.de(C::Adeudo);
   const auto referencias = [](const RegistroLeido& r) { return LeerCampo(r.bytes, remesa::kReferencias); };
-  const auto version = [](const RegistroLeido& r) { return LeerCampo(r.bytes, remesa::kVersion); };
   if (!hayAdeudo_ || referencias(registro_) != referencias(adeudo))
     return anotarSuelto(N::ReferenciasDistintas, remesa::kReferenciaAdeudo,
                         Recortar(LeerCampo(registro_.bytes, remesa::kReferenciaAdeudo)));
-  if (version(registro_) != version(adeudo))
-    return anotarSuelto(N::Version, remesa::kVersion, Recortar(version(registro_)));
+  mirarEsquema();
+  if (const std::string_view version = LeerCampo(registro_.bytes, remesa::kVersion); !EsVersion(version))
+    return anotarSuelto(N::Version, remesa::kVersion, Recortar(version));
   if (adeudo_.hay(clase)) return anotarSuelto(N::OpcionalRepetido, {0, 0}, {});
   std::swap(adeudo_.de(clase), registro_);
   ultima_ = numero_;

@@ -26,6 +26,10 @@ QString Texto(std::string_view bytes) {
   return comunes::DesdeWindows1252(bytes);
 }
 
+bool EsCierto(std::string_view texto) {
+  return texto == "true" || texto == "1";
+}
+
 bool EsBlanco(QStringView texto) {
   return std::ranges::all_of(texto, [](QChar c) { return c.isSpace(); });
 }
@@ -33,9 +37,17 @@ bool EsBlanco(QStringView texto) {
 /// "2026-12-01", quizá con hora o zona detrás: "20261201". Vacío si no es un día.
 std::string FechaCorta(std::string_view iso) {
   constexpr std::size_t kLargo = 10;
+  constexpr std::string_view kDetras = "TZ+-";
   if (iso.size() < kLargo || iso[4] != '-' || iso[7] != '-') return {};
+  if (iso.size() > kLargo && kDetras.find(iso[kLargo]) == std::string_view::npos) return {};
   const std::string fecha = std::string(iso.substr(0, 4)).append(iso.substr(5, 2)).append(iso.substr(8, 2));
   return remesa::LeerFecha(fecha) ? fecha : std::string();
+}
+
+/// La primera de esa forma.
+const Entrada& EntradaDe(Grado grado, Forma forma) {
+  const auto entradas = Tabla::Unica().entradas(grado);
+  return *std::ranges::find(entradas, forma, [](const Entrada& entrada) { return entrada.de->forma; });
 }
 
 /// Por qué no se toma el mensaje.
@@ -87,6 +99,7 @@ class Lectura {
   void importe(const Arbol::Nodo& nodo, std::string& bytes);
   void soloVale(const Arbol::Nodo& nodo, std::string_view debido, CodigoAviso codigo);
   void comprobarRecuento(Grado grado, std::uint64_t adeudos, std::uint64_t centimos);
+  void comprobarCambio();
   void sinSitio(const QString& valor) { avisar(CodigoAviso::SinSitio, rutaActual(), valor); }
   void quitar(CodigoAviso codigo, const Arbol::Nodo& nodo, const QString& cambio = {});
   QString rutaActual() const;
@@ -106,6 +119,7 @@ class Lectura {
   std::uint64_t adeudo_ = 0;                           // el que se lee, desde 1
   bool enAdeudo_ = false;
   bool bloqueEmpezado_ = false;  // ya tiene algún adeudo
+  bool importeLeido_ = false;    // el del adeudo, valga o no
   Composicion composicion_{[this](CodigoAviso codigo, Grado grado, std::size_t i, std::string_view valor,
                                   std::string_view queda) {
     avisar(codigo, Arbol::Unico().de(grado, i).ruta(), Texto(valor), Texto(queda), leidos(grado).linea(i));
@@ -149,6 +163,7 @@ void Lectura::abrirGrado(Grado grado) {
   if (grado != Grado::Adeudo) return;
   if (!bloqueEmpezado_) composicion_.empezarBloque(leidos(Grado::Bloque));
   bloqueEmpezado_ = enAdeudo_ = true;
+  importeLeido_ = false;
   ++adeudo_;
 }
 
@@ -168,8 +183,11 @@ void Lectura::cerrarGrado(Grado grado) {
   if (grado == Grado::Bloque)
     comprobarRecuento(grado, remesa_.adeudos() - adeudosAntes_, remesa_.importe() - importeAntes_);
   if (grado != Grado::Adeudo) return;
+  if (!importeLeido_)
+    avisar(CodigoAviso::Importe, Arbol::Unico().de(grado, EntradaDe(grado, Forma::Importe).primero).ruta(),
+           {});
   composicion_.adeudo(leidos(grado), remesa_);
-  if (composicion_.cambioVacio(leidos(grado))) avisar(CodigoAviso::CambioVacio, rutaActual(), {});
+  comprobarCambio();
   enAdeudo_ = false;
 }
 
@@ -212,7 +230,11 @@ void Lectura::mirar(const Arbol::Nodo& nodo, std::string& bytes) {
         bytes = fecha;
       return;
     case Forma::Importe:
+      importeLeido_ = true;
       return importe(nodo, bytes);
+    case Forma::CambioMandato:
+      if (!EsCierto(bytes) && bytes != "false" && bytes != "0") quitar(CodigoAviso::SinSitio, nodo);
+      return;
     case Forma::EntidadOriginal:
       if (bytes != kCambioDeCuenta) quitar(CodigoAviso::SinSitio, nodo);
       return;
@@ -268,6 +290,16 @@ void Lectura::comprobarRecuento(Grado grado, std::uint64_t adeudos, std::uint64_
     avisar(CodigoAviso::Recuento, Arbol::Unico().de(grado, entrada.primero).ruta(), Texto(dicho), Texto(real),
            leidos(grado).linea(entrada.primero));
   }
+}
+
+// Lo que dice de si el mandato ha cambiado y los cambios que trae. Estos valen siempre.
+void Lectura::comprobarCambio() {
+  const std::size_t indice = EntradaDe(Grado::Adeudo, Forma::CambioMandato).primero;
+  const Leidos& adeudo = leidos(Grado::Adeudo);
+  if (!adeudo.hay(indice) || EsCierto(adeudo[indice]) == composicion_.hayCambio()) return;
+  if (EsCierto(adeudo[indice])) return avisar(CodigoAviso::CambioVacio, rutaActual(), {});
+  avisar(CodigoAviso::OtroValor, Arbol::Unico().de(Grado::Adeudo, indice).ruta(), Texto(adeudo[indice]),
+         u"true"_s, adeudo.linea(indice));
 }
 
 QString Lectura::rutaActual() const {
