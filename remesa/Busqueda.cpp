@@ -4,6 +4,8 @@
 #include <array>
 #include <bit>
 #include <cstring>
+#include <span>
+#include <vector>
 
 #include "remesa/CaracteresSEPA.h"
 
@@ -68,12 +70,56 @@ bool EsCuenta(const Campo& campo) {
   return campo.valor == ValorCampo::Cuenta;
 }
 
-/// Las posiciones son de un solo campo, y vale. De un registro que no se conoce vale todo.
-bool EnUnCampo(std::span<const Campo> campos, Posiciones donde, bool (*vale)(const Campo&)) {
-  if (campos.empty()) return vale == SeLee;
-  const auto campo =
-      std::ranges::find_if(campos, [&](const Campo& c) { return donde.desde <= c.donde.hasta; });
-  return campo != campos.end() && donde.hasta <= campo->donde.hasta && vale(*campo);
+/// Lo que se lee de los registros de una clase. De uno que no se conoce, todo.
+struct Legible {
+  std::span<const Campo> campos;
+  // Entre qué posiciones, desde 0 y sin la última: ni el código del principio ni lo libre del final.
+  std::size_t desde = 0, hasta = kLongitudRegistro;
+  std::array<std::uint8_t, kLongitudRegistro> cual{};  // el campo de cada posición, desde 1; 0 si no se lee
+
+  explicit Legible(std::span<const Campo> suyos) : campos(suyos) {
+    if (campos.empty()) {
+      cual.fill(1);
+      return;
+    }
+    const auto primero = std::ranges::find_if(campos, SeLee);
+    if (primero == campos.end()) {
+      hasta = 0;
+      return;
+    }
+    desde = static_cast<std::size_t>(primero->donde.desde) - 1;
+    if (campos.back().libre()) hasta = static_cast<std::size_t>(campos.back().donde.desde) - 1;
+    for (std::size_t i = 0; i < campos.size(); ++i)
+      if (SeLee(campos[i]))
+        std::fill_n(cual.begin() + campos[i].donde.desde - 1, campos[i].donde.longitud(),
+                    static_cast<std::uint8_t>(i + 1));
+  }
+};
+
+const std::vector<Legible> kLegibles = [] {
+  std::vector<Legible> legibles;
+  constexpr auto kClases = static_cast<std::size_t>(ClaseRegistro::Desconocido);
+  legibles.reserve(kClases);
+  for (std::size_t i = 0; i < kClases; ++i)
+    legibles.emplace_back(CamposDe(static_cast<ClaseRegistro>(i)));
+  return legibles;
+}();
+
+/// De los registros que devuelve el banco, y de los que no se conocen.
+const std::vector<Legible> kOtrosLegibles = [] {
+  constexpr std::string_view kCodigos[] = {"", "11", "12", "13", "14", "15", "21", "22", "23", "24", "25"};
+  std::vector<Legible> legibles;
+  legibles.reserve(std::size(kCodigos));
+  for (const std::string_view codigo : kCodigos)
+    legibles.emplace_back(CamposDe(codigo));
+  return legibles;
+}();
+
+const Legible& LegibleDe(std::string_view registro) {
+  if (const ClaseRegistro clase = Clase(registro); clase != ClaseRegistro::Desconocido)
+    return kLegibles[static_cast<std::size_t>(clase)];
+  return *std::ranges::find(kOtrosLegibles, CamposDe(registro).data(),
+                            [](const Legible& l) { return l.campos.data(); });
 }
 
 /// El campo dice ese importe, leído como en las sumas.
@@ -145,6 +191,12 @@ void Cribar(std::string_view bytes, char primero, char segundo, bool oBlanco, co
   }
   for (; i + kTrozo < bytes.size(); i += kTrozo)
     if (verTrozo(este(Leer(bytes.data() + i)), i)) return;
+  // Lo que queda, en un trozo que vuelve sobre algo de lo visto; y el último, que no tiene otro detrás.
+  if (i + 1 < bytes.size() && bytes.size() > kTrozo) {
+    i = bytes.size() - kTrozo - 1;
+    if (verTrozo(este(Leer(bytes.data() + i)), i)) return;
+    i += kTrozo;
+  }
   for (; i < bytes.size(); ++i)
     if (Plegado(bytes[i]) == primero && ver(i)) return;
 }
@@ -171,15 +223,22 @@ Busqueda::Busqueda(std::string_view texto, std::optional<std::int64_t> centimos)
   };
   auto esta = rara(texto_.cbegin(), fin);
   if (cuenta_.size() >= kCuentaLarga) {
-    // Casi todo son cifras: distingue más la pareja que una sola.
+    // Casi todo son cifras: distingue más la pareja que una sola. Los ceros seguidos, que están en todas
+    // partes, solo si no hay otra cosa.
+    constexpr int kCeros = 2;
+    constexpr std::ptrdiff_t kPais = 2;  // sus letras
     int mejor = 0;
-    for (auto c = fin - kCuentaLarga / 2; c != fin; ++c) {
-      const auto detras = std::find_if(c + 1, texto_.cend(), [](char otro) { return otro != ' '; });
-      const int rareza = *c == ' ' ? 0 : static_cast<int>(Rareza(*c) + Rareza(*detras));
-      if (rareza <= mejor) continue;
-      mejor = rareza;
-      esta = c;
-    }
+    const auto mirar = [&](auto c, auto hasta) {
+      for (; c != hasta; ++c) {
+        const auto detras = std::find_if(c + 1, texto_.cend(), [](char otro) { return otro != ' '; });
+        const int rareza = *c == ' ' ? 0 : static_cast<int>(Rareza(*c) + Rareza(*detras));
+        if (rareza <= mejor) continue;
+        mejor = rareza;
+        esta = c;
+      }
+    };
+    mirar(fin - kCuentaLarga / 2, fin);
+    if (mejor <= kCeros) mirar(texto_.cbegin() + kPais, fin);
   }
   enTexto_ = static_cast<std::size_t>(esta - texto_.cbegin());
   enCuenta_ = enTexto_ - static_cast<std::size_t>(std::count(texto_.cbegin(), esta, ' '));
@@ -187,21 +246,13 @@ Busqueda::Busqueda(std::string_view texto, std::optional<std::int64_t> centimos)
 
 std::optional<Posiciones> Busqueda::en(std::string_view registro) const {
   if (vacia()) return {};
-  const Campos campos = CamposDe(registro);
+  const Legible& legible = LegibleDe(registro);
   if (centimos_)
-    for (const Campo& campo : campos)
+    for (const Campo& campo : legible.campos)
       if (campo.valor == ValorCampo::Importe && EsImporte(LeerCampo(registro, campo.donde), *centimos_))
         return campo.donde;
-  // Ni el código del principio ni lo libre del final.
-  std::size_t desde = 0;
-  std::size_t hasta = kLongitudRegistro;
-  if (const auto primero = std::ranges::find_if(campos, SeLee); primero != campos.end()) {
-    desde = static_cast<std::size_t>(primero->donde.desde) - 1;
-    if (campos.back().libre()) hasta = static_cast<std::size_t>(campos.back().donde.desde) - 1;
-  } else if (!campos.empty()) {
-    return {};
-  }
-  registro = registro.substr(0, hasta);
+  const std::size_t desde = legible.desde;
+  registro = registro.substr(0, legible.hasta);
   if (registro.size() <= desde) return {};
   const bool deCuenta = !cuenta_.empty();
   const std::string& forma = deCuenta ? cuenta_ : texto_;
@@ -209,15 +260,22 @@ std::optional<Posiciones> Busqueda::en(std::string_view registro) const {
   std::optional<Posiciones> hallado;
   Cribar(registro.substr(desde), texto_[enTexto_], detras < forma.size() ? forma[detras] : '\0', deCuenta,
          [&](std::size_t i) {
-           hallado = candidato(registro, campos, desde + i);
+           const std::size_t cual = legible.cual[desde + i];
+           if (cual == 0) return false;
+           hallado =
+               candidato(registro, legible.campos.empty() ? nullptr : &legible.campos[cual - 1], desde + i);
            return hallado.has_value();
          });
   return hallado;
 }
 
 /// El carácter `donde` del registro puede ser el buscado.
-std::optional<Posiciones> Busqueda::candidato(std::string_view registro, Campos campos,
+std::optional<Posiciones> Busqueda::candidato(std::string_view registro, const Campo* campo,
                                               std::size_t donde) const {
+  // Lo hallado ha de ser de un solo campo.
+  const auto enElCampo = [&](Posiciones cuales) {
+    return campo == nullptr || (cuales.desde >= campo->donde.desde && cuales.hasta <= campo->donde.hasta);
+  };
   std::optional<Posiciones> hallado;
   bool seguidos = true;
   if (!cuenta_.empty()) {
@@ -231,9 +289,9 @@ std::optional<Posiciones> Busqueda::candidato(std::string_view registro, Campos 
     const bool igual = (hallado && texto_.size() == cuenta_.size()) ||
                        std::ranges::equal(registro.substr(principio, texto_.size()), texto_, {}, Plegado);
     const Posiciones posiciones{static_cast<int>(principio) + 1, static_cast<int>(principio + texto_.size())};
-    if (igual && EnUnCampo(campos, posiciones, SeLee)) return posiciones;
+    if (igual && enElCampo(posiciones)) return posiciones;
   }
-  if (hallado && EnUnCampo(campos, *hallado, EsCuenta)) return hallado;
+  if (hallado && campo != nullptr && EsCuenta(*campo) && enElCampo(*hallado)) return hallado;
   return {};
 }
 

@@ -3,7 +3,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 
@@ -28,8 +27,8 @@ class Busqueda {
   std::optional<Posiciones> en(std::string_view registro) const;
 
  private:
-  using Campos = std::span<const Campo>;
-  std::optional<Posiciones> candidato(std::string_view registro, Campos campos, std::size_t donde) const;
+  /// En el campo de esa posición (desde 0), que se lee; sin él, el registro no se conoce y vale todo.
+  std::optional<Posiciones> candidato(std::string_view registro, const Campo* campo, std::size_t donde) const;
   std::optional<Posiciones> sinBlancos(std::string_view registro, std::size_t donde) const;
 
   std::string texto_;   // en minúsculas y sin acentos
