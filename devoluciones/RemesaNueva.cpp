@@ -208,7 +208,7 @@ void Constructor::escribir() {
   for (std::size_t i = 0; i < bytes_.size(); i += remesa::kLongitudRegistro)
     registros.emplace_back(bytes.get() + i, remesa::kLongitudRegistro);
   nueva_.registros.anadirBloque({std::move(bytes), bytes_.size()}, std::move(registros));
-  remesa::ReunirBloques(nueva_.registros, {});
+  remesa::ReunirBloques(nueva_.registros, remesa::ListaRegistros());
   nueva_.bloques = static_cast<std::size_t>(
       std::ranges::count(nueva_.registros, remesa::CodigoRegistro::Acreedor, remesa::Codigo));
 }

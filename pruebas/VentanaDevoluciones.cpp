@@ -69,8 +69,12 @@ struct ConFicheros {
 TEST_F(PruebaDevoluciones, FiltraBuscaMarcaYOrdena) {
   ventanas::VentanaDevoluciones ventana;
   ventana.show();
-  ventana.anadir({kEjemplos + u"devoluciones/gimnasio-devueltos.Q19"_s,
-                  kEjemplos + u"devoluciones/comunidad-anotaciones.xml"_s});
+  {
+    Cajas cajas{"Aceptar"};
+    ventana.anadir({kEjemplos + u"devoluciones/gimnasio-devueltos.Q19"_s, kEjemplos + u"falta.Q19"_s,
+                    kEjemplos + u"devoluciones/comunidad-anotaciones.xml"_s});
+    EXPECT_TRUE(cajas.Mensaje(0).startsWith(u"falta.Q19: "_s));
+  }
   const Devueltas d(&ventana);
   ASSERT_EQ(d.filas(), 9);
   EXPECT_EQ(d.texto("Total"), u"9 adeudos, 476,10 €"_s);

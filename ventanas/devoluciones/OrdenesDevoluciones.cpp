@@ -72,7 +72,7 @@ void VentanaDevoluciones::elegirFicheros() {
 void VentanaDevoluciones::anadir(const QStringList& rutas) {
   if (rutas.isEmpty()) return;
   decir({});
-  QStringList ajenos;
+  QStringList noLeidos;
   const std::size_t antes = lote_.size();
   cotejo_.reset();  // es de las que había
   try {
@@ -87,26 +87,35 @@ void VentanaDevoluciones::anadir(const QStringList& rutas) {
         for (const devoluciones::AvisoLectura& aviso : fichero.avisos)
           avisosLectura_ += nombre + u": "_s + devoluciones::TextoAviso(aviso, fichero.forma);
       } catch (const devoluciones::FicheroAjeno& ajeno) {
-        ajenos += ParaCaja(nombre + u": "_s + ajeno.porque + u'.');
+        noLeidos += ParaCaja(nombre + u": "_s + ajeno.porque + u'.');
+      } catch (const ficheros::ErrorEjecucion& error) {
+        noLeidos += ParaCaja(nombre + u": "_s + QString::fromStdString(error.texto()) + u'.');
       }
     }
   } catch (const comunes::TrabajoDetenido&) {
     decir(u"Lectura detenida."_s);
   } catch (...) {
-    rehacer();
+    mostrarDesde(antes);
     throw;
   }
+  mostrarDesde(antes);
+  if (!noLeidos.isEmpty()) comunes::Avisar(EnLineas(noLeidos), this);
+}
+
+/// Las que se han leído detrás de esas, con su marca, y todo lo demás.
+void VentanaDevoluciones::mostrarDesde(std::size_t antes) {
   std::vector<Marca> marcas = modelo_.marcas();
+  marcas.reserve(lote_.size());
   for (std::size_t i = antes; i < lote_.size(); ++i) {
     const devoluciones::Intento intento = devoluciones::IntentoDe(lote_[i]);
-    marcas.push_back(intento == devoluciones::Intento::Nunca                             ? Marca::NoAdmite
-                     : intento == devoluciones::Intento::OtraVez && !lote_.estaEnOtro(i) ? Marca::Puesta
-                                                                                         : Marca::Sin);
+    const bool propuesta = intento == devoluciones::Intento::OtraVez && !lote_.estaEnOtro(i);
+    marcas.push_back(intento == devoluciones::Intento::Nunca ? Marca::NoAdmite
+                     : propuesta                             ? Marca::Puesta
+                                                             : Marca::Sin);
   }
   modelo_.ponerMarcas(std::move(marcas));
   if (lote_.size() > antes) avisosBusqueda_.clear();
   rehacer();
-  if (!ajenos.isEmpty()) comunes::Avisar(EnLineas(ajenos), this);
 }
 
 void VentanaDevoluciones::elegirRemesas() {
@@ -125,6 +134,8 @@ void VentanaDevoluciones::elegirRemesas() {
         if (!nueva) avisos += u"%1: es copia de otra remesa, se omite."_s.arg(nombre);
       } catch (const devoluciones::FicheroAjeno& ajeno) {
         avisos += nombre + u": "_s + ajeno.porque + u'.';
+      } catch (const ficheros::ErrorEjecucion& error) {
+        avisos += nombre + u": "_s + QString::fromStdString(error.texto()) + u'.';
       }
     }
     return avisos;
@@ -143,7 +154,8 @@ void VentanaDevoluciones::elegirCarpeta() {
     QStringList avisos;
     for (const auto& [ruta, causa] : resultado.fallos)
       avisos += comunes::DesdeRuta(ruta.filename()) + u": "_s + QString::fromStdString(causa) + u'.';
-    if (resultado.leidas == 0) avisos += u"En la carpeta no hay ninguna remesa."_s;
+    if (resultado.leidas == 0 && resultado.copias.empty())
+      avisos += u"En la carpeta no hay ninguna remesa."_s;
     return avisos;
   });
 }
@@ -157,6 +169,7 @@ void VentanaDevoluciones::buscar(const std::function<QStringList(devoluciones::C
     const comunes::Reloj reloj;
     avisosBusqueda_ = donde(*cotejo_);
   } catch (const comunes::TrabajoDetenido&) {
+    rehacer();  // con lo que se haya leído
     return decir(u"Búsqueda detenida."_s);
   } catch (...) {
     rehacer();

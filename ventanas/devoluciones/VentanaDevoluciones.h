@@ -29,7 +29,7 @@ class VentanaDevoluciones : public QDialog {
   ~VentanaDevoluciones() override;
 
   void ponerAlPresentar(AlPresentar alPresentar) { alPresentar_ = std::move(alPresentar); }
-  /// Lee más ficheros; de los que no son de devoluciones lo dice. Lanza ErrorEjecucion.
+  /// Lee más ficheros; de los que no son de devoluciones, o no se pueden leer, lo dice.
   void anadir(const QStringList& rutas);
 
   void reject() override;
@@ -61,6 +61,7 @@ class VentanaDevoluciones : public QDialog {
 
   // Órdenes (OrdenesDevoluciones.cpp)
   void elegirFicheros();
+  void mostrarDesde(std::size_t antes);
   void elegirRemesas();
   void elegirCarpeta();
   void buscar(const std::function<QStringList(devoluciones::Cotejo&)>& donde);
