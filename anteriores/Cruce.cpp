@@ -49,8 +49,8 @@ struct Sospecha {
 
 class Cruce {
  public:
-  Cruce(const Indice& indice, const remesa::ReceptorHallazgos& recibir)
-      : indice_(indice), recibir_(recibir) {}
+  Cruce(const Indice& indice, const remesa::ReceptorHallazgos& recibir, const Seguir& seguir)
+      : indice_(indice), recibir_(recibir), relectura_(indice, seguir) {}
 
   /// Qué remesa es: antes que nada. `gemela`, si puede ser de un XML o venir de otra forma.
   void empezar(const Resumidor& resumidor, const std::filesystem::path& ruta, bool gemela);
@@ -83,7 +83,7 @@ class Cruce {
 
   const Indice& indice_;
   const remesa::ReceptorHallazgos& recibir_;
-  Relectura relectura_{indice_};
+  Relectura relectura_;
   ResumenRemesa resumen_;
   BloqueActual bloque_;
   std::vector<bool> fuera_;  // los ficheros que son este mismo
@@ -373,8 +373,9 @@ bool Cruce::confirmada(const Sospecha& s, std::string_view registro, std::string
 /// `recorrer` da los registros a lo que se le pasa, y se llama dos veces.
 template <class Recorrer>
 ResultadoCruce Cruzar(const Indice& indice, const std::filesystem::path& ruta, bool gemela,
-                      const remesa::ReceptorHallazgos& recibir, const Recorrer& recorrer) {
-  Cruce cruce(indice, recibir);
+                      const remesa::ReceptorHallazgos& recibir, const Seguir& seguir,
+                      const Recorrer& recorrer) {
+  Cruce cruce(indice, recibir, seguir);
   try {
     Resumidor resumidor;
     recorrer([&](std::string_view registro, std::uint64_t numero, std::uint64_t) {
@@ -395,13 +396,15 @@ ResultadoCruce Cruzar(const Indice& indice, const std::filesystem::path& ruta, b
 
 ResultadoCruce CruzarFichero(const Indice& indice, const std::filesystem::path& ruta,
                              const remesa::ReceptorHallazgos& recibir, const Seguir& seguir) {
-  return Cruzar(indice, ruta, false, recibir, [&](const auto& dar) { RecorrerFichero(ruta, dar, seguir); });
+  return Cruzar(indice, ruta, false, recibir, seguir,
+                [&](const auto& dar) { RecorrerFichero(ruta, dar, seguir); });
 }
 
 ResultadoCruce CruzarLista(const Indice& indice, const remesa::ListaRegistros& lista,
                            const std::filesystem::path& ruta, const remesa::ReceptorHallazgos& recibir,
                            const Seguir& seguir) {
-  return Cruzar(indice, ruta, true, recibir, [&](const auto& dar) { RecorrerLista(lista, dar, seguir); });
+  return Cruzar(indice, ruta, true, recibir, seguir,
+                [&](const auto& dar) { RecorrerLista(lista, dar, seguir); });
 }
 
 std::optional<std::filesystem::path> GuardadaAntes(const Indice& indice, const remesa::ListaRegistros& lista,

@@ -198,15 +198,20 @@ class Constructor {
         leerRemesa(tarea.fichero, cual, entradas);
     });
     leidos_ += tarea.fichero.hallado.tamano;
-    if (tarea.omitido || !tarea.hecho || entradas.empty()) return;
+    if (!tarea.omitido && tarea.hecho) entregar(entradas);
+  }
+
+  /// Poco a poco, para no tener dos veces las de un fichero grande; si luego no vale, quitar() las saca.
+  void entregar(std::vector<Entrada>& entradas) {
     const std::lock_guard puesto(cerrojo_);
     indice_->entradas_.insert(indice_->entradas_.end(), entradas.begin(), entradas.end());
+    entradas.clear();
   }
 
   void leerRemesa(FicheroAnterior& fichero, std::uint32_t cual, std::vector<Entrada>& entradas) {
     const std::uint16_t desde = remesa::NumeroDeDia(peticion_.desde);
-    if (fichero.clase == ClaseFichero::Texto)
-      entradas.reserve(static_cast<std::size_t>(fichero.hallado.tamano / remesa::kLongitudRegistro));
+    constexpr std::size_t kLote = 4096;
+    entradas.reserve(kLote);
     BloqueActual bloque;
     fichero.fin = LeerRemesa(
         fichero.hallado.ruta, fichero.clase,
@@ -232,6 +237,7 @@ class Constructor {
           e.registro = Acotado(numero);
           e.cabecera = Acotado(bloque.numero);
           entradas.push_back(e);
+          if (entradas.size() == kLote) entregar(entradas);
         },
         [this] { return seguir(); });
   }
@@ -276,6 +282,7 @@ class Constructor {
     }
     if (quedan == caido.size()) return;
     indice_->ficheros_.resize(quedan);
+    std::erase_if(indice_->entradas_, [&](const Entrada& e) { return caido[e.fichero]; });
     for (Entrada& entrada : indice_->entradas_)
       entrada.fichero = nuevo[entrada.fichero];
     for (Vuelta& vuelta : indice_->vueltas_)

@@ -174,17 +174,30 @@ void Antecedentes::anadir(remesa::ResultadoComprobacion& resultado, const Cruzar
   struct Recogido {
     std::vector<remesa::Hallazgo> hallazgos;
     anteriores::ResultadoCruce cruce;
+    std::atomic<std::uint64_t> pasos = 0;
     bool hecho = false;
   };
   auto recogido = std::make_shared<Recogido>();
   HiloSuelto hilo;
   hilo.empezar([recogido, indice = indice_, cruzar](const HiloSuelto::Seguir& seguir) {
     recogido->cruce = cruzar(
-        *indice, [&](remesa::Hallazgo&& h) { recogido->hallazgos.push_back(std::move(h)); }, seguir);
+        *indice, [&](remesa::Hallazgo&& h) { recogido->hallazgos.push_back(std::move(h)); },
+        [&] {
+          ++recogido->pasos;
+          return seguir();
+        });
     recogido->hecho = true;
   });
-  while (hilo.enMarcha()) {
+  QElapsedTimer parado;
+  parado.start();
+  for (std::uint64_t pasos = 0; hilo.enMarcha();) {
     std::this_thread::sleep_for(10ms);
+    if (pasos != recogido->pasos) parado.restart();
+    pasos = recogido->pasos;
+    if (parado.elapsed() > kSinContestar) {
+      nota_ = u"Lo enviado antes no contesta: no se ha comparado."_s;
+      return;
+    }
     if (avance && !avance(1, 2)) {
       resultado.completa = false;
       return;
