@@ -3,9 +3,11 @@
 #include <QAccessible>
 #include <QBoxLayout>
 #include <QKeyEvent>
+#include <QPushButton>
 #include <QShortcut>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "comunes/dialogos/MyBox.h"
 #include "comunes/plataforma/Formatos.h"
@@ -55,6 +57,19 @@ BarraBuscar::BarraBuscar(const QList<VistaRegistros*>& listas, QWidget* padre)
 }
 
 BarraBuscar::~BarraBuscar() = default;
+
+void BarraBuscar::estrechar() {
+  for (const auto& [boton, signo] : std::initializer_list<std::pair<QPushButton*, QString>>{
+           {ui_->BuscarAnterior, u"▲"_s}, {ui_->BuscarSiguiente, u"▼"_s}}) {
+    boton->setAccessibleName(boton->text());
+    boton->setText(signo);
+  }
+  ui_->BuscarTodos->setAccessibleName(u"Seleccionar todos"_s);
+  ui_->BuscarTodos->setText(u"&Todos"_s);
+  constexpr int kAire = 16;  // píxeles
+  for (QPushButton* boton : {ui_->BuscarAnterior, ui_->BuscarSiguiente, ui_->BuscarTodos, ui_->CerrarBuscar})
+    boton->setFixedWidth(boton->fontMetrics().horizontalAdvance(boton->text()) + kAire);
+}
 
 VistaRegistros& BarraBuscar::lista() const {
   const auto enfocada = std::ranges::find(listas_, window()->focusWidget());

@@ -28,6 +28,8 @@ class BarraBuscar : public QWidget {
   explicit BarraBuscar(const QList<VistaRegistros*>& listas, QWidget* padre = nullptr);
   ~BarraBuscar() override;
 
+  /// Lo menos ancha que puede ser sin dejar de entenderse, para una pantalla en la que no cabe.
+  void estrechar();
   /// Sobre la lista que tiene el foco, con el texto de antes seleccionado.
   void abrir();
   void siguiente();

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "ui_frmUnirQ19.h"
+#include "ventanas/principal/BarraBuscar.h"
 #include "ventanas/principal/LecturaRegistros.h"
 #include "ventanas/principal/frmUnirQ19.h"
 
@@ -24,7 +25,10 @@ constexpr int kAnchoArchivos = 160;  // de las listas de carpetas y ficheros, do
 void frmUnirQ19::ajustarAPantalla() {
   const QSize pantalla = screen()->availableGeometry().size();
   const bool estrecha = ui_->disposicionOrdenes->minimumSize().width() + kMargenes > pantalla.width();
-  if (estrecha) ui_->disposicionOrdenes->setDirection(QBoxLayout::TopToBottom);
+  if (estrecha) {
+    ui_->disposicionOrdenes->setDirection(QBoxLayout::TopToBottom);
+    buscar_->estrechar();
+  }
   if (!estrecha && pantalla.height() - kMargenes >= kAltoSinPlegar) return;
   for (QBoxLayout* fila : {ui_->disposicionInfoPreview, ui_->disposicionInfoAcumulado})
     fila->setSpacing(kJunto);
