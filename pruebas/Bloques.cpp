@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <deque>
 #include <random>
 #include <set>
 
@@ -217,6 +218,7 @@ TEST_F(Bloques, LaListaYElFlujoDanLoDelModelo) {
     std::vector<std::string> entran;
     remesa::ListaRegistros acumulada;
     std::vector<std::filesystem::path> rutas;
+    std::deque<remesa::ListaRegistros> previas;
     for (std::size_t n = 1 + azar.hasta(4); n > 0 && esperada != Registros{"sin dueño"}; --n) {
       const Registros registros = azar.remesa();
       for (const std::string& r : registros)
@@ -224,11 +226,17 @@ TEST_F(Bloques, LaListaYElFlujoDanLoDelModelo) {
       rutas.push_back(escribir(std::to_string(n), Fichero(registros)));
       esperada = UnirLlano(esperada, registros);
       const Registros antes = Bytes(acumulada);
-      const auto reunion = ReunirBloques(acumulada, remesa::LeerFichero(rutas.back()));
+      previas.push_back(remesa::LeerFichero(rutas.back()));
+      const auto reunion = ReunirBloques(acumulada, previas.back());
       ASSERT_EQ(reunion.impide.has_value(), esperada == Registros{"sin dueño"});
       ASSERT_EQ(Bytes(acumulada), reunion.impide ? antes : esperada);
     }
     const bool imposible = esperada == Registros{"sin dueño"};
+    std::vector<const remesa::ListaRegistros*> todas;
+    std::ranges::transform(previas, std::back_inserter(todas), [](const auto& una) { return &una; });
+    remesa::ListaRegistros deUnaVez;
+    ASSERT_EQ(ReunirVarios(deUnaVez, todas).impide.has_value(), imposible);
+    ASSERT_EQ(Bytes(deUnaVez), imposible ? Registros() : esperada);
     remesa::GuardarRemesa(carpeta_ / "lista", acumulada);
     for (const std::size_t bufer : {std::size_t{0}, std::size_t{1207}, consola::LectorRegistros::kBufer})
       ASSERT_EQ(porFlujo(rutas, bufer), imposible ? "sin dueño" : leer(carpeta_ / "lista")) << bufer;

@@ -63,17 +63,27 @@ void Repartir(RepartoBloques& reparto, const ListaRegistros& lista, std::size_t 
 }  // namespace
 
 Reunion ReunirBloques(ListaRegistros& acumulado, const ListaRegistros& previo, const AlPasar& alPasar) {
+  const ListaRegistros* const uno = &previo;
+  return ReunirVarios(acumulado, {&uno, 1}, alPasar);
+}
+
+Reunion ReunirVarios(ListaRegistros& acumulado, std::span<const ListaRegistros* const> previos,
+                     const AlPasar& alPasar) {
   RepartoBloques reparto;
   Repartir(reparto, acumulado, 0);
   if (const std::size_t cual = reparto.indice().avisos().sinDueno) return {SinDueno{false, cual}, {}};
-  if (!previo.empty()) Repartir(reparto, previo, acumulado.size());
-  if (const std::size_t cual = reparto.indice().avisos().sinDueno) return {SinDueno{true, cual}, {}};
+  ListaRegistros todos = acumulado;
+  std::vector<std::size_t> indices;
+  for (const ListaRegistros* previo : previos) {
+    if (previo->empty()) continue;
+    Repartir(reparto, *previo, todos.size());
+    if (const std::size_t cual = reparto.indice().avisos().sinDueno) return {SinDueno{true, cual}, {}};
+    indices.resize(previo->size());
+    std::iota(indices.begin(), indices.end(), std::size_t{0});
+    todos.anadirDe(*previo, indices);
+  }
   reparto.ordenar();
 
-  ListaRegistros todos = acumulado;
-  std::vector<std::size_t> indices(previo.size());
-  std::iota(indices.begin(), indices.end(), std::size_t{0});
-  todos.anadirDe(previo, indices);
   FuenteLista fuente(todos);
   Composicion composicion(todos, alPasar);
   if (const auto presentador = reparto.presentador()) composicion.poner(*presentador);

@@ -75,9 +75,14 @@ void frmUnirQ19::ponerConBloques(remesa::ListaRegistros lista, const remesa::Pro
 }
 
 bool frmUnirQ19::reunir(const remesa::ListaRegistros& previo, const QString& queNo) {
+  const remesa::ListaRegistros* const uno = &previo;
+  return reunirVarios({&uno, 1}, queNo);
+}
+
+bool frmUnirQ19::reunirVarios(std::span<const remesa::ListaRegistros* const> previos, const QString& queNo) {
   remesa::ListaRegistros lista = ui_->Acumulado->lista();
   Recuento recuento;
-  const remesa::Reunion reunion = ReunirBloques(lista, previo, recuento.alPasar());
+  const remesa::Reunion reunion = ReunirVarios(lista, previos, recuento.alPasar());
   if (reunion.impide) {
     comunes::Avisar(TextoSinDueno(*reunion.impide) + queNo);
     return false;

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "comunes/plataforma/Texto.h"
+#include "remesa/Campos.h"
 #include "remesa/Observaciones.h"
 #include "remesa/ObservacionesBloques.h"
 #include "ventanas/principal/TextosObservacion.h"
@@ -60,14 +61,18 @@ std::vector<remesa::Observacion> Tanda::observar(const remesa::Resumen& resumen,
     acumulado_ = remesa::TrasImportar(acumulado_, resumen);
     return observaciones;
   }
-  remesa::IndiceBloques indice = *indice_;
-  indice.empezarFichero();
+  // Se mira antes de contarlo, que un fichero que se aparta no se puede descontar.
+  const auto primero = std::ranges::find_if(lista, [](std::string_view registro) {
+    const auto codigo = remesa::Codigo(registro);
+    return codigo == remesa::CodigoRegistro::Acreedor || codigo == remesa::CodigoRegistro::Adeudo;
+  });
+  if (primero != lista.end() && remesa::Codigo(*primero) == remesa::CodigoRegistro::Adeudo)
+    return {{Clase::SinDueno, 1, static_cast<std::size_t>(primero - lista.begin()) + 1}};
+  indice_->empezarFichero();
   for (const std::string_view registro : lista)
-    indice.dar(registro);
-  indice.terminarFichero();
-  auto observaciones = ObservarImportacion(resumen, indice);
-  if (indice.avisos().sinDueno == 0) indice_ = std::move(indice);
-  return observaciones;
+    indice_->dar(registro);
+  indice_->terminarFichero();
+  return ObservarImportacion(resumen, *indice_);
 }
 
 QString Tanda::resultado(std::size_t ficheros, std::size_t adeudos, std::int64_t importe) const {

@@ -1,6 +1,7 @@
 #include <QApplication>
 #include <QFileInfo>
 #include <algorithm>
+#include <vector>
 
 #include "comunes/dialogos/MyBox.h"
 #include "comunes/impresion/Progreso.h"
@@ -137,11 +138,20 @@ void frmUnirQ19::importarFicheros(const QStringList& rutas) {
   const comunes::Reloj reloj;
   if (!tanda.tomadas().empty())
     comoUnPaso(u"importar %1"_s.arg(TextoCuenta(tanda.tomadas().size(), u"fichero"_s, u"ficheros"_s)), [&] {
+      // Por bloques, de una vez: cada reunión ordena la remesa entera.
+      std::vector<const remesa::ListaRegistros*> listas;
+      listas.reserve(tanda.tomadas().size());
+      for (const RemesaDeTanda& remesa : tanda.tomadas())
+        listas.push_back(&remesa.lista);
+      if (conBloques() && !reunirVarios(listas, u"No se ha importado nada."_s)) return;
       for (const RemesaDeTanda& remesa : tanda.tomadas()) {
-        if (!juntar(remesa.lista)) continue;
+        if (!conBloques()) juntar(remesa.lista);
         const QString clave = comunes::Mayusculas(remesa.ruta);
         FicherosImportados += u'[' + clave + u']';
-        mezclas_.insert(FicherosImportados, remesa.mezcla);
+        if (remesa.mezcla.isEmpty())
+          mezclas_.remove(FicherosImportados);  // no una copia de la lista entera por fichero
+        else
+          mezclas_.insert(FicherosImportados, remesa.mezcla);
         rutasImportadas_.insert(clave, remesa.ruta);
         ++ficheros;
         adeudos += remesa.resumen.adeudos;

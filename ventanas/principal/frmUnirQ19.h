@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <vector>
 
 #include "remesa/BloquesListas.h"
@@ -134,6 +135,7 @@ class frmUnirQ19 : public QMainWindow {
   void mirarDuenos();
   /// false, tras decirlo con `queNo` detrás, si un adeudo no tiene dueño: todo sigue como estaba.
   bool reunir(const remesa::ListaRegistros& previo, const QString& queNo);
+  bool reunirVarios(std::span<const remesa::ListaRegistros* const> previos, const QString& queNo);
   void recalcularBloques();
   void insertarConBloques(std::size_t i);
   void eliminarConBloques(const std::vector<std::size_t>& conTodo);
