@@ -157,9 +157,10 @@ void LectorPlano::comparar(ClaseAviso clase, std::string_view bytes, const remes
 }
 
 void LectorPlano::terminar() {
-  if (acabado_) return;
-  lote_.fichero().completo = false;
-  lote_.avisar({.clase = ClaseAviso::Cortado, .registro = registro_});
+  if (!acabado_) {
+    lote_.fichero().completo = false;
+    lote_.avisar({.clase = ClaseAviso::Cortado, .registro = registro_});
+  }
   lote_.fichero().forma = devuelto_.value_or(true) ? Forma::Devoluciones : Forma::Rechazos;
 }
 

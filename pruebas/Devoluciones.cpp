@@ -77,6 +77,7 @@ TEST_F(Devueltos, LeeRechazosYDevoluciones) {
   EXPECT_EQ(Avisos(leer(Unidos(Fichero('2', adeudos)))), "");
   EXPECT_EQ(Avisos(leer(Unidos(Fichero('1', adeudos)), "rec.Q19")), "");
   ASSERT_EQ(lote_.size(), 4U);
+  EXPECT_EQ(lote_.ficheros()[0].forma, Forma::Devoluciones);
   EXPECT_EQ(lote_.ficheros()[1].forma, Forma::Rechazos);
   for (const std::size_t i : {0, 2}) {
     const Devolucion d = lote_[i];
