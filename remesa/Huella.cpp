@@ -59,10 +59,7 @@ class SipHash {
   std::uint64_t a_, b_, c_, d_;
 };
 
-}  // namespace
-
-std::uint64_t Huella(std::string_view clave) {
-  SipHash huella(SemillaDeHoy());
+std::uint64_t Terminar(SipHash huella, std::string_view clave) {
   constexpr std::size_t kPalabra = sizeof(std::uint64_t);
   const std::uint64_t largo = clave.size();
   std::uint64_t m = 0;
@@ -74,6 +71,18 @@ std::uint64_t Huella(std::string_view clave) {
   if (!clave.empty()) std::memcpy(&m, clave.data(), clave.size());  // una vista vacía puede no tener bytes
   huella.palabra(m | largo << 56);
   return huella.terminar();
+}
+
+}  // namespace
+
+std::uint64_t Huella(std::string_view clave) {
+  return Terminar(SipHash(SemillaDeHoy()), clave);
+}
+
+std::uint64_t Huella(std::uint64_t suya, std::string_view clave) {
+  SipHash huella(SemillaDeHoy());
+  huella.palabra(suya);
+  return Terminar(huella, clave);
 }
 
 std::uint64_t Mezclar(std::uint64_t una, std::uint64_t otra) {

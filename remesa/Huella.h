@@ -9,6 +9,9 @@ namespace remesa {
 /// claves que caigan en el mismo sitio de una tabla.
 std::uint64_t Huella(std::string_view clave);
 
+/// La de la clave de quien tiene la huella `suya`: dos acreedores pueden llamar igual a sus mandatos.
+std::uint64_t Huella(std::uint64_t suya, std::string_view clave);
+
 /// Huella de una clave de varias partes, a partir de las suyas.
 std::uint64_t Mezclar(std::uint64_t una, std::uint64_t otra);
 

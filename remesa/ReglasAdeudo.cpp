@@ -38,6 +38,8 @@ std::string_view ReglasAdeudo::elAdeudo(Posiciones donde) const {
 
 void ReglasAdeudo::abrirBloque() {
   acreedor_ = Huella(bloque_.acreedor);
+  fecha_ = Huella(bloque_.fechaCobro);
+  cuenta_ = suya(CuentaComparable(bloque_.cuenta));
   hayAdeudo_ = desordenado_ = false;
 }
 
@@ -53,11 +55,9 @@ void ReglasAdeudo::adeudo() {
   hayAdeudo_ = true;
   mirarRepetidos();
   mirarFirma();
-  if (dice(kTipoAdeudo) == "FRST" && (!bloque_.cobro || *bloque_.cobro >= kFrstSobra))
+  if (visto_.tipo == TipoAdeudo::FRST && (!bloque_.cobro || *bloque_.cobro >= kFrstSobra))
     frst_ = anotador_.preparar(C::Frst, *CampoEn(registro, kTipoAdeudo.desde), "RCUR");
-  if (const std::string_view cuenta = CuentaComparable(dice(kCuentaDeudor));
-      !cuenta.empty() && cuenta == CuentaComparable(bloque_.cuenta))
-    anotar(C::CuentaPropia, kCuentaDeudor);
+  if (visto_.cuenta != 0 && visto_.cuenta == cuenta_) anotar(C::CuentaPropia, kCuentaDeudor);
 }
 
 /// Con decirlo una vez por bloque basta: lo que sigue está desordenado por lo mismo.
@@ -69,28 +69,35 @@ void ReglasAdeudo::mirarOrden() {
   desordenado_ = true;
 }
 
+/// Huella de una clave de este acreedor; 0 si no hay clave.
+std::uint64_t ReglasAdeudo::suya(std::string_view clave) const {
+  return clave.empty() ? 0 : Huella(acreedor_, clave);
+}
+
+void ReglasAdeudo::anticipar() {
+  const std::string_view registro = anotador_.registro();
+  visto_ = {};
+  visto_.tipo = LeerTipoAdeudo(dice(kTipoAdeudo));
+  visto_.dia = NumeroDeDia(bloque_.cobro);
+  visto_.registro = anotador_.numero();
+  visto_.cuenta = suya(CuentaComparable(dice(kCuentaDeudor)));
+  visto_.referencia = suya(dice(kReferenciaAdeudo));
+  visto_.mandato = suya(dice(kReferenciaMandato));
+  const std::uint64_t importe = Huella(LeerCampo(registro, kImporteAdeudo));
+  visto_.cobro = Mezclar(Mezclar(visto_.mandato, fecha_), importe);
+  if (visto_.cuenta != 0 && registro.size() >= static_cast<std::size_t>(kConcepto.hasta))
+    visto_.cargo = Huella(Mezclar(visto_.cuenta, importe), dice(kConcepto));
+  referencias_.anticipar(visto_.referencia);
+  repetidos_.anticipar(visto_);
+}
+
 void ReglasAdeudo::mirarRepetidos() {
   const std::string_view registro = anotador_.registro();
-  const std::uint64_t numero = anotador_.numero();
-  // Dos acreedores pueden llamar igual a sus adeudos, y a sus mandatos.
-  if (const std::string_view referencia = dice(kReferenciaAdeudo); !referencia.empty())
-    if (const auto otro = referencias_.poner(Mezclar(acreedor_, Huella(referencia)), numero); otro != 0)
+  if (visto_.referencia != 0)
+    if (const auto otro = referencias_.poner(visto_.referencia, anotador_.numero()); otro != 0)
       anotar(C::ReferenciaRepetida, kReferenciaAdeudo, {}, otro);
-  const std::string_view mandato = dice(kReferenciaMandato);
-  if (mandato.empty()) return;
-  AdeudoVisto visto;
-  visto.mandato = Mezclar(acreedor_, Huella(mandato));
-  visto.acreedor = acreedor_;
-  visto.importe = LeerCampo(registro, kImporteAdeudo);
-  visto.concepto = dice(kConcepto);
-  visto.fechaCobro = bloque_.fechaCobro;
-  visto.tipo = LeerTipoAdeudo(dice(kTipoAdeudo));
-  visto.dia = NumeroDeDia(bloque_.cobro);
-  visto.registro = numero;
-  const std::string_view cuenta = CuentaComparable(dice(kCuentaDeudor));
-  if (!cuenta.empty()) visto.cuenta = Huella(cuenta);
-  visto.entero = registro.size() >= static_cast<std::size_t>(kConcepto.hasta);
-  const Choques choques = repetidos_.adeudo(visto);
+  if (visto_.mandato == 0) return;
+  const Choques choques = repetidos_.adeudo(visto_);
   if (choques.cobro != 0) anotar(C::CobroDoble, kReferenciaMandato, {}, choques.cobro);
   if (choques.otroMandato != 0) anotar(C::DosMandatos, kReferenciaMandato, {}, choques.otroMandato);
   if (choques.secuencia != 0) anotar(C::Secuencia, kTipoAdeudo, {}, choques.secuencia);
@@ -107,7 +114,7 @@ void ReglasAdeudo::mirarFirma() {
     anotar(C::FirmaPosterior, kFechaFirma, bloque_.fechaCobro);
   else if (*firma > hoy_)
     anotar(C::FirmaFutura, kFechaFirma, EscribirFecha(hoy_));
-  else if (dice(kTipoAdeudo) == "OOFF" && *firma + kVidaMandato < cobro)
+  else if (visto_.tipo == TipoAdeudo::OOFF && *firma + kVidaMandato < cobro)
     anotar(C::FirmaCaducada, kFechaFirma);
 }
 

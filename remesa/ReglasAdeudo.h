@@ -15,6 +15,8 @@ class ReglasAdeudo {
       : anotador_(anotador), bloque_(bloque), hoy_(hoy) {}
 
   void abrirBloque();
+  /// El registro en que está el anotador es un adeudo que se va a dar.
+  void anticipar();
   /// El registro en que está el anotador es un adeudo (003).
   void adeudo();
   /// Es uno opcional (004, 005 o 006).
@@ -25,6 +27,7 @@ class ReglasAdeudo {
   void cerrarBloque() { hayAdeudo_ = false; }
 
  private:
+  std::uint64_t suya(std::string_view clave) const;
   void mirarOrden();
   void mirarRepetidos();
   void mirarFirma();
@@ -42,9 +45,10 @@ class ReglasAdeudo {
   ClavesVistas referencias_;
   Repetidos repetidos_;
   bool hayAdeudo_ = false;
-  bool desordenado_ = false;    // ya se dijo de este bloque
-  std::string adeudo_;          // el último 003
-  std::uint64_t acreedor_ = 0;  // huella del del bloque
+  bool desordenado_ = false;                             // ya se dijo de este bloque
+  std::string adeudo_;                                   // el último 003
+  std::uint64_t acreedor_ = 0, fecha_ = 0, cuenta_ = 0;  // huellas de lo del bloque
+  AdeudoVisto visto_;                                    // el que se anticipó
   std::optional<Hallazgo> frst_, otraCuenta_;
   bool conSmnda_ = false, conOriginal_ = false;
 };

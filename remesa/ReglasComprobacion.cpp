@@ -173,6 +173,7 @@ void ReglasComprobacion::mirarRegistro() {
     cabeceras_.abrirBloque();
     adeudo_.abrirBloque();
   }
+  if (clase == ClaseRegistro::Adeudo) adeudo_.anticipar();
   ComprobarCampos(anotador_, contexto());
   switch (clase) {
     case ClaseRegistro::Presentador:

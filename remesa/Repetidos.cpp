@@ -22,11 +22,13 @@ std::uint16_t NumeroDeDia(const std::optional<Dia>& dia) {
 
 Choques Repetidos::adeudo(const AdeudoVisto& adeudo) {
   Choques choques;
-  const std::uint64_t importe = Huella(adeudo.importe);
-  const std::uint64_t cobro = Mezclar(Mezclar(adeudo.mandato, importe), Huella(adeudo.fechaCobro));
-  choques.cobro = cobros_.poner(cobro, adeudo.registro);
-
   const auto [mandato, nuevo] = mandatos_.poner(adeudo.mandato, adeudo.registro);
+  if (nuevo) {
+    mandato.cobro = adeudo.cobro;
+  } else {
+    cobros_.poner(mandato.cobro, mandato.registro);
+    choques.cobro = cobros_.poner(adeudo.cobro, adeudo.registro);
+  }
   choques.secuencia = secuencia(mandato, nuevo, adeudo);
   if (adeudo.cuenta == 0) return choques;
   const std::uint32_t cuenta = static_cast<std::uint32_t>(adeudo.cuenta) & kMarcaCuenta;
@@ -35,16 +37,19 @@ Choques Repetidos::adeudo(const AdeudoVisto& adeudo) {
   else if (mandato.cuenta != cuenta)
     choques.otraCuenta = mandato.registro;
 
-  if (!adeudo.entero) return choques;
-  const std::uint64_t cargo =
-      Mezclar(Mezclar(Mezclar(adeudo.acreedor, adeudo.cuenta), importe), Huella(adeudo.concepto));
-  const auto [entrada, nueva] = cargos_.poner(cargo, adeudo.registro);
+  if (adeudo.cargo == 0) return choques;
+  const auto [entrada, nueva] = cargos_.poner(adeudo.cargo, adeudo.registro);
   const auto marca = static_cast<std::uint32_t>(adeudo.mandato);
   if (nueva)
     entrada.marca = marca;
   else if (entrada.marca != marca)
     choques.otroMandato = entrada.registro;
   return choques;
+}
+
+void Repetidos::anticipar(const AdeudoVisto& adeudo) const noexcept {
+  mandatos_.anticipar(adeudo.mandato);
+  cargos_.anticipar(adeudo.cargo);
 }
 
 /// OOFF es el único de su mandato; FRST, el primero; FNAL, el último. El orden es el de las fechas de cobro

@@ -21,7 +21,7 @@ class Huellas {
  public:
   /// La entrada de esa clave y si acaba de hacerse, ya con su huella y su registro. Vale hasta la siguiente.
   std::pair<Entrada&, bool> poner(std::uint64_t huella, std::uint64_t registro) {
-    if (usadas_ * 5 >= tabla_.size() * 4) crecer();
+    if (usadas_ * 4 >= tabla_.size() * 3) crecer();
     Entrada& entrada = sitio(huella);
     if (entrada.registro != 0) return {entrada, false};
     constexpr std::uint64_t kTope = std::numeric_limits<std::uint32_t>::max();
@@ -30,10 +30,21 @@ class Huellas {
     ++usadas_;
     return {entrada, true};
   }
+  /// Pide ya a la memoria dónde estará: en un fichero grande, lo más de lo que cuesta es esperarla.
+  void anticipar(std::uint64_t huella) const noexcept {
+    constexpr std::size_t kEnLinea = 64 / sizeof(Entrada);
+    if (tabla_.empty()) return;
+    const std::size_t i = primero(huella);
+    __builtin_prefetch(&tabla_[i]);
+    __builtin_prefetch(&tabla_[std::min(i + kEnLinea, tabla_.size() - 1)]);
+  }
 
  private:
+  std::size_t primero(std::uint64_t huella) const noexcept {
+    return static_cast<std::size_t>((huella >> 32) * tabla_.size() >> 32);
+  }
   Entrada& sitio(std::uint64_t huella) {
-    auto i = static_cast<std::size_t>((huella >> 32) * tabla_.size() >> 32);
+    std::size_t i = primero(huella);
     while (tabla_[i].registro != 0 && tabla_[i].huella != huella)
       i = i + 1 < tabla_.size() ? i + 1 : 0;
     return tabla_[i];
@@ -41,8 +52,8 @@ class Huellas {
   /// Poco a poco: lo que se mide es la memoria, y doblando la tabla la mitad estaría vacía.
   void crecer() {
     constexpr std::size_t kInicial = 1024;
-    const std::vector<Entrada> anterior = std::exchange(
-        tabla_, std::vector<Entrada>(std::max(kInicial, tabla_.size() + tabla_.size() * 2 / 5)));
+    const std::vector<Entrada> anterior =
+        std::exchange(tabla_, std::vector<Entrada>(std::max(kInicial, tabla_.size() + tabla_.size() / 2)));
     for (const Entrada& entrada : anterior)
       if (entrada.registro != 0) sitio(entrada.huella) = entrada;
   }
@@ -66,6 +77,7 @@ class ClavesVistas {
     const auto [entrada, nueva] = claves_.poner(huella, registro);
     return nueva ? 0 : entrada.registro;
   }
+  void anticipar(std::uint64_t huella) const noexcept { claves_.anticipar(huella); }
 
  private:
   Huellas<ClaveVista> claves_;
@@ -85,9 +97,9 @@ inline constexpr std::chrono::months kVidaMandato{36};
 
 /// Un adeudo, para buscar los que se le parecen.
 struct AdeudoVisto {
-  std::uint64_t acreedor = 0, mandato = 0, cuenta = 0;  ///< Huellas; la del mandato, con su acreedor.
-  bool entero = true;  ///< Si no, no se sabe su concepto. La cuenta, si no se sabe, es 0.
-  std::string_view importe, concepto, fechaCobro;
+  /// Huellas, cada una con su acreedor; 0 lo que no se sabe. El cobro es el mandato, el importe y la fecha;
+  /// el cargo, la cuenta, el importe y el concepto.
+  std::uint64_t referencia = 0, mandato = 0, cuenta = 0, cobro = 0, cargo = 0;
   TipoAdeudo tipo = TipoAdeudo::Otro;
   std::uint16_t dia = 0;  ///< El de cobro, desde 1970; 0 si no se sabe.
   std::uint64_t registro = 0;
@@ -104,11 +116,15 @@ struct Choques {
 /// Los adeudos de un fichero que se parecen demasiado.
 class Repetidos {
  public:
+  /// Con mandato.
   Choques adeudo(const AdeudoVisto& adeudo);
+  /// Que se va a dar dentro de poco.
+  void anticipar(const AdeudoVisto& adeudo) const noexcept;
 
  private:
   struct Mandato {
     std::uint64_t huella = 0;
+    std::uint64_t cobro = 0;  // el primero, que no está en `cobros_` hasta que haya otro
     std::uint32_t registro = 0;
     std::uint32_t cuenta : 29 = 0;
     std::uint32_t conFrst : 1 = 0;

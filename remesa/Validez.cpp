@@ -31,11 +31,15 @@ bool SonMayusculasOCifras(std::string_view texto) {
 constexpr Posiciones kPais{1, 2}, kDigitos{3, 4}, kSufijo{5, 7};
 constexpr std::size_t kCuerpoIban = 4, kCuerpoIdentificador = 7;
 
-/// Resto entre 97 de `resto` seguido del texto, las letras A = 10 … Z = 35.
-int Resto97(std::string_view texto, int resto = 0) {
-  for (const char c : texto)
-    resto = EsCifra(c) ? (resto * 10 + (c - '0')) % 97 : (resto * 100 + (c - 'A' + 10)) % 97;
-  return resto;
+/// Resto entre 97 de `resto` seguido del texto, las letras A = 10 … Z = 35. Se divide solo cuando ya no cabe.
+std::uint64_t Resto97(std::string_view texto, std::uint64_t resto = 0) {
+  constexpr std::uint64_t kCabe = 1'000'000'000'000'000;
+  for (const char c : texto) {
+    resto = EsCifra(c) ? resto * 10 + static_cast<std::uint64_t>(c - '0')
+                       : resto * 100 + static_cast<std::uint64_t>(c - 'A' + 10);
+    if (resto >= kCabe) resto %= 97;
+  }
+  return resto % 97;
 }
 
 }  // namespace
@@ -66,7 +70,7 @@ DefectoIban DefectoDeIban(std::string_view texto) {
   if (texto.size() != forma.longitud) return DefectoIban::Longitud;
   if (!SonCifras(LeerCampo(texto, kDigitos)) || !SigueEstructura(texto.substr(kCuerpoIban), forma.estructura))
     return DefectoIban::Forma;
-  const int resto = Resto97(texto.substr(0, kCuerpoIban), Resto97(texto.substr(kCuerpoIban)));
+  const std::uint64_t resto = Resto97(texto.substr(0, kCuerpoIban), Resto97(texto.substr(kCuerpoIban)));
   // 00, 01 y 99 dan los mismos restos que 97, 98 y 02, que son los buenos.
   const std::string_view digitos = LeerCampo(texto, kDigitos);
   const bool enUso = digitos >= "02" && digitos <= "98";
