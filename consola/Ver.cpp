@@ -18,6 +18,7 @@
 #include "ficheros/Lectura.h"
 #include "remesa/LineasFichero.h"
 #include "remesa/Registro.h"
+#include "remesa/TipoFichero.h"
 #include "ventanas/editor/Ayudas.h"
 #include "ventanas/editor/Descripciones.h"
 
@@ -119,6 +120,13 @@ bool Ajustes() {
   return false;
 }
 
+/// Se ve igual, pero hay otra orden que lo entiende.
+void DecirDevueltos(const std::filesystem::path& fichero, remesa::TipoFichero tipo) {
+  if (remesa::EsDeDevoluciones(tipo))
+    Avisar(u"%1: es %2: se lee con q19 devoluciones"_s.arg(
+        Mostrable(fichero), QString::fromUtf8(remesa::NombreTipo(tipo).data())));
+}
+
 Salida Ver(const OpcionesVer& opciones) {
   const std::filesystem::path fichero = RutaDe(opciones.fichero);
   try {
@@ -128,7 +136,7 @@ Salida Ver(const OpcionesVer& opciones) {
     std::uint64_t leidos = 0;
     bool dicho = true;
     RecorrerLineas(*remesa, [&](const Linea& linea) {
-      ++leidos;
+      if (++leidos == 1) DecirDevueltos(fichero, remesa::TipoDe(linea.bytes));
       if (!opciones.registro || leidos == *opciones.registro) dicho = visor.Mostrar(leidos, linea);
       return dicho && (!opciones.registro || leidos < *opciones.registro);
     });

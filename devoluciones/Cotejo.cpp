@@ -282,6 +282,11 @@ Cotejo::Hallazgo Cotejo::decidir(const Devolucion& d, const Grupo& grupo) const 
     const std::string fecha = remesa::EscribirFecha(*d.fechaCobro);
     Preferir(quedan, [&](std::size_t i) { return cabecera(i, remesa::kFechaCobro) == fecha; });
   }
+  if (d.fechaDevolucion && quedan.size() > 1) {
+    // Lo devuelto se había cobrado ya: no es lo que se presentó otra vez después.
+    const std::string fecha = remesa::EscribirFecha(*d.fechaDevolucion);
+    Preferir(quedan, [&](std::size_t i) { return cabecera(i, remesa::kFechaCobro) <= fecha; });
+  }
   if (!d.cuenta.vacio() && quedan.size() > 1) {
     const std::string cuenta = d.cuenta.enRegistro();
     Preferir(quedan, [&](std::size_t i) {

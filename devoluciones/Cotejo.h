@@ -33,7 +33,7 @@ struct RemesaPresentada {
 /// Busca de qué adeudo presentado es cada devolución de un lote, que no ha de cambiar mientras. Por la
 /// identificación del fichero original, si se sabe y está entre las remesas; y en todo caso por referencia,
 /// mandato e importe: los que la devolución traiga, y al menos una de las dos referencias; en el juego de
-/// SEPA, que es como van en un XML. Nunca es de otro acreedor. Si aún son varios, deciden la fecha de cobro y
+/// SEPA, que es como van en un XML. Nunca es de otro acreedor. Si aún son varios, deciden las fechas y
 /// la cuenta. Una remesa y el XML en que se envió son la misma.
 class Cotejo {
  public:

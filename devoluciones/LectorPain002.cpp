@@ -156,7 +156,7 @@ void Pain002::ponerOriginal(Devolucion& devolucion) {
   // Si son devoluciones, el mensaje que nombra es del banco: empieza por la fecha del cargo.
   if (mensaje_.startsWith(u"DA"))
     devolucion.fechaDevolucion = LeerDia(original_);
-  else
+  else if (!original_.isEmpty())
     devolucion.ficheroOriginal = lote_.guardar(original_);
   if (!bloqueOriginal_.isEmpty()) devolucion.bloqueOriginal = lote_.guardar(bloqueOriginal_);
 }

@@ -30,7 +30,7 @@ void RecorrerTexto(const std::filesystem::path& ruta, const std::function<void(s
   std::vector<char> bufer(kTrozoRemesa);
   std::string_view trozo(bufer.data(), lectura.leer(bufer));
   const remesa::TipoFichero tipo = remesa::TipoDe(trozo);
-  if (tipo != remesa::TipoFichero::Presentacion) throw AjenoDe(tipo, u"una remesa"_s);
+  if (tipo != remesa::TipoFichero::Presentacion) throw AjenoDe(tipo, u"una remesa del Cuaderno 19.14"_s);
   for (std::uintmax_t leidos = 0; !trozo.empty(); trozo = {bufer.data(), lectura.leer(bufer)}) {
     lineas.dar(trozo);
     if (avance) avance(leidos += trozo.size(), lectura.tamano());
