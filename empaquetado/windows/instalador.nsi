@@ -82,6 +82,7 @@ Section
   WriteRegStr HKCU "${CLASES}\Applications\${PROGRAMA}.exe" "FriendlyAppName" "${PROGRAMA}"
   WriteRegStr HKCU "${CLASES}\Applications\${PROGRAMA}.exe\shell\open\command" "" '"$INSTDIR\${PROGRAMA}.exe" "%1"'
   WriteRegStr HKCU "${CLASES}\Applications\${PROGRAMA}.exe\SupportedTypes" ".Q19" ""
+  WriteRegStr HKCU "${CLASES}\Applications\${PROGRAMA}.exe\SupportedTypes" ".xml" ""
 
   WriteUninstaller "$INSTDIR\desinstalar.exe"
   WriteRegStr HKCU "${DESINSTALAR}" "DisplayName" "${PROGRAMA}"
