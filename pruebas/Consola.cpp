@@ -277,7 +277,7 @@ TEST_F(PruebaConsola, VeLosRegistrosCampoPorCampo) {
   }
   EXPECT_EQ(ver({}).dicho.count("Registro "), 5);
   EXPECT_TRUE(ver({"--registro", "05"}).dicho.startsWith("Registro 5:"));
-  EXPECT_TRUE(ver({"--registro", "010"}).avisado.contains("no tiene registro 10;"));
+  EXPECT_TRUE(ver({"--registro", "010"}).avisado.contains("no tiene registro 10:"));
   EXPECT_TRUE(ver({"--registro", "6"}).avisado.contains("no tiene registro 6: el último es el 5"));
   EXPECT_EQ(ver({"--registro", "6"}).codigo, 1);
   for (const char* malo : {"0", "-1", "dos", "9999999999999999999999"})
