@@ -5,6 +5,7 @@
 #include <fstream>
 
 #include "anteriores/Cruce.h"
+#include "ficheros/Lectura.h"
 #include "remesa/Campos.h"
 #include "remesa/Fichero.h"
 
@@ -48,13 +49,13 @@ void EscribirRemesa(const fs::path& ruta, std::size_t cual) {
     linea(total, {});
 }
 
-/// Tantos ficheros de 500 adeudos, doce por mandato. Se borran al acabar.
+/// Tantos adeudos en ficheros de 500, doce por mandato. Se borran al acabar.
 class Enviadas {
  public:
-  explicit Enviadas(std::size_t ficheros)
+  explicit Enviadas(std::size_t adeudos)
       : carpeta_(fs::temp_directory_path() / ("medida-" + std::to_string(::getpid()))) {
     fs::create_directory(carpeta_);
-    for (std::size_t i = 0; i < ficheros; ++i)
+    for (std::size_t i = 0; i < adeudos / kAdeudosPorFichero; ++i)
       EscribirRemesa(carpeta_ / (std::to_string(i) + ".Q19"), i);
   }
   ~Enviadas() {
@@ -66,11 +67,25 @@ class Enviadas {
   anteriores::PeticionIndice peticion() const {
     return {.carpetas = {carpeta_}, .desde = LeerFecha("20250101")};
   }
+  std::vector<fs::path> ficheros() const {
+    return {fs::directory_iterator(carpeta_), fs::directory_iterator()};
+  }
   fs::path una() const { return carpeta_ / "0.Q19"; }
 
  private:
   fs::path carpeta_;
 };
+
+void Leer(benchmark::State& estado) {
+  const Enviadas enviadas(static_cast<std::size_t>(estado.range(0)));
+  std::vector<char> bufer(std::size_t{1} << 18);
+  for (auto _ : estado)
+    for (const fs::path& ruta : enviadas.ficheros()) {
+      ficheros::LecturaFichero lectura(ruta);
+      while (lectura.leer(bufer) == bufer.size())
+        benchmark::ClobberMemory();
+    }
+}
 
 void Hacer(benchmark::State& estado) {
   const Enviadas enviadas(static_cast<std::size_t>(estado.range(0)));
@@ -99,12 +114,14 @@ void Comparar(benchmark::State& estado) {
                                  .avisos);
 }
 
-void Ficheros(benchmark::internal::Benchmark* medida) {
-  medida->Arg(100)->Arg(1000)->Arg(2000)->UseRealTime()->MinTime(0.3)->Unit(benchmark::kMillisecond);
+void Adeudos(benchmark::internal::Benchmark* medida) {
+  medida->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->UseRealTime()->MinTime(0.3)->Unit(
+      benchmark::kMillisecond);
 }
 
-BENCHMARK(Hacer)->Name("Anteriores: índice de tantos ficheros de 500 adeudos")->Apply(Ficheros);
-BENCHMARK(Refrescar)->Name("Anteriores: ponerlo al día, sin cambios")->Apply(Ficheros);
-BENCHMARK(Comparar)->Name("Anteriores: comparar una remesa de 500 adeudos, todos repetidos")->Apply(Ficheros);
+BENCHMARK(Leer)->Name("Anteriores: leer tantos adeudos en ficheros de 500, sin más")->Apply(Adeudos);
+BENCHMARK(Hacer)->Name("Anteriores: hacer su índice")->Apply(Adeudos);
+BENCHMARK(Refrescar)->Name("Anteriores: ponerlo al día, sin cambios")->Apply(Adeudos);
+BENCHMARK(Comparar)->Name("Anteriores: comparar una remesa de 500 adeudos, todos repetidos")->Apply(Adeudos);
 
 }  // namespace
