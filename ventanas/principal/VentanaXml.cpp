@@ -200,21 +200,20 @@ void VentanaXml::contar() {
       TextoCuenta(resumen_.adeudos, u"adeudo"_s, u"adeudos"_s), EnEuros(resumen_.importe)));
   const QString avisos = TextoCuenta(resumen_.avisos, u"aviso"_s, u"avisos"_s);
   const QString errores = TextoCuenta(resumen_.errores, u"error"_s, u"errores"_s);
+  const QString fuera =
+      TextoCuenta(resumen_.omitidos, u"adeudo"_s, u"adeudos"_s) + u", "_s + EnEuros(resumen_.importeOmitido);
+  const bool conAvisos = resumen_.avisos > 0;
   QString estado;
   if (!resumen_.posible)
-    estado = u"No se puede escribir: %1 y %2."_s.arg(errores, avisos) +
+    estado = u"No se puede escribir: %1%2."_s.arg(errores, conAvisos ? u" y "_s + avisos : QString()) +
              (resumen_.salvable
-                  ? u" Corríjalos, o deje fuera los adeudos que los tienen: %1, %2."_s.arg(
-                        TextoCuenta(resumen_.omitidos, u"adeudo"_s, u"adeudos"_s),
-                        EnEuros(resumen_.importeOmitido))
+                  ? u" Corríjalos, o deje fuera los adeudos que los tienen: %1."_s.arg(fuera)
                   : u" Corríjalos: alguno es de toda la remesa, y no se salva dejando adeudos fuera."_s);
   else if (resumen_.omitidos > 0)
-    estado = u"Se puede escribir dejando fuera %1, %2, que tienen %3. Además, %4."_s.arg(
-        TextoCuenta(resumen_.omitidos, u"adeudo"_s, u"adeudos"_s), EnEuros(resumen_.importeOmitido), errores,
-        avisos);
+    estado = u"Se puede escribir dejando fuera %1, con %2.%3"_s.arg(
+        fuera, errores, conAvisos ? u" Además, %1."_s.arg(avisos) : QString());
   else
-    estado = resumen_.avisos == 0 ? u"Se puede escribir, sin avisos."_s
-                                  : u"Se puede escribir, con %1."_s.arg(avisos);
+    estado = conAvisos ? u"Se puede escribir, con %1."_s.arg(avisos) : u"Se puede escribir, sin avisos."_s;
   if (resumen_.errores + resumen_.avisos > notas_.size())
     estado += u" Se muestran los primeros %1 de cada nivel."_s.arg(kMaximoNotas);
   ui_->Estado->setText(estado);
