@@ -3,8 +3,11 @@
 #include <QPainter>
 #include <QProxyStyle>
 #include <QStyleOption>
+#include <QWidget>
 
 namespace comunes {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -23,6 +26,13 @@ class EstiloLegible : public QProxyStyle {
       color.setAlphaF(0.7F);
       paleta.setColor(grupo, QPalette::PlaceholderText, color);
     }
+  }
+
+  /// El botón que vacía una caja no tiene nombre para las ayudas técnicas.
+  void polish(QWidget* control) override {
+    QProxyStyle::polish(control);
+    if (control->inherits("QLineEditIconButton") && control->accessibleName().isEmpty())
+      control->setAccessibleName(u"Borrar lo escrito"_s);
   }
 
   /// Un menú más alto que la pantalla se desplaza: en dos columnas, la segunda se saldría por un lado.
