@@ -96,7 +96,7 @@ TEST_F(EditorTextos, CargarYGrabarSoloCambiaLosFinalesDeLinea) {
 TEST_F(EditorTextos, LoQueTardaOSePerderiaNoSeCargaSinDecirlo) {
   QString fichero = con("corta\r\n" + QByteArray(1'000'001, 'x') + "\r\n");
   QPlainTextEdit caja("lo anterior");
-  const Cajas cajas{"Cancelar", "Aceptar", "Cancelar", "Aceptar"};
+  const Cajas cajas{"Cancelar", "Aceptar", "Cancelar", "Aceptar", "Aceptar"};
   EXPECT_FALSE(CargarGrabarTexto("CARGAR", fichero, caja));
   EXPECT_EQ("lo anterior", caja.toPlainText());
   EXPECT_TRUE(CargarGrabarTexto("CARGAR", fichero, caja));
@@ -108,6 +108,9 @@ TEST_F(EditorTextos, LoQueTardaOSePerderiaNoSeCargaSinDecirlo) {
   fichero = con(pruebas::Utf16("a\u2029b", false));
   EXPECT_FALSE(CargarGrabarTexto("CARGAR", fichero, caja));
   EXPECT_TRUE(cajas.Mensaje(3).startsWith("El fichero está en UTF-16LE"));
+  fichero = con(pruebas::Utf16("a\n", true) + "x");
+  EXPECT_FALSE(CargarGrabarTexto("CARGAR", fichero, caja));
+  EXPECT_TRUE(cajas.Mensaje(4).startsWith("El fichero empieza como un texto en UTF-16BE"));
 }
 
 TEST_F(EditorTextos, GrabarPreguntaAntesDeSustituir) {

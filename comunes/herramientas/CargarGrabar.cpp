@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "comunes/dialogos/MyBox.h"
+#include "comunes/plataforma/Codificacion.h"
 #include "comunes/plataforma/Formatos.h"
 #include "comunes/plataforma/LecturaTexto.h"
 #include "comunes/plataforma/Texto.h"
@@ -54,7 +55,14 @@ bool CargarGrabar(const QString& Accion, QString& Ruta, const Contenido& conteni
   if (ruta.isEmpty()) return false;
   const bool existe = QFileInfo::exists(ruta);
   if (cargar) {
-    if (!contenido.poner(existe ? comunes::LeerBytes(ruta, kMaximoTexto) : QByteArray())) return false;
+    const QByteArray bytes = existe ? comunes::LeerBytes(ruta, kMaximoTexto) : QByteArray();
+    if (const QString marca = comunes::MarcaIncumplida(bytes); !marca.isEmpty()) {
+      comunes::Avisar(
+          u"El fichero empieza como un texto en %1 y no lo es hasta el final: está cortado o "
+          u"estropeado.;;No se abre, para no estropearlo más."_s.arg(marca));
+      return false;
+    }
+    if (!contenido.poner(bytes)) return false;
   } else {
     if (Accion == "GRABAR"_L1 && existe && !sustituir(ruta, contenido.caja)) return false;
     grabar(ruta, contenido);

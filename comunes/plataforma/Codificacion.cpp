@@ -46,6 +46,12 @@ TextoLeido LeerTexto(const QByteArray& bytes) {
   return {DesdeWindows1252({bytes.data(), static_cast<std::size_t>(bytes.size())}), {}};
 }
 
+QString MarcaIncumplida(const QByteArray& bytes) {
+  const auto marcada = QStringConverter::encodingForData(bytes);
+  if (!marcada || *marcada == QStringConverter::Utf8 || LeerTexto(bytes).codificacion.unicode) return {};
+  return Codificacion{marcada, true}.Nombre();
+}
+
 std::string EscribirTexto(const QString& texto, const Codificacion& codificacion) {
   return codificacion.unicode ? enUnicode(texto, codificacion).toStdString() : AWindows1252(texto);
 }

@@ -27,6 +27,10 @@ struct TextoLeido {
 /// escribir igual se lee en Windows-1252, que admite cualesquiera bytes.
 TextoLeido LeerTexto(const QByteArray& bytes);
 
+/// La codificación de la marca de UTF-16 o UTF-32 con que empieza un fichero que no lo es entero, porque está
+/// cortado o estropeado; "" si no es así. Grabado en Windows-1252, cada final de línea lo estropearía más.
+QString MarcaIncumplida(const QByteArray& bytes);
+
 /// Los bytes de `texto`, con la marca si la lleva; Windows-1252 pone '?' por lo que no tiene.
 std::string EscribirTexto(const QString& texto, const Codificacion& codificacion);
 
