@@ -154,7 +154,8 @@ void Lectura::comprobarRaiz() const {
 }
 
 void Lectura::abrirGrado(Grado grado) {
-  leidos(grado).vaciar();
+  // Una segunda cabecera no quita la primera: lo suyo está repetido.
+  if (grado != Grado::Mensaje) leidos(grado).vaciar();
   if (grado == Grado::Bloque) {
     bloqueEmpezado_ = false;
     adeudosAntes_ = remesa_.adeudos();

@@ -76,6 +76,7 @@ const std::vector<CasoLeido> kLeidos{
      {89, 99},
      "00000000000"},
     {">1</NbOfTxs", ">2</NbOfTxs", "A606 GrpHdr/NbOfTxs"},
+    {"</GrpHdr>", "</GrpHdr><GrpHdr><MsgId>M2</MsgId></GrpHdr>", "A605 GrpHdr/MsgId", {124, 158}, "M1", 0},
     {"<EndToEndId>R1",
      "<InstrId>I</InstrId><EndToEndId>NOTPROVIDED",
      "A601 PmtInf/DrctDbtTxInf/PmtId/InstrId",
