@@ -74,6 +74,14 @@ std::vector<Parte> SinNombre(const RepartoBloques& reparto, const Separacion& co
   return Juntar(reparto, [](std::size_t b) { return b; });
 }
 
+/// Los bytes de una parte, sin los opcionales de sus adeudos.
+std::size_t BytesDe(const Parte& parte) {
+  std::size_t registros = 3;  // 01, 05 y 99
+  for (const Rebanada& rebanada : parte.rebanadas)
+    registros += 2 + rebanada.hasta - rebanada.desde;  // con el 02 y el 04
+  return registros * kLongitudRegistro;
+}
+
 }  // namespace
 
 std::vector<Parte> Separar(const RepartoBloques& reparto, const Separacion& como) {
@@ -92,23 +100,27 @@ bool EscribirPartes(const RepartoBloques& reparto, const std::vector<Parte>& par
                     const std::function<void()>& comprobar, const AvanceSeparacion& avance) {
   struct Detenida {};
   std::size_t total = 0;
-  for (std::size_t b = 0; b < reparto.bloques(); ++b)
-    total += reparto.adeudos(b) * kLongitudRegistro;
+  for (const Parte& parte : partes)
+    total += BytesDe(parte);
   std::error_code error;
   const bool nueva = fs::create_directory(carpeta, error);
   if (error) throw ficheros::ErrorEjecucion(error, carpeta);
   try {
-    std::size_t escritos = 0;
+    std::size_t anteriores = 0;
     ficheros::EscrituraConjunta escritura(como.sustituir);
     for (std::size_t i = 0; i < partes.size(); ++i) {
       ficheros::EscrituraSegura& fichero = escritura.anadir(carpeta / partes[i].nombre);
+      const std::size_t suyos = BytesDe(partes[i]);
+      std::size_t escritos = 0;
       EscribirBloques(reparto, partes[i].rebanadas, fuente, Renovacion{ahora, static_cast<int>(i)},
                       [&](std::string_view bytes) {
                         fichero.escribir(bytes);
                         escritos += bytes.size();
-                        if (avance && !avance(std::min(escritos, total), total)) throw Detenida();
+                        if (avance && !avance(anteriores + std::min(escritos, suyos), total))
+                          throw Detenida();
                       });
       fichero.volcar();
+      anteriores += suyos;
     }
     if (comprobar) comprobar();
     escritura.confirmar();

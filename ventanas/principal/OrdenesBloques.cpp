@@ -174,7 +174,7 @@ QString frmUnirQ19::sobreOpcionales(const std::vector<std::size_t>& seleccion,
 }
 
 QString frmUnirQ19::textoBloques() const {
-  return u"%1 de %2 · "_s.arg(TextoCuenta(indiceAcumulado_.vivos(), u"bloque"_s, u"bloques"_s),
+  return u"%1 de %2 · "_s.arg(TextoCuenta(resumenAcumulado_.cabeceras02, u"bloque"_s, u"bloques"_s),
                               TextoCuenta(indiceAcumulado_.acreedores(), u"acreedor"_s, u"acreedores"_s));
 }
 
