@@ -205,9 +205,9 @@ void OrdenUnir(CLI::App& q19, Accion& accion) {
   orden->add_flag("--de-todos-modos", opciones->deTodosModos,
                   "Une también un fichero del que se perderían todos los adeudos");
   orden->footer(
-      "La primera da el presentador y el acreedor; de las demás solo entran los adeudos. Con --bloques, cada "
-      "acreedor, fecha y cuenta tiene su bloque, con los adeudos por orden de referencia. Los totales se "
-      "rehacen.\n"
+      "La primera da el presentador y el acreedor, y de las demás solo entran los adeudos. Con --bloques, "
+      "cada acreedor, fecha y cuenta tiene su bloque, con los adeudos por orden de referencia. Los totales "
+      "se rehacen.\n"
       "Sale con 0 si se escribió la remesa y con 1 si no, sin dejar nada escrito.");
   orden->callback([opciones, &accion] { accion = [opciones] { return Unir(*opciones); }; });
 }
