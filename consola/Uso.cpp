@@ -23,10 +23,25 @@ QString Faltante(const QString& nombre) {
   return nombre == u"A subcommand"_s ? u"falta la orden"_s : u"falta %1"_s.arg(nombre);
 }
 
+/// La biblioteca alinea contando bytes, y cada letra con acento tiene dos.
+class Formato : public CLI::Formatter {
+ public:
+  std::string make_option(const CLI::Option* opcion, bool posicional) const override {
+    std::string lineas = CLI::Formatter::make_option(opcion, posicional);
+    const std::string nombre = make_option_name(opcion, posicional) + make_option_opts(opcion);
+    const auto deMas = std::ranges::count_if(nombre, [](char c) { return (c & 0xC0) == 0x80; });
+    const std::size_t columna = get_column_width();
+    constexpr std::size_t kSangria = 2;
+    if (nombre.size() + kSangria < columna)
+      lineas.insert(columna, std::string(static_cast<std::size_t>(deMas), ' '));
+    return lineas;
+  }
+};
+
 }  // namespace
 
 std::shared_ptr<CLI::FormatterBase> FormatoAyuda() {
-  auto formato = std::make_shared<CLI::Formatter>();
+  auto formato = std::make_shared<Formato>();
   formato->label("Usage", "Uso");
   formato->label("OPTIONS", "OPCIONES");
   formato->label("SUBCOMMAND", "ORDEN");
