@@ -1,6 +1,7 @@
 #include "devoluciones/Cotejo.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "devoluciones/Presentadas.h"
 #include "ficheros/ErrorEjecucion.h"

@@ -1,6 +1,7 @@
 #include "devoluciones/RemesaNueva.h"
 
 #include <algorithm>
+#include <tuple>
 
 #include "remesa/BloquesListas.h"
 #include "remesa/Campos.h"
