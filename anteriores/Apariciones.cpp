@@ -1,12 +1,14 @@
 #include "anteriores/Apariciones.h"
 
 #include <algorithm>
+#include <map>
 #include <set>
 #include <tuple>
 
 #include "anteriores/Claves.h"
 #include "anteriores/Vueltas.h"
 #include "comunes/plataforma/Texto.h"
+#include "devoluciones/Cotejo.h"
 #include "devoluciones/Motivos.h"
 #include "devoluciones/Textos.h"
 #include "ficheros/ErrorEjecucion.h"
@@ -39,7 +41,7 @@ class Buscador {
         nombre_(Plegado(comunes::DesdeWindows1252(filtro.nombre))) {}
 
   void leer(const FicheroHallado& fichero, const Seguir& seguir);
-  std::vector<Aparicion> terminar();
+  std::vector<Aparicion> terminar(const Seguir& seguir);
 
  private:
   bool cumple(const Comparado& c) const;
@@ -58,6 +60,14 @@ class Buscador {
     ClaveVuelta clave;
   };
   bool esDeHallado(const ClaveVuelta& v) const;
+  /// De un bloque entero.
+  struct BloqueVuelto {
+    Aparicion aparicion;
+    std::size_t enLote;
+    std::uint64_t original;
+  };
+  void anadirBloques(const std::filesystem::path& ruta, std::vector<BloqueVuelto>& suyos,
+                     const Seguir& seguir);
 
   const Filtro& filtro_;
   std::string_view cuenta_;
@@ -66,7 +76,8 @@ class Buscador {
   std::vector<Pendiente> pendientes_;  // devoluciones que no traen lo que se busca
   std::vector<ClavesAdeudo> claves_;   // de los adeudos hallados
   std::vector<ClavesAdeudo> porReferencia_;
-  std::set<std::uint64_t> identificaciones_;  // de los ficheros en que los hay
+  std::multimap<std::uint64_t, std::filesystem::path> ficheros_;  // en que los hay, por identificación
+  std::map<std::filesystem::path, std::vector<BloqueVuelto>> bloques_;
 };
 
 bool Buscador::cumple(const Comparado& c) const {
@@ -107,7 +118,6 @@ void Buscador::devoluciones(const FicheroHallado& fichero, const Seguir& seguir)
   const bool rechazos = EsDeRechazos(forma);
   for (std::size_t i = 0; i < lote.size(); ++i) {
     const devoluciones::Devolucion d = lote[i];
-    if (d.alcance == devoluciones::Alcance::Bloque) continue;
     const std::string mandato = d.mandato.enRegistro(), referencia = d.referencia.enRegistro(),
                       cuenta = d.cuenta.enRegistro(), nombre = d.deudor.enRegistro(),
                       acreedor = d.acreedor.enRegistro();
@@ -126,10 +136,15 @@ void Buscador::devoluciones(const FicheroHallado& fichero, const Seguir& seguir)
     a.motivo = d.motivo.texto();
     if (devoluciones::BuscarMotivo(d.motivo.bytes()) != nullptr)
       a.motivo += u' ' + devoluciones::TextoMotivo(d.motivo);
+    const std::uint64_t original = HuellaIdentificacion(d.ficheroOriginal.enRegistro());
+    if (d.alcance == devoluciones::Alcance::Bloque) {
+      a.concepto = u"todo su bloque"_s;
+      bloques_[fichero.ruta].push_back({std::move(a), i, original});
+      continue;
+    }
     if (d.alcance == devoluciones::Alcance::Mensaje) {
       a.concepto = u"todo el fichero"_s;
-      pendientes_.push_back(
-          {std::move(a), {0, 0, 0, {}, HuellaIdentificacion(d.ficheroOriginal.enRegistro())}});
+      pendientes_.push_back({std::move(a), {0, 0, 0, {}, original}});
       continue;
     }
     if (cumple({mandato, referencia, cuenta, nombre, acreedor})) {
@@ -167,11 +182,11 @@ void Buscador::leer(const FicheroHallado& fichero, const Seguir& seguir) {
     halladas_.resize(antes);
     throw;
   }
-  if (halladas_.size() > antes && identificacion != 0) identificaciones_.insert(identificacion);
+  if (halladas_.size() > antes && identificacion != 0) ficheros_.emplace(identificacion, fichero.ruta);
 }
 
 bool Buscador::esDeHallado(const ClaveVuelta& v) const {
-  if (v.entero != 0) return identificaciones_.contains(v.entero);
+  if (v.entero != 0) return ficheros_.contains(v.entero);
   if (v.mandato == 0 && v.referencia == 0) return false;
   const auto clave = [&](const ClavesAdeudo& c) {
     return std::tuple(v.mandato == 0 ? 0 : c.mandato, v.referencia == 0 ? 0 : c.referencia);
@@ -185,7 +200,39 @@ bool Buscador::esDeHallado(const ClaveVuelta& v) const {
                      });
 }
 
-std::vector<Aparicion> Buscador::terminar() {
+/// Qué adeudos son los de un bloque lo sabe el cotejo, que vuelve a leer sus ficheros.
+void Buscador::anadirBloques(const std::filesystem::path& ruta, std::vector<BloqueVuelto>& suyos,
+                             const Seguir& seguir) try {
+  const devoluciones::Lote lote = LeerLote(ruta, seguir);
+  devoluciones::Cotejo cotejo(lote);
+  std::set<std::uint64_t> originales;
+  for (const BloqueVuelto& b : suyos)
+    if (b.original != 0) originales.insert(b.original);
+  std::vector<std::filesystem::path> leidos;
+  for (const std::uint64_t original : originales)
+    for (auto [f, hasta] = ficheros_.equal_range(original); f != hasta; ++f)
+      if (cotejo.buscarEn(f->second)) leidos.push_back(f->second);
+  std::set<std::pair<std::filesystem::path, std::uint64_t>> hallados;
+  for (const Aparicion& a : halladas_)
+    if (!a.vuelta) hallados.emplace(a.ruta, a.registro);
+  for (BloqueVuelto& b : suyos) {
+    if (b.enLote >= lote.size()) continue;
+    const auto hallazgo = cotejo.hallazgo(b.enLote);
+    const auto esHallado = [&](std::size_t adeudo) {
+      const devoluciones::Presentado& p = cotejo.presentado(adeudo);
+      return hallados.contains({leidos[p.remesa], p.registro});
+    };
+    if (hallazgo.estado == devoluciones::EstadoCotejo::Hallada &&
+        std::ranges::any_of(hallazgo.adeudos, esHallado))
+      halladas_.push_back(std::move(b.aparicion));
+  }
+} catch (const NoSeToma&) {
+} catch (const devoluciones::FicheroAjeno&) {
+} catch (const ficheros::ErrorEjecucion&) {
+  // Ha cambiado o ya no está: como si no se hubiera leído.
+}
+
+std::vector<Aparicion> Buscador::terminar(const Seguir& seguir) {
   if (!pendientes_.empty()) {
     porReferencia_ = claves_;
     std::ranges::sort(porReferencia_, {}, &ClavesAdeudo::referencia);
@@ -193,6 +240,8 @@ std::vector<Aparicion> Buscador::terminar() {
   }
   for (Pendiente& p : pendientes_)
     if (esDeHallado(p.clave)) halladas_.push_back(std::move(p.aparicion));
+  for (auto& [ruta, suyos] : bloques_)
+    if (!ficheros_.empty()) anadirBloques(ruta, suyos, seguir);
   std::ranges::stable_sort(halladas_, {}, [](const Aparicion& a) {
     return a.fecha ? std::chrono::sys_days(*a.fecha) : std::chrono::sys_days();
   });
@@ -226,7 +275,11 @@ std::vector<Aparicion> BuscarApariciones(
     }
     leidos += fichero.tamano;
   }
-  return buscador.terminar();
+  try {
+    return buscador.terminar(seguir);
+  } catch (const Detenido&) {
+    return {};
+  }
 }
 
 QStringList ValoresAparicion(const Aparicion& a) {

@@ -16,6 +16,7 @@ class ConsolaAnteriores : public EnCarpeta {
  protected:
   void SetUp() override {
     QDir().mkpath(ruta("antes/dentro"));
+    QDir().mkpath(ruta("academia"));
     escribir("antes/dentro/enviada.Q19", leer(kGimnasio));
     for (const char* vuelto : {"gimnasio-devueltos.Q19", "gimnasio-anotaciones.xml"})
       escribir(u"antes/"_s + vuelto, leer(u"" DIR_EJEMPLOS u"/devoluciones/"_s + vuelto));
@@ -69,6 +70,15 @@ TEST_F(ConsolaAnteriores, Buscar) {
     }
     EXPECT_EQ(clases.first(2), (QStringList{"2026-12-01 adeudo", "2026-12-03 devuelto"}));
   }
+  // De un bloque rechazado entero, solo lo de sus adeudos.
+  for (const char* nombre : {"academia-dos-cobros.Q19", "devoluciones/academia-rechazos.xml"})
+    escribir(u"academia/"_s + QString::fromLatin1(nombre).section(u'/', -1),
+             leer(u"" DIR_EJEMPLOS u"/"_s + QString::fromLatin1(nombre)));
+  const auto deAlumno = [&](const char* mandato) {
+    return q19({"anteriores", "academia", "--mandato", mandato}).dicho.count("todo su bloque");
+  };
+  EXPECT_EQ(deAlumno("ALUMNO-281-09"), 0);
+  EXPECT_EQ(deAlumno("ALUMNO-635-01"), 1);
 }
 
 }  // namespace
