@@ -107,9 +107,9 @@ TEST_F(PruebaVentanaCorregir, ConVariosBloques) {
   alAbrir<QDialog>([&](QDialog& dialogo) {
     EXPECT_EQ(dialogo.findChild<QTableView*>("Visor")->model()->rowCount(), 0);
     EXPECT_FALSE(dialogo.findChild<QPushButton*>("cmdAceptar")->isEnabled());
-    auto* enlace = dialogo.findChild<QLabel*>("Totales");
+    auto* enlace = dialogo.findChild<QPushButton*>("Conservar");
     ASSERT_TRUE(enlace->isVisible());
-    emit enlace->linkActivated("conservar");
+    enlace->click();
   });
   Cajas cajas{"Aceptar"};
   v.hijo<QAction>("mnuCorregir")->trigger();

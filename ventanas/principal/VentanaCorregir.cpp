@@ -115,10 +115,8 @@ void VentanaCorregir::preparar() {
   constexpr int kLetras[] = {14, 9, 24, 31, 31, 22, 18, 34};
   for (int columna = 0; columna < ModeloCorrecciones::kColumnas; ++columna)
     visor.setColumnWidth(columna, letra * kLetras[columna]);
-  ui_->Totales->setVisible(totales_ > 0);
-  ui_->Totales->setText(
-      u"Los totales de varios bloques solo se corrigen mientras se conservan los acreedores y las fechas. "
-      "<a href=\"conservar\">Conservarlos ahora</a>"_s);
+  for (QWidget* control : {static_cast<QWidget*>(ui_->Totales), static_cast<QWidget*>(ui_->Conservar)})
+    control->setVisible(totales_ > 0);
 }
 
 void VentanaCorregir::conectar() {
@@ -134,7 +132,7 @@ void VentanaCorregir::conectar() {
   });
   connect(ui_->cmdMarcar, &QPushButton::clicked, this, [this] { marcarVisibles(true); });
   connect(ui_->cmdQuitar, &QPushButton::clicked, this, [this] { marcarVisibles(false); });
-  connect(ui_->Totales, &QLabel::linkActivated, this, [this] { done(kConservarBloques); });
+  connect(ui_->Conservar, &QPushButton::clicked, this, [this] { done(kConservarBloques); });
   connect(ui_->cmdAceptar, &QPushButton::clicked, this, &QDialog::accept);
   connect(ui_->cmdCancelar, &QPushButton::clicked, this, &QDialog::reject);
 }
