@@ -118,6 +118,8 @@ TEST_F(PruebaComprobacion, UnCampoEstropeado) {
       {kCabecera, 8, "001", "E203@2", {8, 10}, "002"},
       {kCambio, 8, "007", "E203@5", {8, 10}, "003 004 005 006"},
       {kCambio, 1, "77", "E201@5", {1, 2}, "01 02 03 04 05 99"},
+      {kAdeudo, 1, "3 ", "E201@3", {1, 2}, "01 02 03 04 05 99"},
+      {kAdeudo, 8, "   ", "E203@3", {8, 10}, "003 004 005 006"},
       {kUltimos, 223, std::string(90, ' '), "A202@4", {8, 10}},
       {kCabecera, 54, "        ", "E301@2", {54, 123}},
       {kAdeudo, 119, "        ", "E301@3", {119, 188}},
@@ -186,6 +188,7 @@ TEST_F(PruebaComprobacion, UnCampoEstropeado) {
       {kTotales, 3, "ES99000E77846772", "E307@7", {3, 37}, "08"},
       {kTotales, 38, "20261340", "E303@7", {38, 45}},
       {kTotales, 38, "20260113", "E402@7", {38, 45}, "20260112"},
+      {kTotales, 38, "18990113", "A305@7", {38, 45}},
       {kTotalesAcreedor, 3, "ES53000A12345678", "E402@8", {3, 37}, kAcreedor},
       {kTotales, 62, "1", "E403@7", {46, 62}, "00000000000000300"},
       {kTotalesAcreedor, 62, "3", "E404@8", {55, 62}, "00000002"},
@@ -321,6 +324,13 @@ TEST_F(PruebaComprobacion, RegistrosDeMasDeMenosYFueraDeSitio) {
          r[kAdeudo2].resize(410);
        },
        "E101@6 A403@6"},
+      // Sin el 02 de un bloque, su 04 no es del anterior.
+      {[&](Registros& r) {
+         r.insert(r.begin() + kTotalesAcreedor, buena.begin() + kCabecera, buena.begin() + kTotalesAcreedor);
+         EscribirCampo(r[kTotalesAcreedor], {1, 2}, "77");
+         EscribirCampo(r[kTotalesAcreedor + 5], {38, 45}, "20260113");
+       },
+       "E201@8 E204@9 A402@9 A403@9 A402@12 A403@12 E405@13 E403@14 E404@14 E405@14 E403@15 E404@15 E405@15"},
       // Otro acreedor pide antes el 05 del suyo.
       {[&](Registros& r) {
          r.insert(r.begin() + kTotalesAcreedor, buena.begin() + kCabecera, buena.begin() + kTotalesAcreedor);

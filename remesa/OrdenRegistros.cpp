@@ -1,5 +1,7 @@
 #include "remesa/OrdenRegistros.h"
 
+#include "remesa/Validez.h"
+
 namespace remesa {
 /// Códigos, separados por blancos, que pueden seguir.
 std::string_view OrdenRegistros::Admitidos(Estado estado) {
@@ -62,6 +64,11 @@ void OrdenRegistros::dar() {
   estado_ = siguiente;
 }
 
+void OrdenRegistros::dudoso() {
+  dato_ = "003";
+  if (estado_ == Estado::Cabecera) estado_ = Estado::Adeudos;
+}
+
 /// Un adeudo tiene un 003 y, tras él, como mucho un 004, un 005 y un 006, por ese orden.
 void OrdenRegistros::mirarDato() {
   if (anotador_.clase() == ClaseRegistro::Desconocido) return;
@@ -70,9 +77,11 @@ void OrdenRegistros::mirarDato() {
     anotador_.campo(CodigoHallazgo::FueraDeOrden, *CampoEn(anotador_.registro(), kNumeroDato.desde), "003");
 }
 
-/// Otro acreedor pide antes el 05 del anterior.
+/// Otro acreedor pide antes el 05 del anterior. Si uno de los dos no está bien escrito, quizá es el mismo.
 void OrdenRegistros::mirarAcreedor() {
-  if (Recortar(LeerCampo(anotador_.registro(), kIdentificadorAcreedor)) != acreedor_)
+  const std::string_view suyo = Recortar(LeerCampo(anotador_.registro(), kIdentificadorAcreedor));
+  if (suyo != acreedor_ && ComprobarIdentificador(suyo).correcto &&
+      ComprobarIdentificador(acreedor_).correcto)
     anotador_.posiciones(CodigoHallazgo::FueraDeOrden, kCodigo, "02", "05");
 }
 

@@ -14,6 +14,8 @@ class OrdenRegistros {
 
   /// El registro en que está el anotador.
   void dar();
+  /// El que se acaba de dar puede ser un adeudo: lo que le siga puede ser suyo.
+  void dudoso();
   /// No hay más: anota lo que falte.
   void terminar();
 

@@ -126,6 +126,11 @@ void ReglasAdeudo::cerrar() {
   conSmnda_ = conOriginal_ = false;
 }
 
+void ReglasAdeudo::dudoso() {
+  hayAdeudo_ = false;
+  conSmnda_ = true;
+}
+
 void ReglasAdeudo::opcional() {
   const std::string_view registro = anotador_.registro();
   const ClaseRegistro clase = anotador_.clase();
@@ -188,10 +193,11 @@ void ReglasAdeudo::mirarMandato() {
 /// Solo se da si la de ahora es del mismo banco; si no, SMNDA.
 void ReglasAdeudo::mirarCuentaOriginal() {
   const std::string_view original = dice(kCuentaOriginal);
-  conSmnda_ = !dice(kEntidadOriginal).empty();
-  conOriginal_ = !original.empty();
+  const bool smnda = !dice(kEntidadOriginal).empty();
+  conSmnda_ = conSmnda_ || smnda;
+  conOriginal_ = conOriginal_ || !original.empty();
   if (original.empty()) return;
-  if (conSmnda_) return anotar(C::SmndaConCuenta, kCuentaOriginal);
+  if (smnda) return anotar(C::SmndaConCuenta, kCuentaOriginal);
   if (!hayAdeudo_) return;
   const std::string_view ahora = elAdeudo(kCuentaDeudor);
   if (CuentaComparable(original) == CuentaComparable(ahora))

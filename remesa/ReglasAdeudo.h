@@ -21,6 +21,8 @@ class ReglasAdeudo {
   void adeudo();
   /// Es uno opcional (004, 005 o 006).
   void opcional();
+  /// No se sabe qué es: puede ser otro adeudo, o el opcional que explica algo del último.
+  void dudoso();
   /// El adeudo no tiene más registros.
   void cerrar();
   /// El bloque se ha cerrado: un opcional que venga después no es de nadie.

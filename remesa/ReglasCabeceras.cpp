@@ -1,5 +1,7 @@
 #include "remesa/ReglasCabeceras.h"
 
+#include <utility>
+
 #include "remesa/Identificacion.h"
 #include "remesa/ReglasCuentas.h"
 #include "remesa/Validez.h"
@@ -39,7 +41,7 @@ void ReglasCabeceras::mirarCreacion() {
 
 void ReglasCabeceras::abrirBloque() {
   const std::string_view registro = anotador_.registro();
-  bloque_.abierto = true;
+  bloque_.abierto = conCabecera_ = true;
   bloque_.acreedor = Recortar(LeerCampo(registro, kIdentificadorAcreedor));
   bloque_.fechaCobro = LeerCampo(registro, kFechaCobro);
   bloque_.nombre = Recortar(LeerCampo(registro, kNombreAcreedor));
@@ -92,10 +94,11 @@ void ReglasCabeceras::terminar() {
 /// Un 04 y un 05 repiten el acreedor de su cabecera; el 04, además, la fecha de cobro. Los que no están bien
 /// hechos, los de ella o los suyos, ya se han anotado.
 void ReglasCabeceras::totalesFecha() {
-  if (!bloque_.abierto) return;
+  // Si falta su 02, o no se entiende, la que hay es la de otro bloque.
+  if (!std::exchange(conCabecera_, false) || !bloque_.abierto) return;
   compararAcreedor(kAcreedor04);
-  if (LeerFecha(bloque_.fechaCobro) && LeerFecha(LeerCampo(anotador_.registro(), kFecha04)))
-    comparar(kFecha04, bloque_.fechaCobro);
+  const std::optional<Dia> cobro = LeerFecha(LeerCampo(anotador_.registro(), kFecha04));
+  if (bloque_.cobro && cobro && !EsAntigua(*cobro)) comparar(kFecha04, bloque_.fechaCobro);
 }
 
 void ReglasCabeceras::totalesAcreedor() {

@@ -44,6 +44,7 @@ class ReglasCabeceras {
   Anotador& anotador_;
   Dia hoy_;
   CabeceraVista bloque_;
+  bool conCabecera_ = false;  // el bloque que cerrará el 04 que venga tiene su 02
   ClavesVistas bloques_;
   std::optional<Hallazgo> receptora_;  // la del 01, por si ninguna cuenta es suya
   bool esDeAlguna_ = false;

@@ -52,6 +52,12 @@ bool EsUtf16(std::string_view bytes) {
   return bytes.size() >= 4 && ((bytes[0] == 0) != (bytes[1] == 0)) && bytes[0] == bytes[2] * (bytes[0] != 0);
 }
 
+/// Un registro sin clase que puede ser de un adeudo, con el código o el número de dato equivocado.
+bool PareceAdeudo(std::string_view bytes) {
+  const std::string_view dato = LeerCampo(bytes, kNumeroDato);
+  return Codigo(bytes) == CodigoRegistro::Adeudo || (dato >= "003" && dato <= "006" && SonCifras(dato));
+}
+
 }  // namespace
 
 ReglasComprobacion::ReglasComprobacion(Dia hoy, ReceptorHallazgos recibir)
@@ -169,6 +175,10 @@ void ReglasComprobacion::mirarRegistro() {
   if (!opcional && clase != ClaseRegistro::Desconocido) adeudo_.cerrar();
   orden_.dar();
   versiones_.dar();
+  if (clase == ClaseRegistro::Desconocido && PareceAdeudo(anotador_.registro())) {
+    orden_.dudoso();
+    adeudo_.dudoso();
+  }
   if (clase == ClaseRegistro::Acreedor) {
     cabeceras_.abrirBloque();
     adeudo_.abrirBloque();
@@ -213,22 +223,28 @@ ContextoCampos ReglasComprobacion::contexto() const {
   return contexto;
 }
 
-/// Un importe que no se entiende ya se ha anotado: de las sumas en que entra no se puede decir nada.
-bool ReglasComprobacion::sumaSabida() {
+/// Un importe que no se entiende, o un adeudo que quizá no lo es, ya se han anotado: de las sumas en que
+/// entran no se puede decir nada.
+ReglasComprobacion::Sabido ReglasComprobacion::sumaSabida() {
   const std::string_view registro = anotador_.registro();
   switch (anotador_.clase()) {
     case ClaseRegistro::Adeudo: {
       const bool entero = registro.size() >= static_cast<std::size_t>(kImporteAdeudo.hasta);
-      if (!entero || !SonCifras(Recortar(LeerCampo(registro, kImporteAdeudo)))) sabidas_ = {};
-      return true;
+      if (!entero || !SonCifras(Recortar(LeerCampo(registro, kImporteAdeudo))))
+        for (Sabido* suma : {&bloque_, &acreedor_, &fichero_})
+          suma->importes = false;
+      return {};
     }
     case ClaseRegistro::TotalesFecha:
-      return std::exchange(sabidas_.bloque, true);
+      return std::exchange(bloque_, {});
     case ClaseRegistro::TotalesAcreedor:
-      sabidas_.bloque = true;
-      return std::exchange(sabidas_.acreedor, true);
+      bloque_ = {};
+      return std::exchange(acreedor_, {});
+    case ClaseRegistro::Desconocido:
+      if (PareceAdeudo(registro)) bloque_ = acreedor_ = fichero_ = {.importes = false, .adeudos = false};
+      return {};
     default:
-      return sabidas_.fichero;
+      return fichero_;
   }
 }
 
@@ -237,13 +253,16 @@ bool ReglasComprobacion::sumaSabida() {
 void ReglasComprobacion::mirarTotales() {
   constexpr C kCodigos[] = {C::TotalImportes, C::TotalAdeudos, C::TotalRegistros};
   const std::string_view registro = anotador_.registro();
-  const bool sabida = sumaSabida();
+  const Sabido sabido = sumaSabida();
   const C* codigo = kCodigos;
   for (const TotalDebido& debido : totales_.dar(registro, anotador_.clase())) {
     const C este = *codigo++;
     const std::string_view escrito = LeerCampo(registro, debido.donde), dicho = Recortar(escrito);
     const auto ancho = static_cast<std::size_t>(debido.donde.longitud());
-    if (escrito.size() != ancho || !SonCifras(dicho) || (este == C::TotalImportes && !sabida)) continue;
+    const bool seSabe = este == C::TotalImportes  ? sabido.importes
+                        : este == C::TotalAdeudos ? sabido.adeudos
+                                                  : true;
+    if (escrito.size() != ancho || !SonCifras(dicho) || !seSabe) continue;
     const std::string debe = CifrasDe(debido.valor, debido.donde.longitud());
     if (std::string(ancho - dicho.size(), '0').append(dicho) != debe)
       anotador_.campo(este, *CampoEn(registro, debido.donde.desde), debe);

@@ -37,9 +37,9 @@ class ReglasComprobacion {
   Anotador& anotador() noexcept { return anotador_; }
 
  private:
-  /// Si se entienden todos los importes de cada suma.
-  struct Sabidas {
-    bool bloque = false, acreedor = false, fichero = false;
+  /// Si de una suma se entienden todos los importes, y se sabe cuántos adeudos tiene.
+  struct Sabido {
+    bool importes = true, adeudos = true;
   };
   struct Blanco {
     std::string bytes;
@@ -53,7 +53,7 @@ class ReglasComprobacion {
   bool mirarForma(std::string_view bytes, std::uint64_t longitud);
   void mirarRegistro();
   ContextoCampos contexto() const;
-  bool sumaSabida();
+  Sabido sumaSabida();
   void mirarTotales();
 
   Anotador anotador_;
@@ -62,7 +62,7 @@ class ReglasComprobacion {
   VersionesFichero versiones_{anotador_};
   ReglasCabeceras cabeceras_;
   ReglasAdeudo adeudo_;
-  Sabidas sabidas_{true, true, true};
+  Sabido bloque_, acreedor_, fichero_;
   bool ajeno_ = false;
   bool reconocido_ = false;
   std::vector<Blanco> blancos_;  // las líneas en blanco de delante, hasta saber de qué es el fichero
