@@ -1,5 +1,7 @@
 #include <CLI/CLI.hpp>
+#include <chrono>
 #include <memory>
+#include <thread>
 
 #include "comunes/plataforma/Formatos.h"
 #include "consola/Ordenes.h"
@@ -41,10 +43,12 @@ remesa::Separacion ComoSePide(const PeticionSeparar& peticion) {
 /// Por qué no se puede separar lo leído; vacío si se puede. Lo demás que haya que saber, lo dice.
 QString Impedimento(UnionBloques& lectura, const fs::path& entrada) {
   using C = remesa::ClaseObservacion;
-  const bool sinDueno = lectura.reparto().indice().avisos().sinDueno != 0;
+  if (const std::size_t cual = lectura.reparto().indice().avisos().sinDueno; cual != 0)
+    return u"el registro %1 es un adeudo que no tiene delante ninguna cabecera de acreedor (02): no se sabe "
+           "de quién es y no se puede separar"_s.arg(comunes::FormatoNumero(static_cast<double>(cual), 0));
   for (const remesa::Observacion& observacion : lectura.observaciones()) {
     const QString texto = Mostrable(principal::TextoObservacion(observacion));
-    if (sinDueno || observacion.clase == C::SoloLF) return texto;
+    if (observacion.clase == C::SoloLF) return texto;
     if (observacion.clase != C::BloquesNuevos && observacion.clase != C::SinCabeceras)
       Avisar(u"%1: aviso: %2"_s.arg(Mostrable(entrada), texto));
   }
@@ -77,6 +81,7 @@ Salida Separar(const PeticionSeparar& peticion) {
     sustituidos.reserve(partes.size());
     for (const remesa::Parte& parte : partes)
       sustituidos.emplace_back(carpeta / parte.nombre);
+    const auto empezado = std::chrono::steady_clock::now();
     {
       Avance avance(u"Separando"_s, remesa->ruta);
       EscribirPartes(
@@ -87,6 +92,8 @@ Salida Separar(const PeticionSeparar& peticion) {
             return true;
           });
     }
+    // Cada parte lleva una milésima más que la anterior: hasta que no pasen, otra separación las repetiría.
+    std::this_thread::sleep_until(empezado + std::chrono::milliseconds(partes.size()));
     for (const Sustituido& sustituido : sustituidos)
       sustituido.decir();
     QString dicho = u"Partes: %1\n"_s.arg(partes.size());
