@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QDialog>
 #include <QFileDialog>
 #include <QGroupBox>
 #include <QLabel>
@@ -51,6 +52,24 @@ TEST(Aplicacion, ElErrorDeUnControladorSeInformaYElProgramaSigue) {
             titulo + "|Error 6: Desbordamiento|Aceptar");
   EXPECT_EQ(informe([] { throw std::bad_alloc(); }), titulo + "|Error 7: Memoria insuficiente|Aceptar");
   EXPECT_EQ(informe([] { throw std::runtime_error("x"); }), titulo + "|Error 51: Error interno\nx|Aceptar");
+}
+
+TEST(Aplicacion, IntroPulsaElBotonDelFocoDondeNingunoEsElDeSiempre) {
+  for (const bool haySiempre : {false, true}) {
+    QDialog ventana;
+    QPushButton foco(&ventana), otro(&ventana);
+    foco.setAutoDefault(false);
+    otro.setAutoDefault(false);
+    otro.setDefault(haySiempre);
+    int pulsado = 0, delOtro = 0;
+    QObject::connect(&foco, &QPushButton::clicked, [&] { ++pulsado; });
+    QObject::connect(&otro, &QPushButton::clicked, [&] { ++delOtro; });
+    ventana.show();
+    QTest::keyClick(&foco, Qt::Key_Return);
+    QTest::keyClick(&foco, Qt::Key_Return, Qt::ControlModifier);
+    EXPECT_EQ(pulsado, haySiempre ? 0 : 1);
+    EXPECT_EQ(delOtro, haySiempre ? 1 : 0);
+  }
 }
 
 TEST(Aplicacion, NuncaHayDosInformes) {

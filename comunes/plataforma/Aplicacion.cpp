@@ -2,7 +2,12 @@
 
 #include <QAbstractButton>
 #include <QAction>
+#include <QDialog>
+#include <QKeyEvent>
 #include <QMessageBox>
+#include <QPointer>
+#include <QPushButton>
+#include <algorithm>
 
 #include "comunes/plataforma/Aviso.h"
 #include "comunes/plataforma/Estilo.h"
@@ -22,10 +27,28 @@ void callarOrdenes(QWidget& ventana, bool tapada) {
     const auto* w = qobject_cast<const QWidget*>(control);
     return w != nullptr && w->window() == &ventana;
   };
+  // De una que se está destruyendo ya no queda más que esto, y sus hijos se están yendo.
+  if (ventana.metaObject() == &QWidget::staticMetaObject) return;
   for (auto* boton : ventana.findChildren<QAbstractButton*>())
     if (suya(boton)) boton->blockSignals(tapada);
   for (auto* accion : ventana.findChildren<QAction*>())
     if (suya(accion->parent())) accion->blockSignals(tapada);
+}
+
+/// El botón que tiene el foco y que Intro no pulsaría: donde ninguno parece el de siempre, ha de pulsar el
+/// del foco.
+QPushButton* botonDeIntro(QObject* receptor, const QEvent* evento) {
+  if (evento->type() != QEvent::KeyPress) return nullptr;
+  const auto* tecla = static_cast<const QKeyEvent*>(evento);
+  const bool intro = tecla->key() == Qt::Key_Return || tecla->key() == Qt::Key_Enter;
+  if (!intro || (tecla->modifiers() & ~Qt::KeypadModifier) != 0 || tecla->isAutoRepeat()) return nullptr;
+  auto* boton = qobject_cast<QPushButton*>(receptor);
+  if (boton == nullptr || boton->autoDefault()) return nullptr;
+  const auto botones = boton->window()->findChildren<QPushButton*>();
+  const bool haySiempre = std::any_of(botones.begin(), botones.end(), [](const QPushButton* otro) {
+    return otro->isDefault() && otro->isVisible();
+  });
+  return haySiempre ? nullptr : boton;
 }
 
 }  // namespace
@@ -42,7 +65,17 @@ bool Aplicacion::notify(QObject* receptor, QEvent* evento) {
   if (receptor->isWidgetType() &&
       (evento->type() == QEvent::WindowBlocked || evento->type() == QEvent::WindowUnblocked))
     callarOrdenes(static_cast<QWidget&>(*receptor), evento->type() == QEvent::WindowBlocked);
-  Proteger([&] { atendido = QApplication::notify(receptor, evento); });
+  const QPointer<QPushButton> boton = botonDeIntro(receptor, evento);
+  const bool enDialogo =
+      boton && qobject_cast<QDialog*>(boton->window()) != nullptr;  // que se queda con la tecla
+  Proteger([&] {
+    if (!enDialogo) atendido = QApplication::notify(receptor, evento);
+    // Una ventana que hace otra cosa con Intro, como la calculadora, la ha aceptado.
+    if (boton && (enDialogo || !evento->isAccepted())) {
+      evento->accept();
+      boton->click();
+    }
+  });
   return atendido;
 }
 
@@ -63,7 +96,7 @@ void AvisosConCaja() {
     if (grado == GradoAviso::Exclamacion) icono = QMessageBox::Warning;
     if (grado == GradoAviso::Critico) icono = QMessageBox::Critical;
     QMessageBox caja(icono, titulo.isEmpty() ? QApplication::applicationDisplayName() : titulo, QString(),
-                     QMessageBox::Ok, QApplication::activeWindow());
+                     QMessageBox::Ok, VentanaActiva());
     caja.setObjectName(u"AvisoPlataforma"_s);
     caja.setTextFormat(Qt::PlainText);
     caja.setText(texto);
