@@ -1,9 +1,10 @@
 #pragma once
 
-#include <QApplication>
+#include <QCoreApplication>
 #include <QPointer>
 
 #include "comunes/dialogos/MyBox.h"
+#include "comunes/plataforma/Ventanas.h"
 
 namespace comunes {
 
@@ -12,8 +13,7 @@ class CajaPropia {
  public:
   /// Encima de la ventana de `sobre`, si se ve: al pedirle que se ponga delante no es aún la activa.
   explicit CajaPropia(const QWidget* sobre = nullptr)
-      : caja_(new MyBox(sobre != nullptr && sobre->isVisible() ? sobre->window()
-                                                               : QApplication::activeWindow())) {}
+      : caja_(new MyBox(sobre != nullptr && sobre->isVisible() ? sobre->window() : VentanaActiva())) {}
   ~CajaPropia() { delete caja_.data(); }
   CajaPropia(const CajaPropia&) = delete;
   CajaPropia& operator=(const CajaPropia&) = delete;

@@ -6,6 +6,7 @@
 #include <new>
 
 #include "comunes/plataforma/Texto.h"
+#include "comunes/plataforma/Ventanas.h"
 #include "ficheros/ErrorEjecucion.h"
 
 namespace comunes {
@@ -30,7 +31,7 @@ void InformarError(int numero, const QString& texto, const QString& fichero) {
   }
   informando = true;
   QMessageBox caja(QMessageBox::Critical, QApplication::applicationDisplayName(), QString(), QMessageBox::Ok,
-                   QApplication::activeWindow());
+                   VentanaActiva());
   caja.setObjectName(u"InformeError"_s);
   caja.setTextFormat(Qt::PlainText);
   caja.setText(ConMarcasEscritas(mensaje));

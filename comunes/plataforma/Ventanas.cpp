@@ -1,5 +1,6 @@
 #include "comunes/plataforma/Ventanas.h"
 
+#include <QApplication>
 #include <QFontDatabase>
 #include <QFontInfo>
 #include <QGuiApplication>
@@ -46,6 +47,13 @@ void FuentesVentana(QWidget& ventana) {
 QColor ColorAviso(const QPalette& paleta) {
   const bool oscuro = paleta.color(QPalette::Window).lightness() < 128;
   return oscuro ? QColor(0xFF, 0xB4, 0x6B) : QColor(0x9A, 0x34, 0x00);
+}
+
+QWidget* VentanaActiva() {
+  QWidget* ventana = QApplication::activeWindow();
+  while (ventana != nullptr && ventana->windowType() == Qt::Popup)
+    ventana = ventana->parentWidget() != nullptr ? ventana->parentWidget()->window() : nullptr;
+  return ventana;
 }
 
 void DisponerVentana(QWidget& ventana) {

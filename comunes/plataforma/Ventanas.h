@@ -22,6 +22,10 @@ void FuentesVentana(QWidget& ventana);
 /// o, sin ella, en la pantalla.
 void DisponerVentana(QWidget& ventana);
 
+/// La ventana activa, para poner una caja encima; nullptr si no la hay. De un menú desplegado, la que lo
+/// abrió: él se destruye al cerrarse, y con él sus hijas.
+QWidget* VentanaActiva();
+
 /// Puntero de espera mientras viva ("reloj"); al destruirse vuelve el anterior ("Normal"), también si se sale
 /// por un error.
 class Reloj {
