@@ -123,11 +123,12 @@ void Cruce::empezar(const Resumidor& resumidor, const std::filesystem::path& rut
     Hallazgo hallazgo{C::YaGuardado};
     auto antes = DeFichero(*copia);
     const auto cual = static_cast<std::uint32_t>(copia - indice_.ficheros().data());
-    antes->registro = copia->resumen.presentador;
-    if (const auto registro = relectura_.registro(cual, antes->registro))
-      antes->fecha = Valor(*registro, remesa::kFechaCreacion);
-    hallazgo.antes = std::move(antes);
-    anotar(std::move(hallazgo));
+    antes->registro = std::max<std::uint64_t>(copia->resumen.presentador, 1);
+    if (const auto registro = relectura_.registro(cual, antes->registro)) {
+      if (copia->resumen.presentador != 0) antes->fecha = Valor(*registro, remesa::kFechaCreacion);
+      hallazgo.antes = std::move(antes);
+      anotar(std::move(hallazgo));
+    }
   }
   mirarFichero();
 }

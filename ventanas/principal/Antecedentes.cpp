@@ -89,6 +89,7 @@ void Antecedentes::empezarLectura() {
       lector_.empezar([lectura = lectura_, peticion, anterior = indice_](const HiloSuelto::Seguir& seguir) {
         auto hecho =
             anteriores::Indice::Hacer(peticion, anterior, [&](std::uintmax_t leidos, std::uintmax_t total) {
+              ++lectura->pasos;
               lectura->leidos = leidos;
               lectura->total = total;
               return seguir();
@@ -117,8 +118,8 @@ void Antecedentes::mirar() {
     emit comparado();
   }
   if (estado_ == Estado::Leyendo && lectura_) {
-    if (lectura_->leidos != antes_) quieta_.restart();
-    antes_ = lectura_->leidos;
+    if (lectura_->pasos != antes_) quieta_.restart();
+    antes_ = lectura_->pasos;
     if (!lector_.enMarcha()) {
       const std::lock_guard puesto(lectura_->cerrojo);
       const bool otro = lectura_->hecho && !LosMismos(indice_.get(), *lectura_->hecho);

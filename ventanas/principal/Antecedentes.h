@@ -68,6 +68,7 @@ class Antecedentes : public QObject {
  private:
   struct Lectura {
     std::atomic<std::uintmax_t> leidos = 0, total = 0;
+    std::atomic<std::uint64_t> pasos = 0;  // también los que no leen: recorrer carpetas
     std::mutex cerrojo;
     std::shared_ptr<const anteriores::Indice> hecho;
   };
@@ -81,8 +82,8 @@ class Antecedentes : public QObject {
   Estado estado_ = Estado::Apagado;
   std::shared_ptr<const anteriores::Indice> indice_;
   std::shared_ptr<Lectura> lectura_;
-  std::uintmax_t antes_ = 0;  // lo leído la última vez que se miró
-  QElapsedTimer quieta_;      // desde que no avanza
+  std::uint64_t antes_ = 0;  // los pasos de la última vez que se miró
+  QElapsedTimer quieta_;     // desde que no avanza
   HiloSuelto lector_, comparador_;
   QTimer mirada_, espera_;
   std::shared_ptr<std::optional<Comparada>> comparando_;
