@@ -158,6 +158,8 @@ class OrdenDeXml {
     }
     for (const Sustituido& sustituido : sustituidos)
       sustituido.decir();
+    if (const fs::path sobra = exportacion.sobrante(salida_); !sobra.empty())
+      Avisar(u"%1: es de otra vez, y no de los mensajes que se acaban de escribir"_s.arg(Mostrable(sobra)));
     // Aunque no se pueda decir, están escritos.
     if (!peticion_.json) Decir(resumen(rutas));
     return true;

@@ -137,6 +137,13 @@ std::vector<std::filesystem::path> Exportacion::rutas(const std::filesystem::pat
   return rutas;
 }
 
+std::filesystem::path Exportacion::sobrante(const std::filesystem::path& destino) const {
+  if (opciones_.cada == 0) return {};
+  const auto siguiente = Numerada(destino, resumen_.mensajes <= 1 ? 1 : resumen_.mensajes + 1);
+  std::error_code error;
+  return std::filesystem::exists(siguiente, error) ? siguiente : std::filesystem::path();
+}
+
 // Los adeudos van en el orden de los grupos, también de un mensaje a otro: cada uno tiene así los menos
 // bloques que puede.
 std::vector<Exportacion::Mensaje> Exportacion::repartir() {

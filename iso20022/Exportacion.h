@@ -48,6 +48,9 @@ class Exportacion {
 
   /// Los ficheros que escribiría.
   std::vector<std::filesystem::path> rutas(const std::filesystem::path& destino) const;
+  /// Uno que ya hay y que por su número seguiría a los que escribiría: de otra vez, y no de estos. Vacía si
+  /// no lo hay.
+  std::filesystem::path sobrante(const std::filesystem::path& destino) const;
 
   /// Escribe los mensajes: en `destino` o, si son varios, en destino-1, destino-2…, con su extensión. Todos o
   /// ninguno. Da las rutas; ninguna si `avance`, que recibe adeudos, lo detuvo. Lanza ErrorEjecucion si no se

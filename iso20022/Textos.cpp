@@ -216,6 +216,8 @@ QString TextoNota(const Nota& nota) {
 }
 
 QString TextoAviso(const AvisoLectura& aviso) {
+  if (aviso.codigo == CodigoAviso::Importe && aviso.valor.isEmpty())
+    return u"No lo dice, y el adeudo queda con importe cero."_s;
   return Completar(PlantillaAviso(aviso.codigo), aviso.valor, aviso.cambio, 0);
 }
 

@@ -96,6 +96,9 @@ TEST_F(PruebaConsolaXml, ErroresOpcionesYSalidas) {
       varios.dicho.contains(u"Fuera, por tener errores: 1 adeudo, 0,00 €\n"_s) &&
       varios.dicho.endsWith(u"Escrito: salida-1.xml\nEscrito: salida-2.xml\nEscrito: salida-3.xml\n"_s))
       << varios.dicho.toStdString();
+  EXPECT_FALSE(varios.avisado.contains(u"de otra vez"_s));
+  EXPECT_TRUE(q19({"xml", "mala.Q19", "-o", "salida.xml", "--omitir", "--cada", "30"})
+                  .avisado.contains(u"salida-3.xml: es de otra vez"_s));
   EXPECT_EQ(ficheros().join(' '), "mala.Q19 salida-1.xml salida-2.xml salida-3.xml x.xml");
 }
 

@@ -326,6 +326,8 @@ void VentanaXml::exportar() {
   if (resumen_.omitidos > 0)
     que += u". Fuera, por tener errores, %1, %2"_s.arg(
         TextoCuenta(resumen_.omitidos, u"adeudo"_s, u"adeudos"_s), EnEuros(resumen_.importeOmitido));
+  if (const auto sobra = exportacion_->sobrante(comunes::ARuta(fichero)); !sobra.empty())
+    que += u". %1 es de otra vez, y no de estos"_s.arg(QFileInfo(comunes::DesdeRuta(sobra)).fileName());
   alEscribir_(que + u'.');
   accept();
 }
