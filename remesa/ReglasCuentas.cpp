@@ -80,6 +80,7 @@ void ComprobarCuenta(Anotador& anotador, const Campo& campo, std::string_view va
   if (const Control control = ComprobarIban(valor); !control.correcto)
     return anotador.campo(C::Iban, campo, control.digitos);
   if (valor.starts_with(kEspana)) return mirarDigitos(valor.substr(kAntesDeCuenta));
+  if (anotador.clase() == ClaseRegistro::Mandato) return;  // en ella ya no se cobra
   const Zona zona = ZonaDe(valor.substr(0, kPais));
   if (zona == Zona::Fuera) anotador.campo(C::FueraDeSEPA, campo);
   if (zona == Zona::Incorporados) anotador.campo(C::PaisIncorporado, campo);

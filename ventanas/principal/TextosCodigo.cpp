@@ -12,7 +12,7 @@ using remesa::ValorCampo;
 
 constexpr Plantilla kRecalculo =
     "Se recalculan al importar, insertar o eliminar. Si hay varios bloques el programa los deja corridos de "
-    "uno a otro: lleve cada bloque en su fichero.";
+    "uno a otro, salvo que se conserven los acreedores y las fechas.";
 
 constexpr Plantilla kFinesAlGuardar = "El programa lo lee bien. Al guardar la remesa quedará con CR LF.";
 
