@@ -9,9 +9,9 @@ constexpr std::string_view kTransferencias = "01ORD34";
 
 TipoFichero TipoPorCodigo(std::string_view codigo) {
   if (codigo >= "01" && codigo <= "05") return TipoFichero::Presentacion;
-  if (codigo >= "11" && codigo <= "13") return TipoFichero::Rechazos;
-  if (codigo >= "21" && codigo <= "23") return TipoFichero::Devoluciones;
-  if (codigo >= "31" && codigo <= "33") return TipoFichero::SolicitudesCancelacion;
+  if (codigo >= "11" && codigo <= "15") return TipoFichero::Rechazos;
+  if (codigo >= "21" && codigo <= "25") return TipoFichero::Devoluciones;
+  if (codigo >= "31" && codigo <= "35") return TipoFichero::SolicitudesCancelacion;
   return TipoFichero::Ajeno;
 }
 

@@ -8,9 +8,9 @@ namespace remesa {
 /// Qué fichero de los cuadernos bancarios es, por su primer registro.
 enum class TipoFichero : std::uint8_t {
   Presentacion,            ///< Remesa de adeudos básicos: versión 19143 y códigos 01 a 05.
-  Rechazos,                ///< Adeudos rechazados antes del cobro: 19143, códigos 11 a 13.
-  Devoluciones,            ///< Adeudos devueltos después del cobro: 19143, códigos 21 a 23.
-  SolicitudesCancelacion,  ///< Lo que el acreedor pide revocar o cancelar: 19143, códigos 31 a 33.
+  Rechazos,                ///< Adeudos rechazados antes del cobro: 19143, códigos 11 a 15.
+  Devoluciones,            ///< Adeudos devueltos después del cobro: 19143, códigos 21 a 25.
+  SolicitudesCancelacion,  ///< Lo que el acreedor pide revocar o cancelar: 19143, códigos 31 a 35.
   PlazoCorto,              ///< Adeudos de plazo corto, 19154, hoy parte de los básicos.
   Empresas,                ///< Adeudos entre empresas: 19445.
   Transferencias,          ///< Órdenes del Cuaderno 34: empieza por "01ORD34".
