@@ -53,7 +53,7 @@ class FuenteFicheros : public remesa::FuenteRegistros {
   /// Un fichero abierto con lo último que se leyó de él.
   struct Abierto {
     /// Lanza también si ya no es el que se leyó.
-    Abierto(std::size_t cual, const Leido& leido);
+    Abierto(std::size_t cual, const Leido& suyo);
     void leerEn(std::uint64_t donde, std::span<char> destino);
     void comprobarMarca() const;
 
