@@ -222,7 +222,10 @@ void frmUnirQ19::editar(int fila, int posicion) {
           },
       .movido = [&](int cual) { acumulado.seleccionarSolo(cual); },
       .aviso = [this](const QString& texto) { decir(texto); },
-      .cambiando = [&] { antes = fotografiar(); },
+      .cambiando =
+          [&] {
+            if (!antes) antes = fotografiar();
+          },
       .posicion = posicion,
       .hallazgos =
           [&](int cual, editor::ListaAcumulado::Contestar contestar) {
