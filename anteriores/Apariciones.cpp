@@ -14,6 +14,7 @@
 #include "ficheros/ErrorEjecucion.h"
 #include "remesa/ReglasCuentas.h"
 #include "remesa/TotalesNorma.h"
+#include "remesa/Validez.h"
 
 namespace anteriores {
 namespace {
@@ -81,7 +82,7 @@ class Buscador {
 };
 
 bool Buscador::cumple(const Comparado& c) const {
-  if (!filtro_.acreedor.empty() && SinSufijo(c.acreedor) != filtro_.acreedor) return false;
+  if (!filtro_.acreedor.empty() && remesa::SinSufijo(c.acreedor) != filtro_.acreedor) return false;
   const bool mandato = filtro_.mandato.empty() || MismoTexto(c.mandato, filtro_.mandato);
   const bool cuenta = cuenta_.empty() || remesa::CuentaComparable(c.cuenta) == cuenta_;
   if (filtro_.mandatoOCuenta) return (mandato && !filtro_.mandato.empty()) || (cuenta && !cuenta_.empty());

@@ -7,6 +7,7 @@
 #include "remesa/CaracteresSEPA.h"
 #include "remesa/ReglasCuentas.h"
 #include "remesa/TotalesNorma.h"
+#include "remesa/Validez.h"
 
 namespace anteriores {
 
@@ -32,15 +33,8 @@ bool MismoTexto(std::string_view uno, std::string_view otro) {
   return std::ranges::equal(uno, otro, {}, kEnSEPA, kEnSEPA);
 }
 
-std::string SinSufijo(std::string_view identificador) {
-  constexpr std::size_t kDesde = 4, kLargo = 3;
-  std::string quien(identificador);
-  if (quien.size() > kDesde + kLargo) quien.erase(kDesde, kLargo);
-  return quien;
-}
-
 std::uint64_t HuellaAcreedor(std::string_view identificador) {
-  return identificador.empty() ? 0 : Huella(SinSufijo(identificador));
+  return identificador.empty() ? 0 : Huella(remesa::SinSufijo(identificador));
 }
 
 std::uint64_t HuellaReferencia(std::string_view referencia) {

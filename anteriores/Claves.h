@@ -16,10 +16,6 @@ std::string_view Valor(std::string_view registro, remesa::Posiciones donde);
 /// devuelve. Las huellas de aquí son de los textos así.
 bool MismoTexto(std::string_view uno, std::string_view otro);
 
-/// El identificador de un acreedor sin su sufijo: con él o con otro, el mandato es el mismo (su referencia
-/// solo es única para el acreedor, y el sufijo es de su contrato con el banco).
-std::string SinSufijo(std::string_view identificador);
-
 /// La huella de un acreedor; 0 si no se dice.
 std::uint64_t HuellaAcreedor(std::string_view identificador);
 /// La de una referencia; 0 si no se da.

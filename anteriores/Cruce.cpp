@@ -9,6 +9,7 @@
 #include "ficheros/Rutas.h"
 #include "remesa/ReglasCuentas.h"
 #include "remesa/TotalesNorma.h"
+#include "remesa/Validez.h"
 
 namespace anteriores {
 namespace {
@@ -176,7 +177,7 @@ void Cruce::dar(std::string_view registro, std::uint64_t numero, std::uint64_t f
   if (claves.mandato == 0 || claves.acreedor == 0) return;
   actual_ = std::make_shared<AdeudoActual>();
   actual_->registro = registro;
-  actual_->acreedor = SinSufijo(Valor(bloque_.cabecera, remesa::kIdentificadorAcreedor));
+  actual_->acreedor = remesa::SinSufijo(Valor(bloque_.cabecera, remesa::kIdentificadorAcreedor));
   actual_->numero = numero;
   actual_->fila = fila;
   actual_->claves = claves;
@@ -351,7 +352,7 @@ bool Cruce::confirmada(const Sospecha& s, std::string_view registro, std::string
   const auto igual = [&](remesa::Posiciones donde) {
     return MismoTexto(Valor(registro, donde), Valor(nuestro, donde));
   };
-  if (SinSufijo(Valor(cabecera, remesa::kIdentificadorAcreedor)) != s.adeudo->acreedor) return false;
+  if (remesa::SinSufijo(Valor(cabecera, remesa::kIdentificadorAcreedor)) != s.adeudo->acreedor) return false;
   if (s.hallazgo.donde == remesa::kFechaFirma) return true;  // del otro solo importan el acreedor y la fecha
   if (!igual(remesa::kReferenciaMandato)) return false;
   const bool mismoImporte = remesa::ImporteDe(registro) == remesa::ImporteDe(nuestro);

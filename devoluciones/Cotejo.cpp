@@ -10,6 +10,7 @@
 #include "remesa/CaracteresSEPA.h"
 #include "remesa/ReglasCuentas.h"
 #include "remesa/TotalesNorma.h"
+#include "remesa/Validez.h"
 
 namespace devoluciones {
 namespace {
@@ -53,14 +54,6 @@ std::string EnSepa(std::string_view texto) {
 
 std::string Identificacion(const Dato& fichero) {
   return EnSepa(IdentificacionComparable(fichero.enRegistro()));
-}
-
-/// El identificador sin su sufijo, que es cosa del contrato y no dice quién es.
-std::string SinSufijo(std::string_view identificador) {
-  constexpr std::size_t kDesde = 4, kLargo = 3;
-  std::string quien(identificador);
-  if (quien.size() > kDesde + kLargo) quien.erase(kDesde, kLargo);
-  return quien;
 }
 
 /// Deja solo los que cumplen, si alguno lo hace.
@@ -260,7 +253,7 @@ bool Cotejo::esDeSuAcreedor(const Devolucion& devolucion, std::size_t candidato)
   if (devolucion.acreedor.vacio()) return true;
   const std::string_view suyo =
       Valor(cabeceras_[presentados_[candidato].cabecera], remesa::kIdentificadorAcreedor);
-  return SinSufijo(suyo) == SinSufijo(devolucion.acreedor.enRegistro());
+  return remesa::SinSufijo(suyo) == remesa::SinSufijo(devolucion.acreedor.enRegistro());
 }
 
 Cotejo::Hallazgo Cotejo::hallazgo(std::size_t devolucion) const {

@@ -102,4 +102,11 @@ Control ComprobarIdentificador(std::string_view texto) {
   return {debidos == LeerCampo(limpio, kDigitos), std::move(debidos)};
 }
 
+std::string SinSufijo(std::string_view identificador) {
+  constexpr std::size_t kDesde = 4, kLargo = 3;
+  std::string quien(identificador);
+  if (quien.size() > kDesde + kLargo) quien.erase(kDesde, kLargo);
+  return quien;
+}
+
 }  // namespace remesa

@@ -38,4 +38,8 @@ Control ComprobarIban(std::string_view texto);
 /// blancos y los signos no cuentan.
 Control ComprobarIdentificador(std::string_view texto);
 
+/// El identificador de un acreedor sin su sufijo: con él o con otro, el mandato es el mismo (su referencia
+/// solo es única para el acreedor, y el sufijo es de su contrato con el banco).
+std::string SinSufijo(std::string_view identificador);
+
 }  // namespace remesa

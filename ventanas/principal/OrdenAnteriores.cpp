@@ -4,6 +4,7 @@
 #include "comunes/dialogos/MyBox.h"
 #include "comunes/plataforma/Enlace.h"
 #include "comunes/plataforma/Texto.h"
+#include "remesa/Validez.h"
 #include "ui_frmUnirQ19.h"
 #include "ventanas/principal/Antecedentes.h"
 #include "ventanas/principal/TextosObservacion.h"
@@ -103,7 +104,7 @@ void frmUnirQ19::verAnteriores() {
   while (fila > 0 &&
          remesa::Codigo(lista[static_cast<std::size_t>(fila)]) != remesa::CodigoRegistro::Acreedor)
     --fila;
-  filtro.acreedor = anteriores::SinSufijo(
+  filtro.acreedor = remesa::SinSufijo(
       anteriores::Valor(lista[static_cast<std::size_t>(fila)], remesa::kIdentificadorAcreedor));
   std::vector<anteriores::FicheroHallado> ficheros;
   ficheros.reserve(indice->ficheros().size());
